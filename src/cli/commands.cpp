@@ -1,0 +1,46 @@
+#include "cli/commands.h"
+
+#include <cstdlib>
+
+#include "cli/dump.h"
+#include "telemetry/read.h"
+#include "telemetry/sample_reading.h"
+
+namespace lumowatt {
+
+namespace {
+
+Outcome success(std::string output) { return {std::move(output), EXIT_SUCCESS}; }
+
+Outcome failure(std::string_view what) {
+  return {"error=" + std::string(what) + "\n", EXIT_FAILURE};
+}
+
+/// Answers each kind of command.
+struct Performer {
+  std::string_view version;
+  BatteryService& battery;
+
+  Outcome operator()(const PrintVersion&) const { return success(std::string(version) + "\n"); }
+
+  Outcome operator()(const WriteSnapshot& snapshot) const {
+    const auto reading = snapshot.sample ? sampleReading(*snapshot.sample) : read(battery);
+    if (!reading) return failure(snapshot.sample ? "unknown sample" : "no battery");
+    return failure("no bitmap");
+  }
+
+  Outcome operator()(const PrintDump&) const {
+    const auto reading = read(battery);
+    return reading ? success(dump(*reading)) : failure("no battery");
+  }
+
+  Outcome operator()(const ShowMenuBarItem&) const { return failure("no desktop"); }
+};
+
+}  // namespace
+
+Outcome carryOut(const Command& command, std::string_view version, BatteryService& battery) {
+  return std::visit(Performer{version, battery}, command);
+}
+
+}  // namespace lumowatt

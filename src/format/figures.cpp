@@ -1,0 +1,47 @@
+#include "format/figures.h"
+
+#include "format/number.h"
+
+namespace lumowatt {
+
+std::string duration(std::optional<std::int64_t> minutes) {
+  if (!minutes) return "calculating";
+  if (*minutes < 60) return std::to_string(*minutes) + " min";
+  return std::to_string(*minutes / 60) + " h " + std::to_string(*minutes % 60) + " min";
+}
+
+std::string watts(double value, bool signedValue) {
+  const std::string text = magnitude(value, 1) + " W";
+  return signedValue ? std::string(sign(value)) + text : text;
+}
+
+std::string statusLine(const Reading& reading) {
+  const std::string& adapter = reading.adapterName;
+  if (reading.full && reading.external) return "Fully charged, on power";
+  if (reading.charging) return adapter.empty() ? "Charging" : "Charging on " + adapter;
+  if (!reading.external) return "On battery";
+  const std::string idle = "On power, not charging";
+  return adapter.empty() ? idle : idle + " (" + adapter + ")";
+}
+
+std::string_view arrow(Trend trend) {
+  switch (trend) {
+    case Trend::up:
+      return "▲";
+    case Trend::down:
+      return "▼";
+    case Trend::steady:
+      break;
+  }
+  return "•";
+}
+
+std::optional<Color> accent(const Reading& reading) {
+  if (reading.charging) return systemGreen;
+  if (reading.external) return reading.full ? std::optional(systemGreen) : std::nullopt;
+  if (reading.percent <= 10) return systemRed;
+  if (reading.percent <= 20) return systemOrange;
+  return std::nullopt;
+}
+
+}  // namespace lumowatt

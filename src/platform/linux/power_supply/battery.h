@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+/// Batteries and chargers of the kernel's power-supply class
+/// (Documentation/ABI/testing/sysfs-class-power).
+namespace lumowatt::power_supply {
+
+/// What a pack counts its contents in.
+enum class Unit { charge, energy };
+
+/// What a battery holds, in µAh or µWh.
+struct Store {
+  Unit unit;
+  double full;                   ///< above 0
+  std::optional<double> now;     ///< not negative
+  std::optional<double> design;  ///< full, when new; above 0
+};
+
+/// One pack, or several as the one battery that would do the same.
+struct Battery {
+  std::optional<Store> store;
+  std::optional<double> microvolts;        ///< at its terminals now; above 0
+  std::optional<double> designMicrovolts;  ///< nominal, what turns charge into energy; above 0
+
+  // What flows into the battery, negative out of it; 0 when unknown.
+  double microamps = 0;
+  double microwatts = 0;
+
+  std::optional<std::int64_t> capacity;     ///< the driver's own figure, %; can be outside 0 to 100
+  std::optional<std::int64_t> secondsLeft;  ///< the driver's own estimate for the present direction
+  std::optional<std::int64_t> temperature;  ///< tenths of a degree Celsius
+  std::optional<std::int64_t> cycles;       ///< above 0
+};
+
+/// The sign of what flows into `battery`; of use where the magnitude is not.
+inline double direction(const Battery& battery) {
+  return battery.microamps != 0 ? battery.microamps : battery.microwatts;
+}
+
+}  // namespace lumowatt::power_supply

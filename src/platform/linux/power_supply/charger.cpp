@@ -1,0 +1,57 @@
+#include "platform/linux/power_supply/charger.h"
+
+#include <algorithm>
+
+#include "platform/linux/printable.h"
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+using sysfs::Device;
+
+// Vendor kernels have USB_PD, USB_C, USB_DCP and more.
+bool isUsb(std::string_view type) { return type.starts_with("USB"); }
+
+double positive(Device& device, const char* attribute) {
+  return static_cast<double>(std::max<std::int64_t>(device.number(attribute).value_or(0), 0));
+}
+
+double watts(Device& device, const char* microvolts, const char* microamps) {
+  const double volts = positive(device, microvolts) / 1e6;
+  return volts > 0 ? volts * positive(device, microamps) / 1e6 : 0;
+}
+
+std::string readProduct(Device& device) {
+  std::string product = printable(device.text("manufacturer").value_or(""));
+  const std::string model = printable(device.text("model_name").value_or(""));
+  if (!product.empty() && !model.empty()) product += ' ';
+  return product + model;
+}
+
+}  // namespace
+
+bool isCharger(std::string_view type, std::string_view name) {
+  // The Smart Battery System's charger says that it is online whatever happens.
+  if (name == "sbs-charger") return false;
+  return type == "Mains" || type == "Wireless" || isUsb(type);
+}
+
+Charger readCharger(Device& device, std::string_view type) {
+  Charger charger;
+  charger.name = device.name();
+  charger.usb = isUsb(type);
+  charger.online = device.number("online").value_or(0) >= 1;
+  return charger;
+}
+
+void readRating(Device& device, Charger& charger) {
+  charger.ratedWatts = positive(device, "input_power_limit") / 1e6;
+  if (charger.usb) {
+    charger.ratedWatts = std::max({charger.ratedWatts, watts(device, "voltage_max", "current_max"),
+                                   watts(device, "voltage_now", "current_now")});
+  }
+  charger.product = readProduct(device);
+}
+
+}  // namespace lumowatt::power_supply

@@ -1,0 +1,118 @@
+#include "platform/linux/power_supply/dictionary.h"
+
+#include <algorithm>
+
+#include "telemetry/rounding.h"
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+constexpr std::int64_t unknownMinutes = 65535;
+
+void set(PropertyDictionary& properties, std::string_view key, std::optional<std::int64_t> value) {
+  if (value) properties.set(key, PropertyValue::number(*value));
+}
+
+/// Rounds; a figure that is unknown or too large for a property is left out.
+void setRounded(PropertyDictionary& properties, std::string_view key, std::optional<double> value) {
+  if (value) set(properties, key, roundedHalfAwayFromZero(*value));
+}
+
+std::optional<std::int64_t> percent(const Battery& battery) {
+  std::optional<std::int64_t> percent = battery.capacity;
+  if (!percent && battery.store && battery.store->now) {
+    percent = roundedHalfAwayFromZero(100 * *battery.store->now / battery.store->full);
+  }
+  if (!percent) return std::nullopt;
+  return std::clamp<std::int64_t>(*percent, 0, 100);
+}
+
+/// A figure of the battery's store in mAh.
+std::optional<double> milliampHours(const Battery& battery, std::optional<double> amount) {
+  if (!amount) return std::nullopt;
+  if (battery.store->unit == Unit::charge) return *amount / 1000;
+  if (!battery.designMicrovolts) return std::nullopt;
+  return *amount * 1000 / *battery.designMicrovolts;
+}
+
+/// Minutes until `amount` of the battery's store has passed at `sign` times the present flow.
+std::int64_t minutes(const Battery& battery, std::optional<double> amount, double sign) {
+  constexpr double leastFlow = 10'000;  // 10 mA, or 10 mW where energy is counted
+  const bool energy = battery.store && battery.store->unit == Unit::energy;
+  const double flow = sign * (energy ? battery.microwatts : battery.microamps);
+  if (!(flow > leastFlow)) return unknownMinutes;
+  if (battery.secondsLeft) return *battery.secondsLeft / 60;
+  if (!amount) return unknownMinutes;
+  const auto result = roundedHalfAwayFromZero(*amount / flow * 60);
+  return result && *result >= 1 && *result < unknownMinutes ? *result : unknownMinutes;
+}
+
+void setTimes(PropertyDictionary& properties, const PowerState& state) {
+  const Battery& battery = state.battery;
+  std::optional<double> held;
+  std::optional<double> missing;
+  if (battery.store && battery.store->now) {
+    held = battery.store->now;
+    missing = battery.store->full - *held;
+  }
+  const std::int64_t toEmpty = state.discharging ? minutes(battery, held, -1) : unknownMinutes;
+  const std::int64_t toFull = state.charging ? minutes(battery, missing, 1) : unknownMinutes;
+  set(properties, "AvgTimeToEmpty", toEmpty);
+  set(properties, "AvgTimeToFull", toFull);
+  set(properties, "TimeRemaining", state.charging ? toFull : toEmpty);
+}
+
+PropertyDictionary adapter(const PowerState& state) {
+  PropertyDictionary details;
+  if (state.adapterWatts > 0) set(details, "Watts", state.adapterWatts);
+  if (!state.adapterName.empty()) details.set("Name", PropertyValue::text(state.adapterName));
+  return details;
+}
+
+PropertyDictionary telemetry(const PowerState& state, const MeasuredPower& measured) {
+  PropertyDictionary figures;
+  const double milliwatts = state.battery.microwatts / 1000;
+  setRounded(figures, "BatteryPower", milliwatts);
+  if (state.external) {
+    setRounded(figures, "SystemPowerIn", measured.inputMilliwatts);
+    setRounded(figures, "SystemVoltageIn", measured.inputMillivolts);
+    setRounded(figures, "SystemCurrentIn", measured.inputMilliamps);
+    setRounded(figures, "SystemLoad", measured.systemMilliwatts);
+  } else if (state.discharging) {
+    setRounded(figures, "SystemLoad", -milliwatts);
+    set(figures, "SystemPowerIn", 0);
+  }
+  return figures;
+}
+
+}  // namespace
+
+PropertyDictionary dictionary(const PowerState& state, const MeasuredPower& measured) {
+  const Battery& battery = state.battery;
+  PropertyDictionary properties;
+  set(properties, "MaxCapacity", 100);  // the percentage below is one, not a capacity in mAh
+  set(properties, "CurrentCapacity", percent(battery));
+  if (const auto& store = battery.store) {
+    setRounded(properties, "AppleRawCurrentCapacity", milliampHours(battery, store->now));
+    setRounded(properties, "AppleRawMaxCapacity", milliampHours(battery, store->full));
+    setRounded(properties, "DesignCapacity", milliampHours(battery, store->design));
+  }
+  set(properties, "CycleCount", battery.cycles);
+  setRounded(properties, "Voltage", battery.microvolts.value_or(0) / 1000);
+  setRounded(properties, "Amperage", battery.microamps / 1000);
+  set(properties, "ExternalConnected", state.external ? 1 : 0);
+  set(properties, "IsCharging", state.charging ? 1 : 0);
+  set(properties, "FullyCharged", state.full ? 1 : 0);
+  if (battery.temperature) {
+    setRounded(properties, "Temperature", static_cast<double>(*battery.temperature) * 10);
+  }
+  setTimes(properties, state);
+  if (auto details = adapter(state); !details.empty()) {
+    properties.set("AdapterDetails", PropertyValue::dictionary(std::move(details)));
+  }
+  properties.set("PowerTelemetryData", PropertyValue::dictionary(telemetry(state, measured)));
+  return properties;
+}
+
+}  // namespace lumowatt::power_supply

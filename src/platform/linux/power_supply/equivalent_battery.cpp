@@ -1,0 +1,75 @@
+#include "platform/linux/power_supply/equivalent_battery.h"
+
+#include <algorithm>
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+/// What a pack holds, in µWh. Absent when it cannot be told.
+std::optional<Store> energy(const Battery& battery) {
+  const auto& store = battery.store;
+  if (!store || store->unit == Unit::energy) return store;
+  if (!battery.designMicrovolts) return std::nullopt;
+  const double volts = *battery.designMicrovolts / 1e6;
+  Store converted{Unit::energy, store->full * volts, std::nullopt, std::nullopt};
+  if (store->now) converted.now = *store->now * volts;
+  if (store->design) converted.design = *store->design * volts;
+  return converted;
+}
+
+double fullEnergy(const Battery& battery) {
+  const auto store = energy(battery);
+  return store ? store->full : 0;
+}
+
+/// The sum of two figures; unknown when either is.
+std::optional<double> sum(std::optional<double> a, std::optional<double> b) {
+  return a && b ? std::optional(*a + *b) : std::nullopt;
+}
+
+/// All that is held, in µWh. A pack of which that is not known adds nothing to any of the figures,
+/// so that they go on describing the same packs.
+std::optional<Store> totalEnergy(const std::vector<Pack>& packs) {
+  std::optional<Store> total;
+  for (const Pack& pack : packs) {
+    const auto store = energy(pack.battery);
+    if (!store || !store->now) continue;
+    if (!total) {
+      total = store;
+      continue;
+    }
+    total->full += store->full;
+    total->now = sum(total->now, store->now);
+    total->design = sum(total->design, store->design);
+  }
+  return total;
+}
+
+}  // namespace
+
+Battery equivalentBattery(const std::vector<Pack>& packs) {
+  if (packs.size() == 1) return packs.front().battery;
+
+  const auto largest = std::max_element(
+      packs.begin(), packs.end(),
+      [](const Pack& a, const Pack& b) { return fullEnergy(a.battery) < fullEnergy(b.battery); });
+  const Battery& primary = largest->battery;
+
+  Battery whole;
+  whole.store = totalEnergy(packs);
+  whole.microvolts = primary.microvolts;
+  whole.designMicrovolts = primary.designMicrovolts;
+  for (const auto& [status, battery] : packs) {
+    whole.microwatts += battery.microwatts;
+    // An empty optional compares below every value.
+    whole.temperature = std::max(whole.temperature, battery.temperature);
+    whole.cycles = std::max(whole.cycles, battery.cycles);
+  }
+  if (whole.microvolts) whole.microamps = whole.microwatts / *whole.microvolts * 1e6;
+  // The drivers' percentages cannot be added. One serves where nothing else is known.
+  if (!whole.store) whole.capacity = primary.capacity;
+  return whole;
+}
+
+}  // namespace lumowatt::power_supply

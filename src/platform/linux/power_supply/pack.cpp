@@ -1,0 +1,161 @@
+#include "platform/linux/power_supply/pack.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+using sysfs::Device;
+
+struct StoreAttributes {
+  Unit unit;
+  const char* full;
+  const char* now;
+  const char* design;
+};
+
+// In order of preference; a driver that offers both computes the second from the first.
+constexpr StoreAttributes stores[] = {
+    {Unit::charge, "charge_full", "charge_now", "charge_full_design"},
+    {Unit::energy, "energy_full", "energy_now", "energy_full_design"},
+};
+
+struct StatusText {
+  std::string_view text;
+  Status status;
+};
+
+constexpr StatusText statuses[] = {
+    {"Charging", Status::charging},
+    {"Discharging", Status::discharging},
+    {"Not charging", Status::notCharging},
+    {"Full", Status::full},
+};
+
+// Drivers that report what flows out of the pack as negative. The others report magnitudes, or
+// signs of their own making.
+constexpr std::string_view signedDrivers[] = {"qcom-battmgr", "macsmc", "sbs-", "bq27"};
+
+std::optional<double> positive(Device& device, const char* attribute) {
+  const auto value = device.number(attribute);
+  return value && *value > 0 ? std::optional(static_cast<double>(*value)) : std::nullopt;
+}
+
+std::optional<double> either(Device& device, const char* first, const char* second) {
+  auto value = device.number(first);
+  if (!value) value = device.number(second);
+  return value ? std::optional(static_cast<double>(*value)) : std::nullopt;
+}
+
+Status readStatus(Device& device) {
+  const auto text = device.text("status");
+  for (const StatusText& known : statuses) {
+    if (text == known.text) return known.status;
+  }
+  return Status::unknown;
+}
+
+std::optional<Store> readStore(Device& device, std::optional<std::int64_t> capacity) {
+  for (const StoreAttributes& attributes : stores) {
+    const auto full = positive(device, attributes.full);
+    if (!full) continue;
+    Store store{attributes.unit, *full, std::nullopt, positive(device, attributes.design)};
+    const auto now = device.number(attributes.now);
+    const bool credible = now && *now >= 0 && static_cast<double>(*now) <= 1.5 * *full;
+    if (credible) {
+      store.now = static_cast<double>(*now);
+    } else if (capacity) {
+      store.now = *full * static_cast<double>(std::max<std::int64_t>(*capacity, 0)) / 100;
+    }
+    return store;
+  }
+  return std::nullopt;
+}
+
+std::optional<double> readMicrovolts(Device& device) {
+  const auto now = positive(device, "voltage_now");
+  return now ? now : positive(device, "voltage_avg");
+}
+
+std::optional<double> readDesignMicrovolts(Device& device, std::optional<double> microvolts) {
+  constexpr double leastCredible = 1e6;
+  for (const char* attribute : {"voltage_min_design", "voltage_max_design"}) {
+    const auto value = positive(device, attribute);
+    if (value && *value > leastCredible) return value;
+  }
+  return microvolts;
+}
+
+bool hasSignedDriver(const Device& device) {
+  const auto starts = [&device](std::string_view prefix) {
+    return device.name().starts_with(prefix);
+  };
+  return std::any_of(std::begin(signedDrivers), std::end(signedDrivers), starts);
+}
+
+/// Fills in what flows. Magnitudes come from the driver and the direction from the status, which
+/// is corrected where a driver that knows better contradicts it.
+void readFlow(Device& device, Pack& pack) {
+  if (pack.status == Status::full) return;
+  const auto current = either(device, "current_now", "current_avg");
+  const auto power = either(device, "power_now", "power_avg");
+  if (!current && !power) return;
+
+  const bool reportedOut = current.value_or(0) < 0 || power.value_or(0) < 0;
+  if (pack.status == Status::charging && reportedOut && hasSignedDriver(device)) {
+    pack.status = Status::discharging;
+  }
+
+  const double volts = pack.battery.microvolts.value_or(0) / 1e6;
+  const double microamps = std::fabs(current ? *current : volts > 0 ? *power / volts : 0);
+  const double microwatts = std::fabs(power ? *power : *current * volts);
+
+  bool out = pack.status == Status::discharging;
+  if (pack.status == Status::unknown || pack.status == Status::notCharging) {
+    constexpr double noise = 5000;  // 5 mA; of power alone, 5 mW
+    if ((current || volts > 0 ? microamps : microwatts) < noise) return;
+    out = reportedOut;
+  }
+  pack.battery.microamps = out ? -microamps : microamps;
+  pack.battery.microwatts = out ? -microwatts : microwatts;
+}
+
+/// The driver's estimate for the direction in which the pack goes, if it is one.
+std::optional<std::int64_t> readSecondsLeft(Device& device, const Pack& pack) {
+  const bool emptying = pack.status == Status::discharging || direction(pack.battery) < 0;
+  if (!emptying && pack.status != Status::charging) return std::nullopt;
+  constexpr std::int64_t least = 60;
+  constexpr std::int64_t unknown = std::int64_t{65535} * 60;  // what many drivers say for "no idea"
+  for (const char* attribute : {emptying ? "time_to_empty_now" : "time_to_full_now",
+                                emptying ? "time_to_empty_avg" : "time_to_full_avg"}) {
+    const auto seconds = device.number(attribute);
+    if (seconds && *seconds >= least && *seconds < unknown) return seconds;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+Pack readPack(Device& device, bool alone) {
+  Pack pack;
+  Battery& battery = pack.battery;
+  pack.status = readStatus(device);
+  battery.capacity = device.number("capacity");
+  battery.store = readStore(device, battery.capacity);
+  battery.microvolts = readMicrovolts(device);
+  const bool charge = battery.store && battery.store->unit == Unit::charge;
+  if (battery.store && !(charge && alone)) {
+    battery.designMicrovolts = readDesignMicrovolts(device, battery.microvolts);
+  }
+  readFlow(device, pack);
+  if (alone) battery.secondsLeft = readSecondsLeft(device, pack);
+  battery.temperature = device.number("temp");
+  const auto cycles = device.number("cycle_count");
+  if (cycles && *cycles > 0) battery.cycles = cycles;
+  return pack;
+}
+
+}  // namespace lumowatt::power_supply

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/linux/power_supply/battery.h"
+#include "platform/linux/sysfs.h"
+
+namespace lumowatt::power_supply {
+
+enum class Status { unknown, charging, discharging, notCharging, full };
+
+/// One of the laptop's battery packs, as it is after judging what its driver says.
+struct Pack {
+  Status status = Status::unknown;
+  Battery battery;
+};
+
+/// Reads a pack. With companions (not `alone`), its own estimate of the time is of no use and not
+/// read.
+Pack readPack(sysfs::Device& device, bool alone);
+
+}  // namespace lumowatt::power_supply

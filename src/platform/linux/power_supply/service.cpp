@@ -1,0 +1,86 @@
+#include "platform/linux/power_supply/service.h"
+
+#include <strings.h>
+
+#include <utility>
+
+#include "platform/linux/power_supply/dictionary.h"
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+using sysfs::Class;
+using sysfs::Device;
+
+/// Whether a supply of type "Battery" is one of the laptop's own packs: not a mouse's, not an
+/// empty bay.
+bool isLaptopPack(Device& device) {
+  const std::string scope = device.text("scope").value_or("");
+  return ::strcasecmp(scope.c_str(), "Device") != 0 && device.number("present") != 0;
+}
+
+struct Supplies {
+  std::vector<std::string> packNames;
+  std::vector<Charger> chargers;
+};
+
+Supplies survey(const Class& supplies) {
+  Supplies found;
+  for (const std::string& name : supplies.deviceNames()) {
+    Device device(supplies, name);
+    const std::string type = device.text("type").value_or("");
+    if (type == "Battery") {
+      if (isLaptopPack(device)) found.packNames.push_back(name);
+    } else if (isCharger(type, name)) {
+      Charger charger = readCharger(device, type);
+      if (device.isPresent()) found.chargers.push_back(std::move(charger));
+    }
+  }
+  return found;
+}
+
+std::vector<Pack> readPacks(const Class& supplies, const std::vector<std::string>& names) {
+  std::vector<Pack> packs;
+  for (const std::string& name : names) {
+    Device device(supplies, name);
+    const Pack pack = readPack(device, names.size() == 1);
+    if (device.isPresent()) packs.push_back(pack);
+  }
+  return packs;
+}
+
+/// `chargers` with what the online ones can give. One that has gone meanwhile is left out.
+std::vector<Charger> withRatings(const Class& supplies, std::vector<Charger> chargers) {
+  std::vector<Charger> rated;
+  for (Charger& charger : chargers) {
+    if (charger.online) {
+      Device device(supplies, charger.name);
+      readRating(device, charger);
+      if (!device.isPresent()) continue;
+    }
+    rated.push_back(std::move(charger));
+  }
+  return rated;
+}
+
+}  // namespace
+
+Service::Service(std::string powerSupplyFolder, std::string hwmonFolder)
+    : powerSupplyFolder_(std::move(powerSupplyFolder)), hwmonFolder_(std::move(hwmonFolder)) {}
+
+std::optional<PropertyDictionary> Service::properties() {
+  const Class supplies(powerSupplyFolder_);
+  auto [packNames, chargers] = survey(supplies);
+  const std::vector<Pack> packs = readPacks(supplies, packNames);
+  if (packs.empty()) return std::nullopt;
+  if (isExternal(packs, chargers)) chargers = withRatings(supplies, std::move(chargers));
+
+  const PowerState state = combine(packs, chargers);
+  MeasuredPower measured;
+  const bool apple = packNames.front().starts_with("macsmc");
+  if (state.external && apple) measured = readAppleSensors(hwmonFolder_);
+  return dictionary(state, measured);
+}
+
+}  // namespace lumowatt::power_supply

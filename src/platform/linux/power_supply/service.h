@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+#include "telemetry/battery_service.h"
+
+namespace lumowatt::power_supply {
+
+/// The battery service of a Linux machine: the kernel's power-supply class, translated.
+class Service : public BatteryService {
+ public:
+  /// `powerSupplyFolder` lists the batteries and chargers, `hwmonFolder` the sensors of machines
+  /// that measure more. On a running system these are below /sys/class.
+  Service(std::string powerSupplyFolder, std::string hwmonFolder);
+
+  /// Nothing when no battery of the laptop's own is listed.
+  std::optional<PropertyDictionary> properties() override;
+
+ private:
+  std::string powerSupplyFolder_;
+  std::string hwmonFolder_;
+};
+
+}  // namespace lumowatt::power_supply

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <dirent.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Device classes of the kernel's sysfs: a folder of devices, each a folder with one small text
+/// file per attribute (Documentation/filesystems/sysfs.rst).
+namespace lumowatt::sysfs {
+
+/// A class folder such as /sys/class/power_supply, held open. One that cannot be opened has no
+/// devices.
+class Class {
+ public:
+  explicit Class(const std::string& path);
+
+  /// The names of the devices that it listed when it was opened, sorted by their bytes.
+  const std::vector<std::string>& deviceNames() const { return deviceNames_; }
+
+ private:
+  friend class Device;
+
+  struct Close {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+  };
+
+  std::unique_ptr<DIR, Close> folder_;
+  std::vector<std::string> deviceNames_;
+};
+
+/// One device of a class, held open: whatever is read through it belongs to the same incarnation
+/// of the device. Must not outlive its class.
+class Device {
+ public:
+  Device(const Class& devices, const std::string& name);
+  Device(const Device&) = delete;
+  Device& operator=(const Device&) = delete;
+  ~Device();
+
+  const std::string& name() const { return name_; }
+
+  /// An attribute's text without the white space around it: any bytes, and none for an empty
+  /// file. Absent when the file is missing, unreadable, or longer than anything of use. Opens and
+  /// reads the file afresh, and never blocks.
+  std::optional<std::string> text(const char* attribute);
+
+  /// An attribute that is a decimal integer with an optional sign. Absent when it is anything
+  /// else or does not fit 64 bits.
+  std::optional<std::int64_t> number(const char* attribute);
+
+  /// Whether this very device is still there. If not, it was removed meanwhile, and what was read
+  /// of it may be incomplete.
+  bool isPresent() const;
+
+ private:
+  int classFolder_;
+  std::string name_;
+  int folder_;             // negative when the device could not be opened
+  bool answered_ = false;  // an attribute could be read
+  bool refused_ = false;   // an attribute answered that there is no such device
+};
+
+/// The decimal integer that is all of `text`, with an optional sign. Absent when it is anything
+/// else or does not fit 64 bits.
+std::optional<std::int64_t> parseInteger(std::string_view text);
+
+}  // namespace lumowatt::sysfs

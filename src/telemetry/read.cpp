@@ -1,0 +1,148 @@
+#include "telemetry/read.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "telemetry/fatal.h"
+#include "telemetry/rounding.h"
+
+namespace lumowatt {
+
+namespace {
+
+struct IntegerKey {
+  std::string_view key;
+  std::int64_t Reading::*field;
+};
+
+struct ScaledKey {
+  std::string_view key;
+  double Reading::*field;
+};
+
+struct TruthKey {
+  std::string_view key;
+  bool Reading::*field;
+};
+
+// Newer machines keep these in "BatteryData", older ones at the top level.
+constexpr IntegerKey capacityKeys[] = {
+    {"AppleRawCurrentCapacity", &Reading::rawCurrent},
+    {"AppleRawMaxCapacity", &Reading::rawMax},
+    {"DesignCapacity", &Reading::design},
+    {"NominalChargeCapacity", &Reading::nominal},
+};
+
+// Millivolts and milliamperes.
+constexpr ScaledKey batteryKeys[] = {
+    {"Voltage", &Reading::batteryVolts},
+    {"Amperage", &Reading::batteryAmps},
+};
+
+constexpr TruthKey stateKeys[] = {
+    {"ExternalConnected", &Reading::external},
+    {"IsCharging", &Reading::charging},
+    {"FullyCharged", &Reading::full},
+};
+
+// Milliwatts, millivolts and milliamperes, in "PowerTelemetryData".
+constexpr ScaledKey telemetryKeys[] = {
+    {"SystemPowerIn", &Reading::wallWatts},
+    {"SystemLoad", &Reading::systemWatts},
+    {"SystemVoltageIn", &Reading::wallVolts},
+    {"SystemCurrentIn", &Reading::wallAmps},
+};
+
+std::optional<std::int64_t> integer(const PropertyDictionary& properties, std::string_view key) {
+  return signedNumber(properties.find(key));
+}
+
+std::int64_t integerOrZero(const PropertyDictionary& properties, std::string_view key) {
+  return integer(properties, key).value_or(0);
+}
+
+double thousandths(const PropertyDictionary& properties, std::string_view key) {
+  return static_cast<double>(integerOrZero(properties, key)) / 1000.0;
+}
+
+/// The dictionary under `key`; an empty one when there is none.
+const PropertyDictionary& nested(const PropertyDictionary& properties, std::string_view key) {
+  static const PropertyDictionary none;
+  const PropertyValue* value = properties.find(key);
+  const PropertyDictionary* dictionary = value ? value->asDictionary() : nullptr;
+  return dictionary ? *dictionary : none;
+}
+
+std::int64_t percent(const PropertyDictionary& properties, const Reading& reading) {
+  // The service reports charge in percent on some machines and in mAh on others.
+  if (integer(properties, "MaxCapacity") == 100) {
+    return integerOrZero(properties, "CurrentCapacity");
+  }
+  if (reading.rawMax < 1) return 0;
+  const double quotient =
+      static_cast<double>(reading.rawCurrent) / static_cast<double>(reading.rawMax) * 100.0;
+  const auto rounded = roundedHalfAwayFromZero(quotient);
+  if (!rounded) fatal("the battery's charge in percent does not fit 64 bits");
+  return *rounded;
+}
+
+std::optional<std::int64_t> minutes(const PropertyDictionary& properties, bool charging) {
+  constexpr std::int64_t notYetKnown = 65535;
+  std::int64_t candidate = 0;
+  if (charging) {
+    candidate = integerOrZero(properties, "AvgTimeToFull");
+  } else {
+    candidate = integerOrZero(properties, "AvgTimeToEmpty");
+    if (candidate == notYetKnown || candidate < 1) {
+      candidate = integerOrZero(properties, "TimeRemaining");
+    }
+  }
+  if (candidate < 1 || candidate >= notYetKnown) return std::nullopt;
+  return candidate;
+}
+
+/// The measured figure where there is one, else voltage times current; never positive while
+/// current flows out.
+double batteryWatts(double measured, const Reading& reading) {
+  const double amps = reading.batteryAmps;
+  const double watts = measured != 0.0 || amps == 0.0 ? measured : reading.batteryVolts * amps;
+  return watts > 0 && amps < 0 ? -watts : watts;
+}
+
+}  // namespace
+
+std::optional<Reading> read(BatteryService& service) {
+  const auto found = service.properties();
+  if (!found) return std::nullopt;
+  const PropertyDictionary& properties = *found;
+
+  Reading reading;
+  const PropertyDictionary& batteryData = nested(properties, "BatteryData");
+  for (const auto& [key, field] : capacityKeys) {
+    const auto newer = integer(batteryData, key);
+    reading.*field = newer ? *newer : integerOrZero(properties, key);
+  }
+  reading.percent = percent(properties, reading);
+  reading.cycles = integerOrZero(properties, "CycleCount");
+  for (const auto& [key, field] : batteryKeys) reading.*field = thousandths(properties, key);
+  for (const auto& [key, field] : stateKeys) reading.*field = integerOrZero(properties, key) != 0;
+  reading.minutes = minutes(properties, reading.charging);
+  if (const auto hundredths = integer(properties, "Temperature")) {
+    reading.temperatureC = static_cast<double>(*hundredths) / 100.0;
+  }
+
+  const PropertyDictionary& adapter = nested(properties, "AdapterDetails");
+  const PropertyValue* adapterName = adapter.find("Name");
+  if (const std::string* text = adapterName ? adapterName->asText() : nullptr) {
+    reading.adapterName = *text;
+  }
+  reading.adapterWatts = integerOrZero(adapter, "Watts");
+
+  const PropertyDictionary& telemetry = nested(properties, "PowerTelemetryData");
+  for (const auto& [key, field] : telemetryKeys) reading.*field = thousandths(telemetry, key);
+  reading.batteryWatts = batteryWatts(thousandths(telemetry, "BatteryPower"), reading);
+  return reading;
+}
+
+}  // namespace lumowatt

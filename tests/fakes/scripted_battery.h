@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include "telemetry/battery_service.h"
+
+namespace lumowatt {
+
+/// A battery service that gives what it is told, and counts how often it is asked.
+class ScriptedBattery : public BatteryService {
+ public:
+  ScriptedBattery() = default;
+  explicit ScriptedBattery(PropertyDictionary properties) : properties_(std::move(properties)) {}
+
+  std::optional<PropertyDictionary> properties() override {
+    ++asked;
+    return properties_;
+  }
+
+  int asked = 0;
+
+ private:
+  std::optional<PropertyDictionary> properties_;
+};
+
+}  // namespace lumowatt

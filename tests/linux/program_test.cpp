@@ -1,0 +1,145 @@
+// The built executable from outside: on mocked machines, with every switch, and with a standard
+// output that cannot be written.
+
+#include <gtest/gtest.h>
+
+#include "support/files.h"
+#include "support/fixtures.h"
+#include "support/process.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr bool sanitized = LUMOWATT_SANITIZED;
+const std::string anyMachine = "01-thinkpad-lnv45n1-discharging";
+
+/// What umockdev needs to show a fixture's /sys to a program. Its library comes after that of
+/// AddressSanitizer, which insists on being the first.
+Environment machine(const std::string& fixture) {
+  const std::string sanitizer = sanitized ? "libasan.so.8 " : "";
+  return {{"UMOCKDEV_DIR", fixturePath("linux", fixture)},
+          {"LD_PRELOAD", sanitizer + "libumockdev-preload.so.0"}};
+}
+
+ProcessResult run(const std::string& fixture, std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), LUMOWATT_PROGRAM);
+  return runProcess(arguments, machine(fixture));
+}
+
+/// Runs shell commands in which `lumowatt` is the program on a machine with a battery.
+ProcessResult runShell(const std::string& commands) {
+  std::string mocked = "env";
+  for (const auto& [name, value] : machine(anyMachine))
+    mocked.append(" ").append(name).append("='").append(value).append("'");
+  return runProcess({"bash", "-c", "lumowatt() { " + mocked + " \"$0\" \"$@\"; }\n" + commands,
+                     LUMOWATT_PROGRAM});
+}
+
+void expectResult(const ProcessResult& result, const std::string& output, int status) {
+  EXPECT_EQ(result.output, output);
+  EXPECT_EQ(result.status, status);
+  EXPECT_EQ(result.errors, "");
+}
+
+std::string dumpOf(const std::string& fixture) {
+  return fileContents(fixturePath("linux", fixture) / "expected.txt");
+}
+
+}  // namespace
+
+class ProgramOnMachine : public testing::TestWithParam<std::string> {};
+
+TEST_P(ProgramOnMachine, DumpsItsReading) {
+  const std::string expected = dumpOf(GetParam());
+  expectResult(run(GetParam(), {"--dump"}), expected, expected.starts_with("error=") ? 1 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Linux, ProgramOnMachine, testing::ValuesIn(fixtureNames("linux")),
+                         [](const auto& test) { return testName(test.param); });
+
+TEST(Program, PrintsItsVersion) {
+  const std::string version = std::string(LUMOWATT_VERSION) + "\n";
+  EXPECT_EQ(version, "1.0.0\n");
+  expectResult(run(anyMachine, {"--version"}), version, 0);
+  expectResult(run(anyMachine, {"--dump", "--snapshot", "out.png", "--version"}), version, 0);
+}
+
+TEST(Program, DumpIgnoresASampleAndUnknownArguments) {
+  const std::string live = dumpOf(anyMachine);
+  expectResult(run(anyMachine, {"--dump", "--sample", "low"}), live, 0);
+  expectResult(run(anyMachine, {"--verbose", "--dump", "file"}), live, 0);
+}
+
+TEST(Program, DumpsWhenSnapshotIsTheLastArgument) {
+  expectResult(run(anyMachine, {"--dump", "--snapshot"}), dumpOf(anyMachine), 0);
+}
+
+TEST(Program, SnapshotOutranksDumpAndTakesItAsAPath) {
+  expectResult(run(anyMachine, {"--dump", "--snapshot", "out.png"}), "error=no bitmap\n", 1);
+  expectResult(run(anyMachine, {"--snapshot", "--dump"}), "error=no bitmap\n", 1);
+}
+
+TEST(Program, SnapshotOfAnUnknownSampleIsAnError) {
+  expectResult(run(anyMachine, {"--snapshot", "out.png", "--sample", "nosuch"}),
+               "error=unknown sample\n", 1);
+}
+
+TEST(Program, SnapshotWithoutASampleNameNeedsABattery) {
+  const std::string none = "31-no-battery-desktop-ucsi-gpu";
+  expectResult(run(none, {"--snapshot", "out.png", "--sample"}), "error=no battery\n", 1);
+  expectResult(run(none, {"--snapshot", "out.png", "--sample", "low"}), "error=no bitmap\n", 1);
+}
+
+TEST(Program, WithoutSwitchesNeedsADesktop) {
+  expectResult(run(anyMachine, {}), "error=no desktop\n", 1);
+  expectResult(run(anyMachine, {"--snapshot"}), "error=no desktop\n", 1);
+  expectResult(run(anyMachine, {"--sample", "low"}), "error=no desktop\n", 1);
+}
+
+TEST(Program, DumpsTheSameUnderAnotherLocale) {
+  Environment environment = machine(anyMachine);
+  environment.emplace_back("LC_ALL", "de_DE.UTF-8");
+  expectResult(runProcess({LUMOWATT_PROGRAM, "--dump"}, environment), dumpOf(anyMachine), 0);
+}
+
+TEST(Program, AFullDeviceAsStandardOutputIsAFailure) {
+  for (const char* command : {"--version", "--dump"}) {
+    const ProcessResult result = runShell("lumowatt " + std::string(command) + " > /dev/full");
+    EXPECT_EQ(result.status, 1) << command;
+    EXPECT_EQ(result.errors,
+              "lumowatt: cannot write to the standard output: No space left on device\n");
+  }
+}
+
+TEST(Program, AClosedPipeAsStandardOutputIsAFailure) {
+  // The reader has ended, by the time that the program writes.
+  const ProcessResult result = runShell("{ sleep 0.2; lumowatt --dump; echo $? >&2; } | true");
+  EXPECT_EQ(result.errors, "lumowatt: cannot write to the standard output: Broken pipe\n1\n");
+}
+
+TEST(Program, AClosedStandardOutputIsAFailure) {
+  const ProcessResult result = runShell("lumowatt --dump >&-");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, "lumowatt: cannot write to the standard output: Bad file descriptor\n");
+}
+
+TEST(Program, NeedsNoLibraryButTheCLibrary) {
+  if (sanitized) return;  // the sanitizers are libraries
+  const ProcessResult result = runProcess({"readelf", "--dynamic", LUMOWATT_PROGRAM});
+  ASSERT_EQ(result.status, 0);
+  std::size_t needed = 0;
+  std::size_t ofTheCLibrary = 0;
+  for (std::size_t at = result.output.find("(NEEDED)"); at != std::string::npos;
+       at = result.output.find("(NEEDED)", at + 1)) {
+    ++needed;
+    const std::string line = result.output.substr(at, result.output.find('\n', at) - at);
+    const bool known =
+        line.find("[libc.so.") != std::string::npos || line.find("[ld-linux") != std::string::npos;
+    if (known) ++ofTheCLibrary;
+  }
+  EXPECT_GE(needed, 1U);
+  EXPECT_EQ(ofTheCLibrary, needed) << result.output;
+}
+
+}  // namespace lumowatt

@@ -1,0 +1,69 @@
+#include "platform/linux/power_supply/apple_sensors.h"
+
+#include <gtest/gtest.h>
+
+#include "support/mock_machine.h"
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+const Attributes chip = {
+    {"name", "macsmc_hwmon\n"},     {"power1_label", "Total System Power\n"},
+    {"power1_input", "9876543\n"},  {"power2_label", "3.8 V Rail Power\n"},
+    {"power2_input", "1\n"},        {"power3_label", "AC Input Power\n"},
+    {"power3_input", "12345678\n"}, {"in0_label", "AC Input Voltage\n"},
+    {"in0_input", "20100\n"},       {"curr1_label", "AC Input Current\n"},
+    {"curr1_input", "614\n"},
+};
+
+}  // namespace
+
+TEST(AppleSensors, MeasureWhatComesInAndWhatIsDrawn) {
+  const MockMachine machine;
+  machine.sensors("hwmon0", {{"name", "nvme\n"}, {"in0_label", "AC Input Voltage\n"}});
+  machine.sensors("hwmon1", chip);
+  const MeasuredPower measured = readAppleSensors(machine.hwmonFolder());
+  EXPECT_DOUBLE_EQ(measured.inputMilliwatts.value(), 12345.678);
+  EXPECT_DOUBLE_EQ(measured.inputMillivolts.value(), 20100);
+  EXPECT_DOUBLE_EQ(measured.inputMilliamps.value(), 614);
+  EXPECT_DOUBLE_EQ(measured.systemMilliwatts.value(), 9876.543);
+}
+
+TEST(AppleSensors, ThatCannotBeReadMeasureNothing) {
+  const MockMachine machine;
+  machine.sensors("hwmon0", {{"name", "macsmc_hwmon"},
+                             {"power1_label", "AC Input Power"},
+                             {"in0_label", "AC Input Voltage"},
+                             {"in0_input", "much"}});
+  const MeasuredPower measured = readAppleSensors(machine.hwmonFolder());
+  EXPECT_FALSE(measured.inputMilliwatts);
+  EXPECT_FALSE(measured.inputMillivolts);
+  EXPECT_FALSE(measured.inputMilliamps);
+  EXPECT_FALSE(measured.systemMilliwatts);
+}
+
+TEST(AppleSensors, OfAnotherMachineMeasureNothing) {
+  const MockMachine machine;
+  EXPECT_FALSE(readAppleSensors(machine.hwmonFolder()).inputMilliwatts);
+  Attributes other = chip;
+  other["name"] = "applesmc";
+  machine.sensors("hwmon0", other);
+  EXPECT_FALSE(readAppleSensors(machine.hwmonFolder()).inputMilliwatts);
+}
+
+TEST(AppleSensors, CountOnExternalPowerOfAnAppleLaptopOnly) {
+  const auto telemetry = [](const std::string& pack, const Attributes& attributes) {
+    const MockMachine machine;
+    machine.sensors("hwmon0", chip);
+    machine.supply(pack, attributes);
+    return machine.properties()["PowerTelemetryData"];
+  };
+  const Attributes charging = chargePack({{"status", "Charging"}});
+  EXPECT_EQ(telemetry("macsmc-battery", charging)["SystemPowerIn"], 12346);
+  EXPECT_EQ(telemetry("macsmc-battery", charging)["SystemLoad"], 9877);
+  EXPECT_EQ(telemetry("macsmc-battery", chargePack())["SystemPowerIn"], 0);
+  EXPECT_FALSE(telemetry("BAT0", charging).contains("SystemPowerIn"));
+}
+
+}  // namespace lumowatt::power_supply

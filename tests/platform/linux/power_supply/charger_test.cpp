@@ -1,0 +1,84 @@
+#include "platform/linux/power_supply/charger.h"
+
+#include <gtest/gtest.h>
+
+#include "support/mock_machine.h"
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+Charger chargerOf(const Attributes& attributes, std::string_view type) {
+  const MockMachine machine;
+  machine.supply("port", attributes);
+  const sysfs::Class supplies(machine.powerSupplyFolder());
+  sysfs::Device device(supplies, "port");
+  Charger charger = readCharger(device, type);
+  readRating(device, charger);
+  return charger;
+}
+
+}  // namespace
+
+TEST(IsCharger, ByItsType) {
+  for (const char* type : {"Mains", "Wireless", "USB", "USB_PD", "USB_C", "USB_DCP"}) {
+    EXPECT_TRUE(isCharger(type, "port")) << type;
+  }
+  for (const char* type : {"Battery", "UPS", "BMS", "Unknown", "", "MUSB", "mains"}) {
+    EXPECT_FALSE(isCharger(type, "port")) << type;
+  }
+}
+
+TEST(IsCharger, TheSmartBatterySystemsChargerIsNone) {
+  EXPECT_FALSE(isCharger("Mains", "sbs-charger"));
+}
+
+TEST(Charger, IsOnlineFrom1Up) {
+  const auto online = [](const std::string& value) {
+    return chargerOf({{"online", value}}, "USB").online;
+  };
+  EXPECT_FALSE(online("0"));
+  EXPECT_TRUE(online("1"));
+  EXPECT_TRUE(online("2")) << "a programmable supply";
+  EXPECT_FALSE(online("-1"));
+  EXPECT_FALSE(online(""));
+  EXPECT_FALSE(online(missing));
+}
+
+TEST(Charger, OfUsbIsRatedByTheLargestOfWhatItSays) {
+  const Attributes contract = {{"voltage_now", "20000000"}, {"current_now", "3250000"}};
+  EXPECT_DOUBLE_EQ(chargerOf(contract, "USB").ratedWatts, 65);
+  Attributes both = contract;
+  both.insert({{"voltage_max", "20000000"}, {"current_max", "5000000"}});
+  EXPECT_DOUBLE_EQ(chargerOf(both, "USB_PD").ratedWatts, 100);
+  both.insert({"input_power_limit", "140000000"});
+  EXPECT_DOUBLE_EQ(chargerOf(both, "USB").ratedWatts, 140);
+}
+
+TEST(Charger, OfAnotherKindIsRatedByItsLimitAlone) {
+  EXPECT_EQ(
+      chargerOf({{"voltage_max", "20000000"}, {"current_max", "5000000"}}, "Mains").ratedWatts, 0);
+  EXPECT_DOUBLE_EQ(chargerOf({{"input_power_limit", "45000000"}}, "Wireless").ratedWatts, 45);
+}
+
+TEST(Charger, HalfAContractOrANegativeOneRatesNothing) {
+  EXPECT_EQ(chargerOf({{"voltage_now", "5000000"}}, "USB").ratedWatts, 0);
+  EXPECT_EQ(chargerOf({{"voltage_now", "-5000000"}, {"current_now", "-3000000"}}, "USB").ratedWatts,
+            0);
+}
+
+TEST(Charger, IsCalledByItsMakerAndModel) {
+  EXPECT_EQ(chargerOf({{"manufacturer", "Acme\n"}, {"model_name", "Brick 96\n"}}, "USB").product,
+            "Acme Brick 96");
+  EXPECT_EQ(chargerOf({{"manufacturer", "Acme"}}, "USB").product, "Acme");
+  EXPECT_EQ(chargerOf({{"manufacturer", "  "}, {"model_name", "Brick 96"}}, "USB").product,
+            "Brick 96");
+  EXPECT_EQ(chargerOf({}, "USB").product, "");
+}
+
+TEST(Charger, TheNameIsOneLineOfPrintableText) {
+  EXPECT_EQ(chargerOf({{"manufacturer", "\xFF\x01"}, {"model_name", "Bri\nck\x80"}}, "USB").product,
+            "Bri ck");
+}
+
+}  // namespace lumowatt::power_supply

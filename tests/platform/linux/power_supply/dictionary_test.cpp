@@ -1,0 +1,253 @@
+#include "platform/linux/power_supply/dictionary.h"
+
+#include <gtest/gtest.h>
+
+#include "support/json_properties.h"
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+using nlohmann::json;
+
+constexpr int unknownMinutes = 65535;
+
+/// 4000 mAh, half full, at rest; 5000 mAh when new, 11 V by design, now at 12 V.
+PowerState atRest(Unit unit = Unit::charge) {
+  PowerState state;
+  const double scale = unit == Unit::charge ? 1 : 11;
+  state.battery.store = Store{unit, 4e6 * scale, 2e6 * scale, 5e6 * scale};
+  state.battery.microvolts = 12e6;
+  state.battery.designMicrovolts = 11e6;
+  return state;
+}
+
+/// With a flow in A; the direction sets the state.
+PowerState flowing(double amps, Unit unit = Unit::charge) {
+  PowerState state = atRest(unit);
+  state.battery.microamps = amps * 1e6;
+  state.battery.microwatts = amps * 12e6;
+  state.charging = state.external = amps > 0;
+  state.discharging = amps < 0;
+  return state;
+}
+
+json propertiesOf(const PowerState& state, const MeasuredPower& measured = {}) {
+  return jsonFromProperties(dictionary(state, measured));
+}
+
+std::int64_t percentOf(double now, double full) {
+  PowerState state = atRest();
+  state.battery.store->now = now;
+  state.battery.store->full = full;
+  return propertiesOf(state)["CurrentCapacity"];
+}
+
+}  // namespace
+
+TEST(Dictionary, OfABatteryAtRest) {
+  EXPECT_EQ(propertiesOf(atRest()), json({{"MaxCapacity", 100},
+                                          {"CurrentCapacity", 50},
+                                          {"AppleRawCurrentCapacity", 2000},
+                                          {"AppleRawMaxCapacity", 4000},
+                                          {"DesignCapacity", 5000},
+                                          {"Voltage", 12000},
+                                          {"Amperage", 0},
+                                          {"ExternalConnected", 0},
+                                          {"IsCharging", 0},
+                                          {"FullyCharged", 0},
+                                          {"AvgTimeToEmpty", unknownMinutes},
+                                          {"AvgTimeToFull", unknownMinutes},
+                                          {"TimeRemaining", unknownMinutes},
+                                          {"PowerTelemetryData", {{"BatteryPower", 0}}}}));
+}
+
+TEST(Dictionary, OfABatteryOfWhichNothingIsKnown) {
+  EXPECT_EQ(propertiesOf(PowerState()), json({{"MaxCapacity", 100},
+                                              {"Voltage", 0},
+                                              {"Amperage", 0},
+                                              {"ExternalConnected", 0},
+                                              {"IsCharging", 0},
+                                              {"FullyCharged", 0},
+                                              {"AvgTimeToEmpty", unknownMinutes},
+                                              {"AvgTimeToFull", unknownMinutes},
+                                              {"TimeRemaining", unknownMinutes},
+                                              {"PowerTelemetryData", {{"BatteryPower", 0}}}}));
+}
+
+TEST(CurrentCapacity, IsTheDriversPercentageClamped) {
+  PowerState state = atRest();
+  state.battery.capacity = 49;
+  EXPECT_EQ(propertiesOf(state)["CurrentCapacity"], 49);
+  state.battery.capacity = 104;
+  EXPECT_EQ(propertiesOf(state)["CurrentCapacity"], 100);
+  state.battery.capacity = -3;
+  EXPECT_EQ(propertiesOf(state)["CurrentCapacity"], 0);
+}
+
+TEST(CurrentCapacity, IsElseComputedRoundedAndClamped) {
+  EXPECT_EQ(percentOf(1, 8), 13) << "12.5 rounds away from zero";
+  EXPECT_EQ(percentOf(2, 3), 67);
+  EXPECT_EQ(percentOf(5200, 5000), 100);
+}
+
+TEST(CurrentCapacity, NeedsNoVoltage) {
+  PowerState state = atRest(Unit::energy);
+  state.battery.designMicrovolts.reset();
+  const json properties = propertiesOf(state);
+  EXPECT_EQ(properties["CurrentCapacity"], 50);
+  EXPECT_FALSE(properties.contains("AppleRawCurrentCapacity"));
+  EXPECT_FALSE(properties.contains("AppleRawMaxCapacity"));
+  EXPECT_FALSE(properties.contains("DesignCapacity"));
+}
+
+TEST(RawCapacities, OfEnergiesAreTakenAtTheDesignVoltage) {
+  const json properties = propertiesOf(atRest(Unit::energy));
+  EXPECT_EQ(properties["AppleRawCurrentCapacity"], 2000);
+  EXPECT_EQ(properties["AppleRawMaxCapacity"], 4000);
+  EXPECT_EQ(properties["DesignCapacity"], 5000);
+}
+
+TEST(RawCapacities, AreLeftOutWhereUnknown) {
+  PowerState state = atRest();
+  state.battery.store->now.reset();
+  state.battery.store->design.reset();
+  const json properties = propertiesOf(state);
+  EXPECT_FALSE(properties.contains("CurrentCapacity"));
+  EXPECT_FALSE(properties.contains("AppleRawCurrentCapacity"));
+  EXPECT_EQ(properties["AppleRawMaxCapacity"], 4000);
+  EXPECT_FALSE(properties.contains("DesignCapacity"));
+}
+
+TEST(Figures, AreRoundedHalfAwayFromZero) {
+  PowerState state = flowing(-0.0005);
+  state.battery.microwatts = -1500;
+  state.battery.microvolts = 12'000'500;
+  const json properties = propertiesOf(state);
+  EXPECT_EQ(properties["Amperage"], -1);
+  EXPECT_EQ(properties["PowerTelemetryData"]["BatteryPower"], -2);
+  EXPECT_EQ(properties["Voltage"], 12001);
+}
+
+TEST(Figures, ThatDoNotFit64BitsAreLeftOut) {
+  PowerState state = flowing(-1e17);
+  const json properties = propertiesOf(state);
+  EXPECT_FALSE(properties.contains("Amperage"));
+  EXPECT_FALSE(properties["PowerTelemetryData"].contains("BatteryPower"));
+}
+
+TEST(Temperature, IsInHundredthsOfADegree) {
+  PowerState state = atRest();
+  state.battery.temperature = -15;
+  EXPECT_EQ(propertiesOf(state)["Temperature"], -150);
+}
+
+TEST(CycleCount, IsThere) {
+  PowerState state = atRest();
+  state.battery.cycles = 312;
+  EXPECT_EQ(propertiesOf(state)["CycleCount"], 312);
+}
+
+TEST(Minutes, ToEmptyWhileDischarging) {
+  const json properties = propertiesOf(flowing(-0.7));
+  EXPECT_EQ(properties["AvgTimeToEmpty"], 171) << "2000 mAh at 700 mA are 171.4 min";
+  EXPECT_EQ(properties["AvgTimeToFull"], unknownMinutes);
+  EXPECT_EQ(properties["TimeRemaining"], 171);
+}
+
+TEST(Minutes, ToFullWhileCharging) {
+  PowerState state = flowing(0.7);
+  state.battery.store->now = 3e6;
+  const json properties = propertiesOf(state);
+  EXPECT_EQ(properties["AvgTimeToEmpty"], unknownMinutes);
+  EXPECT_EQ(properties["AvgTimeToFull"], 86) << "1000 mAh at 700 mA are 85.7 min";
+  EXPECT_EQ(properties["TimeRemaining"], 86);
+}
+
+TEST(Minutes, AreComputedInThePacksOwnUnit) {
+  EXPECT_EQ(propertiesOf(flowing(-0.5, Unit::charge))["TimeRemaining"], 240);
+  EXPECT_EQ(propertiesOf(flowing(-0.5, Unit::energy))["TimeRemaining"], 220) << "22 Wh at 6 W";
+}
+
+TEST(Minutes, AreTheDriversOwnWholeOnesWhereItHasThem) {
+  PowerState state = flowing(-0.5);
+  state.battery.secondsLeft = 7199;
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 119);
+}
+
+TEST(Minutes, AreUnknownForAFlowOf10MilliamperesOrMilliwattsOrLess) {
+  PowerState charge = flowing(-0.010);
+  charge.battery.secondsLeft = 7200;
+  EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], unknownMinutes);
+  charge.battery.microamps = -10'001;
+  EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], 120);
+  PowerState energy = flowing(-1, Unit::energy);
+  energy.battery.microwatts = -10'000;
+  EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], unknownMinutes);
+  energy.battery.microwatts = -20'000;
+  EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], unknownMinutes) << "66000, too long";
+  energy.battery.microwatts = -22'000;
+  EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], 60000);
+}
+
+TEST(Minutes, AreUnknownWhenThereIsNothingLeftToPass) {
+  PowerState state = flowing(0.5);
+  state.battery.store->now = state.battery.store->full;
+  EXPECT_EQ(propertiesOf(state)["AvgTimeToFull"], unknownMinutes);
+  state.battery.store->now = 4.1e6;
+  EXPECT_EQ(propertiesOf(state)["AvgTimeToFull"], unknownMinutes);
+}
+
+TEST(Minutes, AreUnknownWhenTheFlowGoesTheOtherWay) {
+  PowerState state = flowing(0.5);
+  state.charging = false;
+  state.discharging = true;
+  EXPECT_EQ(propertiesOf(state)["AvgTimeToEmpty"], unknownMinutes);
+}
+
+TEST(Minutes, OfABatteryWithoutAStoreAreTheDriversOwn) {
+  PowerState state = flowing(-0.5);
+  state.battery.store.reset();
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
+  state.battery.secondsLeft = 7200;
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 120);
+}
+
+TEST(AdapterDetails, HoldWhatIsKnown) {
+  PowerState state = flowing(1);
+  EXPECT_FALSE(propertiesOf(state).contains("AdapterDetails"));
+  state.adapterWatts = 65;
+  EXPECT_EQ(propertiesOf(state)["AdapterDetails"], json({{"Watts", 65}}));
+  state.adapterName = "Acme Brick";
+  EXPECT_EQ(propertiesOf(state)["AdapterDetails"], json({{"Watts", 65}, {"Name", "Acme Brick"}}));
+  state.adapterWatts = 0;
+  EXPECT_EQ(propertiesOf(state)["AdapterDetails"], json({{"Name", "Acme Brick"}}));
+}
+
+TEST(Telemetry, OnBatteryTheSystemDrawsWhatTheBatteryGives) {
+  EXPECT_EQ(propertiesOf(flowing(-0.5))["PowerTelemetryData"],
+            json({{"BatteryPower", -6000}, {"SystemLoad", 6000}, {"SystemPowerIn", 0}}));
+}
+
+TEST(Telemetry, OnPowerHasOnlyWhatIsMeasured) {
+  EXPECT_EQ(propertiesOf(flowing(0.5))["PowerTelemetryData"], json({{"BatteryPower", 6000}}));
+  MeasuredPower measured;
+  measured.inputMilliwatts = 30123.4;
+  measured.inputMillivolts = 20000;
+  measured.inputMilliamps = 1506;
+  measured.systemMilliwatts = 24000;
+  EXPECT_EQ(propertiesOf(flowing(0.5), measured)["PowerTelemetryData"],
+            json({{"BatteryPower", 6000},
+                  {"SystemPowerIn", 30123},
+                  {"SystemVoltageIn", 20000},
+                  {"SystemCurrentIn", 1506},
+                  {"SystemLoad", 24000}}));
+}
+
+TEST(Telemetry, DischargingOnPowerDoesNotClaimThatNothingComesIn) {
+  PowerState state = flowing(-0.5);
+  state.external = true;
+  EXPECT_EQ(propertiesOf(state)["PowerTelemetryData"], json({{"BatteryPower", -6000}}));
+}
+
+}  // namespace lumowatt::power_supply

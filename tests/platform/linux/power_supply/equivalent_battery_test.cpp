@@ -1,0 +1,131 @@
+#include "platform/linux/power_supply/equivalent_battery.h"
+
+#include <gtest/gtest.h>
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+/// Energies in Wh, power in W, voltages in V.
+Pack energyPack(double full, double now, double watts, double designVolts = 10, double volts = 12) {
+  Pack pack;
+  pack.battery.store = Store{Unit::energy, full * 1e6, now * 1e6, full * 1.25e6};
+  pack.battery.microwatts = watts * 1e6;
+  pack.battery.microamps = watts / volts * 1e6;
+  pack.battery.microvolts = volts * 1e6;
+  pack.battery.designMicrovolts = designVolts * 1e6;
+  pack.battery.capacity = 1;
+  return pack;
+}
+
+/// Charges in Ah.
+Pack chargePack(double full, double now, double amps, double designVolts, double volts) {
+  Pack pack = energyPack(full, now, amps * volts, designVolts, volts);
+  pack.battery.store->unit = Unit::charge;
+  return pack;
+}
+
+}  // namespace
+
+TEST(EquivalentBattery, OfOnePackIsThatPack) {
+  Pack pack = chargePack(4, 2, -0.5, 11, 12);
+  pack.battery.secondsLeft = 7200;
+  const Battery battery = equivalentBattery({pack});
+  EXPECT_EQ(battery.store->unit, Unit::charge);
+  EXPECT_EQ(battery.store->full, 4e6);
+  EXPECT_EQ(battery.capacity, 1);
+  EXPECT_EQ(battery.secondsLeft, 7200);
+}
+
+TEST(EquivalentBattery, AddsEnergiesAndPowers) {
+  const Battery battery = equivalentBattery({energyPack(20, 5, 0), energyPack(60, 30, -6)});
+  EXPECT_EQ(battery.store->unit, Unit::energy);
+  EXPECT_DOUBLE_EQ(battery.store->full, 80e6);
+  EXPECT_DOUBLE_EQ(battery.store->now.value(), 35e6);
+  EXPECT_DOUBLE_EQ(battery.store->design.value(), 100e6);
+  EXPECT_DOUBLE_EQ(battery.microwatts, -6e6);
+}
+
+TEST(EquivalentBattery, TakesTheVoltagesOfTheLargestPack) {
+  const Battery battery =
+      equivalentBattery({energyPack(20, 5, 0, 15, 16), energyPack(60, 30, -6, 10, 12)});
+  EXPECT_EQ(battery.microvolts, 12e6);
+  EXPECT_EQ(battery.designMicrovolts, 10e6);
+  EXPECT_DOUBLE_EQ(battery.microamps, -0.5e6) << "6 W at 12 V";
+}
+
+TEST(EquivalentBattery, OfPacksOfOneSizeTakesTheVoltagesOfTheFirst) {
+  const Battery battery =
+      equivalentBattery({energyPack(20, 5, 0, 15, 16), energyPack(20, 5, 0, 10, 12)});
+  EXPECT_EQ(battery.microvolts, 16e6);
+}
+
+TEST(EquivalentBattery, ComparesAndAddsChargesThroughTheirDesignVoltages) {
+  const Battery battery =
+      equivalentBattery({chargePack(5, 1, 0, 4, 4.2), energyPack(22, 11, 0, 11, 12)});
+  EXPECT_EQ(battery.designMicrovolts, 11e6) << "20 Wh against 22";
+  EXPECT_DOUBLE_EQ(battery.store->full, 42e6);
+  EXPECT_DOUBLE_EQ(battery.store->now.value(), 15e6);
+  EXPECT_DOUBLE_EQ(battery.store->design.value(), 52.5e6);
+}
+
+TEST(EquivalentBattery, OpposedPowersCancel) {
+  const Battery battery = equivalentBattery({energyPack(20, 5, 8), energyPack(60, 30, -6)});
+  EXPECT_DOUBLE_EQ(battery.microwatts, 2e6);
+  EXPECT_GT(direction(battery), 0);
+}
+
+TEST(EquivalentBattery, HasNoPercentageAndNoEstimateOfADriver) {
+  Pack pack = energyPack(20, 5, -2);
+  pack.battery.secondsLeft = 60;
+  const Battery battery = equivalentBattery({pack, pack});
+  EXPECT_EQ(battery.capacity, std::nullopt);
+  EXPECT_EQ(battery.secondsLeft, std::nullopt);
+}
+
+TEST(EquivalentBattery, IsAsHotAndAsUsedAsTheWorstPack) {
+  Pack first = energyPack(20, 5, 0);
+  first.battery.temperature = -50;
+  Pack second = energyPack(60, 5, 0);
+  second.battery.cycles = 78;
+  Pack third = energyPack(10, 5, 0);
+  third.battery.temperature = -60;
+  third.battery.cycles = 236;
+  const Battery battery = equivalentBattery({first, second, third});
+  EXPECT_EQ(battery.temperature, -50);
+  EXPECT_EQ(battery.cycles, 236);
+}
+
+TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
+  Pack unknown = energyPack(100, 50, -3, 20, 20);
+  unknown.battery.store.reset();
+  Pack unmeasured = energyPack(30, 15, 0);
+  unmeasured.battery.store->now.reset();
+  Pack voltless = chargePack(5, 1, 0, 11, 12);
+  voltless.battery.designMicrovolts.reset();
+  const Battery battery =
+      equivalentBattery({unknown, unmeasured, voltless, energyPack(60, 30, -6)});
+  EXPECT_DOUBLE_EQ(battery.store->full, 60e6);
+  EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e6);
+  EXPECT_DOUBLE_EQ(battery.microwatts, -9e6) << "its power still flows";
+  EXPECT_EQ(battery.designMicrovolts, 10e6);
+}
+
+TEST(EquivalentBattery, ADesignThatOnePackDoesNotKnowIsUnknown) {
+  Pack pack = energyPack(20, 5, 0);
+  pack.battery.store->design.reset();
+  EXPECT_EQ(equivalentBattery({pack, energyPack(60, 30, 0)}).store->design, std::nullopt);
+}
+
+TEST(EquivalentBattery, WithoutAnyEnergyTakesThePercentageOfOnePack) {
+  Pack pack;
+  pack.battery.capacity = 40;
+  Pack other;
+  other.battery.capacity = 60;
+  const Battery battery = equivalentBattery({pack, other});
+  EXPECT_FALSE(battery.store);
+  EXPECT_EQ(battery.capacity, 40);
+  EXPECT_EQ(battery.microamps, 0);
+}
+
+}  // namespace lumowatt::power_supply

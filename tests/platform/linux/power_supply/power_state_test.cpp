@@ -1,0 +1,155 @@
+#include "platform/linux/power_supply/power_state.h"
+
+#include <gtest/gtest.h>
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+/// A pack with a flow in W.
+Pack pack(Status status, double watts = 0) {
+  Pack result;
+  result.status = status;
+  result.battery.microwatts = watts * 1e6;
+  return result;
+}
+
+Pack packAt(Status status, std::optional<std::int64_t> capacity) {
+  Pack result = pack(status);
+  result.battery.capacity = capacity;
+  return result;
+}
+
+Charger charger(bool usb, bool online, double ratedWatts = 0, const std::string& product = "") {
+  return {"port", usb, online, ratedWatts, product};
+}
+
+const Charger mains = charger(false, true);
+const Charger mainsOff = charger(false, false);
+const Charger usb = charger(true, true);
+const Charger usbOff = charger(true, false);
+
+/// With something on the mains, so that the chargers' ratings count.
+PowerState rated(std::vector<Charger> chargers) {
+  chargers.push_back(mains);
+  return combine({pack(Status::notCharging)}, chargers);
+}
+
+}  // namespace
+
+TEST(External, MainsOrWirelessThatIsOnline) {
+  EXPECT_TRUE(combine({pack(Status::unknown)}, {mains}).external);
+  EXPECT_TRUE(combine({pack(Status::discharging, -5)}, {mains}).external) << "a weak charger";
+  EXPECT_FALSE(combine({pack(Status::unknown)}, {mainsOff}).external);
+}
+
+TEST(External, UsbThatIsOnlineWhileNoPackDischarges) {
+  EXPECT_TRUE(combine({pack(Status::notCharging)}, {mainsOff, usb}).external);
+  EXPECT_FALSE(combine({pack(Status::discharging)}, {mainsOff, usb}).external) << "stale";
+  EXPECT_FALSE(combine({pack(Status::unknown), pack(Status::discharging, -5)}, {usb}).external);
+}
+
+TEST(External, APackThatIsChargedFromOutside) {
+  EXPECT_TRUE(combine({pack(Status::charging, 5)}, {mainsOff}).external);
+  EXPECT_TRUE(combine({pack(Status::charging, 0)}, {mainsOff}).external);
+  EXPECT_FALSE(
+      combine({pack(Status::charging, 4), pack(Status::discharging, -9)}, {mainsOff}).external)
+      << "from the other pack";
+}
+
+TEST(External, WithoutAnyChargerListedIsToldByThePacks) {
+  EXPECT_TRUE(combine({pack(Status::charging, 5)}, {}).external);
+  EXPECT_TRUE(combine({pack(Status::full)}, {}).external);
+  EXPECT_TRUE(combine({pack(Status::notCharging)}, {}).external);
+  EXPECT_FALSE(combine({pack(Status::unknown)}, {}).external);
+  EXPECT_FALSE(combine({pack(Status::discharging, -5)}, {}).external);
+  EXPECT_FALSE(combine({pack(Status::full), pack(Status::discharging, -5)}, {}).external);
+}
+
+TEST(External, WithAChargerListedAFullPackIsNoSign) {
+  EXPECT_FALSE(combine({pack(Status::full)}, {mainsOff}).external);
+  EXPECT_FALSE(combine({pack(Status::notCharging)}, {usbOff}).external);
+}
+
+TEST(Charging, IsAPackChargingWithANetFlowInwards) {
+  EXPECT_TRUE(combine({pack(Status::charging, 5)}, {}).charging);
+  EXPECT_TRUE(combine({pack(Status::charging, 0)}, {}).charging);
+  EXPECT_TRUE(combine({pack(Status::charging, 9), pack(Status::discharging, -4)}, {}).charging);
+  EXPECT_FALSE(combine({pack(Status::charging, 4), pack(Status::discharging, -9)}, {}).charging);
+  EXPECT_FALSE(combine({pack(Status::notCharging)}, {mains}).charging);
+}
+
+TEST(Discharging, IsAPackDischargingOrANetFlowOutwards) {
+  EXPECT_TRUE(combine({pack(Status::discharging, 0)}, {}).discharging);
+  EXPECT_TRUE(combine({pack(Status::unknown, -5)}, {}).discharging);
+  EXPECT_TRUE(combine({pack(Status::charging, 4), pack(Status::discharging, -9)}, {}).discharging);
+  EXPECT_FALSE(combine({pack(Status::charging, 9), pack(Status::discharging, -4)}, {}).discharging);
+  EXPECT_FALSE(combine({pack(Status::unknown, 5)}, {}).discharging);
+}
+
+TEST(Full, IsEveryPackFull) {
+  EXPECT_TRUE(combine({packAt(Status::full, 97)}, {}).full);
+  EXPECT_TRUE(combine({packAt(Status::full, std::nullopt), packAt(Status::full, 100)}, {}).full);
+  EXPECT_FALSE(combine({packAt(Status::full, 100), packAt(Status::charging, 100)}, {}).full);
+}
+
+TEST(Full, IsAlsoAnIdlePackAt99Percent) {
+  for (const Status status : {Status::unknown, Status::notCharging}) {
+    EXPECT_TRUE(combine({packAt(status, 99)}, {}).full);
+    EXPECT_FALSE(combine({packAt(status, 98)}, {}).full);
+    EXPECT_FALSE(combine({packAt(status, std::nullopt)}, {}).full);
+  }
+  EXPECT_FALSE(combine({packAt(Status::discharging, 100)}, {}).full);
+  EXPECT_FALSE(combine({packAt(Status::charging, 100)}, {}).full);
+}
+
+TEST(Adapter, IsDescribedOnlyOnExternalPower) {
+  const PowerState state =
+      combine({pack(Status::discharging)}, {charger(true, true, 65, "Acme Brick")});
+  EXPECT_FALSE(state.external);
+  EXPECT_EQ(state.adapterWatts, 0);
+  EXPECT_EQ(state.adapterName, "");
+}
+
+TEST(Adapter, HasTheMostWattsOfTheOnlineChargers) {
+  EXPECT_EQ(rated({charger(true, true, 65), charger(false, true, 45)}).adapterWatts, 65);
+  EXPECT_EQ(rated({charger(true, true, 65), charger(true, false, 100)}).adapterWatts, 65);
+}
+
+TEST(Adapter, HasWholeWatts) {
+  EXPECT_EQ(rated({charger(true, true, 77.586)}).adapterWatts, 78);
+  EXPECT_EQ(rated({charger(true, true, 44.4)}).adapterWatts, 44);
+}
+
+TEST(Adapter, BelowAWattHasNone) {
+  EXPECT_EQ(rated({charger(true, true, 0.99)}).adapterWatts, 0);
+  EXPECT_EQ(rated({charger(true, true, 0.99)}).adapterName, "");
+  EXPECT_EQ(rated({charger(true, true, 1.0)}).adapterWatts, 1);
+}
+
+TEST(Adapter, IsCalledByTheFirstOnlineChargerThatHasAName) {
+  EXPECT_EQ(rated({charger(true, false, 0, "Offline"), charger(true, true),
+                   charger(true, true, 0, "A"), charger(true, true, 65, "B")})
+                .adapterName,
+            "A");
+}
+
+TEST(Adapter, OfUsbWithoutANameIsCalledByItsWatts) {
+  EXPECT_EQ(rated({charger(true, true, 65)}).adapterName, "65W USB-C Power Adapter");
+  EXPECT_EQ(rated({charger(false, true, 45), charger(true, true, 65)}).adapterName,
+            "65W USB-C Power Adapter");
+}
+
+TEST(Adapter, OfAnotherKindWithoutANameHasNone) {
+  EXPECT_EQ(rated({charger(false, true, 65)}).adapterName, "");
+  EXPECT_EQ(rated({charger(false, true, 65), charger(true, true, 45)}).adapterName, "");
+  EXPECT_EQ(rated({charger(true, true, 45), charger(false, true, 65)}).adapterName, "");
+}
+
+TEST(Adapter, NobodyDescribesIsUnknown) {
+  const PowerState state = rated({usb});
+  EXPECT_EQ(state.adapterWatts, 0);
+  EXPECT_EQ(state.adapterName, "");
+}
+
+}  // namespace lumowatt::power_supply

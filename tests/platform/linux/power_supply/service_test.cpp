@@ -1,0 +1,407 @@
+#include "platform/linux/power_supply/service.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <fstream>
+#include <set>
+#include <thread>
+
+#include "cli/dump.h"
+#include "support/fixtures.h"
+#include "support/mock_machine.h"
+#include "telemetry/read.h"
+
+namespace lumowatt::power_supply {
+
+namespace {
+
+using nlohmann::json;
+
+json propertiesWith(const Attributes& changes) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack(changes));
+  return machine.properties();
+}
+
+}  // namespace
+
+TEST(LaptopPacks, AreBatteriesOfTheSystem) {
+  for (const char* scope : {"System\n", "Unknown\n", "", "(missing)"}) {
+    EXPECT_FALSE(propertiesWith({{"scope", scope}}).is_null()) << scope;
+  }
+  for (const char* scope : {"Device\n", "device\n", "DEVICE"}) {
+    EXPECT_TRUE(propertiesWith({{"scope", scope}}).is_null()) << scope;
+  }
+}
+
+TEST(LaptopPacks, ArePresent) {
+  EXPECT_FALSE(propertiesWith({{"present", missing}}).is_null());
+  EXPECT_FALSE(propertiesWith({{"present", ""}}).is_null());
+  EXPECT_FALSE(propertiesWith({{"present", "2"}}).is_null());
+  EXPECT_TRUE(propertiesWith({{"present", "0\n"}}).is_null());
+  EXPECT_TRUE(propertiesWith({{"present", " +0 \n"}}).is_null());
+}
+
+TEST(LaptopPacks, AreOfTypeBattery) {
+  EXPECT_TRUE(propertiesWith({{"type", "UPS"}}).is_null());
+  EXPECT_TRUE(propertiesWith({{"type", missing}}).is_null());
+  EXPECT_FALSE(propertiesWith({{"type", " Battery \n"}}).is_null());
+}
+
+TEST(LaptopPacks, MayHaveAnyName) {
+  for (const char* name :
+       {"BATC", "CMB1", "macsmc-battery", "sbs-12-000b", "cw2015-battery", "é"}) {
+    const MockMachine machine;
+    machine.supply(name, chargePack());
+    EXPECT_EQ(machine.properties()["CurrentCapacity"], 50) << name;
+  }
+}
+
+TEST(Service, WithoutItsFolderHasNoBattery) {
+  const MockMachine machine;
+  EXPECT_TRUE(machine.properties().is_null());
+}
+
+TEST(Service, WithChargersAloneHasNoBattery) {
+  const MockMachine machine;
+  machine.supply("AC", {{"type", "Mains"}, {"online", "1"}});
+  EXPECT_TRUE(machine.properties().is_null());
+}
+
+TEST(Service, IgnoresWhatIsNoSupply) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack());
+  const json alone = machine.properties();
+  machine.supply("AAA", {});
+  std::filesystem::create_directory(machine.powerSupplyFolder() / "empty");
+  std::filesystem::create_symlink("nowhere", machine.powerSupplyFolder() / "dangling");
+  machine.supply("ups", {{"type", "UPS"}, {"online", "1"}, {"capacity", "3"}});
+  machine.supply("sbs-charger", {{"type", "Mains"}, {"online", "1"}});
+  EXPECT_EQ(machine.properties(), alone);
+}
+
+TEST(Service, ABatteryThatIsOnlineIsNoCharger) {
+  EXPECT_EQ(propertiesWith({{"online", "1"}})["ExternalConnected"], 0);
+}
+
+TEST(Service, DescribesTheAdapterOfOnlineChargers) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack({{"status", "Charging"}}));
+  machine.supply("ADP1", {{"type", "Mains"}, {"online", "1"}});
+  machine.supply(
+      "ucsi-source-psy-USBC000:001",
+      {{"type", "USB"}, {"online", "1"}, {"voltage_now", "20000000"}, {"current_now", "3250000"}});
+  EXPECT_EQ(machine.properties()["AdapterDetails"],
+            json({{"Watts", 65}, {"Name", "65W USB-C Power Adapter"}}));
+}
+
+TEST(Service, SeveralPacksAreOneBattery) {
+  const MockMachine machine;
+  machine.supply("BAT0", energyPack({{"energy_now", "10000000"}, {"power_now", "0"}}));
+  machine.supply("BAT1", energyPack({{"energy_full", "30000000"}, {"energy_now", "20000000"}}));
+  const json properties = machine.properties();
+  EXPECT_EQ(properties["CurrentCapacity"], 38) << "30 of 80 Wh";
+  EXPECT_EQ(properties["AppleRawCurrentCapacity"], 3000);
+  EXPECT_EQ(properties["AppleRawMaxCapacity"], 8000);
+  EXPECT_EQ(properties["DesignCapacity"], 12000);
+  EXPECT_EQ(properties["Voltage"], 12500);
+  EXPECT_EQ(properties["Amperage"], -400);
+  EXPECT_EQ(properties["PowerTelemetryData"]["BatteryPower"], -5000);
+  EXPECT_EQ(properties["AvgTimeToEmpty"], 360) << "30 Wh at 5 W";
+}
+
+TEST(Service, IsReadAfreshEachTime) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack());
+  Service service(machine.powerSupplyFolder(), machine.hwmonFolder());
+  EXPECT_EQ(signedNumber(service.properties()->find("CurrentCapacity")), 50);
+  machine.supply("BAT0", {{"capacity", "49\n"}});
+  EXPECT_EQ(signedNumber(service.properties()->find("CurrentCapacity")), 49);
+  std::filesystem::remove_all(machine.powerSupplyFolder() / "BAT0");
+  EXPECT_FALSE(service.properties());
+  machine.supply("BAT0", chargePack());
+  EXPECT_TRUE(service.properties());
+}
+
+// Whatever is wrong with one attribute, the result is that of a machine that does not have it.
+class BadAttribute : public testing::TestWithParam<std::string> {};
+
+TEST_P(BadAttribute, CountsAsAbsent) {
+  const std::string& attribute = GetParam();
+  const json absent = propertiesWith({{attribute, missing}});
+
+  const std::string strange[] = {"",
+                                 "\n",
+                                 "unknown\n",
+                                 "12.5\n",
+                                 "0x10\n",
+                                 "1 2\n",
+                                 "99999999999999999999\n",
+                                 "\xFF\xFE\x80",
+                                 std::string("5\0", 2),
+                                 std::string(5000, '9')};
+  for (const std::string& contents : strange) {
+    EXPECT_EQ(propertiesWith({{attribute, contents}}), absent) << contents.substr(0, 20);
+  }
+
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack({{attribute, missing}}));
+  const auto path = machine.powerSupplyFolder() / "BAT0" / attribute;
+  std::filesystem::create_directory(path);
+  EXPECT_EQ(machine.properties(), absent) << "a folder: EISDIR";
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("nowhere", path);
+  EXPECT_EQ(machine.properties(), absent) << "a link to nowhere: ENOENT";
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("/proc/self/mem", path);
+  EXPECT_EQ(machine.properties(), absent) << "unreadable: EIO";
+  std::filesystem::remove(path);
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  const int writer = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+  EXPECT_EQ(machine.properties(), absent) << "nothing to read yet: EAGAIN";
+  ::close(writer);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pack, BadAttribute,
+                         testing::Values("scope", "present", "status", "capacity", "charge_full",
+                                         "charge_full_design", "charge_now", "voltage_now",
+                                         "voltage_min_design", "current_now", "temp", "cycle_count",
+                                         "time_to_empty_now"),
+                         [](const auto& test) { return test.param; });
+
+TEST(Service, HugeFiguresAreFiguresOrLeftOut) {
+  const std::string huge = "9223372036854775807\n";
+  const json properties = propertiesWith({{"charge_full", huge},
+                                          {"charge_full_design", huge},
+                                          {"charge_now", huge},
+                                          {"current_now", huge},
+                                          {"voltage_now", huge},
+                                          {"voltage_min_design", huge},
+                                          {"capacity", huge},
+                                          {"temp", huge},
+                                          {"cycle_count", huge}});
+  EXPECT_EQ(properties["CurrentCapacity"], 100);
+  EXPECT_EQ(properties["AppleRawMaxCapacity"], 9223372036854776) << "µAh, rounded to mAh";
+  EXPECT_EQ(properties["CycleCount"], 9223372036854775807);
+  EXPECT_FALSE(properties.contains("Temperature")) << "ten times that does not fit";
+  EXPECT_FALSE(properties["PowerTelemetryData"].contains("BatteryPower"));
+  EXPECT_EQ(properties["AvgTimeToEmpty"], 60) << "as much per hour as there is";
+}
+
+TEST(Service, NegativeFiguresDoNotTurnAgainstTheReader) {
+  const json properties = propertiesWith({{"charge_full", "-4000000"},
+                                          {"charge_now", "-2000000"},
+                                          {"voltage_now", "-12000000"},
+                                          {"capacity", "-50"},
+                                          {"cycle_count", "-1"}});
+  EXPECT_EQ(properties["CurrentCapacity"], 0);
+  EXPECT_EQ(properties["Voltage"], 0);
+  EXPECT_EQ(properties["Amperage"], -500);
+  EXPECT_FALSE(properties.contains("AppleRawMaxCapacity"));
+  EXPECT_FALSE(properties.contains("CycleCount"));
+}
+
+namespace {
+
+/// Counts how often each file of some folders is opened.
+class OpenCounter {
+ public:
+  OpenCounter() : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
+  OpenCounter(const OpenCounter&) = delete;
+  OpenCounter& operator=(const OpenCounter&) = delete;
+  ~OpenCounter() { ::close(events_); }
+
+  void watch(const std::filesystem::path& folder) const {
+    EXPECT_GE(::inotify_add_watch(events_, folder.c_str(), IN_OPEN), 0);
+  }
+
+  std::multiset<std::string> opened() const {
+    std::multiset<std::string> names;
+    alignas(inotify_event) char buffer[65536];
+    const ssize_t length = ::read(events_, buffer, sizeof buffer);
+    for (ssize_t at = 0; at < length;) {
+      const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
+      if (event->len > 0) names.insert(event->name);
+      at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+    }
+    return names;
+  }
+
+ private:
+  int events_;
+};
+
+/// The attributes of BAT0 and AC that one reading opens.
+std::multiset<std::string> openedBy(const Attributes& pack, const Attributes& charger) {
+  const MockMachine machine;
+  machine.supply("BAT0", pack);
+  machine.supply("AC", charger);
+  OpenCounter counter;
+  counter.watch(machine.powerSupplyFolder() / "BAT0");
+  counter.watch(machine.powerSupplyFolder() / "AC");
+  EXPECT_FALSE(machine.properties().is_null());
+  return counter.opened();
+}
+
+using Names = std::multiset<std::string>;
+
+const Attributes extras = {{"uevent", ""},
+                           {"alarm", "0"},
+                           {"serial_number", "X"},
+                           {"technology", "Li-ion"},
+                           {"manufacturer", "LGC"},
+                           {"model_name", "LNV"},
+                           {"energy_full", "1"},
+                           {"energy_now", "1"},
+                           {"current_avg", "1"},
+                           {"voltage_avg", "1"},
+                           {"power_avg", "1"},
+                           {"voltage_max_design", "1"},
+                           {"time_to_full_now", "1"},
+                           {"capacity_level", "Normal"}};
+
+}  // namespace
+
+TEST(Opening, OnceWhatIsNeededWhileDischarging) {
+  Attributes pack = chargePack({{"power_now", "6000000"},
+                                {"time_to_empty_now", "7200"},
+                                {"time_to_empty_avg", "7200"},
+                                {"temp", "300"},
+                                {"cycle_count", "3"},
+                                {"scope", "System"}});
+  pack.insert(extras.begin(), extras.end());
+  const Names expected = {"type",
+                          "scope",
+                          "present",
+                          "status",
+                          "capacity",
+                          "charge_full",
+                          "charge_full_design",
+                          "charge_now",
+                          "voltage_now",
+                          "current_now",
+                          "power_now",
+                          "time_to_empty_now",
+                          "temp",
+                          "cycle_count",
+                          "type",
+                          "online"};
+  EXPECT_EQ(openedBy(pack, {{"type", "Mains"}, {"online", "0"}, {"manufacturer", "Acme"}}),
+            expected);
+}
+
+TEST(Opening, NoFlowAndNoEstimateOfAFullPack) {
+  const Names opened =
+      openedBy(chargePack({{"status", "Full"}, {"power_now", "1"}, {"time_to_empty_now", "7200"}}),
+               {{"type", "Mains"},
+                {"online", "1"},
+                {"manufacturer", "Acme"},
+                {"model_name", "Brick"},
+                {"voltage_max", "1"},
+                {"current_max", "1"}});
+  const Names expected = {
+      "type",       "present",     "status", "capacity", "charge_full",  "charge_full_design",
+      "charge_now", "voltage_now", "type",   "online",   "manufacturer", "model_name"};
+  EXPECT_EQ(opened, expected);
+}
+
+TEST(Opening, NothingOfAPeripheralOrAnEmptyBayButWhatTells) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack());
+  machine.supply("hidpp_battery_0", chargePack({{"scope", "Device"}}));
+  machine.supply("BAT1", chargePack({{"present", "0"}}));
+  OpenCounter counter;
+  counter.watch(machine.powerSupplyFolder() / "hidpp_battery_0");
+  counter.watch(machine.powerSupplyFolder() / "BAT1");
+  EXPECT_FALSE(machine.properties().is_null());
+  EXPECT_EQ(counter.opened(), (Names{"type", "scope", "type", "present"}));
+}
+
+// A supply that comes and goes while it is read: each dictionary is one with it or one without.
+TEST(Vanishing, SupplyIsThereOrNot) {
+  const MockMachine machine;
+  machine.supply("BAT0", energyPack());
+  machine.supply("AC", {{"type", "Mains"}, {"online", "0"}});
+  const json onePack = machine.properties();
+  machine.supply("BAT1", energyPack({{"power_now", "2000000"}}));
+  const json twoPacks = machine.properties();
+  ASSERT_NE(onePack, twoPacks);
+
+  // As the kernel removes a device: first its link, then its attributes one by one.
+  const auto folder = machine.powerSupplyFolder();
+  const auto devices = folder.parent_path() / "devices";
+  std::filesystem::create_directory(devices);
+  std::filesystem::rename(folder / "BAT1", devices / "BAT1");
+  std::filesystem::create_directory_symlink(devices / "BAT1", folder / "BAT1");
+  ASSERT_EQ(machine.properties(), twoPacks);
+
+  std::atomic<bool> done = false;
+  std::thread remover([&] {
+    const Attributes attributes = energyPack({{"power_now", "2000000"}});
+    while (!done) {
+      std::filesystem::remove(folder / "BAT1");
+      for (const auto& [name, value] : attributes) std::filesystem::remove(devices / "BAT1" / name);
+      std::filesystem::remove(devices / "BAT1");
+      for (const auto& [name, value] : attributes) {
+        std::filesystem::create_directories(devices / "BAT1");
+        std::ofstream(devices / "BAT1" / name) << value;
+      }
+      std::filesystem::create_directory_symlink(devices / "BAT1", folder / "BAT1");
+    }
+  });
+  int without = 0;
+  int with = 0;
+  constexpr int enough = 300;
+  for (int i = 0; i < 100000 && (without < enough || with < enough); ++i) {
+    const json properties = machine.properties();
+    if (properties == onePack) {
+      ++without;
+    } else {
+      ++with;
+      EXPECT_EQ(properties, twoPacks);
+    }
+  }
+  done = true;
+  remover.join();
+  EXPECT_GE(without, enough);
+  EXPECT_GE(with, enough);
+}
+
+class LinuxMachine : public testing::TestWithParam<std::string> {
+ protected:
+  static std::filesystem::path file(const std::string& name) {
+    return fixturePath("linux", GetParam()) / name;
+  }
+
+  static std::optional<PropertyDictionary> properties() {
+    return Service(file("sys/class/power_supply"), file("sys/class/hwmon")).properties();
+  }
+};
+
+TEST_P(LinuxMachine, HasItsDictionary) {
+  const auto found = properties();
+  if (!std::filesystem::exists(file("properties.json"))) {
+    EXPECT_FALSE(found) << "a machine without a battery";
+    return;
+  }
+  ASSERT_TRUE(found);
+  // Through the dictionary and back, so that truth values are numbers on both sides.
+  const auto expected = propertiesFromJson(jsonFile(file("properties.json")));
+  EXPECT_EQ(jsonFromProperties(*found), jsonFromProperties(expected));
+}
+
+TEST_P(LinuxMachine, HasItsReadingAndDump) {
+  Service service(file("sys/class/power_supply"), file("sys/class/hwmon"));
+  const auto reading = read(service);
+  EXPECT_EQ(reading ? dump(*reading) : "error=no battery\n", fileContents(file("expected.txt")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Fixtures, LinuxMachine, testing::ValuesIn(fixtureNames("linux")),
+                         [](const auto& test) { return testName(test.param); });
+
+}  // namespace lumowatt::power_supply

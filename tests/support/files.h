@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace lumowatt {
+
+/// The contents of a file; fails the running test when it cannot be read.
+std::string fileContents(const std::filesystem::path& path);
+
+/// A folder of the running test's own, removed at its end.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder();
+
+  const std::filesystem::path& path() const { return path_; }
+
+  /// Writes a file at a path below the folder, with the folders on the way to it.
+  void write(const std::filesystem::path& file, const std::string& contents) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace lumowatt

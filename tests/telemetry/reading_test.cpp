@@ -1,0 +1,136 @@
+#include "telemetry/reading.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <unordered_set>
+
+namespace lumowatt {
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+Reading withPower(double batteryWatts, bool external = false, bool full = false) {
+  Reading reading;
+  reading.batteryWatts = batteryWatts;
+  reading.external = external;
+  reading.full = full;
+  return reading;
+}
+
+Reading withCurrent(double batteryAmps, std::int64_t rawMax) {
+  Reading reading;
+  reading.batteryAmps = batteryAmps;
+  reading.rawMax = rawMax;
+  return reading;
+}
+
+}  // namespace
+
+TEST(Reading, MadeWithoutArgumentsIsSteadyAndKnowsNothing) {
+  const Reading reading;
+  EXPECT_EQ(trend(reading), Trend::steady);
+  EXPECT_EQ(percentPerHour(reading), std::nullopt);
+  EXPECT_EQ(reading.minutes, std::nullopt);
+  EXPECT_EQ(reading.temperatureC, std::nullopt);
+  EXPECT_EQ(reading.adapterName, "");
+  EXPECT_EQ(reading.percent, 0);
+  EXPECT_FALSE(reading.external);
+}
+
+TEST(Reading, TakesAllTwentyValuesInTheOrderOfItsFields) {
+  const Reading reading{1,    2,  3,          4,  5,    6,    7.5,  8.5,  true, false,
+                        true, 12, "thirteen", 14, 15.5, 16.5, 17.5, 18.5, 19.5, 20.5};
+  EXPECT_EQ(reading.percent, 1);
+  EXPECT_EQ(reading.rawCurrent, 2);
+  EXPECT_EQ(reading.rawMax, 3);
+  EXPECT_EQ(reading.design, 4);
+  EXPECT_EQ(reading.nominal, 5);
+  EXPECT_EQ(reading.cycles, 6);
+  EXPECT_EQ(reading.batteryVolts, 7.5);
+  EXPECT_EQ(reading.batteryAmps, 8.5);
+  EXPECT_TRUE(reading.external);
+  EXPECT_FALSE(reading.charging);
+  EXPECT_TRUE(reading.full);
+  EXPECT_EQ(reading.minutes, 12);
+  EXPECT_EQ(reading.adapterName, "thirteen");
+  EXPECT_EQ(reading.adapterWatts, 14);
+  EXPECT_EQ(reading.wallVolts, 15.5);
+  EXPECT_EQ(reading.wallAmps, 16.5);
+  EXPECT_EQ(reading.wallWatts, 17.5);
+  EXPECT_EQ(reading.systemWatts, 18.5);
+  EXPECT_EQ(reading.batteryWatts, 19.5);
+  EXPECT_EQ(reading.temperatureC, 20.5);
+}
+
+TEST(Sample, IsMadeOfTimeAndPercent) {
+  const Sample sample{12.5, 87};
+  EXPECT_EQ(sample.time, 12.5);
+  EXPECT_EQ(sample.percent, 87);
+}
+
+TEST(Trend, IsNamedAfterItsCase) {
+  EXPECT_EQ(name(Trend::up), "up");
+  EXPECT_EQ(name(Trend::down), "down");
+  EXPECT_EQ(name(Trend::steady), "steady");
+}
+
+TEST(Trend, CanBeHashed) {
+  const std::unordered_set<Trend> seen{Trend::up, Trend::down, Trend::up};
+  EXPECT_EQ(seen.size(), 2U);
+}
+
+TEST(TrendOfReading, FullOnExternalPowerIsSteadyWhateverThePower) {
+  EXPECT_EQ(trend(withPower(25.0, true, true)), Trend::steady);
+  EXPECT_EQ(trend(withPower(-25.0, true, true)), Trend::steady);
+}
+
+TEST(TrendOfReading, ExternalPowerAloneOrFullAloneDoesNotSteadyIt) {
+  EXPECT_EQ(trend(withPower(25.0, true, false)), Trend::up);
+  EXPECT_EQ(trend(withPower(-25.0, false, true)), Trend::down);
+}
+
+TEST(TrendOfReading, TheEndsOfTheDeadBandAreSteady) {
+  EXPECT_EQ(trend(withPower(0.3)), Trend::steady);
+  EXPECT_EQ(trend(withPower(-0.3)), Trend::steady);
+  EXPECT_EQ(trend(withPower(0.31)), Trend::up);
+  EXPECT_EQ(trend(withPower(-0.31)), Trend::down);
+}
+
+TEST(TrendOfReading, PowerThatIsNotANumberIsSteady) {
+  EXPECT_EQ(trend(withPower(notANumber)), Trend::steady);
+}
+
+TEST(PercentPerHour, IsAbsentWithoutAFullChargeCapacity) {
+  EXPECT_EQ(percentPerHour(withCurrent(5.0, 0)), std::nullopt);
+  EXPECT_EQ(percentPerHour(withCurrent(5.0, -4000)), std::nullopt);
+}
+
+TEST(PercentPerHour, IsAbsentForACurrentOf10MilliamperesOrLess) {
+  EXPECT_EQ(percentPerHour(withCurrent(0.01, 1000)), std::nullopt);
+  EXPECT_EQ(percentPerHour(withCurrent(-0.01, 1000)), std::nullopt);
+  EXPECT_EQ(percentPerHour(withCurrent(0.0, 1000)), std::nullopt);
+}
+
+TEST(PercentPerHour, IsAbsentForACurrentThatIsNotANumber) {
+  EXPECT_EQ(percentPerHour(withCurrent(notANumber, 1000)), std::nullopt);
+}
+
+TEST(PercentPerHour, Of11MilliamperesIntoAnAmpereHourIs1Point1) {
+  EXPECT_NEAR(percentPerHour(withCurrent(0.011, 1000)).value(), 1.1, 1e-12);
+}
+
+TEST(PercentPerHour, CarriesTheSignOfTheCurrent) {
+  EXPECT_NEAR(percentPerHour(withCurrent(-0.95, 3849)).value(), -24.68, 0.005);
+}
+
+TEST(PercentPerHour, DividesByTheFullChargeCapacityAndIgnoresTheRest) {
+  Reading reading = withCurrent(2.0, 4000);
+  reading.design = 5000;
+  reading.nominal = 4500;
+  reading.external = reading.charging = reading.full = true;
+  EXPECT_DOUBLE_EQ(percentPerHour(reading).value(), 50.0);
+}
+
+}  // namespace lumowatt
