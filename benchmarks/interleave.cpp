@@ -1,0 +1,108 @@
+// Runs some commands in turns and compares their medians:
+//
+//   interleave ROUNDS COMMAND...
+//
+// Each command is one argument, split at its blanks. Whatever disturbs the machine disturbs all of
+// them alike, so the ratios to the first command are what to look at.
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Cost {
+  double milliseconds;
+  long kibibytes;  // the most that was resident
+};
+
+struct Contender {
+  std::string command;
+  std::vector<std::string> words;
+  std::vector<Cost> costs;
+};
+
+std::vector<std::string> split(const std::string& command) {
+  std::vector<std::string> words;
+  std::size_t start = 0;
+  while ((start = command.find_first_not_of(' ', start)) != std::string::npos) {
+    const std::size_t end = std::min(command.find(' ', start), command.size());
+    words.push_back(command.substr(start, end - start));
+    start = end;
+  }
+  return words;
+}
+
+Cost run(const Contender& contender) {
+  std::vector<char*> arguments;
+  arguments.reserve(contender.words.size() + 1);
+  for (const std::string& word : contender.words) {
+    arguments.push_back(const_cast<char*>(word.c_str()));
+  }
+  arguments.push_back(nullptr);
+
+  const auto start = std::chrono::steady_clock::now();
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const int nowhere = ::open("/dev/null", O_RDWR);
+    ::dup2(nowhere, STDIN_FILENO);
+    ::dup2(nowhere, STDOUT_FILENO);
+    ::execvp(arguments[0], arguments.data());
+    ::_exit(127);
+  }
+  int status = 0;
+  rusage usage{};
+  const bool waited = child > 0 && ::wait4(child, &status, 0, &usage) == child;
+  const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
+  if (!waited || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    std::fprintf(stderr, "interleave: this failed: %s\n", contender.command.c_str());
+    std::exit(EXIT_FAILURE);
+  }
+  return {taken.count(), usage.ru_maxrss};
+}
+
+template <typename Figure>
+Figure median(const std::vector<Cost>& costs, Figure Cost::*figure) {
+  std::vector<Figure> figures;
+  figures.reserve(costs.size());
+  for (const Cost& cost : costs) figures.push_back(cost.*figure);
+  const auto middle = figures.begin() + static_cast<std::ptrdiff_t>(figures.size() / 2);
+  std::nth_element(figures.begin(), middle, figures.end());
+  return *middle;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int rounds = argc > 2 ? std::atoi(argv[1]) : 0;
+  if (rounds < 1) {
+    std::fprintf(stderr, "usage: interleave ROUNDS COMMAND...\n");
+    return 2;
+  }
+  std::vector<Contender> contenders;
+  for (int i = 2; i < argc; ++i) contenders.push_back({argv[i], split(argv[i]), {}});
+
+  constexpr int warmUp = 20;
+  for (int round = -warmUp; round < rounds; ++round) {
+    for (Contender& contender : contenders) {
+      const Cost cost = run(contender);
+      if (round >= 0) contender.costs.push_back(cost);
+    }
+  }
+
+  const double first = median(contenders.front().costs, &Cost::milliseconds);
+  std::printf("median ms   ratio   memory KiB   command\n");
+  for (const Contender& contender : contenders) {
+    const double milliseconds = median(contender.costs, &Cost::milliseconds);
+    std::printf("%9.3f  %6.2f  %11ld   %s\n", milliseconds, milliseconds / first,
+                median(contender.costs, &Cost::kibibytes), contender.command.c_str());
+  }
+}
