@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 #include "support/files.h"
 #include "support/fixtures.h"
 #include "support/process.h"
@@ -14,12 +16,26 @@ namespace {
 constexpr bool sanitized = LUMOWATT_SANITIZED;
 const std::string anyMachine = "01-thinkpad-lnv45n1-discharging";
 
-/// What umockdev needs to show a fixture's /sys to a program. Its library comes after that of
-/// AddressSanitizer, which insists on being the first.
-Environment machine(const std::string& fixture) {
+/// What umockdev needs to show a fixture's /sys to a program, with another library to preload. That
+/// of AddressSanitizer insists on being the first.
+Environment machine(const std::string& fixture, const std::string& library = "") {
   const std::string sanitizer = sanitized ? "libasan.so.8 " : "";
   return {{"UMOCKDEV_DIR", fixturePath("linux", fixture)},
-          {"LD_PRELOAD", sanitizer + "libumockdev-preload.so.0"}};
+          {"LD_PRELOAD", sanitizer + library + " libumockdev-preload.so.0"}};
+}
+
+/// The dump of a fixture, the reading of some of whose attributes fails.
+ProcessResult runRefusing(const std::string& fixture, const std::string& names, int error) {
+  Environment environment = machine(fixture, LUMOWATT_REFUSING_ATTRIBUTE);
+  environment.emplace_back("REFUSED_NAMES", names);
+  environment.emplace_back("REFUSED_ERROR", std::to_string(error));
+  return runProcess({LUMOWATT_PROGRAM, "--dump"}, environment);
+}
+
+/// `text` with another line in the place of that of the same key.
+std::string withLine(std::string text, const std::string& line) {
+  const std::size_t start = text.find(line.substr(0, line.find('=') + 1));
+  return text.replace(start, text.find('\n', start) - start, line);
 }
 
 ProcessResult run(const std::string& fixture, std::vector<std::string> arguments) {
@@ -101,6 +117,25 @@ TEST(Program, DumpsTheSameUnderAnotherLocale) {
   Environment environment = machine(anyMachine);
   environment.emplace_back("LC_ALL", "de_DE.UTF-8");
   expectResult(runProcess({LUMOWATT_PROGRAM, "--dump"}, environment), dumpOf(anyMachine), 0);
+}
+
+TEST(Program, AnAttributeThatCannotBeReadCountsAsAbsent) {
+  for (const int error : {ENODEV, EIO, EAGAIN}) {
+    // Without the driver's percentage it is computed (49.45 of 50.06 Wh), without the power
+    // nothing is known to flow.
+    expectResult(runRefusing(anyMachine, "capacity scope", error),
+                 withLine(dumpOf(anyMachine), "percent=99"), 0);
+    std::string powerless = dumpOf(anyMachine);
+    for (const char* line : {"trend=steady", "minutes=unknown", "batteryAmps=0.000",
+                             "batteryWatts=0.000", "percentPerHour=unknown", "systemWatts=0.000"}) {
+      powerless = withLine(powerless, line);
+    }
+    expectResult(runRefusing(anyMachine, "power_now", error), powerless, 0);
+  }
+}
+
+TEST(Program, ASupplyWhoseDeviceIsGoneIsNotThere) {
+  expectResult(runRefusing(anyMachine, "*", ENODEV), "error=no battery\n", 1);
 }
 
 TEST(Program, AFullDeviceAsStandardOutputIsAFailure) {
