@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 rounds=${1:-500}
-machine=$PWD/tests/fixtures/linux/01-thinkpad-lnv45n1-discharging/sys/class/power_supply
+machine=$PWD/tests/fixtures/linux/01-thinkpad-lnv45n1-discharging/class/power_supply
 
 if [[ ${LUMOWATT_BENCHMARK:-} != inside ]]; then
   missing=()

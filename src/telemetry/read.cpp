@@ -11,23 +11,15 @@ namespace lumowatt {
 
 namespace {
 
-struct IntegerKey {
-  std::string_view key;
-  std::int64_t Reading::*field;
-};
-
-struct ScaledKey {
-  std::string_view key;
-  double Reading::*field;
-};
-
-struct TruthKey {
-  std::string_view key;
-  bool Reading::*field;
+/// A key and the field that it fills.
+template <typename Field>
+struct Key {
+  std::string_view name;
+  Field Reading::*field;
 };
 
 // Newer machines keep these in "BatteryData", older ones at the top level.
-constexpr IntegerKey capacityKeys[] = {
+constexpr Key<std::int64_t> capacityKeys[] = {
     {"AppleRawCurrentCapacity", &Reading::rawCurrent},
     {"AppleRawMaxCapacity", &Reading::rawMax},
     {"DesignCapacity", &Reading::design},
@@ -35,19 +27,19 @@ constexpr IntegerKey capacityKeys[] = {
 };
 
 // Millivolts and milliamperes.
-constexpr ScaledKey batteryKeys[] = {
+constexpr Key<double> batteryKeys[] = {
     {"Voltage", &Reading::batteryVolts},
     {"Amperage", &Reading::batteryAmps},
 };
 
-constexpr TruthKey stateKeys[] = {
+constexpr Key<bool> stateKeys[] = {
     {"ExternalConnected", &Reading::external},
     {"IsCharging", &Reading::charging},
     {"FullyCharged", &Reading::full},
 };
 
 // Milliwatts, millivolts and milliamperes, in "PowerTelemetryData".
-constexpr ScaledKey telemetryKeys[] = {
+constexpr Key<double> telemetryKeys[] = {
     {"SystemPowerIn", &Reading::wallWatts},
     {"SystemLoad", &Reading::systemWatts},
     {"SystemVoltageIn", &Reading::wallVolts},

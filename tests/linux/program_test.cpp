@@ -16,17 +16,29 @@ namespace {
 constexpr bool sanitized = LUMOWATT_SANITIZED;
 const std::string anyMachine = "01-thinkpad-lnv45n1-discharging";
 
-/// What umockdev needs to show a fixture's /sys to a program, with another library to preload. That
-/// of AddressSanitizer insists on being the first.
-Environment machine(const std::string& fixture, const std::string& library = "") {
-  const std::string sanitizer = sanitized ? "libasan.so.8 " : "";
-  return {{"UMOCKDEV_DIR", fixturePath("linux", fixture)},
-          {"LD_PRELOAD", sanitizer + library + " libumockdev-preload.so.0"}};
-}
+/// A fixture as a machine that a program can be run on: umockdev shows it as /sys.
+class Machine {
+ public:
+  explicit Machine(const std::string& fixture) {
+    std::filesystem::create_directory_symlink(fixturePath("linux", fixture), root_.path() / "sys");
+  }
+
+  /// What makes a program see it, with another library to preload.
+  Environment environment(const std::string& library = "") const {
+    // AddressSanitizer insists on being the first.
+    const std::string sanitizer = sanitized ? "libasan.so.8 " : "";
+    return {{"UMOCKDEV_DIR", root_.path()},
+            {"LD_PRELOAD", sanitizer + library + " libumockdev-preload.so.0"}};
+  }
+
+ private:
+  TemporaryFolder root_;
+};
 
 /// The dump of a fixture, the reading of some of whose attributes fails.
 ProcessResult runRefusing(const std::string& fixture, const std::string& names, int error) {
-  Environment environment = machine(fixture, LUMOWATT_REFUSING_ATTRIBUTE);
+  const Machine machine(fixture);
+  Environment environment = machine.environment(LUMOWATT_REFUSING_ATTRIBUTE);
   environment.emplace_back("REFUSED_NAMES", names);
   environment.emplace_back("REFUSED_ERROR", std::to_string(error));
   return runProcess({LUMOWATT_PROGRAM, "--dump"}, environment);
@@ -40,13 +52,14 @@ std::string withLine(std::string text, const std::string& line) {
 
 ProcessResult run(const std::string& fixture, std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), LUMOWATT_PROGRAM);
-  return runProcess(arguments, machine(fixture));
+  return runProcess(arguments, Machine(fixture).environment());
 }
 
 /// Runs shell commands in which `lumowatt` is the program on a machine with a battery.
 ProcessResult runShell(const std::string& commands) {
+  const Machine machine(anyMachine);
   std::string mocked = "env";
-  for (const auto& [name, value] : machine(anyMachine))
+  for (const auto& [name, value] : machine.environment())
     mocked.append(" ").append(name).append("='").append(value).append("'");
   return runProcess({"bash", "-c", "lumowatt() { " + mocked + " \"$0\" \"$@\"; }\n" + commands,
                      LUMOWATT_PROGRAM});
@@ -114,7 +127,8 @@ TEST(Program, WithoutSwitchesNeedsADesktop) {
 }
 
 TEST(Program, DumpsTheSameUnderAnotherLocale) {
-  Environment environment = machine(anyMachine);
+  const Machine machine(anyMachine);
+  Environment environment = machine.environment();
   environment.emplace_back("LC_ALL", "de_DE.UTF-8");
   expectResult(runProcess({LUMOWATT_PROGRAM, "--dump"}, environment), dumpOf(anyMachine), 0);
 }

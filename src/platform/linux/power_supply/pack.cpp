@@ -109,14 +109,17 @@ void readFlow(Device& device, Pack& pack) {
     pack.status = Status::discharging;
   }
 
+  // The one that is not reported is computed; without a voltage it stays unknown.
   const double volts = pack.battery.microvolts.value_or(0) / 1e6;
-  const double microamps = std::fabs(current ? *current : volts > 0 ? *power / volts : 0);
+  const bool currentKnown = current || volts > 0;
   const double microwatts = std::fabs(power ? *power : *current * volts);
+  double microamps = 0;
+  if (currentKnown) microamps = std::fabs(current ? *current : *power / volts);
 
   bool out = pack.status == Status::discharging;
   if (pack.status == Status::unknown || pack.status == Status::notCharging) {
-    constexpr double noise = 5000;  // 5 mA; of power alone, 5 mW
-    if ((current || volts > 0 ? microamps : microwatts) < noise) return;
+    constexpr double noise = 5000;  // 5 mA; where only the power is known, 5 mW
+    if ((currentKnown ? microamps : microwatts) < noise) return;
     out = reportedOut;
   }
   pack.battery.microamps = out ? -microamps : microamps;

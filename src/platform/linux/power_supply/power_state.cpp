@@ -28,53 +28,46 @@ bool isFull(const Pack& pack) {
   return false;
 }
 
-bool isCharging(const std::vector<Pack>& packs, const Battery& battery) {
-  return any(packs, Status::charging) && direction(battery) >= 0;
-}
-
-bool isExternal(const std::vector<Pack>& packs, const Battery& battery,
-                const std::vector<Charger>& chargers) {
+/// Whether power comes in from outside, which `charging` already shows.
+bool isExternal(const std::vector<Pack>& packs, const std::vector<Charger>& chargers,
+                bool charging) {
+  if (charging) return true;
   const bool discharging = any(packs, Status::discharging);
   if (chargers.empty()) {
-    const bool held = any(packs, Status::full) || any(packs, Status::notCharging);
-    if (held && !discharging) return true;
+    return !discharging && (any(packs, Status::full) || any(packs, Status::notCharging));
   }
   // A USB port can go on claiming a charger that was unplugged; a pack that is emptied tells.
-  const auto brings = [discharging](const Charger& charger) {
+  return std::any_of(chargers.begin(), chargers.end(), [discharging](const Charger& charger) {
     return charger.online && !(charger.usb && discharging);
-  };
-  return std::any_of(chargers.begin(), chargers.end(), brings) || isCharging(packs, battery);
+  });
 }
 
 void describeAdapter(const std::vector<Charger>& chargers, PowerState& state) {
   double watts = 0;
-  bool usb = false;
   for (const Charger& charger : chargers) {
     if (!charger.online) continue;
-    if (charger.ratedWatts > watts) usb = false;
-    if (charger.ratedWatts >= watts) usb = usb || charger.usb;
     watts = std::max(watts, charger.ratedWatts);
     if (state.adapterName.empty()) state.adapterName = charger.product;
   }
-  if (watts >= 1) state.adapterWatts = roundedHalfAwayFromZero(watts).value_or(0);
-  if (state.adapterName.empty() && usb && state.adapterWatts > 0) {
+  if (watts < 1) return;
+  state.adapterWatts = roundedHalfAwayFromZero(watts).value_or(0);
+  const bool saidByUsb = std::any_of(chargers.begin(), chargers.end(), [watts](const Charger& c) {
+    return c.online && c.usb && c.ratedWatts == watts;
+  });
+  if (state.adapterName.empty() && saidByUsb) {
     state.adapterName = std::to_string(state.adapterWatts) + "W USB-C Power Adapter";
   }
 }
 
 }  // namespace
 
-bool isExternal(const std::vector<Pack>& packs, const std::vector<Charger>& chargers) {
-  return isExternal(packs, equivalentBattery(packs), chargers);
-}
-
 PowerState combine(const std::vector<Pack>& packs, const std::vector<Charger>& chargers) {
   PowerState state;
   state.battery = equivalentBattery(packs);
-  state.charging = isCharging(packs, state.battery);
-  state.discharging =
-      (any(packs, Status::discharging) || direction(state.battery) < 0) && !state.charging;
-  state.external = isExternal(packs, state.battery, chargers);
+  const double flow = direction(state.battery);
+  state.charging = any(packs, Status::charging) && flow >= 0;
+  state.discharging = (any(packs, Status::discharging) || flow < 0) && !state.charging;
+  state.external = isExternal(packs, chargers, state.charging);
   state.full = std::all_of(packs.begin(), packs.end(), isFull);
   if (state.external) describeAdapter(chargers, state);
   return state;

@@ -22,10 +22,7 @@ struct PowerState {
   std::string adapterName;        ///< empty when no charger says it
 };
 
-/// Whether power comes in from outside, with these packs (at least one) and all chargers.
-bool isExternal(const std::vector<Pack>& packs, const std::vector<Charger>& chargers);
-
-/// Combines all packs (at least one, by name) and all chargers (by name).
+/// Combines all packs (at least one) and all chargers, each in the order of their names.
 PowerState combine(const std::vector<Pack>& packs, const std::vector<Charger>& chargers);
 
 }  // namespace lumowatt::power_supply

@@ -74,12 +74,13 @@ std::optional<PropertyDictionary> Service::properties() {
   auto [packNames, chargers] = survey(supplies);
   const std::vector<Pack> packs = readPacks(supplies, packNames);
   if (packs.empty()) return std::nullopt;
-  if (isExternal(packs, chargers)) chargers = withRatings(supplies, std::move(chargers));
 
-  const PowerState state = combine(packs, chargers);
+  PowerState state = combine(packs, chargers);
   MeasuredPower measured;
-  const bool apple = packNames.front().starts_with("macsmc");
-  if (state.external && apple) measured = readAppleSensors(hwmonFolder_);
+  if (state.external) {
+    state = combine(packs, withRatings(supplies, std::move(chargers)));
+    if (packNames.front().starts_with("macsmc")) measured = readAppleSensors(hwmonFolder_);
+  }
   return dictionary(state, measured);
 }
 

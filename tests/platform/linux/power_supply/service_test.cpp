@@ -379,7 +379,7 @@ class LinuxMachine : public testing::TestWithParam<std::string> {
   }
 
   static std::optional<PropertyDictionary> properties() {
-    return Service(file("sys/class/power_supply"), file("sys/class/hwmon")).properties();
+    return Service(file("class/power_supply"), file("class/hwmon")).properties();
   }
 };
 
@@ -396,7 +396,7 @@ TEST_P(LinuxMachine, HasItsDictionary) {
 }
 
 TEST_P(LinuxMachine, HasItsReadingAndDump) {
-  Service service(file("sys/class/power_supply"), file("sys/class/hwmon"));
+  Service service(file("class/power_supply"), file("class/hwmon"));
   const auto reading = read(service);
   EXPECT_EQ(reading ? dump(*reading) : "error=no battery\n", fileContents(file("expected.txt")));
 }
