@@ -76,6 +76,8 @@ TEST(Shortest, ReadsBackAsTheSameValueWithoutAnExponent) {
   }
 }
 
+TEST(Shortest, OfWhatIsNoNumberHasNoFraction) { EXPECT_EQ(shortest(infinity), "inf"); }
+
 TEST(Sign, IsTheMinusSignBelowZeroOnly) {
   EXPECT_EQ(sign(-0.04), "\u2212");
   EXPECT_EQ(sign(0.0), "+");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <map>
 
 #include "support/files.h"
 #include "support/fixtures.h"
@@ -16,9 +17,17 @@ namespace {
 constexpr bool sanitized = LUMOWATT_SANITIZED;
 const std::string anyMachine = "01-thinkpad-lnv45n1-discharging";
 
-/// A fixture as a machine that a program can be run on: umockdev shows it as /sys.
+/// A machine that a program can be run on: umockdev shows it a /sys of ours.
 class Machine {
  public:
+  /// One with no more than the given attributes, by their paths below the power-supply folder.
+  explicit Machine(const std::map<std::string, std::string>& attributes) {
+    for (const auto& [path, value] : attributes) {
+      root_.write("sys/class/power_supply/" + path, value + "\n");
+    }
+  }
+
+  /// A fixture.
   explicit Machine(const std::string& fixture) {
     std::filesystem::create_directory_symlink(fixturePath("linux", fixture), root_.path() / "sys");
   }
@@ -35,9 +44,8 @@ class Machine {
   TemporaryFolder root_;
 };
 
-/// The dump of a fixture, the reading of some of whose attributes fails.
-ProcessResult runRefusing(const std::string& fixture, const std::string& names, int error) {
-  const Machine machine(fixture);
+/// The dump of a machine, the reading of some of whose attributes fails.
+ProcessResult runRefusing(const Machine& machine, const std::string& names, int error) {
   Environment environment = machine.environment(LUMOWATT_REFUSING_ATTRIBUTE);
   environment.emplace_back("REFUSED_NAMES", names);
   environment.emplace_back("REFUSED_ERROR", std::to_string(error));
@@ -59,8 +67,9 @@ ProcessResult run(const std::string& fixture, std::vector<std::string> arguments
 ProcessResult runShell(const std::string& commands) {
   const Machine machine(anyMachine);
   std::string mocked = "env";
-  for (const auto& [name, value] : machine.environment())
+  for (const auto& [name, value] : machine.environment()) {
     mocked.append(" ").append(name).append("='").append(value).append("'");
+  }
   return runProcess({"bash", "-c", "lumowatt() { " + mocked + " \"$0\" \"$@\"; }\n" + commands,
                      LUMOWATT_PROGRAM});
 }
@@ -134,22 +143,39 @@ TEST(Program, DumpsTheSameUnderAnotherLocale) {
 }
 
 TEST(Program, AnAttributeThatCannotBeReadCountsAsAbsent) {
+  const Machine machine(anyMachine);
   for (const int error : {ENODEV, EIO, EAGAIN}) {
     // Without the driver's percentage it is computed (49.45 of 50.06 Wh), without the power
     // nothing is known to flow.
-    expectResult(runRefusing(anyMachine, "capacity scope", error),
+    expectResult(runRefusing(machine, "capacity scope", error),
                  withLine(dumpOf(anyMachine), "percent=99"), 0);
     std::string powerless = dumpOf(anyMachine);
     for (const char* line : {"trend=steady", "minutes=unknown", "batteryAmps=0.000",
                              "batteryWatts=0.000", "percentPerHour=unknown", "systemWatts=0.000"}) {
       powerless = withLine(powerless, line);
     }
-    expectResult(runRefusing(anyMachine, "power_now", error), powerless, 0);
+    expectResult(runRefusing(machine, "power_now", error), powerless, 0);
   }
 }
 
 TEST(Program, ASupplyWhoseDeviceIsGoneIsNotThere) {
-  expectResult(runRefusing(anyMachine, "*", ENODEV), "error=no battery\n", 1);
+  expectResult(runRefusing(Machine(anyMachine), "*", ENODEV), "error=no battery\n", 1);
+}
+
+TEST(Program, AChargerThatRefusesToTellItsRatingIsStillOnline) {
+  const Machine machine({{"BAT0/type", "Battery"},
+                         {"BAT0/status", "Not charging"},
+                         {"BAT0/capacity", "80"},
+                         {"port/type", "USB"},
+                         {"port/online", "1"},
+                         {"port/voltage_max", "20000000"},
+                         {"port/current_max", "3250000"}});
+  const ProcessResult told = runRefusing(machine, "", ENODEV);
+  EXPECT_NE(told.output.find("external=true"), std::string::npos);
+  EXPECT_NE(told.output.find("adapterWatts=65"), std::string::npos);
+  const std::string expected = withLine(told.output, "adapterWatts=0");
+  expectResult(runRefusing(machine, "voltage_max current_max", ENODEV),
+               withLine(expected, "adapterName="), 0);
 }
 
 TEST(Program, AFullDeviceAsStandardOutputIsAFailure) {

@@ -58,9 +58,7 @@ std::optional<std::int64_t> Device::number(const char* attribute) {
   return value ? parseInteger(*value) : std::nullopt;
 }
 
-bool Device::isPresent() const {
-  // While a device is taken down, it refuses to answer before the kernel removes it from its class.
-  if (refused_ && !answered_) return false;
+bool Device::isListed() const {
   struct stat held {};
   struct stat listed {};
   return folder_ >= 0 && ::fstat(folder_, &held) == 0 &&

@@ -53,16 +53,20 @@ class Device {
   /// else or does not fit 64 bits.
   std::optional<std::int64_t> number(const char* attribute);
 
-  /// Whether this very device is still there. If not, it was removed meanwhile, and what was read
-  /// of it may be incomplete.
-  bool isPresent() const;
+  /// Whether the class still lists this very device. If not, it was removed meanwhile, and what
+  /// was read of it may be incomplete.
+  bool isListed() const;
+
+  /// Whether the driver answered that there is no such device, and to nothing else: so it does
+  /// while a device is taken down, before the class ceases to list it.
+  bool isBeingRemoved() const { return refused_ && !answered_; }
 
  private:
   int classFolder_;
   std::string name_;
   int folder_;             // negative when the device could not be opened
   bool answered_ = false;  // an attribute could be read
-  bool refused_ = false;   // an attribute answered that there is no such device
+  bool refused_ = false;   // reading one failed with ENODEV
 };
 
 /// The decimal integer that is all of `text`, with an optional sign. Absent when it is anything

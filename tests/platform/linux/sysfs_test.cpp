@@ -37,7 +37,7 @@ TEST_F(Sysfs, AClassThatIsMissingHasNoDevices) {
   const Class missing(folder.path() / "nowhere");
   EXPECT_TRUE(missing.deviceNames().empty());
   EXPECT_FALSE(Device(missing, "BAT0").text("type"));
-  EXPECT_FALSE(Device(missing, "BAT0").isPresent());
+  EXPECT_FALSE(Device(missing, "BAT0").isListed());
 }
 
 TEST_F(Sysfs, ADeviceMayBeALink) {
@@ -46,7 +46,7 @@ TEST_F(Sysfs, ADeviceMayBeALink) {
   const Class devices(folder.path() / "class");
   Device device(devices, "BAT0");
   EXPECT_EQ(device.text("type"), "Battery");
-  EXPECT_TRUE(device.isPresent());
+  EXPECT_TRUE(device.isListed());
 }
 
 TEST_F(Sysfs, TextIsTrimmed) {
@@ -78,7 +78,7 @@ TEST_F(Sysfs, AnAttributeThatIsMissingOrNoFileIsAbsent) {
   EXPECT_EQ(device.text("power"), std::nullopt);
   std::filesystem::create_symlink("nowhere", folder.path() / "BAT0/dangling");
   EXPECT_EQ(device.text("dangling"), std::nullopt);
-  EXPECT_TRUE(device.isPresent());
+  EXPECT_TRUE(device.isListed());
 }
 
 TEST_F(Sysfs, AnAttributeThatWouldBlockIsAbsent) {
@@ -92,24 +92,24 @@ TEST_F(Sysfs, ADeviceThatIsAFileHasNothing) {
   const Class devices(folder.path());
   Device device(devices, "stray");
   EXPECT_FALSE(device.text("type"));
-  EXPECT_FALSE(device.isPresent());
+  EXPECT_FALSE(device.isListed());
 }
 
-TEST_F(Sysfs, ADeviceThatWasRemovedIsNotPresent) {
+TEST_F(Sysfs, ADeviceThatWasRemovedIsNotListed) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
-  EXPECT_TRUE(device.isPresent());
+  EXPECT_TRUE(device.isListed());
   std::filesystem::remove_all(folder.path() / "BAT0");
-  EXPECT_FALSE(device.isPresent());
+  EXPECT_FALSE(device.isListed());
   EXPECT_EQ(device.text("type"), std::nullopt);
 }
 
-TEST_F(Sysfs, ADeviceThatAnotherReplacedIsNotPresent) {
+TEST_F(Sysfs, ADeviceThatAnotherReplacedIsNotListed) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   std::filesystem::rename(folder.path() / "BAT0", folder.path() / "gone");
   folder.write("BAT0/type", "Battery\n");
-  EXPECT_FALSE(device.isPresent());
+  EXPECT_FALSE(device.isListed());
 }
 
 TEST(ParseInteger, TakesAnOptionalSign) {

@@ -28,10 +28,10 @@ void readChannels(sysfs::Device& controller, std::string_view kind, int first,
   for (int channel = first;; ++channel) {
     const std::string prefix = std::string(kind) + std::to_string(channel);
     const auto label = controller.text((prefix + "_label").c_str());
-    if (!label) return;
+    const auto value = controller.number((prefix + "_input").c_str());
+    if (!label && !value) return;
     for (const Sensor& sensor : sensors) {
-      if (sensor.kind != kind || sensor.label != *label) continue;
-      if (const auto value = controller.number((prefix + "_input").c_str())) {
+      if (sensor.kind == kind && sensor.label == label && value) {
         measured.*sensor.figure = static_cast<double>(*value) / sensor.unitsPerMilli;
       }
     }

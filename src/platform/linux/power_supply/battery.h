@@ -10,7 +10,11 @@ namespace lumowatt::power_supply {
 /// What a pack counts its contents in.
 enum class Unit { charge, energy };
 
-/// What a battery holds, in µAh or µWh.
+// The kernel's figures are integers in micro-units. Products of two are kept in pico-units
+// (µA × µV = pW), so that a double holds all of them exactly until they are divided, once.
+inline constexpr double picoPerMicro = 1e6;
+
+/// What a battery holds, in µAh or pWh.
 struct Store {
   Unit unit;
   double full;                   ///< above 0
@@ -26,7 +30,7 @@ struct Battery {
 
   // What flows into the battery, negative out of it; 0 when unknown.
   double microamps = 0;
-  double microwatts = 0;
+  double picowatts = 0;
 
   std::optional<std::int64_t> capacity;     ///< the driver's own figure, %; can be outside 0 to 100
   std::optional<std::int64_t> secondsLeft;  ///< the driver's own estimate for the present direction
@@ -36,7 +40,7 @@ struct Battery {
 
 /// The sign of what flows into `battery`; of use where the magnitude is not.
 inline double direction(const Battery& battery) {
-  return battery.microamps != 0 ? battery.microamps : battery.microwatts;
+  return battery.microamps != 0 ? battery.microamps : battery.picowatts;
 }
 
 }  // namespace lumowatt::power_supply

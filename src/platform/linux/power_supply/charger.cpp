@@ -17,9 +17,9 @@ double positive(Device& device, const char* attribute) {
   return static_cast<double>(std::max<std::int64_t>(device.number(attribute).value_or(0), 0));
 }
 
-double watts(Device& device, const char* microvolts, const char* microamps) {
-  const double volts = positive(device, microvolts) / 1e6;
-  return volts > 0 ? volts * positive(device, microamps) / 1e6 : 0;
+double watts(Device& device, const char* voltage, const char* current) {
+  const double microvolts = positive(device, voltage);
+  return microvolts > 0 ? microvolts * positive(device, current) / 1e12 : 0;
 }
 
 std::string readProduct(Device& device) {

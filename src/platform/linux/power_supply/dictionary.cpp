@@ -33,18 +33,19 @@ std::optional<double> milliampHours(const Battery& battery, std::optional<double
   if (!amount) return std::nullopt;
   if (battery.store->unit == Unit::charge) return *amount / 1000;
   if (!battery.designMicrovolts) return std::nullopt;
-  return *amount * 1000 / *battery.designMicrovolts;
+  return *amount / (*battery.designMicrovolts * 1000);
 }
 
 /// Minutes until `amount` of the battery's store has passed at `sign` times the present flow.
 std::int64_t minutes(const Battery& battery, std::optional<double> amount, double sign) {
-  constexpr double leastFlow = 10'000;  // 10 mA, or 10 mW where energy is counted
-  const bool energy = battery.store && battery.store->unit == Unit::energy;
-  const double flow = sign * (energy ? battery.microwatts : battery.microamps);
+  // In the store's own unit; 10 mA or 10 mW are as good as none.
+  const bool energy = battery.store ? battery.store->unit == Unit::energy : battery.microamps == 0;
+  const double flow = sign * (energy ? battery.picowatts : battery.microamps);
+  const double leastFlow = 10'000 * (energy ? picoPerMicro : 1);
   if (!(flow > leastFlow)) return unknownMinutes;
   if (battery.secondsLeft) return *battery.secondsLeft / 60;
   if (!amount) return unknownMinutes;
-  const auto result = roundedHalfAwayFromZero(*amount / flow * 60);
+  const auto result = roundedHalfAwayFromZero(*amount * 60 / flow);
   return result && *result >= 1 && *result < unknownMinutes ? *result : unknownMinutes;
 }
 
@@ -72,7 +73,7 @@ PropertyDictionary adapter(const PowerState& state) {
 
 PropertyDictionary telemetry(const PowerState& state, const MeasuredPower& measured) {
   PropertyDictionary figures;
-  const double milliwatts = state.battery.microwatts / 1000;
+  const double milliwatts = state.battery.picowatts / 1e9;
   setRounded(figures, "BatteryPower", milliwatts);
   if (state.external) {
     setRounded(figures, "SystemPowerIn", measured.inputMilliwatts);

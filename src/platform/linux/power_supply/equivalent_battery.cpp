@@ -6,15 +6,15 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-/// What a pack holds, in µWh. Absent when it cannot be told.
+/// What a pack holds, in pWh. Absent when it cannot be told.
 std::optional<Store> energy(const Battery& battery) {
   const auto& store = battery.store;
   if (!store || store->unit == Unit::energy) return store;
   if (!battery.designMicrovolts) return std::nullopt;
-  const double volts = *battery.designMicrovolts / 1e6;
-  Store converted{Unit::energy, store->full * volts, std::nullopt, std::nullopt};
-  if (store->now) converted.now = *store->now * volts;
-  if (store->design) converted.design = *store->design * volts;
+  const double microvolts = *battery.designMicrovolts;
+  Store converted{Unit::energy, store->full * microvolts, std::nullopt, std::nullopt};
+  if (store->now) converted.now = *store->now * microvolts;
+  if (store->design) converted.design = *store->design * microvolts;
   return converted;
 }
 
@@ -28,7 +28,7 @@ std::optional<double> sum(std::optional<double> a, std::optional<double> b) {
   return a && b ? std::optional(*a + *b) : std::nullopt;
 }
 
-/// All that is held, in µWh. A pack of which that is not known adds nothing to any of the figures,
+/// All that is held, in pWh. A pack of which that is not known adds nothing to any of the figures,
 /// so that they go on describing the same packs.
 std::optional<Store> totalEnergy(const std::vector<Pack>& packs) {
   std::optional<Store> total;
@@ -61,12 +61,12 @@ Battery equivalentBattery(const std::vector<Pack>& packs) {
   whole.microvolts = primary.microvolts;
   whole.designMicrovolts = primary.designMicrovolts;
   for (const auto& [status, battery] : packs) {
-    whole.microwatts += battery.microwatts;
+    whole.picowatts += battery.picowatts;
     // An empty optional compares below every value.
     whole.temperature = std::max(whole.temperature, battery.temperature);
     whole.cycles = std::max(whole.cycles, battery.cycles);
   }
-  if (whole.microvolts) whole.microamps = whole.microwatts / *whole.microvolts * 1e6;
+  if (whole.microvolts) whole.microamps = whole.picowatts / *whole.microvolts;
   // The drivers' percentages cannot be added. One serves where nothing else is known.
   if (!whole.store) whole.capacity = primary.capacity;
   return whole;

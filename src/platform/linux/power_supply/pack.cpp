@@ -12,15 +12,16 @@ using sysfs::Device;
 
 struct StoreAttributes {
   Unit unit;
+  double scale;  // from the kernel's micro-units
   const char* full;
   const char* now;
   const char* design;
 };
 
-// In order of preference; a driver that offers both computes the second from the first.
+// In order of preference: a capacity in mAh needs no voltage to become one.
 constexpr StoreAttributes stores[] = {
-    {Unit::charge, "charge_full", "charge_now", "charge_full_design"},
-    {Unit::energy, "energy_full", "energy_now", "energy_full_design"},
+    {Unit::charge, 1, "charge_full", "charge_now", "charge_full_design"},
+    {Unit::energy, picoPerMicro, "energy_full", "energy_now", "energy_full_design"},
 };
 
 struct StatusText {
@@ -62,13 +63,16 @@ std::optional<Store> readStore(Device& device, std::optional<std::int64_t> capac
   for (const StoreAttributes& attributes : stores) {
     const auto full = positive(device, attributes.full);
     if (!full) continue;
-    Store store{attributes.unit, *full, std::nullopt, positive(device, attributes.design)};
+    Store store{attributes.unit, *full * attributes.scale, std::nullopt, std::nullopt};
+    if (const auto design = positive(device, attributes.design)) {
+      store.design = *design * attributes.scale;
+    }
     const auto now = device.number(attributes.now);
     const bool credible = now && *now >= 0 && static_cast<double>(*now) <= 1.5 * *full;
     if (credible) {
-      store.now = static_cast<double>(*now);
+      store.now = static_cast<double>(*now) * attributes.scale;
     } else if (capacity) {
-      store.now = *full * static_cast<double>(std::max<std::int64_t>(*capacity, 0)) / 100;
+      store.now = store.full * static_cast<double>(std::max<std::int64_t>(*capacity, 0)) / 100;
     }
     return store;
   }
@@ -110,20 +114,20 @@ void readFlow(Device& device, Pack& pack) {
   }
 
   // The one that is not reported is computed; without a voltage it stays unknown.
-  const double volts = pack.battery.microvolts.value_or(0) / 1e6;
-  const bool currentKnown = current || volts > 0;
-  const double microwatts = std::fabs(power ? *power : *current * volts);
+  const double microvolts = pack.battery.microvolts.value_or(0);
+  const bool currentKnown = current || microvolts > 0;
+  const double picowatts = std::fabs(power ? *power * picoPerMicro : *current * microvolts);
   double microamps = 0;
-  if (currentKnown) microamps = std::fabs(current ? *current : *power / volts);
+  if (currentKnown) microamps = std::fabs(current ? *current : picowatts / microvolts);
 
   bool out = pack.status == Status::discharging;
   if (pack.status == Status::unknown || pack.status == Status::notCharging) {
     constexpr double noise = 5000;  // 5 mA; where only the power is known, 5 mW
-    if ((currentKnown ? microamps : microwatts) < noise) return;
+    if ((currentKnown ? microamps : picowatts / picoPerMicro) < noise) return;
     out = reportedOut;
   }
   pack.battery.microamps = out ? -microamps : microamps;
-  pack.battery.microwatts = out ? -microwatts : microwatts;
+  pack.battery.picowatts = out ? -picowatts : picowatts;
 }
 
 /// The driver's estimate for the direction in which the pack goes, if it is one.

@@ -34,7 +34,8 @@ bool isExternal(const std::vector<Pack>& packs, const std::vector<Charger>& char
   if (charging) return true;
   const bool discharging = any(packs, Status::discharging);
   if (chargers.empty()) {
-    return !discharging && (any(packs, Status::full) || any(packs, Status::notCharging));
+    return !discharging && (any(packs, Status::charging) || any(packs, Status::full) ||
+                            any(packs, Status::notCharging));
   }
   // A USB port can go on claiming a charger that was unplugged; a pack that is emptied tells.
   return std::any_of(chargers.begin(), chargers.end(), [discharging](const Charger& charger) {

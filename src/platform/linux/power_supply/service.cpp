@@ -34,7 +34,7 @@ Supplies survey(const Class& supplies) {
       if (isLaptopPack(device)) found.packNames.push_back(name);
     } else if (isCharger(type, name)) {
       Charger charger = readCharger(device, type);
-      if (device.isPresent()) found.chargers.push_back(std::move(charger));
+      if (device.isListed()) found.chargers.push_back(std::move(charger));
     }
   }
   return found;
@@ -42,12 +42,16 @@ Supplies survey(const Class& supplies) {
 
 std::vector<Pack> readPacks(const Class& supplies, const std::vector<std::string>& names) {
   std::vector<Pack> packs;
+  std::vector<std::string> left;
   for (const std::string& name : names) {
     Device device(supplies, name);
     const Pack pack = readPack(device, names.size() == 1);
-    if (device.isPresent()) packs.push_back(pack);
+    if (!device.isListed() || device.isBeingRemoved()) continue;
+    packs.push_back(pack);
+    left.push_back(name);
   }
-  return packs;
+  // Where one has gone, the others are read again: a pack that is alone is read differently.
+  return left.size() == names.size() ? packs : readPacks(supplies, left);
 }
 
 /// `chargers` with what the online ones can give. One that has gone meanwhile is left out.
@@ -57,7 +61,7 @@ std::vector<Charger> withRatings(const Class& supplies, std::vector<Charger> cha
     if (charger.online) {
       Device device(supplies, charger.name);
       readRating(device, charger);
-      if (!device.isPresent()) continue;
+      if (!device.isListed()) continue;
     }
     rated.push_back(std::move(charger));
   }

@@ -43,6 +43,16 @@ TEST(AppleSensors, ThatCannotBeReadMeasureNothing) {
   EXPECT_FALSE(measured.systemMilliwatts);
 }
 
+TEST(AppleSensors, AfterALabelThatCannotBeReadAreStillFound) {
+  const MockMachine machine;
+  Attributes unreadable = chip;
+  unreadable["power1_label"] = std::string(5000, 'x');
+  machine.sensors("hwmon0", unreadable);
+  const MeasuredPower measured = readAppleSensors(machine.hwmonFolder());
+  EXPECT_FALSE(measured.systemMilliwatts);
+  EXPECT_DOUBLE_EQ(measured.inputMilliwatts.value(), 12345.678);
+}
+
 TEST(AppleSensors, OfAnotherMachineMeasureNothing) {
   const MockMachine machine;
   EXPECT_FALSE(readAppleSensors(machine.hwmonFolder()).inputMilliwatts);
@@ -64,6 +74,7 @@ TEST(AppleSensors, CountOnExternalPowerOfAnAppleLaptopOnly) {
   EXPECT_EQ(telemetry("macsmc-battery", charging)["SystemLoad"], 9877);
   EXPECT_EQ(telemetry("macsmc-battery", chargePack())["SystemPowerIn"], 0);
   EXPECT_FALSE(telemetry("BAT0", charging).contains("SystemPowerIn"));
+  EXPECT_FALSE(telemetry("mac-battery", charging).contains("SystemPowerIn"));
 }
 
 }  // namespace lumowatt::power_supply

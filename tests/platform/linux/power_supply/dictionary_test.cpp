@@ -15,7 +15,7 @@ constexpr int unknownMinutes = 65535;
 /// 4000 mAh, half full, at rest; 5000 mAh when new, 11 V by design, now at 12 V.
 PowerState atRest(Unit unit = Unit::charge) {
   PowerState state;
-  const double scale = unit == Unit::charge ? 1 : 11;
+  const double scale = unit == Unit::charge ? 1 : 11e6;
   state.battery.store = Store{unit, 4e6 * scale, 2e6 * scale, 5e6 * scale};
   state.battery.microvolts = 12e6;
   state.battery.designMicrovolts = 11e6;
@@ -26,7 +26,7 @@ PowerState atRest(Unit unit = Unit::charge) {
 PowerState flowing(double amps, Unit unit = Unit::charge) {
   PowerState state = atRest(unit);
   state.battery.microamps = amps * 1e6;
-  state.battery.microwatts = amps * 12e6;
+  state.battery.picowatts = amps * 12e12;
   state.charging = state.external = amps > 0;
   state.discharging = amps < 0;
   return state;
@@ -121,7 +121,7 @@ TEST(RawCapacities, AreLeftOutWhereUnknown) {
 
 TEST(Figures, AreRoundedHalfAwayFromZero) {
   PowerState state = flowing(-0.0005);
-  state.battery.microwatts = -1500;
+  state.battery.picowatts = -1.5e9;
   state.battery.microvolts = 12'000'500;
   const json properties = propertiesOf(state);
   EXPECT_EQ(properties["Amperage"], -1);
@@ -182,11 +182,11 @@ TEST(Minutes, AreUnknownForAFlowOf10MilliamperesOrMilliwattsOrLess) {
   charge.battery.microamps = -10'001;
   EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], 120);
   PowerState energy = flowing(-1, Unit::energy);
-  energy.battery.microwatts = -10'000;
+  energy.battery.picowatts = -10e9;
   EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], unknownMinutes);
-  energy.battery.microwatts = -20'000;
+  energy.battery.picowatts = -20e9;
   EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], unknownMinutes) << "66000, too long";
-  energy.battery.microwatts = -22'000;
+  energy.battery.picowatts = -22e9;
   EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], 60000);
 }
 
@@ -203,6 +203,16 @@ TEST(Minutes, AreUnknownWhenTheFlowGoesTheOtherWay) {
   state.charging = false;
   state.discharging = true;
   EXPECT_EQ(propertiesOf(state)["AvgTimeToEmpty"], unknownMinutes);
+}
+
+TEST(Minutes, OfABatteryWithoutAStoreNeedAFlowOfCurrentOrPower) {
+  PowerState state = flowing(-0.5);
+  state.battery.store.reset();
+  state.battery.secondsLeft = 7200;
+  state.battery.microamps = 0;
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 120);
+  state.battery.picowatts = -10e9;
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
 }
 
 TEST(Minutes, OfABatteryWithoutAStoreAreTheDriversOwn) {

@@ -9,8 +9,8 @@ namespace {
 /// Energies in Wh, power in W, voltages in V.
 Pack energyPack(double full, double now, double watts, double designVolts = 10, double volts = 12) {
   Pack pack;
-  pack.battery.store = Store{Unit::energy, full * 1e6, now * 1e6, full * 1.25e6};
-  pack.battery.microwatts = watts * 1e6;
+  pack.battery.store = Store{Unit::energy, full * 1e12, now * 1e12, full * 1.25e12};
+  pack.battery.picowatts = watts * 1e12;
   pack.battery.microamps = watts / volts * 1e6;
   pack.battery.microvolts = volts * 1e6;
   pack.battery.designMicrovolts = designVolts * 1e6;
@@ -21,7 +21,7 @@ Pack energyPack(double full, double now, double watts, double designVolts = 10, 
 /// Charges in Ah.
 Pack chargePack(double full, double now, double amps, double designVolts, double volts) {
   Pack pack = energyPack(full, now, amps * volts, designVolts, volts);
-  pack.battery.store->unit = Unit::charge;
+  pack.battery.store = Store{Unit::charge, full * 1e6, now * 1e6, full * 1.25e6};
   return pack;
 }
 
@@ -40,10 +40,10 @@ TEST(EquivalentBattery, OfOnePackIsThatPack) {
 TEST(EquivalentBattery, AddsEnergiesAndPowers) {
   const Battery battery = equivalentBattery({energyPack(20, 5, 0), energyPack(60, 30, -6)});
   EXPECT_EQ(battery.store->unit, Unit::energy);
-  EXPECT_DOUBLE_EQ(battery.store->full, 80e6);
-  EXPECT_DOUBLE_EQ(battery.store->now.value(), 35e6);
-  EXPECT_DOUBLE_EQ(battery.store->design.value(), 100e6);
-  EXPECT_DOUBLE_EQ(battery.microwatts, -6e6);
+  EXPECT_DOUBLE_EQ(battery.store->full, 80e12);
+  EXPECT_DOUBLE_EQ(battery.store->now.value(), 35e12);
+  EXPECT_DOUBLE_EQ(battery.store->design.value(), 100e12);
+  EXPECT_DOUBLE_EQ(battery.picowatts, -6e12);
 }
 
 TEST(EquivalentBattery, TakesTheVoltagesOfTheLargestPack) {
@@ -64,14 +64,14 @@ TEST(EquivalentBattery, ComparesAndAddsChargesThroughTheirDesignVoltages) {
   const Battery battery =
       equivalentBattery({chargePack(5, 1, 0, 4, 4.2), energyPack(22, 11, 0, 11, 12)});
   EXPECT_EQ(battery.designMicrovolts, 11e6) << "20 Wh against 22";
-  EXPECT_DOUBLE_EQ(battery.store->full, 42e6);
-  EXPECT_DOUBLE_EQ(battery.store->now.value(), 15e6);
-  EXPECT_DOUBLE_EQ(battery.store->design.value(), 52.5e6);
+  EXPECT_DOUBLE_EQ(battery.store->full, 42e12);
+  EXPECT_DOUBLE_EQ(battery.store->now.value(), 15e12);
+  EXPECT_DOUBLE_EQ(battery.store->design.value(), 52.5e12);
 }
 
 TEST(EquivalentBattery, OpposedPowersCancel) {
   const Battery battery = equivalentBattery({energyPack(20, 5, 8), energyPack(60, 30, -6)});
-  EXPECT_DOUBLE_EQ(battery.microwatts, 2e6);
+  EXPECT_DOUBLE_EQ(battery.picowatts, 2e12);
   EXPECT_GT(direction(battery), 0);
 }
 
@@ -105,9 +105,9 @@ TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
   voltless.battery.designMicrovolts.reset();
   const Battery battery =
       equivalentBattery({unknown, unmeasured, voltless, energyPack(60, 30, -6)});
-  EXPECT_DOUBLE_EQ(battery.store->full, 60e6);
-  EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e6);
-  EXPECT_DOUBLE_EQ(battery.microwatts, -9e6) << "its power still flows";
+  EXPECT_DOUBLE_EQ(battery.store->full, 60e12);
+  EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e12);
+  EXPECT_DOUBLE_EQ(battery.picowatts, -9e12) << "its power still flows";
   EXPECT_EQ(battery.designMicrovolts, 10e6);
 }
 

@@ -17,7 +17,7 @@ Pack packOf(const Attributes& attributes, const std::string& name = "BAT0", bool
 }
 
 double milliamps(const Pack& pack) { return pack.battery.microamps / 1000; }
-double milliwatts(const Pack& pack) { return pack.battery.microwatts / 1000; }
+double milliwatts(const Pack& pack) { return pack.battery.picowatts / 1e9; }
 
 }  // namespace
 
@@ -51,9 +51,9 @@ TEST(PackStore, IsEnergyWhereItsFullChargeIsMissingOrZero) {
   const Store store =
       packOf(energyPack({{"charge_full", "0"}, {"charge_now", "1000000"}})).battery.store.value();
   EXPECT_EQ(store.unit, Unit::energy);
-  EXPECT_EQ(store.full, 50e6);
-  EXPECT_EQ(store.now, 25e6);
-  EXPECT_EQ(store.design, 60e6);
+  EXPECT_EQ(store.full, 50e12);
+  EXPECT_EQ(store.now, 25e12);
+  EXPECT_EQ(store.design, 60e12);
 }
 
 TEST(PackStore, IsNotKnownWithoutAFullCapacity) {
@@ -79,6 +79,11 @@ TEST(PackStore, APresentChargeThatIsAbsurdIsTakenFromThePercentage) {
   EXPECT_EQ(now("6000001"), 1e6);
   EXPECT_EQ(now("6000000"), 6e6) << "1.5 times full is still believed";
   EXPECT_EQ(now("0"), 0.0);
+}
+
+TEST(PackStore, APercentageBelowZeroIsAnEmptyPack) {
+  EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", "-5"}})).battery.store->now,
+            0.0);
 }
 
 TEST(PackStore, APresentChargeThatCannotBeToldIsUnknown) {

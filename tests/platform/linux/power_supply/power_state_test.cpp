@@ -10,7 +10,7 @@ namespace {
 Pack pack(Status status, double watts = 0) {
   Pack result;
   result.status = status;
-  result.battery.microwatts = watts * 1e6;
+  result.battery.picowatts = watts * 1e12;
   return result;
 }
 
@@ -61,6 +61,7 @@ TEST(External, WithoutAnyChargerListedIsToldByThePacks) {
   EXPECT_TRUE(combine({pack(Status::charging, 5)}, {}).external);
   EXPECT_TRUE(combine({pack(Status::full)}, {}).external);
   EXPECT_TRUE(combine({pack(Status::notCharging)}, {}).external);
+  EXPECT_TRUE(combine({pack(Status::charging, 4), pack(Status::unknown, -9)}, {}).external);
   EXPECT_FALSE(combine({pack(Status::unknown)}, {}).external);
   EXPECT_FALSE(combine({pack(Status::discharging, -5)}, {}).external);
   EXPECT_FALSE(combine({pack(Status::full), pack(Status::discharging, -5)}, {}).external);
@@ -132,6 +133,10 @@ TEST(Adapter, IsCalledByTheFirstOnlineChargerThatHasAName) {
                    charger(true, true, 0, "A"), charger(true, true, 65, "B")})
                 .adapterName,
             "A");
+}
+
+TEST(Adapter, OfTheMainsMayHaveAName) {
+  EXPECT_EQ(rated({charger(false, true, 0, "Acme Brick")}).adapterName, "Acme Brick");
 }
 
 TEST(Adapter, OfUsbWithoutANameIsCalledByItsWatts) {

@@ -115,6 +115,20 @@ TEST(Service, SeveralPacksAreOneBattery) {
   EXPECT_EQ(properties["AvgTimeToEmpty"], 360) << "30 Wh at 5 W";
 }
 
+TEST(Service, SeveralPacksThatCountChargeAreOneBattery) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack());
+  machine.supply("BAT1", chargePack({{"charge_full", "2000000"},
+                                     {"charge_now", "500000"},
+                                     {"voltage_min_design", "22000000"},
+                                     {"time_to_empty_now", "60"}}));
+  const json properties = machine.properties();
+  EXPECT_EQ(properties["CurrentCapacity"], 38) << "22 + 11 of 44 + 44 Wh";
+  EXPECT_EQ(properties["AppleRawMaxCapacity"], 8000) << "88 Wh at 11 V";
+  EXPECT_EQ(properties["Amperage"], -1000);
+  EXPECT_EQ(properties["AvgTimeToEmpty"], 165) << "33 Wh at 12 W";
+}
+
 TEST(Service, IsReadAfreshEachTime) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
@@ -322,54 +336,118 @@ TEST(Opening, NothingOfAPeripheralOrAnEmptyBayButWhatTells) {
   EXPECT_EQ(counter.opened(), (Names{"type", "scope", "type", "present"}));
 }
 
-// A supply that comes and goes while it is read: each dictionary is one with it or one without.
-TEST(Vanishing, SupplyIsThereOrNot) {
+// Exact halves in the kernel's units: nothing is rounded on the way to the one rounding.
+TEST(Halves, AreRoundedAwayFromZero) {
+  EXPECT_EQ(propertiesWith({{"charge_now", "410000"}, {"current_now", "400000"}})["TimeRemaining"],
+            62)
+      << "61.5 min";
+  EXPECT_EQ(propertiesWith({{"status", "Charging"},
+                            {"charge_now", "3590000"},
+                            {"current_now", "400000"}})["TimeRemaining"],
+            62)
+      << "61.5 min";
+  EXPECT_EQ(propertiesWith({{"current_now", "15000"},
+                            {"voltage_now", "4100000"}})["PowerTelemetryData"]["BatteryPower"],
+            -62)
+      << "61.5 mW";
+  EXPECT_EQ(propertiesWith({{"current_now", missing},
+                            {"power_now", "33000"},
+                            {"voltage_now", "4400000"}})["Amperage"],
+            -8)
+      << "7.5 mA";
+}
+
+TEST(Halves, OfSeveralPacksAreRoundedAwayFromZero) {
   const MockMachine machine;
-  machine.supply("BAT0", energyPack());
-  machine.supply("AC", {{"type", "Mains"}, {"online", "0"}});
-  const json onePack = machine.properties();
-  machine.supply("BAT1", energyPack({{"power_now", "2000000"}}));
-  const json twoPacks = machine.properties();
-  ASSERT_NE(onePack, twoPacks);
+  const Attributes pack = {{"charge_full", "9000000"},
+                           {"charge_now", "4100500"},
+                           {"voltage_min_design", "5816381"},
+                           {"current_now", "7500"},
+                           {"voltage_now", "5816381"}};
+  machine.supply("BAT0", chargePack(pack));
+  Attributes idle = pack;
+  idle["charge_now"] = "3000000";
+  idle["current_now"] = "0";
+  machine.supply("BAT1", chargePack(idle));
+  const json properties = machine.properties();
+  EXPECT_EQ(properties["AppleRawCurrentCapacity"], 7101) << "7100.5 mAh";
+  EXPECT_EQ(properties["Amperage"], -8) << "7.5 mA";
+}
 
-  // As the kernel removes a device: first its link, then its attributes one by one.
-  const auto folder = machine.powerSupplyFolder();
-  const auto devices = folder.parent_path() / "devices";
-  std::filesystem::create_directory(devices);
-  std::filesystem::rename(folder / "BAT1", devices / "BAT1");
-  std::filesystem::create_directory_symlink(devices / "BAT1", folder / "BAT1");
-  ASSERT_EQ(machine.properties(), twoPacks);
+namespace {
 
-  std::atomic<bool> done = false;
-  std::thread remover([&] {
-    const Attributes attributes = energyPack({{"power_now", "2000000"}});
-    while (!done) {
-      std::filesystem::remove(folder / "BAT1");
-      for (const auto& [name, value] : attributes) std::filesystem::remove(devices / "BAT1" / name);
-      std::filesystem::remove(devices / "BAT1");
-      for (const auto& [name, value] : attributes) {
-        std::filesystem::create_directories(devices / "BAT1");
-        std::ofstream(devices / "BAT1" / name) << value;
-      }
-      std::filesystem::create_directory_symlink(devices / "BAT1", folder / "BAT1");
-    }
-  });
-  int without = 0;
-  int with = 0;
-  constexpr int enough = 300;
-  for (int i = 0; i < 100000 && (without < enough || with < enough); ++i) {
-    const json properties = machine.properties();
-    if (properties == onePack) {
-      ++without;
-    } else {
-      ++with;
-      EXPECT_EQ(properties, twoPacks);
+/// A machine of which another thread adds and removes a supply, in the order in which the kernel
+/// does: first the class's link goes, then the attributes one by one.
+class Coming {
+ public:
+  Coming(const MockMachine& machine, const std::string& name, Attributes attributes)
+      : link_(machine.powerSupplyFolder() / name),
+        device_(machine.powerSupplyFolder().parent_path() / "devices" / name),
+        attributes_(std::move(attributes)),
+        thread_([this] { comeAndGo(); }) {}
+  Coming(const Coming&) = delete;
+  Coming& operator=(const Coming&) = delete;
+  ~Coming() {
+    done_ = true;
+    thread_.join();
+  }
+
+ private:
+  void comeAndGo() {
+    while (!done_) {
+      std::filesystem::create_directories(device_);
+      for (const auto& [name, value] : attributes_) std::ofstream(device_ / name) << value;
+      std::filesystem::create_directory_symlink(device_, link_);
+      std::this_thread::yield();
+      std::filesystem::remove(link_);
+      for (const auto& [name, value] : attributes_) std::filesystem::remove(device_ / name);
+      std::filesystem::remove(device_);
     }
   }
-  done = true;
-  remover.join();
-  EXPECT_GE(without, enough);
-  EXPECT_GE(with, enough);
+
+  std::filesystem::path link_;
+  std::filesystem::path device_;
+  Attributes attributes_;
+  std::atomic<bool> done_ = false;
+  std::thread thread_;  // the last member: it uses the others
+};
+
+/// Reads `machine` while a supply comes and goes: each dictionary is one with it or one without.
+void expectWithOrWithout(const MockMachine& machine, const std::string& name,
+                         const Attributes& attributes) {
+  const json without = machine.properties();
+  machine.supply(name, attributes);
+  const json with = machine.properties();
+  ASSERT_NE(with, without);
+  std::filesystem::remove_all(machine.powerSupplyFolder() / name);
+
+  const Coming coming(machine, name, attributes);
+  constexpr int enough = 300;
+  int timesWith = 0;
+  int timesWithout = 0;
+  for (int i = 0; i < 100000 && (timesWith < enough || timesWithout < enough); ++i) {
+    const json properties = machine.properties();
+    ++(properties == with ? timesWith : timesWithout);
+    ASSERT_TRUE(properties == with || properties == without) << properties;
+  }
+  EXPECT_GE(timesWith, enough);
+  EXPECT_GE(timesWithout, enough);
+}
+
+}  // namespace
+
+TEST(Vanishing, PackIsThereOrNot) {
+  const MockMachine machine;
+  machine.supply("BAT0", energyPack({{"time_to_empty_now", "7200"}}));
+  machine.supply("AC", {{"type", "Mains"}, {"online", "0"}});
+  expectWithOrWithout(machine, "BAT1", energyPack({{"power_now", "2000000"}}));
+}
+
+TEST(Vanishing, ChargerIsThereOrNot) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack({{"status", "Full"}}));
+  expectWithOrWithout(machine, "AC",
+                      {{"type", "Mains"}, {"online", "1"}, {"manufacturer", "Acme"}});
 }
 
 class LinuxMachine : public testing::TestWithParam<std::string> {
