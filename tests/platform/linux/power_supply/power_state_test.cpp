@@ -149,6 +149,7 @@ TEST(Adapter, OfAnotherKindWithoutANameHasNone) {
   EXPECT_EQ(rated({charger(false, true, 65)}).adapterName, "");
   EXPECT_EQ(rated({charger(false, true, 65), charger(true, true, 45)}).adapterName, "");
   EXPECT_EQ(rated({charger(true, true, 45), charger(false, true, 65)}).adapterName, "");
+  EXPECT_EQ(rated({charger(true, false, 65), charger(false, true, 65)}).adapterName, "");
 }
 
 TEST(Adapter, NobodyDescribesIsUnknown) {

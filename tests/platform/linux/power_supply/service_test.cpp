@@ -6,10 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
-#include <fstream>
 #include <set>
-#include <thread>
 
 #include "cli/dump.h"
 #include "support/fixtures.h"
@@ -372,82 +369,6 @@ TEST(Halves, OfSeveralPacksAreRoundedAwayFromZero) {
   const json properties = machine.properties();
   EXPECT_EQ(properties["AppleRawCurrentCapacity"], 7101) << "7100.5 mAh";
   EXPECT_EQ(properties["Amperage"], -8) << "7.5 mA";
-}
-
-namespace {
-
-/// A machine of which another thread adds and removes a supply, in the order in which the kernel
-/// does: first the class's link goes, then the attributes one by one.
-class Coming {
- public:
-  Coming(const MockMachine& machine, const std::string& name, Attributes attributes)
-      : link_(machine.powerSupplyFolder() / name),
-        device_(machine.powerSupplyFolder().parent_path() / "devices" / name),
-        attributes_(std::move(attributes)),
-        thread_([this] { comeAndGo(); }) {}
-  Coming(const Coming&) = delete;
-  Coming& operator=(const Coming&) = delete;
-  ~Coming() {
-    done_ = true;
-    thread_.join();
-  }
-
- private:
-  void comeAndGo() {
-    while (!done_) {
-      std::filesystem::create_directories(device_);
-      for (const auto& [name, value] : attributes_) std::ofstream(device_ / name) << value;
-      std::filesystem::create_directory_symlink(device_, link_);
-      std::this_thread::yield();
-      std::filesystem::remove(link_);
-      for (const auto& [name, value] : attributes_) std::filesystem::remove(device_ / name);
-      std::filesystem::remove(device_);
-    }
-  }
-
-  std::filesystem::path link_;
-  std::filesystem::path device_;
-  Attributes attributes_;
-  std::atomic<bool> done_ = false;
-  std::thread thread_;  // the last member: it uses the others
-};
-
-/// Reads `machine` while a supply comes and goes: each dictionary is one with it or one without.
-void expectWithOrWithout(const MockMachine& machine, const std::string& name,
-                         const Attributes& attributes) {
-  const json without = machine.properties();
-  machine.supply(name, attributes);
-  const json with = machine.properties();
-  ASSERT_NE(with, without);
-  std::filesystem::remove_all(machine.powerSupplyFolder() / name);
-
-  const Coming coming(machine, name, attributes);
-  constexpr int enough = 300;
-  int timesWith = 0;
-  int timesWithout = 0;
-  for (int i = 0; i < 100000 && (timesWith < enough || timesWithout < enough); ++i) {
-    const json properties = machine.properties();
-    ++(properties == with ? timesWith : timesWithout);
-    ASSERT_TRUE(properties == with || properties == without) << properties;
-  }
-  EXPECT_GE(timesWith, enough);
-  EXPECT_GE(timesWithout, enough);
-}
-
-}  // namespace
-
-TEST(Vanishing, PackIsThereOrNot) {
-  const MockMachine machine;
-  machine.supply("BAT0", energyPack({{"time_to_empty_now", "7200"}}));
-  machine.supply("AC", {{"type", "Mains"}, {"online", "0"}});
-  expectWithOrWithout(machine, "BAT1", energyPack({{"power_now", "2000000"}}));
-}
-
-TEST(Vanishing, ChargerIsThereOrNot) {
-  const MockMachine machine;
-  machine.supply("BAT0", chargePack({{"status", "Full"}}));
-  expectWithOrWithout(machine, "AC",
-                      {{"type", "Mains"}, {"online", "1"}, {"manufacturer", "Acme"}});
 }
 
 class LinuxMachine : public testing::TestWithParam<std::string> {
