@@ -2,11 +2,8 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/inotify.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <set>
 
 #include "cli/dump.h"
 #include "support/fixtures.h"
@@ -215,122 +212,6 @@ TEST(Service, NegativeFiguresDoNotTurnAgainstTheReader) {
   EXPECT_EQ(properties["Amperage"], -500);
   EXPECT_FALSE(properties.contains("AppleRawMaxCapacity"));
   EXPECT_FALSE(properties.contains("CycleCount"));
-}
-
-namespace {
-
-/// Counts how often each file of some folders is opened.
-class OpenCounter {
- public:
-  OpenCounter() : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
-  OpenCounter(const OpenCounter&) = delete;
-  OpenCounter& operator=(const OpenCounter&) = delete;
-  ~OpenCounter() { ::close(events_); }
-
-  void watch(const std::filesystem::path& folder) const {
-    EXPECT_GE(::inotify_add_watch(events_, folder.c_str(), IN_OPEN), 0);
-  }
-
-  std::multiset<std::string> opened() const {
-    std::multiset<std::string> names;
-    alignas(inotify_event) char buffer[65536];
-    const ssize_t length = ::read(events_, buffer, sizeof buffer);
-    for (ssize_t at = 0; at < length;) {
-      const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
-      if (event->len > 0) names.insert(event->name);
-      at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
-    }
-    return names;
-  }
-
- private:
-  int events_;
-};
-
-/// The attributes of BAT0 and AC that one reading opens.
-std::multiset<std::string> openedBy(const Attributes& pack, const Attributes& charger) {
-  const MockMachine machine;
-  machine.supply("BAT0", pack);
-  machine.supply("AC", charger);
-  OpenCounter counter;
-  counter.watch(machine.powerSupplyFolder() / "BAT0");
-  counter.watch(machine.powerSupplyFolder() / "AC");
-  EXPECT_FALSE(machine.properties().is_null());
-  return counter.opened();
-}
-
-using Names = std::multiset<std::string>;
-
-const Attributes extras = {{"uevent", ""},
-                           {"alarm", "0"},
-                           {"serial_number", "X"},
-                           {"technology", "Li-ion"},
-                           {"manufacturer", "LGC"},
-                           {"model_name", "LNV"},
-                           {"energy_full", "1"},
-                           {"energy_now", "1"},
-                           {"current_avg", "1"},
-                           {"voltage_avg", "1"},
-                           {"power_avg", "1"},
-                           {"voltage_max_design", "1"},
-                           {"time_to_full_now", "1"},
-                           {"capacity_level", "Normal"}};
-
-}  // namespace
-
-TEST(Opening, OnceWhatIsNeededWhileDischarging) {
-  Attributes pack = chargePack({{"power_now", "6000000"},
-                                {"time_to_empty_now", "7200"},
-                                {"time_to_empty_avg", "7200"},
-                                {"temp", "300"},
-                                {"cycle_count", "3"},
-                                {"scope", "System"}});
-  pack.insert(extras.begin(), extras.end());
-  const Names expected = {"type",
-                          "scope",
-                          "present",
-                          "status",
-                          "capacity",
-                          "charge_full",
-                          "charge_full_design",
-                          "charge_now",
-                          "voltage_now",
-                          "current_now",
-                          "power_now",
-                          "time_to_empty_now",
-                          "temp",
-                          "cycle_count",
-                          "type",
-                          "online"};
-  EXPECT_EQ(openedBy(pack, {{"type", "Mains"}, {"online", "0"}, {"manufacturer", "Acme"}}),
-            expected);
-}
-
-TEST(Opening, NoFlowAndNoEstimateOfAFullPack) {
-  const Names opened =
-      openedBy(chargePack({{"status", "Full"}, {"power_now", "1"}, {"time_to_empty_now", "7200"}}),
-               {{"type", "Mains"},
-                {"online", "1"},
-                {"manufacturer", "Acme"},
-                {"model_name", "Brick"},
-                {"voltage_max", "1"},
-                {"current_max", "1"}});
-  const Names expected = {
-      "type",       "present",     "status", "capacity", "charge_full",  "charge_full_design",
-      "charge_now", "voltage_now", "type",   "online",   "manufacturer", "model_name"};
-  EXPECT_EQ(opened, expected);
-}
-
-TEST(Opening, NothingOfAPeripheralOrAnEmptyBayButWhatTells) {
-  const MockMachine machine;
-  machine.supply("BAT0", chargePack());
-  machine.supply("hidpp_battery_0", chargePack({{"scope", "Device"}}));
-  machine.supply("BAT1", chargePack({{"present", "0"}}));
-  OpenCounter counter;
-  counter.watch(machine.powerSupplyFolder() / "hidpp_battery_0");
-  counter.watch(machine.powerSupplyFolder() / "BAT1");
-  EXPECT_FALSE(machine.properties().is_null());
-  EXPECT_EQ(counter.opened(), (Names{"type", "scope", "type", "present"}));
 }
 
 // Exact halves in the kernel's units: nothing is rounded on the way to the one rounding.
