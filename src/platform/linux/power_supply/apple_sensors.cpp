@@ -27,11 +27,13 @@ void readChannels(sysfs::Device& controller, std::string_view kind, int first,
                   MeasuredPower& measured) {
   for (int channel = first;; ++channel) {
     const std::string prefix = std::string(kind) + std::to_string(channel);
+    const std::string input = prefix + "_input";
     const auto label = controller.text((prefix + "_label").c_str());
-    const auto value = controller.number((prefix + "_input").c_str());
-    if (!label && !value) return;
+    // A label that cannot be read is not yet the end of the channels.
+    if (!label && !controller.text(input.c_str())) return;
     for (const Sensor& sensor : sensors) {
-      if (sensor.kind == kind && sensor.label == label && value) {
+      if (sensor.kind != kind || sensor.label != label) continue;
+      if (const auto value = controller.number(input.c_str())) {
         measured.*sensor.figure = static_cast<double>(*value) / sensor.unitsPerMilli;
       }
     }

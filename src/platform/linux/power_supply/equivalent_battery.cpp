@@ -23,11 +23,6 @@ double fullEnergy(const Battery& battery) {
   return store ? store->full : 0;
 }
 
-/// The sum of two figures; unknown when either is.
-std::optional<double> sum(std::optional<double> a, std::optional<double> b) {
-  return a && b ? std::optional(*a + *b) : std::nullopt;
-}
-
 /// All that is held, in pWh. A pack of which that is not known adds nothing to any of the figures,
 /// so that they go on describing the same packs.
 std::optional<Store> totalEnergy(const std::vector<Pack>& packs) {
@@ -40,8 +35,12 @@ std::optional<Store> totalEnergy(const std::vector<Pack>& packs) {
       continue;
     }
     total->full += store->full;
-    total->now = sum(total->now, store->now);
-    total->design = sum(total->design, store->design);
+    *total->now += *store->now;
+    if (total->design && store->design) {
+      *total->design += *store->design;
+    } else {
+      total->design.reset();  // of some packs alone it would say nothing
+    }
   }
   return total;
 }

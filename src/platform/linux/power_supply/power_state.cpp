@@ -28,7 +28,7 @@ bool isFull(const Pack& pack) {
   return false;
 }
 
-/// Whether power comes in from outside, which `charging` already shows.
+/// Whether power comes in from outside. A battery that is `charging` is proof enough.
 bool isExternal(const std::vector<Pack>& packs, const std::vector<Charger>& chargers,
                 bool charging) {
   if (charging) return true;
