@@ -1,0 +1,46 @@
+// Writes the icons of all symbols, templates and tinted ones, into a folder:
+//
+//   generate_icons FOLDER
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
+#include <string>
+
+#include "artwork/battery.h"
+#include "artwork/svg.h"
+#include "graphics/symbol.h"
+
+namespace lumowatt::artwork {
+
+namespace {
+
+void writeIcon(const std::string& folder, std::string_view symbol,
+               std::optional<SystemColor> tint) {
+  const std::string path = folder + "/" + iconName(symbol, tint) + ".svg";
+  std::ofstream file(path);
+  file << svg(symbolPath(symbol).value(), tint) << std::flush;
+  if (!file) {
+    std::fprintf(stderr, "generate_icons: cannot write %s\n", path.c_str());
+    std::exit(EXIT_FAILURE);
+  }
+}
+
+}  // namespace
+
+}  // namespace lumowatt::artwork
+
+int main(int argc, char** argv) {
+  using namespace lumowatt;
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: generate_icons FOLDER\n");
+    return 2;
+  }
+  const std::string folder = argv[1];
+  for (const std::string_view symbol : symbol::all) {
+    artwork::writeIcon(folder, symbol, std::nullopt);
+    for (const auto& tint : artwork::iconTints) artwork::writeIcon(folder, symbol, tint.color);
+  }
+  return EXIT_SUCCESS;
+}

@@ -1,0 +1,50 @@
+#include "artwork/rounded_polygon.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lumowatt::artwork {
+
+namespace {
+
+Point between(Point from, Point to, double share) {
+  return {from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share};
+}
+
+double distance(Point a, Point b) { return std::hypot(b.x - a.x, b.y - a.y); }
+
+/// How far along the edge from `corner` to `neighbour` a rounding may reach.
+double room(const Corner& corner, const Corner& neighbour) {
+  return distance(corner.at, neighbour.at) * (neighbour.radius > 0.0 ? 0.5 : 1.0);
+}
+
+}  // namespace
+
+Path roundedPolygon(const std::vector<Corner>& corners) {
+  // Where the control points of a quarter circle lie, between its ends and the corner.
+  constexpr double quarterCircle = 0.5522847498;
+
+  Path path;
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    const Corner& corner = corners[i];
+    const Corner& previous = corners[(i + corners.size() - 1) % corners.size()];
+    const Corner& next = corners[(i + 1) % corners.size()];
+    const double radius = std::min({corner.radius, room(corner, previous), room(corner, next)});
+    const Point start = between(corner.at, previous.at, radius / distance(corner.at, previous.at));
+    const Point end = between(corner.at, next.at, radius / distance(corner.at, next.at));
+
+    if (path.empty()) {
+      path.emplace_back(MoveTo{start});
+    } else {
+      path.emplace_back(LineTo{start});
+    }
+    if (radius > 0.0) {
+      path.emplace_back(CurveTo{between(start, corner.at, quarterCircle),
+                                between(end, corner.at, quarterCircle), end});
+    }
+  }
+  path.emplace_back(ClosePath{});
+  return path;
+}
+
+}  // namespace lumowatt::artwork

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "graphics/attributed_string.h"
+#include "graphics/color.h"
+#include "graphics/geometry.h"
+#include "graphics/image.h"
+#include "graphics/path.h"
+
+namespace lumowatt {
+
+/// What is drawn on. Its space is that of the image being drawn: y grows upward, unless the image
+/// is flipped.
+class Canvas {
+ public:
+  Canvas() = default;
+  Canvas(const Canvas&) = delete;
+  Canvas& operator=(const Canvas&) = delete;
+  virtual ~Canvas() = default;
+
+  virtual void fill(const Rect& rect, const Color& color) = 0;
+  virtual void fillRoundedRect(const Rect& rect, double radius, const Color& color) = 0;
+  virtual void stroke(const Path& path, const Stroke& stroke, const Color& color) = 0;
+
+  /// Draws upright text whose box, which is of `textSize`, has `origin` as its corner with the
+  /// smallest coordinates: bottom left, in a flipped space top left.
+  virtual void drawText(const AttributedString& text, Point origin) = 0;
+
+  /// The width and line height of the text as `drawText` draws it.
+  virtual Size textSize(const AttributedString& text) = 0;
+
+  /// Draws the image upright into the rectangle. A drawing is stretched to fill it. A symbol's
+  /// shape is the platform's affair; one that the platform does not know is left out.
+  virtual void drawImage(const Image& image, const Rect& rect) = 0;
+};
+
+/// A canvas of pixels, transparent at first.
+class Bitmap {
+ public:
+  Bitmap() = default;
+  Bitmap(const Bitmap&) = delete;
+  Bitmap& operator=(const Bitmap&) = delete;
+  virtual ~Bitmap() = default;
+
+  /// The canvas, whose y grows upward.
+  virtual Canvas& canvas() = 0;
+
+  /// The pixels as a PNG file with 8 bits each of red, green, blue and alpha, and the resolution at
+  /// which it has its size in points. Absent when it cannot be encoded.
+  virtual std::optional<std::string> encodePng() = 0;
+};
+
+/// Where bitmaps come from.
+class BitmapFactory {
+ public:
+  BitmapFactory() = default;
+  BitmapFactory(const BitmapFactory&) = delete;
+  BitmapFactory& operator=(const BitmapFactory&) = delete;
+  virtual ~BitmapFactory() = default;
+
+  /// A bitmap of `size` with `scale` pixels to a point, whose system colours are those for
+  /// `appearance`. Null when the platform cannot make one.
+  virtual std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) = 0;
+};
+
+}  // namespace lumowatt

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <algorithm>
+
+namespace lumowatt {
+
+/// Coordinates and lengths are in points: a bitmap decides how many pixels make a point.
+struct Point {
+  double x = 0.0;
+  double y = 0.0;
+
+  friend bool operator==(const Point&, const Point&) = default;
+};
+
+struct Size {
+  double width = 0.0;
+  double height = 0.0;
+
+  friend bool operator==(const Size&, const Size&) = default;
+};
+
+/// A rectangle by the corner with the smallest coordinates: the bottom left one in a space whose y
+/// grows upward, the top left one in a flipped space.
+struct Rect {
+  double x = 0.0;
+  double y = 0.0;
+  double width = 0.0;
+  double height = 0.0;
+
+  double minX() const { return x; }
+  double minY() const { return y; }
+  double maxX() const { return x + width; }
+  double maxY() const { return y + height; }
+
+  /// The rectangle with its left and right edges moved inward by `dx` and the others by `dy`. Edges
+  /// that would pass each other meet in the middle.
+  Rect inset(double dx, double dy) const {
+    dx = std::min(dx, width / 2);
+    dy = std::min(dy, height / 2);
+    return {x + dx, y + dy, width - 2 * dx, height - 2 * dy};
+  }
+
+  friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+}  // namespace lumowatt

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <vector>
+
+#include "graphics/image.h"
+#include "telemetry/reading.h"
+
+namespace lumowatt {
+
+/// A chart of the charge over time, `width` by `height` points: a line in `color` through the
+/// samples, oldest first, on a baseline. It spans from the first sample to the last and from the
+/// lowest to the highest, but at least 4 percentage points. As long as the samples span no time it
+/// says that the history is being collected.
+Image sparkline(std::vector<Sample> samples, const Color& color, double width = 250.0,
+                double height = 38.0);
+
+}  // namespace lumowatt

@@ -1,0 +1,63 @@
+#include "artwork/palette.h"
+
+#include <gtest/gtest.h>
+
+namespace lumowatt::artwork {
+
+TEST(Palette, CalibratedColorsAreTheSameOnEveryBackground) {
+  for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+    // Rounded to what pixels have: 25.5, 20.4 and 38.25 of 255, and 237.15.
+    EXPECT_EQ(resolved(CalibratedRgb{0.1, 0.08, 0.15}, appearance),
+              (Rgba{26 / 255.0, 20 / 255.0, 38 / 255.0, 1.0}));
+    EXPECT_EQ(resolved(CalibratedWhite{0.93}, appearance),
+              (Rgba{237 / 255.0, 237 / 255.0, 237 / 255.0, 1.0}));
+    EXPECT_EQ(resolved(white, appearance), (Rgba{1.0, 1.0, 1.0, 1.0}));
+  }
+}
+
+TEST(Palette, EverySystemColorDiffersBetweenLightAndDark) {
+  for (const SystemColor color :
+       {SystemColor::green, SystemColor::orange, SystemColor::red, SystemColor::accent,
+        SystemColor::label, SystemColor::secondaryLabel, SystemColor::separator}) {
+    EXPECT_NE(resolved(color, Appearance::light), resolved(color, Appearance::dark))
+        << static_cast<int>(color);
+  }
+}
+
+TEST(Palette, TextIsDarkOnLightAndLightOnDark) {
+  for (const SystemColor color :
+       {SystemColor::label, SystemColor::secondaryLabel, SystemColor::separator}) {
+    EXPECT_EQ(resolved(color, Appearance::light).red, 0.0);
+    EXPECT_EQ(resolved(color, Appearance::dark).red, 1.0);
+  }
+}
+
+TEST(Palette, LesserTextIsFainterAndALineFaintest) {
+  for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+    const double label = resolved(SystemColor::label, appearance).alpha;
+    const double lesser = resolved(secondaryLabel, appearance).alpha;
+    const double line = resolved(separator, appearance).alpha;
+    EXPECT_LT(label, 1.0);
+    EXPECT_LT(lesser, label);
+    EXPECT_LT(line, lesser);
+    EXPECT_GT(line, 0.0);
+  }
+}
+
+TEST(Palette, TheAccentColorsHaveTheirHues) {
+  for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+    const Rgba green = resolved(systemGreen, appearance);
+    EXPECT_GT(green.green, 2 * green.red);
+    EXPECT_GT(green.green, 2 * green.blue);
+    const Rgba orange = resolved(systemOrange, appearance);
+    EXPECT_EQ(orange.red, 1.0);
+    EXPECT_GT(orange.green, 0.5);
+    EXPECT_LT(orange.blue, 0.1);
+    const Rgba red = resolved(systemRed, appearance);
+    EXPECT_EQ(red.red, 1.0);
+    EXPECT_LT(red.green, 0.3);
+    EXPECT_EQ(red.alpha, 1.0);
+  }
+}
+
+}  // namespace lumowatt::artwork

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "graphics/canvas.h"
+
+namespace lumowatt {
+
+/// Writes down what is drawn, an operation a line: its name, its numbers and its colour, in the
+/// order of `Canvas`. A drawing is drawn between "begin" and "end".
+class RecordingCanvas : public Canvas {
+ public:
+  void fill(const Rect& rect, const Color& color) override;
+  void fillRoundedRect(const Rect& rect, double radius, const Color& color) override;
+  void stroke(const Path& path, const Stroke& stroke, const Color& color) override;
+  void drawText(const AttributedString& text, Point origin) override;
+  void drawImage(const Image& image, const Rect& rect) override;
+
+  /// Each character is 10 wide and 18 high.
+  Size textSize(const AttributedString& text) override;
+
+  std::vector<std::string> operations;
+};
+
+class RecordingBitmap : public Bitmap {
+ public:
+  RecordingBitmap(std::vector<std::string>& operations, std::optional<std::string> png);
+  ~RecordingBitmap() override;
+
+  Canvas& canvas() override { return canvas_; }
+  std::optional<std::string> encodePng() override;
+
+ private:
+  std::vector<std::string>& operations_;
+  std::optional<std::string> png_;
+  RecordingCanvas canvas_;
+};
+
+/// Makes bitmaps that encode as `png`, and none while `refuses`.
+class RecordingBitmapFactory : public BitmapFactory {
+ public:
+  std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) override;
+
+  bool refuses = false;
+  std::optional<std::string> png = "(the picture)";
+  std::vector<std::string> operations;  ///< of all bitmaps, each complete when it is encoded
+};
+
+}  // namespace lumowatt

@@ -1,0 +1,113 @@
+#include "render/sparkline.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/recording_canvas.h"
+
+namespace lumowatt {
+
+namespace {
+
+using Operations = std::vector<std::string>;
+
+// Of the default size, 250 x 38, the plot is what lies from 2 to 248 across and from 5 to 33 up.
+const std::string baseline = "stroke M(2, 5) L(248, 5) width 1 separator";
+const std::string line = " width 2 round joins round caps green";
+const std::string placeholder = "text (4, 12) \"Collecting history…\" system 11 secondaryLabel";
+
+/// What a chart draws when it is shown in its own size.
+Operations drawn(const Image& image) {
+  const auto& drawing = std::get<Drawing>(image.content);
+  RecordingCanvas canvas;
+  drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
+  return canvas.operations;
+}
+
+Operations chart(const std::vector<Sample>& samples) {
+  return drawn(sparkline(samples, systemGreen));
+}
+
+}  // namespace
+
+TEST(Sparkline, IsAnImageThatIsNotFlippedOfTheDefaultSize) {
+  const Image image = sparkline({}, systemGreen);
+  const auto& drawing = std::get<Drawing>(image.content);
+  EXPECT_EQ(drawing.size, (Size{250.0, 38.0}));
+  EXPECT_FALSE(drawing.flipped);
+  EXPECT_EQ(image.accessibilityDescription, "");
+}
+
+TEST(Sparkline, OnePointMoreInAMinuteRisesByAQuarterOfTheHeight) {
+  EXPECT_EQ(chart({{0, 50}, {60, 51}}), (Operations{baseline, "stroke M(2, 5) L(248, 12)" + line}));
+}
+
+TEST(Sparkline, AFlatHistoryLiesOnTheBaseline) {
+  EXPECT_EQ(chart({{100, 77}, {130, 77}, {160, 77}}),
+            (Operations{baseline, "stroke M(2, 5) L(125, 5) L(248, 5)" + line}));
+}
+
+TEST(Sparkline, ALargeRangeTouchesTheBottomAndTheTop) {
+  // From 20 to 80 in a hundred points, one of them in the middle of the hour.
+  std::vector<Sample> samples;
+  for (int i = 0; i < 100; ++i) samples.push_back({36.0 * i, 20 + (60 * i) / 99});
+  const Operations operations = chart(samples);
+  ASSERT_EQ(operations.size(), 2U);
+  EXPECT_EQ(operations[0], baseline);
+  EXPECT_TRUE(operations[1].starts_with("stroke M(2, 5) L(")) << operations[1];
+  EXPECT_TRUE(operations[1].ends_with(" L(248, 33)" + line)) << operations[1];
+  EXPECT_EQ(std::ranges::count(operations[1], 'L'), 99);
+}
+
+TEST(Sparkline, ARangeOfExactlyFourFillsTheHeight) {
+  EXPECT_EQ(chart({{0, 54}, {60, 50}}), (Operations{baseline, "stroke M(2, 33) L(248, 5)" + line}));
+}
+
+TEST(Sparkline, PointsStandWhereTheirTimeIs) {
+  // A quarter of the time, then the rest: 2 + 246 / 4 = 63.5; 40 of 50 points up: 5 + 28 * 0.8.
+  EXPECT_EQ(chart({{1000, 30}, {1015, 70}, {1060, 80}}),
+            (Operations{baseline, "stroke M(2, 5) L(63.5, 27.4) L(248, 33)" + line}));
+}
+
+TEST(Sparkline, SamplesOutsideTheSpanOfTheFirstAndTheLastAreDrawnWhereTheyFall) {
+  EXPECT_EQ(chart({{0, 50}, {120, 50}, {60, 50}}),
+            (Operations{baseline, "stroke M(2, 5) L(494, 5) L(248, 5)" + line}));
+}
+
+TEST(Sparkline, WithoutASampleTellsThatTheHistoryIsBeingCollected) {
+  EXPECT_EQ(chart({}), (Operations{baseline, placeholder}));
+}
+
+TEST(Sparkline, OneSampleIsNoHistory) {
+  EXPECT_EQ(chart({{5, 50}}), (Operations{baseline, placeholder}));
+}
+
+TEST(Sparkline, SamplesOfTheSameTimeAreNoHistory) {
+  EXPECT_EQ(chart({{5, 50}, {5, 60}, {5, 70}}), (Operations{baseline, placeholder}));
+}
+
+TEST(Sparkline, ALastSampleBeforeTheFirstIsNoHistory) {
+  EXPECT_EQ(chart({{60, 50}, {90, 55}, {0, 60}}), (Operations{baseline, placeholder}));
+}
+
+TEST(Sparkline, TakesTheGivenSize) {
+  const Image image = sparkline({}, systemGreen, 100.0, 60.0);
+  EXPECT_EQ(std::get<Drawing>(image.content).size, (Size{100.0, 60.0}));
+  EXPECT_EQ(drawn(image),
+            (Operations{"stroke M(2, 5) L(98, 5) width 1 separator",
+                        "text (4, 23) \"Collecting history…\" system 11 secondaryLabel"}));
+}
+
+TEST(Sparkline, IsDrawnIntoTheRectangleItIsGivenWithTheTextByItsOwnHeight) {
+  const Image image = sparkline({}, systemGreen);
+  RecordingCanvas canvas;
+  std::get<Drawing>(image.content).draw(canvas, {10.0, 20.0, 54.0, 30.0});
+  EXPECT_EQ(canvas.operations,
+            (Operations{"stroke M(12, 25) L(62, 25) width 1 separator", placeholder}));
+}
+
+TEST(Sparkline, NumbersThatAreNoPercentageHaveTheirPlaceToo) {
+  EXPECT_EQ(chart({{0, -100}, {60, 300}}),
+            (Operations{baseline, "stroke M(2, 5) L(248, 33)" + line}));
+}
+
+}  // namespace lumowatt

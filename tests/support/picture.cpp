@@ -1,0 +1,86 @@
+#include "support/picture.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace lumowatt {
+
+std::ostream& operator<<(std::ostream& stream, const Pixel& pixel) {
+  return stream << "(" << pixel.red << ", " << pixel.green << ", " << pixel.blue << ", "
+                << pixel.alpha << ")";
+}
+
+int difference(const Pixel& a, const Pixel& b) {
+  return std::max({std::abs(a.red - b.red), std::abs(a.green - b.green), std::abs(a.blue - b.blue),
+                   std::abs(a.alpha - b.alpha)});
+}
+
+Picture::Picture(const std::string& png) {
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  const bool begun = png_image_begin_read_from_memory(&image, png.data(), png.size()) != 0;
+  image.format = PNG_FORMAT_RGBA;
+  if (begun) components_.resize(PNG_IMAGE_SIZE(image));
+  const bool finished =
+      begun && png_image_finish_read(&image, nullptr, components_.data(), 0, nullptr) != 0;
+  EXPECT_TRUE(finished) << image.message;
+  if (!finished) return;
+  width_ = static_cast<int>(image.width);
+  height_ = static_cast<int>(image.height);
+}
+
+Pixel Picture::at(int x, int y) const {
+  if (x < 0 || y < 0 || x >= width_ || y >= height_) {
+    ADD_FAILURE() << "no pixel at " << x << ", " << y;
+    return {};
+  }
+  const auto start = components_.begin() + 4 * (static_cast<std::ptrdiff_t>(y) * width_ + x);
+  return {start[0], start[1], start[2], start[3]};
+}
+
+Rect Picture::inkBounds(const Rect& area, const Pixel& background) const {
+  int left = std::numeric_limits<int>::max();
+  int top = left;
+  int right = -1;
+  int bottom = -1;
+  for (int y = static_cast<int>(area.minY()); y < static_cast<int>(area.maxY()); ++y) {
+    for (int x = static_cast<int>(area.minX()); x < static_cast<int>(area.maxX()); ++x) {
+      if (difference(at(x, y), background) <= 2) continue;
+      left = std::min(left, x);
+      top = std::min(top, y);
+      right = std::max(right, x);
+      bottom = std::max(bottom, y);
+    }
+  }
+  if (right < 0) return {};
+  return {static_cast<double>(left), static_cast<double>(top),
+          static_cast<double>(right + 1 - left), static_cast<double>(bottom + 1 - top)};
+}
+
+double Picture::coverage() const {
+  double sum = 0.0;
+  for (std::size_t i = 3; i < components_.size(); i += 4) sum += components_[i];
+  return sum / 255.0;
+}
+
+std::uint32_t pixelsPerMetre(const std::string& png) {
+  const std::size_t chunk = png.find("pHYs");
+  constexpr std::size_t length = 9;  // the resolution in both directions, and the unit
+  if (chunk == std::string::npos || chunk + 4 + length > png.size()) return 0;
+  const auto byte = [&](std::size_t i) {
+    return static_cast<std::uint32_t>(static_cast<unsigned char>(png[chunk + 4 + i]));
+  };
+  const auto number = [&](std::size_t i) {
+    return byte(i) << 24U | byte(i + 1) << 16U | byte(i + 2) << 8U | byte(i + 3);
+  };
+  constexpr std::uint32_t metre = 1;
+  EXPECT_EQ(number(0), number(4));
+  EXPECT_EQ(byte(8), metre);
+  return number(0);
+}
+
+}  // namespace lumowatt
