@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "cli/dump.h"
+#include "render/snapshot.h"
 #include "telemetry/read.h"
 #include "telemetry/sample_reading.h"
 
@@ -20,13 +21,15 @@ Outcome failure(std::string_view what) {
 struct Performer {
   std::string_view version;
   BatteryService& battery;
+  BitmapFactory& bitmaps;
 
   Outcome operator()(const PrintVersion&) const { return success(std::string(version) + "\n"); }
 
   Outcome operator()(const WriteSnapshot& snapshot) const {
     const auto reading = snapshot.sample ? sampleReading(*snapshot.sample) : read(battery);
     if (!reading) return failure(snapshot.sample ? "unknown sample" : "no battery");
-    return failure("no bitmap");
+    const auto error = writeSnapshot(*reading, snapshot.path, snapshot.sample.has_value(), bitmaps);
+    return error ? failure(*error) : success("wrote " + snapshot.path + "\n");
   }
 
   Outcome operator()(const PrintDump&) const {
@@ -39,8 +42,9 @@ struct Performer {
 
 }  // namespace
 
-Outcome carryOut(const Command& command, std::string_view version, BatteryService& battery) {
-  return std::visit(Performer{version, battery}, command);
+Outcome carryOut(const Command& command, std::string_view version, BatteryService& battery,
+                 BitmapFactory& bitmaps) {
+  return std::visit(Performer{version, battery, bitmaps}, command);
 }
 
 }  // namespace lumowatt

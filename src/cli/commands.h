@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "cli/command_line.h"
+#include "graphics/canvas.h"
 #include "telemetry/battery_service.h"
 
 namespace lumowatt {
@@ -16,6 +17,7 @@ struct Outcome {
 
 /// Carries out `command` for the program of the given version. A failure is one line that begins
 /// "error=", and status 1.
-Outcome carryOut(const Command& command, std::string_view version, BatteryService& battery);
+Outcome carryOut(const Command& command, std::string_view version, BatteryService& battery,
+                 BitmapFactory& bitmaps);
 
 }  // namespace lumowatt

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstddef>
 #include <cstdlib>
 
@@ -8,8 +9,14 @@
 
 int main(int argc, char** argv) {
   using namespace lumowatt;
+  // A pipe that nobody reads, or a file that may not grow, is to be an error with a reason and not
+  // the end of the process.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+
   const Command command = parseCommandLine({argv, static_cast<std::size_t>(argc)});
   const auto battery = platform::batteryService();
-  const auto [output, status] = carryOut(command, LUMOWATT_VERSION, *battery);
+  const auto bitmaps = platform::bitmapFactory();
+  const auto [output, status] = carryOut(command, LUMOWATT_VERSION, *battery, *bitmaps);
   return writeToStandardOutput(output) ? status : EXIT_FAILURE;
 }

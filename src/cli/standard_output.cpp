@@ -1,15 +1,14 @@
 #include "cli/standard_output.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 
 namespace lumowatt {
 
 bool writeToStandardOutput(std::string_view text) {
-  // A closed pipe is to be an error here, not the end of the process.
-  std::signal(SIGPIPE, SIG_IGN);
+  // A picture that went to /dev/stdout, where that is a file, has not moved this stream's position.
+  std::fseek(stdout, 0, SEEK_END);
   const bool written =
       std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
   if (!written) {

@@ -3,17 +3,33 @@
 #include <gtest/gtest.h>
 
 #include "cli/dump.h"
+#include "fakes/recording_canvas.h"
 #include "fakes/scripted_battery.h"
+#include "support/files.h"
 
 namespace lumowatt {
 
 namespace {
 
-void expectOutcome(const Command& command, BatteryService& battery, const std::string& output,
-                   int status) {
-  const Outcome outcome = carryOut(command, "1.0.0", battery);
+void expectOutcome(const Command& command, BatteryService& battery, BitmapFactory& bitmaps,
+                   const std::string& output, int status) {
+  const Outcome outcome = carryOut(command, "1.0.0", battery, bitmaps);
   EXPECT_EQ(outcome.output, output);
   EXPECT_EQ(outcome.status, status);
+}
+
+/// The same, and no bitmap is made.
+void expectOutcome(const Command& command, BatteryService& battery, const std::string& output,
+                   int status) {
+  RecordingBitmapFactory bitmaps;
+  expectOutcome(command, battery, bitmaps, output, status);
+  EXPECT_TRUE(bitmaps.operations.empty());
+}
+
+bool hasCaption(const RecordingBitmapFactory& bitmaps) {
+  return std::ranges::any_of(bitmaps.operations, [](const std::string& operation) {
+    return operation.find("Sample values, not a live reading") != std::string::npos;
+  });
 }
 
 }  // namespace
@@ -51,12 +67,46 @@ TEST(Commands, LiveSnapshotWithoutABatteryIsAnError) {
   expectOutcome(WriteSnapshot{"out.png", std::nullopt}, battery, "error=no battery\n", 1);
 }
 
+TEST(Commands, LiveSnapshotReadsTheBatteryOnceAndHasNoCaption) {
+  const TemporaryFolder folder;
+  const std::string path = folder.path() / "out.png";
+  ScriptedBattery battery(PropertyDictionary{});
+  RecordingBitmapFactory bitmaps;
+  expectOutcome(WriteSnapshot{path, std::nullopt}, battery, bitmaps, "wrote " + path + "\n", 0);
+  EXPECT_EQ(battery.asked, 1);
+  EXPECT_FALSE(hasCaption(bitmaps));
+  EXPECT_EQ(fileContents(path), "(the picture)");
+}
+
+TEST(Commands, SnapshotOfASampleReadsNoBatteryAndHasACaption) {
+  const TemporaryFolder folder;
+  const std::string path = folder.path() / "out.png";
+  ScriptedBattery battery;
+  RecordingBitmapFactory bitmaps;
+  expectOutcome(WriteSnapshot{path, "low"}, battery, bitmaps, "wrote " + path + "\n", 0);
+  EXPECT_EQ(battery.asked, 0);
+  EXPECT_TRUE(hasCaption(bitmaps));
+  EXPECT_EQ(fileContents(path), "(the picture)");
+}
+
 TEST(Commands, SnapshotWithoutABitmapIsAnError) {
   ScriptedBattery battery(PropertyDictionary{});
-  expectOutcome(WriteSnapshot{"out.png", std::nullopt}, battery, "error=no bitmap\n", 1);
-  EXPECT_EQ(battery.asked, 1);
-  expectOutcome(WriteSnapshot{"out.png", "low"}, battery, "error=no bitmap\n", 1);
-  EXPECT_EQ(battery.asked, 1) << "a sample does not read the battery";
+  RecordingBitmapFactory bitmaps;
+  bitmaps.refuses = true;
+  expectOutcome(WriteSnapshot{"/", "low"}, battery, bitmaps, "error=no bitmap\n", 1);
+}
+
+TEST(Commands, SnapshotThatCannotBeEncodedIsAnError) {
+  ScriptedBattery battery(PropertyDictionary{});
+  RecordingBitmapFactory bitmaps;
+  bitmaps.png = std::nullopt;
+  expectOutcome(WriteSnapshot{"/", "low"}, battery, bitmaps, "error=could not encode png\n", 1);
+}
+
+TEST(Commands, SnapshotThatCannotBeWrittenIsAnError) {
+  ScriptedBattery battery(PropertyDictionary{});
+  RecordingBitmapFactory bitmaps;
+  expectOutcome(WriteSnapshot{"/", "low"}, battery, bitmaps, "error=Is a directory\n", 1);
 }
 
 TEST(Commands, MenuBarItemWithoutADesktopIsAnError) {

@@ -1,48 +1,18 @@
 // The built executable from outside: on mocked machines, with every switch, and with a standard
-// output that cannot be written.
+// output that cannot be written. Its pictures have tests of their own.
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <map>
 
+#include "linux/program.h"
 #include "support/files.h"
 #include "support/fixtures.h"
-#include "support/process.h"
 
 namespace lumowatt {
 
 namespace {
-
-constexpr bool sanitized = LUMOWATT_SANITIZED;
-const std::string anyMachine = "01-thinkpad-lnv45n1-discharging";
-
-/// A machine that a program can be run on: umockdev shows it a /sys of ours.
-class Machine {
- public:
-  /// One with no more than the given attributes, by their paths below the power-supply folder.
-  explicit Machine(const std::map<std::string, std::string>& attributes) {
-    for (const auto& [path, value] : attributes) {
-      root_.write("sys/class/power_supply/" + path, value + "\n");
-    }
-  }
-
-  /// A fixture.
-  explicit Machine(const std::string& fixture) {
-    std::filesystem::create_directory_symlink(fixturePath("linux", fixture), root_.path() / "sys");
-  }
-
-  /// What makes a program see it, with another library to preload.
-  Environment environment(const std::string& library = "") const {
-    // AddressSanitizer insists on being the first.
-    const std::string sanitizer = sanitized ? "libasan.so.8 " : "";
-    return {{"UMOCKDEV_DIR", root_.path()},
-            {"LD_PRELOAD", sanitizer + library + " libumockdev-preload.so.0"}};
-  }
-
- private:
-  TemporaryFolder root_;
-};
 
 /// The dump of a machine, the reading of some of whose attributes fails.
 ProcessResult runRefusing(const Machine& machine, const std::string& names, int error) {
@@ -56,28 +26,6 @@ ProcessResult runRefusing(const Machine& machine, const std::string& names, int 
 std::string withLine(std::string text, const std::string& line) {
   const std::size_t start = text.find(line.substr(0, line.find('=') + 1));
   return text.replace(start, text.find('\n', start) - start, line);
-}
-
-ProcessResult run(const std::string& fixture, std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), LUMOWATT_PROGRAM);
-  return runProcess(arguments, Machine(fixture).environment());
-}
-
-/// Runs shell commands in which `lumowatt` is the program on a machine with a battery.
-ProcessResult runShell(const std::string& commands) {
-  const Machine machine(anyMachine);
-  std::string mocked = "env";
-  for (const auto& [name, value] : machine.environment()) {
-    mocked.append(" ").append(name).append("='").append(value).append("'");
-  }
-  return runProcess({"bash", "-c", "lumowatt() { " + mocked + " \"$0\" \"$@\"; }\n" + commands,
-                     LUMOWATT_PROGRAM});
-}
-
-void expectResult(const ProcessResult& result, const std::string& output, int status) {
-  EXPECT_EQ(result.output, output);
-  EXPECT_EQ(result.status, status);
-  EXPECT_EQ(result.errors, "");
 }
 
 std::string dumpOf(const std::string& fixture) {
@@ -113,39 +61,9 @@ TEST(Program, DumpsWhenSnapshotIsTheLastArgument) {
   expectResult(run(anyMachine, {"--dump", "--snapshot"}), dumpOf(anyMachine), 0);
 }
 
-TEST(Program, SnapshotOutranksDumpAndTakesItAsAPath) {
-  expectResult(run(anyMachine, {"--dump", "--snapshot", "out.png"}), "error=no bitmap\n", 1);
-  expectResult(run(anyMachine, {"--snapshot", "--dump"}), "error=no bitmap\n", 1);
-}
-
-TEST(Program, SnapshotOfAnUnknownSampleIsAnError) {
-  expectResult(run(anyMachine, {"--snapshot", "out.png", "--sample", "nosuch"}),
-               "error=unknown sample\n", 1);
-}
-
-TEST(Program, OfTwoSamplesTheFirstCounts) {
-  expectResult(run(anyMachine, {"--snapshot", "out.png", "--sample", "nosuch", "--sample", "low"}),
-               "error=unknown sample\n", 1);
-  expectResult(run(anyMachine, {"--sample", "low", "--snapshot", "out.png", "--sample", "nosuch"}),
-               "error=no bitmap\n", 1);
-}
-
 TEST(Program, SwitchesMatchExactly) {
   expectResult(run(anyMachine, {"--DUMP", "--version=1", "--snapshot=out.png", "-dump"}),
                "error=no desktop\n", 1);
-}
-
-TEST(Program, ASnapshotThatFailsLeavesNoFile) {
-  const TemporaryFolder folder;
-  const std::string path = folder.path() / "out.png";
-  expectResult(run(anyMachine, {"--snapshot", path}), "error=no bitmap\n", 1);
-  EXPECT_FALSE(std::filesystem::exists(path));
-}
-
-TEST(Program, SnapshotWithoutASampleNameNeedsABattery) {
-  const std::string none = "31-no-battery-desktop-ucsi-gpu";
-  expectResult(run(none, {"--snapshot", "out.png", "--sample"}), "error=no battery\n", 1);
-  expectResult(run(none, {"--snapshot", "out.png", "--sample", "low"}), "error=no bitmap\n", 1);
 }
 
 TEST(Program, WithoutSwitchesNeedsADesktop) {

@@ -1,0 +1,30 @@
+#include "platform/linux/drawing/module.h"
+
+#include <new>
+
+#include "platform/linux/drawing/cairo_bitmap.h"
+
+namespace lumowatt::drawing {
+
+namespace {
+
+class Factory : public BitmapFactory {
+ public:
+  std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) override {
+    try {
+      auto bitmap = std::make_unique<CairoBitmap>(size, scale, appearance);
+      if (bitmap->isValid()) return bitmap;
+    } catch (const std::bad_alloc&) {  // the same as a bitmap that Cairo cannot make
+    }
+    return nullptr;
+  }
+};
+
+}  // namespace
+
+}  // namespace lumowatt::drawing
+
+extern "C" lumowatt::BitmapFactory* lumowattBitmapFactory() {
+  static lumowatt::drawing::Factory factory;
+  return &factory;
+}

@@ -1,0 +1,18 @@
+#include "platform/linux/drawing_module.h"
+
+#include "platform/linux/drawing/module.h"
+#include "platform/linux/module.h"
+
+namespace lumowatt {
+
+std::unique_ptr<Bitmap> DrawingModule::makeBitmap(Size size, double scale, Appearance appearance) {
+  if (factory_ == nullptr) {
+    const auto factory = reinterpret_cast<decltype(&lumowattBitmapFactory)>(
+        loadModule("lumowatt-drawing.so", "lumowattBitmapFactory"));
+    if (factory == nullptr) return nullptr;
+    factory_ = factory();
+  }
+  return factory_->makeBitmap(size, scale, appearance);
+}
+
+}  // namespace lumowatt

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "graphics/canvas.h"
+
+namespace lumowatt {
+
+/// The bitmaps of the drawing module, which is loaded for the first of them. When it cannot be
+/// loaded, no bitmap can be made.
+class DrawingModule : public BitmapFactory {
+ public:
+  std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) override;
+
+ private:
+  BitmapFactory* factory_ = nullptr;
+};
+
+}  // namespace lumowatt

@@ -1,0 +1,47 @@
+#include "linux/program.h"
+
+#include <gtest/gtest.h>
+
+#include "support/fixtures.h"
+
+namespace lumowatt {
+
+Machine::Machine(const std::map<std::string, std::string>& attributes) {
+  for (const auto& [path, value] : attributes) {
+    root_.write("sys/class/power_supply/" + path, value + "\n");
+  }
+}
+
+Machine::Machine(const std::string& fixture) {
+  std::filesystem::create_directory_symlink(fixturePath("linux", fixture), root_.path() / "sys");
+}
+
+Environment Machine::environment(const std::string& library) const {
+  // AddressSanitizer insists on being the first.
+  const std::string sanitizer = sanitized ? "libasan.so.8 " : "";
+  return {{"UMOCKDEV_DIR", root_.path()},
+          {"LD_PRELOAD", sanitizer + library + " libumockdev-preload.so.0"}};
+}
+
+ProcessResult run(const std::string& fixture, std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), LUMOWATT_PROGRAM);
+  return runProcess(arguments, Machine(fixture).environment());
+}
+
+ProcessResult runShell(const std::string& commands) {
+  const Machine machine(anyMachine);
+  std::string mocked = "env";
+  for (const auto& [name, value] : machine.environment()) {
+    mocked.append(" ").append(name).append("='").append(value).append("'");
+  }
+  return runProcess({"bash", "-c", "lumowatt() { " + mocked + " \"$0\" \"$@\"; }\n" + commands,
+                     LUMOWATT_PROGRAM});
+}
+
+void expectResult(const ProcessResult& result, const std::string& output, int status) {
+  EXPECT_EQ(result.output, output);
+  EXPECT_EQ(result.status, status);
+  EXPECT_EQ(result.errors, "");
+}
+
+}  // namespace lumowatt
