@@ -8,7 +8,7 @@ namespace lumowatt::artwork {
 
 struct Corner {
   Point at;
-  double radius;  ///< how far from the corner its rounding begins; 0 for a sharp one
+  double radius = 0.0;  ///< how far from the corner its rounding begins; 0 for a sharp one
 };
 
 /// A closed figure with these corners, three at least, no two next to each other in one place. A

@@ -38,7 +38,7 @@ enum class LineCap { butt, round };
 
 /// How a path becomes a line.
 struct Stroke {
-  double width;  ///< points
+  double width = 1.0;  ///< points
   LineJoin join = LineJoin::miter;
   LineCap cap = LineCap::butt;
 

@@ -69,10 +69,11 @@ double contrast(const Pixel& a, const Pixel& b) {
   return std::max(la, lb) / std::min(la, lb);
 }
 
-/// How opaque the picture is in its middle column or row, each from 0 to 1.
+/// How opaque the pixels of a column are, from the top, each from 0 to 1.
 std::vector<double> column(const Picture& picture, int x) {
-  std::vector<double> alphas;
-  for (int y = 0; y < picture.height(); ++y) alphas.push_back(picture.at(x, y).alpha / 255.0);
+  std::vector<double> alphas(static_cast<std::size_t>(picture.height()));
+  int y = 0;
+  for (double& alpha : alphas) alpha = picture.at(x, y++).alpha / 255.0;
   return alphas;
 }
 

@@ -55,6 +55,9 @@ Reading readingWithLines(std::size_t count) {
 }  // namespace
 
 TEST(Snapshot, OfTheDrainingSample) {
+  const auto line = [](int y, const std::string& text) {
+    return "text (40, " + std::to_string(y) + ") \"" + text + "\" system 13 white(0.93)";
+  };
   // 64%  ▼  −11.0 W has 15 characters: its left edge is at 560 - 24 - 150.
   EXPECT_EQ(written(*sampleReading("draining"), true),
             (Operations{
@@ -66,18 +69,15 @@ TEST(Snapshot, OfTheDrainingSample) {
                 "symbol (356, 6, 26, 22) battery.75percent white(1) size 16",
                 "rounded (24, 48, 512, 262) radius 10 rgb(0.2, 0.17, 0.27)",
                 "text (40, 60) \"On battery\" bold 14 white(0.93)",
-                "text (40, 84) \"Charge: 64% (2463 of 3849 mAh)\" system 13 white(0.93)",
-                "text (40, 108) \"Time to empty: 3 h 48 min\" system 13 white(0.93)",
-                "text (40, 132) \"Battery power: −11.0 W  (11.60 V, -0.950 A)\" system 13 "
-                "white(0.93)",
-                "text (40, 156) \"Rate now: −24.7% per hour\" system 13 white(0.93)",
-                "text (40, 180) \"System use: 11.0 W\" system 13 white(0.93)",
-                "text (40, 204) \"Capacity vs design, raw: 83% (3849 of 4629 mAh)\" system 13 "
-                "white(0.93)",
-                "text (40, 228) \"Nominal charge capacity: 3976 mAh (86%)\" system 13 white(0.93)",
-                "text (40, 252) \"Apple’s own health figure uses its own method and can differ.\" "
-                "system 13 white(0.93)",
-                "text (40, 276) \"Cycle count: 312\" system 13 white(0.93)",
+                line(84, "Charge: 64% (2463 of 3849 mAh)"),
+                line(108, "Time to empty: 3 h 48 min"),
+                line(132, "Battery power: −11.0 W  (11.60 V, -0.950 A)"),
+                line(156, "Rate now: −24.7% per hour"),
+                line(180, "System use: 11.0 W"),
+                line(204, "Capacity vs design, raw: 83% (3849 of 4629 mAh)"),
+                line(228, "Nominal charge capacity: 3976 mAh (86%)"),
+                line(252, "Apple’s own health figure uses its own method and can differ."),
+                line(276, "Cycle count: 312"),
                 "text (24, 336) \"Sample values, not a live reading\" system 12 white(0.7)",
                 "end",
                 "encode",

@@ -47,9 +47,9 @@ TEST(Sparkline, AFlatHistoryLiesOnTheBaseline) {
 }
 
 TEST(Sparkline, ALargeRangeTouchesTheBottomAndTheTop) {
-  // From 20 to 80 in a hundred points, one of them in the middle of the hour.
-  std::vector<Sample> samples;
-  for (int i = 0; i < 100; ++i) samples.push_back({36.0 * i, 20 + (60 * i) / 99});
+  // From 20 to 80 in a hundred points.
+  std::vector<Sample> samples(100);
+  for (int i = 0; i < 100; ++i) samples[static_cast<std::size_t>(i)] = {36.0 * i, 20 + 60 * i / 99};
   const Operations operations = chart(samples);
   ASSERT_EQ(operations.size(), 2U);
   EXPECT_EQ(operations[0], baseline);
