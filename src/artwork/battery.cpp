@@ -12,16 +12,17 @@ namespace lumowatt::artwork {
 namespace {
 
 // A panel shows the square at 16 pixels or at 22, where a unit is 1 pixel or 1.375, and an edge can
-// hardly be sharp at both. These numbers were searched for: at either size each line lies within
-// one row or column of pixels, but for a trace, and each gap keeps one free.
+// hardly be sharp at both. These numbers were searched for: at either size each line of the outline
+// has one row or column of pixels nearly for itself, with at most a sixth of it in the next, and
+// each gap keeps one that is nearly free.
 //
 // All coordinates are from the body's centre; what lies right of it is in front, at the terminal.
-constexpr Point center{6.91, 8.0};
+constexpr Point center{6.96, 8.0};
 constexpr Size half{6.91, 3.73};
 constexpr double outline = 0.75;
 constexpr Size halfInside{half.width - outline, half.height - outline};
 constexpr Size halfFill{halfInside.width - 1.0, halfInside.height - 0.88};
-constexpr Rect terminal{7.94, -1.75, 1.15, 3.5};
+constexpr Rect terminal{7.89, -2.0, 1.15, 4.0};
 
 constexpr double outerRadius = 2.3;
 constexpr double innerRadius = outerRadius - outline;

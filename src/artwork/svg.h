@@ -12,7 +12,7 @@
 namespace lumowatt::artwork {
 
 /// A colour in which there is an icon of each symbol. Whether the panel behind it is light or dark
-/// is not known: the contrast is 3 to 1 at least to white and to the usual dark greys.
+/// is not known: what it covers has a contrast of at least 3 to 1 to white and to dark greys.
 struct IconTint {
   SystemColor color;
   std::string_view name;

@@ -7,8 +7,6 @@
 namespace lumowatt {
 
 bool writeToStandardOutput(std::string_view text) {
-  // A picture that went to /dev/stdout, where that is a file, has not moved this stream's position.
-  std::fseek(stdout, 0, SEEK_END);
   const bool written =
       std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
   if (!written) {

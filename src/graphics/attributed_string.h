@@ -13,8 +13,9 @@ namespace lumowatt {
 struct TextRun {
   std::string text;  ///< UTF-8, on one line
   Font font;
-  std::optional<Color> color = std::nullopt;  ///< absent: that of the text around; alone, black
-  double baselineOffset = 0.0;                ///< points, upward
+  /// Absent: the colour of a control's text where a control shows it; else black.
+  std::optional<Color> color = std::nullopt;
+  double baselineOffset = 0.0;  ///< points, upward
 
   friend bool operator==(const TextRun&, const TextRun&) = default;
 };

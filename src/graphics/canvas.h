@@ -32,8 +32,9 @@ class Canvas {
   /// The width and line height of the text as `drawText` draws it.
   virtual Size textSize(const AttributedString& text) = 0;
 
-  /// Draws the image upright into the rectangle. A drawing is stretched to fill it. A symbol's
-  /// shape is the platform's affair; one that the platform does not know is left out.
+  /// Draws the image upright into the rectangle. A drawing is stretched to fill it. How a symbol
+  /// fills it, and whether its point size matters, is the platform's affair; one that the platform
+  /// does not know is left out.
   virtual void drawImage(const Image& image, const Rect& rect) = 0;
 };
 

@@ -15,8 +15,8 @@ class Canvas;
 /// A picture as the routine that draws it, sharp at every scale.
 struct Drawing {
   Size size;
-  bool
-      flipped;  ///< y grows downward from the top left corner, else upward from the bottom left one
+  /// Whether y grows downward from the top left corner, not upward from the bottom left one.
+  bool flipped;
   /// Draws the picture so that it fills the rectangle, which is of `size` and begins at (0, 0).
   std::function<void(Canvas&, const Rect&)> draw;
 };

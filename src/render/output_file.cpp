@@ -6,14 +6,27 @@
 
 namespace lumowatt {
 
-std::optional<std::string> writeFile(const std::string& path, std::string_view contents) {
+namespace {
+
+using Error = std::optional<std::string>;
+
+Error write(std::FILE* file, std::string_view contents) {
+  const bool written = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size() &&
+                       std::fflush(file) == 0;
+  return written ? Error() : std::strerror(errno);
+}
+
+}  // namespace
+
+Error writeFile(const std::string& path, std::string_view contents) {
+  // Opened by its name, a file that it leads to would be emptied.
+  if (path == "/dev/stdout") return write(stdout, contents);
+
   std::FILE* const file = std::fopen(path.c_str(), "wb");
   if (file == nullptr) return std::strerror(errno);
-  const bool written = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
-  const int writeError = errno;
-  const bool closed = std::fclose(file) == 0;  // what was still buffered is written now
-  if (written && closed) return std::nullopt;
-  return std::strerror(written ? errno : writeError);
+  const Error error = write(file, contents);
+  const bool closed = std::fclose(file) == 0;
+  return error || closed ? error : std::strerror(errno);
 }
 
 }  // namespace lumowatt

@@ -44,6 +44,17 @@ TEST(Palette, LesserTextIsFainterAndALineFaintest) {
   }
 }
 
+TEST(Palette, TintsAreBrighterOnDark) {
+  for (const SystemColor color :
+       {SystemColor::green, SystemColor::orange, SystemColor::red, SystemColor::accent}) {
+    const auto sum = [color](Appearance appearance) {
+      const Rgba shade = resolved(color, appearance);
+      return shade.red + shade.green + shade.blue;
+    };
+    EXPECT_GT(sum(Appearance::dark), sum(Appearance::light)) << static_cast<int>(color);
+  }
+}
+
 TEST(Palette, TheAccentColorsHaveTheirHues) {
   for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
     const Rgba green = resolved(systemGreen, appearance);

@@ -14,6 +14,11 @@ std::ostream& operator<<(std::ostream& stream, const Pixel& pixel) {
                 << pixel.alpha << ")";
 }
 
+std::ostream& operator<<(std::ostream& stream, const Rect& rect) {
+  return stream << "(" << rect.x << ", " << rect.y << ", " << rect.width << " x " << rect.height
+                << ")";
+}
+
 int difference(const Pixel& a, const Pixel& b) {
   return std::max({std::abs(a.red - b.red), std::abs(a.green - b.green), std::abs(a.blue - b.blue),
                    std::abs(a.alpha - b.alpha)});
@@ -59,6 +64,16 @@ Rect Picture::inkBounds(const Rect& area, const Pixel& background) const {
   if (right < 0) return {};
   return {static_cast<double>(left), static_cast<double>(top),
           static_cast<double>(right + 1 - left), static_cast<double>(bottom + 1 - top)};
+}
+
+int Picture::inkCount(const Rect& area, const Pixel& background) const {
+  int count = 0;
+  for (int y = static_cast<int>(area.minY()); y < static_cast<int>(area.maxY()); ++y) {
+    for (int x = static_cast<int>(area.minX()); x < static_cast<int>(area.maxX()); ++x) {
+      if (difference(at(x, y), background) > 2) ++count;
+    }
+  }
+  return count;
 }
 
 double Picture::coverage() const {

@@ -20,6 +20,8 @@ struct Pixel {
 
 std::ostream& operator<<(std::ostream& stream, const Pixel& pixel);
 
+std::ostream& operator<<(std::ostream& stream, const Rect& rect);
+
 /// The largest difference between two pixels in a component.
 int difference(const Pixel& a, const Pixel& b);
 
@@ -38,6 +40,9 @@ class Picture {
   /// The smallest rectangle with all pixels of `area` that are not of the color `background`; empty
   /// where there are none.
   Rect inkBounds(const Rect& area, const Pixel& background) const;
+
+  /// How many pixels of `area` are not of the color `background`.
+  int inkCount(const Rect& area, const Pixel& background) const;
 
   /// How much of the picture is covered, in pixels: the sum of all alphas.
   double coverage() const;

@@ -24,7 +24,9 @@ CairoBitmap::CairoBitmap(Size size, double scale, Appearance appearance)
   cairo_translate(cairo_.get(), 0.0, -size.height);
 }
 
-bool CairoBitmap::isValid() const { return cairo_status(cairo_.get()) == CAIRO_STATUS_SUCCESS; }
+bool CairoBitmap::isValid() const {
+  return cairo_status(cairo_.get()) == CAIRO_STATUS_SUCCESS && canvas_.hasFonts();
+}
 
 std::optional<std::string> CairoBitmap::encodePng() {
   if (!isValid()) return std::nullopt;

@@ -24,7 +24,7 @@ class CairoBitmap : public Bitmap {
  public:
   CairoBitmap(Size size, double scale, Appearance appearance);
 
-  /// Whether there is a bitmap: memory may be short, or the size out of range.
+  /// Whether there is a bitmap: memory may be short, the size out of range, or no font installed.
   bool isValid() const;
 
   Canvas& canvas() override { return canvas_; }

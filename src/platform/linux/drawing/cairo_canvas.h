@@ -13,6 +13,9 @@ class CairoCanvas : public Canvas {
   /// Draws on `cairo`, which must outlive it, and whose y must grow upward.
   CairoCanvas(cairo_t* cairo, Appearance appearance);
 
+  /// Whether it can draw text. Where not, nothing may be drawn.
+  bool hasFonts() const { return textLayout_.isValid(); }
+
   void fill(const Rect& rect, const Color& color) override;
   void fillRoundedRect(const Rect& rect, double radius, const Color& color) override;
   void stroke(const Path& path, const Stroke& stroke, const Color& color) override;

@@ -14,12 +14,14 @@ namespace lumowatt::drawing {
 namespace {
 
 void append(png_structp png, png_bytep bytes, png_size_t count) {
+  bool appended = false;
   try {
     static_cast<std::string*>(png_get_io_ptr(png))
         ->append(reinterpret_cast<const char*>(bytes), count);
-  } catch (const std::bad_alloc&) {
-    png_error(png, "out of memory");
+    appended = true;
+  } catch (const std::bad_alloc&) {  // to be over before the error below jumps away
   }
+  if (!appended) png_error(png, "out of memory");
 }
 
 void flushNothing(png_structp) {}

@@ -1,6 +1,9 @@
 #include "platform/linux/drawing/text_layout.h"
 
+#include <fontconfig/fontconfig.h>
+
 #include <cmath>
+#include <cstdio>
 #include <string>
 
 #include "artwork/palette.h"
@@ -13,6 +16,11 @@ namespace {
 // and what it lacks comes from the next.
 constexpr const char* systemFamilies =
     "Inter, Cantarell, Noto Sans, Ubuntu, Roboto, DejaVu Sans, sans-serif";
+
+bool fontIsInstalled() {
+  const FcFontSet* const fonts = FcConfigGetFonts(nullptr, FcSetSystem);
+  return fonts != nullptr && fonts->nfont > 0;
+}
 
 int pangoUnits(double points) { return static_cast<int>(std::lround(points * PANGO_SCALE)); }
 
@@ -57,10 +65,15 @@ class RunAttributes {
 
 }  // namespace
 
-TextLayout::TextLayout(Appearance appearance)
-    : appearance_(appearance),
-      fonts_(pango_cairo_font_map_new()),
-      context_(pango_font_map_create_context(fonts_.get())) {
+TextLayout::TextLayout(Appearance appearance) : appearance_(appearance) {
+  if (!fontIsInstalled()) {
+    std::fputs("lumowatt: no font is installed\n", stderr);
+    return;
+  }
+  fonts_.reset(pango_cairo_font_map_new());
+  if (fonts_ == nullptr) return;  // Pango has said why
+  context_.reset(pango_font_map_create_context(fonts_.get()));
+
   // Shapes and distances as they were designed, not fitted to pixels: there are several to a point.
   cairo_font_options_t* const options = cairo_font_options_create();
   cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);

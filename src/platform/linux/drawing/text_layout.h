@@ -21,6 +21,10 @@ class TextLayout {
  public:
   explicit TextLayout(Appearance appearance);
 
+  /// Whether text can be laid out: Pango works, and a font is installed. Where not, the reason is
+  /// on standard error, and nothing else may be asked.
+  bool isValid() const { return context_ != nullptr; }
+
   Size size(const AttributedString& text) const;
 
   /// Draws with the top left corner of the text's box at the origin of `cairo`, whose y must grow

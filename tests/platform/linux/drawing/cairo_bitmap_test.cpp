@@ -50,6 +50,24 @@ TEST(CairoBitmap, ItsPngHasColorsThatAreNotMultipliedByAlpha) {
   EXPECT_EQ(picture.at(2, 0), (Pixel{0, 0, 0, 0}));
 }
 
+TEST(CairoBitmap, OfAFractionalHeightLosesItsBottom) {
+  CairoBitmap bitmap({1.0, 3.3}, 2.0, Appearance::dark);
+  bitmap.canvas().fill({0.0, 2.3, 1.0, 1.0}, white);
+  const Picture picture(bitmap.encodePng().value());
+  EXPECT_EQ(picture.at(0, 1), (Pixel{255, 255, 255, 255}));
+  EXPECT_EQ(picture.at(0, 2), (Pixel{0, 0, 0, 0}));
+}
+
+TEST(CairoBitmap, OnWhichDrawingFailedIsNotEncoded) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  CairoBitmap bitmap({4.0, 4.0}, 1.0, Appearance::dark);
+  bitmap.canvas().drawImage(
+      {Drawing{.size = {1.0, 1.0}, .flipped = true, .draw = [](Canvas&, const Rect&) {}}},
+      {0.0, 0.0, nan, nan});
+  EXPECT_FALSE(bitmap.isValid());
+  EXPECT_EQ(bitmap.encodePng(), std::nullopt);
+}
+
 TEST(CairoBitmap, CanBeDrawnOnAfterItWasEncoded) {
   CairoBitmap bitmap({1.0, 1.0}, 1.0, Appearance::dark);
   EXPECT_EQ(Picture(bitmap.encodePng().value()).at(0, 0).alpha, 0);

@@ -116,6 +116,28 @@ TEST(CairoCanvas, PutsImagesOfEitherKindIntoImagesOfEitherKindUpright) {
   }
 }
 
+TEST(CairoCanvas, AnImageInAnotherLeavesTheSpaceAsItWas) {
+  // Text and a symbol after an image of the other kind look as they do without it.
+  const auto picture = [](bool flipped, bool withImage) {
+    return drawnInImage({80.0, 40.0}, flipped, [&](Canvas& canvas) {
+      const Drawing other{
+          .size = {1.0, 1.0}, .flipped = !flipped, .draw = [](Canvas&, const Rect&) {}};
+      if (withImage) canvas.drawImage({other}, {0.0, 0.0, 1.0, 1.0});
+      canvas.drawText({{"Lp", systemFont(20.0), red}}, {2.0, 4.0});
+      canvas.drawImage({Symbol{.name = "battery.100percent.bolt", .tint = red}},
+                       {40.0, 0.0, 40.0, 40.0});
+    });
+  };
+  for (const bool flipped : {false, true}) {
+    const Picture with = picture(flipped, true);
+    const Picture without = picture(flipped, false);
+    EXPECT_GT(without.coverage(), 100.0);
+    for (int x = 0; x < 80; ++x) {
+      for (int y = 0; y < 40; ++y) EXPECT_EQ(with.at(x, y), without.at(x, y));
+    }
+  }
+}
+
 TEST(CairoCanvas, StretchesADrawingToItsRectangle) {
   const Image image{
       Drawing{.size = {2.0, 2.0}, .flipped = true, .draw = [](Canvas& canvas, const Rect& rect) {
@@ -128,12 +150,17 @@ TEST(CairoCanvas, StretchesADrawingToItsRectangle) {
   EXPECT_EQ(ink(picture), (Rect{6.0, 4.0, 4.0, 6.0}));
 }
 
-TEST(CairoCanvas, LeavesOutAnImageWithoutASize) {
-  const Image image{Drawing{.size = {0.0, 5.0}, .flipped = true, .draw = [](Canvas&, const Rect&) {
-                              FAIL() << "there is nothing to be drawn";
-                            }}};
+TEST(CairoCanvas, LeavesOutAnImageWithoutASizeOrARectangleToFill) {
+  const auto image = [](Size size) {
+    return Image{Drawing{.size = size, .flipped = true, .draw = [](Canvas&, const Rect&) {
+                           FAIL() << "there is nothing to be drawn";
+                         }}};
+  };
   const Picture picture = drawn({4.0, 4.0}, [&](Canvas& canvas) {
-    canvas.drawImage(image, {0.0, 0.0, 4.0, 4.0});
+    canvas.drawImage(image({0.0, 5.0}), {0.0, 0.0, 4.0, 4.0});
+    canvas.drawImage(image({5.0, 0.0}), {0.0, 0.0, 4.0, 4.0});
+    canvas.drawImage(image({5.0, 5.0}), {0.0, 0.0, 0.0, 4.0});
+    canvas.drawImage(image({5.0, 5.0}), {0.0, 0.0, 4.0, 0.0});
     canvas.drawImage({Symbol{.name = "battery.50percent"}}, {0.0, 0.0, 0.0, 0.0});
     canvas.fill({0.0, 0.0, 1.0, 1.0}, red);
   });
@@ -234,7 +261,7 @@ TEST(CairoCanvas, PutsTextBelowAndRightOfItsOriginInAFlippedSpace) {
   EXPECT_LE(found.minX(), 14.0);
   EXPECT_GT(found.minY(), 20.0);
   EXPECT_LE(found.maxX(), 10.0 + size.width + 1.0);
-  EXPECT_LT(found.maxY(), 20.0 + size.height);
+  EXPECT_LE(found.maxY(), 20.0 + size.height + 1.0);
 }
 
 TEST(CairoCanvas, PutsTextAboveAndRightOfItsOriginInASpaceThatIsNotFlipped) {
@@ -352,6 +379,16 @@ TEST(CairoCanvas, TextWithoutAColorIsBlack) {
   EXPECT_EQ(found, ink(picture(black)));
 }
 
+TEST(CairoCanvas, FaintTextIsFaint) {
+  const Picture picture = drawnInImage({40.0, 40.0}, true, [&](Canvas& canvas) {
+    canvas.drawText({{"█", systemFont(20.0), secondaryLabel}}, {5.0, 5.0});
+  });
+  const Rect found = ink(picture);
+  EXPECT_EQ(picture.at(static_cast<int>(found.x + found.width / 2),
+                       static_cast<int>(found.y + found.height / 2)),
+            (Pixel{0, 0, 0, 128}));
+}
+
 TEST(CairoCanvas, TextStaysOnOneLine) {
   const Size one = measured({{"a b", systemFont(13.0)}});
   const Size broken = measured({{"a\nb\r\n\u2029c", systemFont(13.0)}});
@@ -407,6 +444,19 @@ TEST(CairoCanvas, DrawsASymbolUprightInEitherSpace) {
   const Rect top = flipped.inkBounds({0.0, 0.0, 64.0, 12.0}, nothing);
   const Rect bottom = flipped.inkBounds({0.0, 52.0, 64.0, 12.0}, nothing);
   EXPECT_GT(top.minX(), bottom.maxX());
+}
+
+TEST(CairoCanvas, ASymbolHasTheHolesOfItsShape) {
+  const auto middle = [](const char* name) {
+    return drawn({64.0, 64.0},
+                 [&](Canvas& canvas) {
+                   canvas.drawImage({Symbol{.name = name, .tint = red}}, {0.0, 0.0, 64.0, 64.0});
+                 })
+        .at(28, 32);
+  };
+  EXPECT_EQ(middle("battery.0percent"), nothing);
+  EXPECT_EQ(middle("battery.25percent"), nothing);
+  EXPECT_EQ(middle("battery.75percent"), redPixel);
 }
 
 TEST(CairoCanvas, DrawsATemplateInTheColorOfText) {
