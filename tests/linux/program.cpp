@@ -38,6 +38,15 @@ ProcessResult runShell(const std::string& commands) {
                      LUMOWATT_PROGRAM});
 }
 
+std::string snapshot(const std::vector<std::string>& arguments, const std::string& machine) {
+  const TemporaryFolder folder;
+  const std::string path = folder.path() / "out.png";
+  std::vector<std::string> all{"--snapshot", path};
+  all.insert(all.end(), arguments.begin(), arguments.end());
+  expectResult(run(machine, all), "wrote " + path + "\n", 0);
+  return fileContents(path);
+}
+
 void expectResult(const ProcessResult& result, const std::string& output, int status) {
   EXPECT_EQ(result.output, output);
   EXPECT_EQ(result.status, status);

@@ -36,6 +36,10 @@ ProcessResult run(const std::string& fixture, std::vector<std::string> arguments
 /// Runs shell commands in which `lumowatt` is the program on a machine with a battery.
 ProcessResult runShell(const std::string& commands);
 
+/// The contents of the file of a snapshot that the built program takes of a fixture.
+std::string snapshot(const std::vector<std::string>& arguments,
+                     const std::string& machine = anyMachine);
+
 /// Expects that, and nothing on the standard error.
 void expectResult(const ProcessResult& result, const std::string& output, int status);
 
