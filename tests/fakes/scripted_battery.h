@@ -18,6 +18,9 @@ class ScriptedBattery : public BatteryService {
     return properties_;
   }
 
+  /// From now on it gives these; none for no battery.
+  void set(std::optional<PropertyDictionary> properties) { properties_ = std::move(properties); }
+
   int asked = 0;
 
  private:

@@ -1,0 +1,65 @@
+#include "render/title.h"
+
+#include <string>
+
+#include "format/figures.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr double heavyDrain = -15.0;  // W
+
+Color arrowColor(const Reading& reading, bool colored) {
+  if (!colored) return SystemColor::label;
+  switch (trend(reading)) {
+    case Trend::up:
+      return systemGreen;
+    case Trend::down:
+      return reading.batteryWatts < heavyDrain ? systemOrange : secondaryLabel;
+    case Trend::steady:
+      break;
+  }
+  return secondaryLabel;
+}
+
+/// Hours and minutes as on a clock, "1:35".
+std::string clock(std::int64_t minutes) {
+  const std::int64_t hours = minutes / 60;
+  const std::int64_t rest = minutes % 60;
+  const bool oneDigit = rest >= 0 && rest < 10;
+  return std::to_string(hours) + (oneDigit ? ":0" : ":") + std::to_string(rest);
+}
+
+/// The figures beside the percentage; empty when there are none.
+std::string figures(const Reading& reading, TitleExtras extras) {
+  std::string text;
+  if (extras.power) text = watts(reading.batteryWatts, true);
+  if (extras.time && reading.minutes) {
+    if (!text.empty()) text += " · ";
+    text += clock(*reading.minutes);
+  }
+  return text;
+}
+
+/// Each run begins with a blank.
+TextRun run(std::string_view text, Font font) {
+  std::string spaced = " ";
+  return {.text = spaced.append(text), .font = font};
+}
+
+}  // namespace
+
+AttributedString title(const Reading& reading, TitleExtras extras, bool colored) {
+  const Font digits = monospacedDigitFont(12.0);
+  TextRun trendArrow = run(arrow(trend(reading)), systemFont(8.0));
+  trendArrow.color = arrowColor(reading, colored);
+  trendArrow.baselineOffset = 1.5;
+
+  AttributedString result{run(std::to_string(reading.percent) + "%", digits), trendArrow};
+  const std::string text = figures(reading, extras);
+  if (!text.empty()) result.push_back(run(text, digits));
+  return result;
+}
+
+}  // namespace lumowatt

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "graphics/attributed_string.h"
+#include "telemetry/reading.h"
+
+namespace lumowatt {
+
+/// What a title shows beside the percentage.
+struct TitleExtras {
+  bool power;
+  bool time;  ///< where there is an estimate
+};
+
+/// The title beside the glyph: the percentage, a small arrow and the extras. Digits are equally
+/// wide, so that the item keeps its width. With `colored` the arrow is green while charging, orange
+/// beyond 15 W out of the battery, and else faint; without, it has the color of text.
+AttributedString title(const Reading& reading, TitleExtras extras, bool colored);
+
+}  // namespace lumowatt

@@ -1,0 +1,125 @@
+// Whole stories of an application in use.
+
+#include "menubar/app_fixture.h"
+
+namespace lumowatt {
+
+using Story = AppTest;
+
+TEST_F(Story, AMorningOfDischarge) {
+  // Three hours from 100 %, a point every two minutes.
+  setBattery({.percent = 100});
+  app->applicationDidFinishLaunching();
+  for (int minute = 2; minute <= 180; minute += 2) {
+    desktop.pass(119.0);
+    setBattery({.percent = 100 - minute / 2});
+    desktop.pass(1.0);
+  }
+  EXPECT_EQ(battery.asked, 1 + 3 * 3600 / 5);
+  EXPECT_EQ(desktop.plainTitle(), " 10% ▼ −8.3 W");
+  EXPECT_EQ(desktop.symbol(), "battery.0percent red");
+
+  // Every 30 seconds a sample, of the last hour: both its ends are in it.
+  const std::vector<Sample>& history = app->history();
+  ASSERT_EQ(history.size(), 121U);
+  EXPECT_EQ(history.front().time, 1000.0 + 2 * 3600.0);
+  EXPECT_EQ(history.front().percent, 40);
+  EXPECT_EQ(history.back().time, 1000.0 + 3 * 3600.0);
+  EXPECT_EQ(history.back().percent, 10);
+  for (std::size_t i = 1; i < history.size(); ++i) {
+    EXPECT_EQ(history[i].time - history[i - 1].time, 30.0);
+    EXPECT_LE(history[i].percent, history[i - 1].percent);
+  }
+}
+
+TEST_F(Story, ChargingFromNinetySixToAHundredAndAway) {
+  BatteryState state{.percent = 96};
+  setBattery(state);
+  app->applicationDidFinishLaunching();
+  EXPECT_EQ(desktop.symbol(), "battery.100percent template");
+
+  // Plugged in: seen at once.
+  state = {.percent = 96, .watts = 30.0, .external = true, .charging = true, .minutes = 12};
+  setBattery(state);
+  desktop.changePower();
+  EXPECT_EQ(desktop.plainTitle(), " 96% ▲ +30.0 W");
+  EXPECT_EQ(desktop.symbol(), "battery.100percent green") << "the only frame above 84";
+  EXPECT_TRUE(app->isAnimating());
+  EXPECT_TRUE(desktop.toolTip.starts_with("Charging\n"));
+
+  while (state.percent < 100) {
+    desktop.pass(60.0);
+    EXPECT_TRUE(app->isAnimating()) << state.percent;
+    EXPECT_GT(app->frame(), 80);
+    ++state.percent;
+    setBattery(state);
+  }
+  desktop.pass(5.0);
+  EXPECT_FALSE(app->isAnimating());
+  EXPECT_EQ(app->frame(), 0);
+  EXPECT_EQ(desktop.symbol(), "battery.100percent.bolt green");
+
+  setBattery({.percent = 100, .watts = 0.0, .external = true, .full = true});
+  desktop.pass(5.0);
+  EXPECT_EQ(desktop.symbol(), "battery.100percent.bolt green");
+  EXPECT_EQ(desktop.plainTitle(), " 100% • +0.0 W");
+
+  // Unplugged.
+  setBattery({.percent = 100, .watts = -18.0});
+  desktop.changePower();
+  EXPECT_EQ(desktop.symbol(), "battery.100percent template");
+  EXPECT_EQ(desktop.plainTitle(), " 100% ▼ −18.0 W");
+  EXPECT_EQ(desktop.title[1].color, systemOrange);
+  EXPECT_EQ(desktop.intervals(), std::vector{5.0});
+}
+
+TEST_F(Story, ABatteryThatIsTakenOutAndPutBack) {
+  app->applicationDidFinishLaunching();
+  desktop.pass(60.0);
+  EXPECT_EQ(app->history().size(), 3U);
+  removeBattery();
+  desktop.pass(60.0);
+  EXPECT_EQ(desktop.plainTitle(), "No battery");
+  EXPECT_EQ(desktop.symbol(), "battery.75percent template");
+  EXPECT_EQ(app->history().size(), 3U);
+  setBattery({.percent = 60});
+  desktop.pass(5.0);
+  EXPECT_EQ(desktop.plainTitle(), " 60% ▼ −8.3 W");
+  EXPECT_EQ(desktop.symbol(), "battery.50percent template");
+  EXPECT_EQ(app->history().size(), 4U);
+}
+
+TEST_F(Story, PreferencesChangedFromTheMenuWhileCharging) {
+  setBattery({.percent = 40, .watts = 20.0, .external = true, .charging = true, .minutes = 90});
+  app->applicationDidFinishLaunching();
+  EXPECT_EQ(desktop.plainTitle(), " 40% ▲ +20.0 W");
+  choose("Percent and time");
+  EXPECT_EQ(desktop.plainTitle(), " 40% ▲ 1:30");
+  EXPECT_EQ(desktop.title[1].color, systemGreen);
+  choose("Colors");
+  EXPECT_EQ(desktop.title[1].color, Color(SystemColor::label));
+  EXPECT_EQ(desktop.symbol(), "battery.50percent green") << "the animation keeps its color";
+  choose("Charging animation");
+  EXPECT_EQ(desktop.symbol(), "battery.100percent.bolt template");
+  EXPECT_EQ(desktop.intervals(), std::vector{5.0});
+  choose("Colors");
+  choose("Charging animation");
+  choose("Percent");
+  EXPECT_EQ(desktop.plainTitle(), " 40% ▲");
+  EXPECT_EQ(desktop.symbol(), "battery.50percent green");
+  EXPECT_EQ(desktop.preferences, (std::map<std::string, std::string, std::less<>>{
+                                     {"animate", "true"}, {"color", "true"}, {"mode", "0"}}));
+}
+
+TEST_F(Story, ANightAsleep) {
+  app->applicationDidFinishLaunching();
+  desktop.pass(1800.0);
+  EXPECT_EQ(app->history().size(), 61U);
+  desktop.time += 8 * 3600.0;  // no timer ticks in between
+  setBattery({.percent = 61});
+  app->refresh();
+  ASSERT_EQ(app->history().size(), 1U) << "what is older than an hour is gone";
+  EXPECT_EQ(app->history()[0].percent, 61);
+}
+
+}  // namespace lumowatt
