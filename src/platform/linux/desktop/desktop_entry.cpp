@@ -1,0 +1,101 @@
+#include "platform/linux/desktop/desktop_entry.h"
+
+#include <algorithm>
+
+namespace lumowatt::desktop {
+
+namespace {
+
+std::string_view withoutBlanks(std::string_view text) {
+  constexpr std::string_view blanks = " \t\r";
+  const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
+  const std::size_t end = text.find_last_not_of(blanks) + 1;
+  return text.substr(start, end > start ? end - start : 0);
+}
+
+std::string unescaped(std::string_view value) {
+  std::string text;
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    if (value[i] != '\\' || i + 1 == value.size()) {
+      text += value[i];
+      continue;
+    }
+    switch (value[++i]) {
+      case 's':
+        text += ' ';
+        break;
+      case 'n':
+        text += '\n';
+        break;
+      case 't':
+        text += '\t';
+        break;
+      case 'r':
+        text += '\r';
+        break;
+      default:
+        text += value[i];
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+std::optional<std::string> entryValue(std::string_view entry, std::string_view key) {
+  bool inGroup = false;
+  while (!entry.empty()) {
+    const std::size_t end = std::min(entry.find('\n'), entry.size());
+    const std::string_view line = withoutBlanks(entry.substr(0, end));
+    entry.remove_prefix(std::min(end + 1, entry.size()));
+    if (line.starts_with('[')) {
+      inGroup = line == "[Desktop Entry]";
+    } else if (const std::size_t sign = line.find('='); inGroup && sign != std::string_view::npos) {
+      if (withoutBlanks(line.substr(0, sign)) == key) {
+        return unescaped(withoutBlanks(line.substr(sign + 1)));
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+std::string execProgram(std::string_view exec) {
+  std::string program;
+  bool quoted = false;
+  for (std::size_t i = 0; i < exec.size(); ++i) {
+    const char letter = exec[i];
+    if (letter == '"') {
+      quoted = !quoted;
+    } else if (quoted && letter == '\\' && i + 1 < exec.size()) {
+      program += exec[++i];
+    } else if (!quoted && letter == ' ') {
+      if (!program.empty()) break;
+    } else if (letter == '%' && i + 1 < exec.size() && exec[i + 1] == '%') {
+      program += exec[++i];
+    } else {
+      program += letter;
+    }
+  }
+  return program;
+}
+
+std::string execValue(std::string_view program) {
+  // First the argument is quoted, in which four characters have a backslash; then the value is
+  // written, in which each backslash is two. A percent sign is two everywhere.
+  std::string value = "\"";
+  for (const char letter : program) {
+    if (letter == '\\') {
+      value += R"(\\\\)";
+    } else if (letter == '"' || letter == '`' || letter == '$') {
+      value += R"(\\)";
+      value += letter;
+    } else if (letter == '%') {
+      value += "%%";
+    } else {
+      value += letter;
+    }
+  }
+  return value + "\"";
+}
+
+}  // namespace lumowatt::desktop

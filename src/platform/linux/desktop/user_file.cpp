@@ -1,0 +1,126 @@
+#include "platform/linux/desktop/user_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+
+namespace lumowatt::desktop {
+
+namespace {
+
+constexpr std::size_t sizeLimit = 65536;
+constexpr mode_t newFolder = 0700;
+constexpr mode_t newFile = 0600;
+
+/// An open file, closed at the end of its life.
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() { static_cast<void>(close()); }
+
+  int number() const { return number_; }
+
+  /// False when what was written could not be kept.
+  bool close() {
+    if (number_ < 0) return true;
+    const int closed = ::close(number_);
+    number_ = -1;
+    return closed == 0;
+  }
+
+ private:
+  int number_;
+};
+
+std::string environment(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
+
+void makeFolders(const std::string& folder) {
+  for (std::size_t end = folder.find('/', 1); end != std::string::npos;
+       end = folder.find('/', end + 1)) {
+    ::mkdir(folder.substr(0, end).c_str(), newFolder);
+  }
+  ::mkdir(folder.c_str(), newFolder);
+}
+
+/// Where a chain of symbolic links ends, if at a file that is there; else the path itself.
+std::string target(const std::string& path) {
+  std::array<char, PATH_MAX> resolved{};
+  return ::realpath(path.c_str(), resolved.data()) != nullptr ? resolved.data() : path;
+}
+
+bool writeAll(int descriptor, std::string_view contents) {
+  while (!contents.empty()) {
+    const ssize_t written = ::write(descriptor, contents.data(), contents.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    contents.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+/// Fills the new file; false when it is not complete, and safe on the disk.
+bool fill(int descriptor, std::string_view contents, mode_t mode) {
+  return ::fchmod(descriptor, mode) == 0 && writeAll(descriptor, contents) &&
+         ::fsync(descriptor) == 0;
+}
+
+}  // namespace
+
+std::string configurationFolder() {
+  const std::string configuration = environment("XDG_CONFIG_HOME");
+  if (configuration.starts_with('/')) return configuration;
+  const std::string home = environment("HOME");
+  return home.starts_with('/') ? home + "/.config" : "";
+}
+
+FileContents readUserFile(const std::string& path) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (file.number() < 0) return {.isThere = errno != ENOENT};
+  struct stat status {};
+  if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {.isThere = true};
+
+  std::string text(sizeLimit + 1, '\0');
+  std::size_t length = 0;
+  for (;;) {
+    const ssize_t count = ::read(file.number(), text.data() + length, text.size() - length);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return {.isThere = true};
+    if (count == 0) break;
+    length += static_cast<std::size_t>(count);
+  }
+  if (length > sizeLimit) return {.isThere = true};
+  text.resize(length);
+  return {.isThere = true, .text = text};
+}
+
+bool replaceUserFile(const std::string& path, std::string_view contents) {
+  const std::string place = target(path);
+  makeFolders(folderOf(place));
+  struct stat status {};
+  const bool isThere = ::stat(place.c_str(), &status) == 0;
+  if (isThere && !S_ISREG(status.st_mode)) return false;
+
+  std::string temporary = place + ".XXXXXX";
+  Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+  if (file.number() < 0) return false;
+  const bool complete =
+      fill(file.number(), contents, isThere ? status.st_mode & 07777U : newFile) && file.close();
+  if (complete && std::rename(temporary.c_str(), place.c_str()) == 0) return true;
+  ::unlink(temporary.c_str());
+  return false;
+}
+
+}  // namespace lumowatt::desktop

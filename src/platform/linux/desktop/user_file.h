@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The small files that a user has of this program.
+namespace lumowatt::desktop {
+
+/// The folder of the user's configuration, by the XDG Base Directory Specification:
+/// $XDG_CONFIG_HOME when that is an absolute path, else ".config" in $HOME. Empty when neither is.
+std::string configurationFolder();
+
+/// What a regular file of at most 64 KiB holds.
+struct FileContents {
+  bool isThere = false;
+  std::optional<std::string> text =
+      std::nullopt;  ///< absent: it cannot be read, or is no such file
+};
+
+/// Reads a file, without ever waiting for a pipe or a device.
+FileContents readUserFile(const std::string& path);
+
+/// Puts a file with `contents` at `path`, with the folders on the way to it, all of it or nothing:
+/// what is there stays as it is when it fails. A file at the end of a symbolic link is replaced
+/// itself, and keeps its permissions; a new one is the user's alone. False when it fails.
+bool replaceUserFile(const std::string& path, std::string_view contents);
+
+}  // namespace lumowatt::desktop
