@@ -1,11 +1,15 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "graphics/image.h"
 #include "telemetry/reading.h"
 
 namespace lumowatt {
+
+/// What stands in a chart's place as long as its samples span no time.
+inline constexpr std::string_view collectingHistory = "Collecting history…";
 
 /// A chart of the charge over time, `width` by `height` points: a line in `color` through the
 /// samples, oldest first, on a baseline. It spans from the first sample to the last and from the

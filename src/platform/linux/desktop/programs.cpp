@@ -152,8 +152,8 @@ std::vector<Command> batterySettingsCommands() {
       {"X-Cinnamon", {{"cinnamon-settings", "power"}}},
       {"LXQt", {{"lxqt-config-powermanagement"}}},
   };
-  std::ranges::stable_partition(
-      panels, [](const DesktopPanel& panel) { return isCurrentDesktop(panel.name); });
+  std::stable_partition(panels.begin(), panels.end(),
+                        [](const DesktopPanel& panel) { return isCurrentDesktop(panel.name); });
   std::vector<Command> commands;
   for (const DesktopPanel& panel : panels) {
     commands.insert(commands.end(), panel.commands.begin(), panel.commands.end());

@@ -1,0 +1,53 @@
+#include "render/block_chart.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+
+#include "render/history_scale.h"
+#include "render/sparkline.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr int columns = 30;
+
+// The lowest stands for the bottom: a blank is narrower than a block.
+constexpr std::array<std::string_view, 8> blocks{"▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
+
+/// The charge at a time between the first sample and the last, on the line between its neighbours.
+double percentAt(const std::vector<Sample>& samples, double time) {
+  const auto next =
+      std::ranges::find_if(samples, [time](const Sample& sample) { return sample.time >= time; });
+  if (next == samples.begin()) return static_cast<double>(next->percent);
+  if (next == samples.end()) return static_cast<double>(samples.back().percent);
+  const Sample& before = *std::prev(next);
+  const auto low = static_cast<double>(before.percent);
+  const double share = (time - before.time) / (next->time - before.time);
+  return low + (static_cast<double>(next->percent) - low) * share;
+}
+
+std::string_view block(double height) {
+  const double level = std::round(height * static_cast<double>(blocks.size() - 1));
+  const double top = static_cast<double>(blocks.size() - 1);
+  return blocks[static_cast<std::size_t>(std::clamp(level, 0.0, top))];
+}
+
+}  // namespace
+
+std::string blockChart(const std::vector<Sample>& samples) {
+  const auto scale = historyScale(samples);
+  if (!scale) return std::string(collectingHistory);
+  std::string text;
+  for (int column = 0; column < columns; ++column) {
+    const double time = scale->start + scale->span * column / (columns - 1);
+    text += block(scale->upward(percentAt(samples, time)));
+  }
+  text += " " + std::to_string(scale->lowest);
+  if (scale->highest != scale->lowest) text += "–" + std::to_string(scale->highest);
+  return text + "%";
+}
+
+}  // namespace lumowatt
