@@ -35,7 +35,7 @@ class MenuLayout {
   MenuLayout() { root_.id = 0; }
 
   struct Change {
-    bool isStructural = false;            ///< there are items that were not there before
+    bool isStructural = false;            ///< there are other items than before
     std::vector<MenuEntry> entries = {};  ///< those that differ, as they are now, without children
   };
 
