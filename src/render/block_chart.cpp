@@ -30,9 +30,8 @@ double percentAt(const std::vector<Sample>& samples, double time) {
 }
 
 std::string_view block(double height) {
-  const double level = std::round(height * static_cast<double>(blocks.size() - 1));
-  const double top = static_cast<double>(blocks.size() - 1);
-  return blocks[static_cast<std::size_t>(std::clamp(level, 0.0, top))];
+  constexpr double top = blocks.size() - 1;
+  return blocks[static_cast<std::size_t>(std::clamp(std::round(height * top), 0.0, top))];
 }
 
 }  // namespace

@@ -64,16 +64,15 @@ std::string execProgram(std::string_view exec) {
   bool quoted = false;
   for (std::size_t i = 0; i < exec.size(); ++i) {
     const char letter = exec[i];
+    const char next = i + 1 < exec.size() ? exec[i + 1] : '\0';
+    const bool escapes = next != '\0' && ((quoted && letter == '\\') || exec.substr(i, 2) == "%%");
     if (letter == '"') {
       quoted = !quoted;
-    } else if (quoted && letter == '\\' && i + 1 < exec.size()) {
-      program += exec[++i];
-    } else if (!quoted && letter == ' ') {
+    } else if (letter == ' ' && !quoted) {
       if (!program.empty()) break;
-    } else if (letter == '%' && i + 1 < exec.size() && exec[i + 1] == '%') {
-      program += exec[++i];
     } else {
-      program += letter;
+      program += escapes ? next : letter;
+      if (escapes) ++i;
     }
   }
   return program;

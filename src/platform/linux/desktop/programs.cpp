@@ -115,18 +115,17 @@ std::string findProgram(std::string_view name) {
   for (std::size_t end = 0; (end = folders.find(':', start)) != std::string::npos;
        start = end + 1) {
     if (folders[start] != '/') continue;  // the working directory is nowhere to look
-    const std::string path = folders.substr(start, end - start).append("/").append(name);
+    std::string path = folders.substr(start, end - start).append("/").append(name);
     if (isExecutableFile(path)) return path;
   }
   return "";
 }
 
 bool startFirst(const std::vector<Command>& commands, std::string_view input) {
-  for (const Command& command : commands) {
+  return std::ranges::any_of(commands, [input](const Command& command) {
     const std::string program = findProgram(command.front());
-    if (!program.empty() && start(program, command, input)) return true;
-  }
-  return false;
+    return !program.empty() && start(program, command, input);
+  });
 }
 
 std::vector<Command> clipboardCommands() {

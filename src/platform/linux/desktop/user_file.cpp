@@ -80,7 +80,7 @@ bool fill(int descriptor, std::string_view contents, mode_t mode) {
 }  // namespace
 
 std::string configurationFolder() {
-  const std::string configuration = environment("XDG_CONFIG_HOME");
+  std::string configuration = environment("XDG_CONFIG_HOME");
   if (configuration.starts_with('/')) return configuration;
   const std::string home = environment("HOME");
   return home.starts_with('/') ? home + "/.config" : "";
