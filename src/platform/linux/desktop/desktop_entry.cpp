@@ -2,16 +2,11 @@
 
 #include <algorithm>
 
+#include "platform/linux/desktop/text.h"
+
 namespace lumowatt::desktop {
 
 namespace {
-
-std::string_view withoutBlanks(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
-  const std::size_t end = text.find_last_not_of(blanks) + 1;
-  return text.substr(start, end > start ? end - start : 0);
-}
 
 std::string unescaped(std::string_view value) {
   std::string text;
@@ -46,13 +41,13 @@ std::optional<std::string> entryValue(std::string_view entry, std::string_view k
   bool inGroup = false;
   while (!entry.empty()) {
     const std::size_t end = std::min(entry.find('\n'), entry.size());
-    const std::string_view line = withoutBlanks(entry.substr(0, end));
+    const std::string_view line = trimmed(entry.substr(0, end));
     entry.remove_prefix(std::min(end + 1, entry.size()));
     if (line.starts_with('[')) {
       inGroup = line == "[Desktop Entry]";
     } else if (const std::size_t sign = line.find('='); inGroup && sign != std::string_view::npos) {
-      if (withoutBlanks(line.substr(0, sign)) == key) {
-        return unescaped(withoutBlanks(line.substr(sign + 1)));
+      if (trimmed(line.substr(0, sign)) == key) {
+        return unescaped(trimmed(line.substr(sign + 1)));
       }
     }
   }

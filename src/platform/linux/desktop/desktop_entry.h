@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Files of the Desktop Entry Specification, as far as an autostart entry needs it.
+/// Desktop entries (freedesktop.org), as far as one for the autostart needs it.
 namespace lumowatt::desktop {
 
 /// A value of the group "Desktop Entry", with its escapes undone. Absent when it has none.

@@ -6,8 +6,8 @@
 
 namespace lumowatt::desktop {
 
-/// The program among those that the desktop starts at login: an entry in the user's folder of
-/// the Desktop Application Autostart Specification.
+/// The program among those that the desktop starts at login: a desktop entry in the
+/// user's autostart folder (freedesktop.org).
 class LoginItem {
  public:
   /// `entry` is the path of the desktop entry, `program` that of the executable.

@@ -5,18 +5,12 @@
 #include <charconv>
 #include <limits>
 
+#include "platform/linux/desktop/text.h"
 #include "platform/linux/desktop/user_file.h"
 
 namespace lumowatt::desktop {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const std::size_t start = text.find_first_not_of(blanks);
-  if (start == std::string_view::npos) return {};
-  return text.substr(start, text.find_last_not_of(blanks) + 1 - start);
-}
 
 /// Where the value of a key stands in a text.
 struct Span {

@@ -8,16 +8,12 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <cstdlib>
+
+#include "platform/linux/desktop/text.h"
 
 namespace lumowatt::desktop {
 
 namespace {
-
-std::string environment(const char* name) {
-  const char* const value = std::getenv(name);
-  return value != nullptr ? value : "";
-}
 
 bool isExecutableFile(const std::string& path) {
   struct stat status {};
@@ -94,7 +90,7 @@ bool start(const std::string& program, const Command& command, std::string_view 
 
 /// Whether one of the colon-separated names in $XDG_CURRENT_DESKTOP is `name`.
 bool isCurrentDesktop(const std::string& name) {
-  return (":" + environment("XDG_CURRENT_DESKTOP") + ":").find(":" + name + ":") !=
+  return (":" + environmentVariable("XDG_CURRENT_DESKTOP") + ":").find(":" + name + ":") !=
          std::string::npos;
 }
 
@@ -109,7 +105,7 @@ struct DesktopPanel {
 std::string findProgram(std::string_view name) {
   if (name.starts_with('/')) return isExecutableFile(std::string(name)) ? std::string(name) : "";
   if (name.empty() || name.find('/') != std::string_view::npos) return "";
-  std::string folders = environment("PATH");
+  std::string folders = environmentVariable("PATH");
   folders += ':';
   std::size_t start = 0;
   for (std::size_t end = 0; (end = folders.find(':', start)) != std::string::npos;
@@ -131,7 +127,7 @@ bool startFirst(const std::vector<Command>& commands, std::string_view input) {
 std::vector<Command> clipboardCommands() {
   std::vector<Command> commands{{"wl-copy", "--type", "text/plain;charset=utf-8"},
                                 {"xclip", "-selection", "clipboard"}};
-  if (environment("WAYLAND_DISPLAY").empty()) commands.erase(commands.begin());
+  if (environmentVariable("WAYLAND_DISPLAY").empty()) commands.erase(commands.begin());
   return commands;
 }
 

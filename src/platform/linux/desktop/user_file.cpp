@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/linux/desktop/text.h"
+
 namespace lumowatt::desktop {
 
 namespace {
@@ -39,11 +41,6 @@ class Descriptor {
  private:
   int number_;
 };
-
-std::string environment(const char* name) {
-  const char* const value = std::getenv(name);
-  return value != nullptr ? value : "";
-}
 
 std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
 
@@ -80,9 +77,9 @@ bool fill(int descriptor, std::string_view contents, mode_t mode) {
 }  // namespace
 
 std::string configurationFolder() {
-  std::string configuration = environment("XDG_CONFIG_HOME");
+  std::string configuration = environmentVariable("XDG_CONFIG_HOME");
   if (configuration.starts_with('/')) return configuration;
-  const std::string home = environment("HOME");
+  const std::string home = environmentVariable("HOME");
   return home.starts_with('/') ? home + "/.config" : "";
 }
 

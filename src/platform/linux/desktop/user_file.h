@@ -7,7 +7,7 @@
 /// The small files that a user has of this program.
 namespace lumowatt::desktop {
 
-/// The folder of the user's configuration, by the XDG Base Directory Specification:
+/// The folder of the user's configuration, as freedesktop.org has it:
 /// $XDG_CONFIG_HOME when that is an absolute path, else ".config" in $HOME. Empty when neither is.
 std::string configurationFolder();
 
