@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "cli/dump.h"
+#include "menubar/app.h"
 #include "render/snapshot.h"
 #include "telemetry/read.h"
 #include "telemetry/sample_reading.h"
@@ -20,31 +21,36 @@ Outcome failure(std::string_view what) {
 /// Answers each kind of command.
 struct Performer {
   std::string_view version;
-  BatteryService& battery;
-  BitmapFactory& bitmaps;
+  const Services& services;
 
   Outcome operator()(const PrintVersion&) const { return success(std::string(version) + "\n"); }
 
   Outcome operator()(const WriteSnapshot& snapshot) const {
-    const auto reading = snapshot.sample ? sampleReading(*snapshot.sample) : read(battery);
+    const auto reading = snapshot.sample ? sampleReading(*snapshot.sample) : read(services.battery);
     if (!reading) return failure(snapshot.sample ? "unknown sample" : "no battery");
-    const auto error = writeSnapshot(*reading, snapshot.path, snapshot.sample.has_value(), bitmaps);
+    const auto error =
+        writeSnapshot(*reading, snapshot.path, snapshot.sample.has_value(), services.bitmaps);
     return error ? failure(*error) : success("wrote " + snapshot.path + "\n");
   }
 
   Outcome operator()(const PrintDump&) const {
-    const auto reading = read(battery);
+    const auto reading = read(services.battery);
     return reading ? success(dump(*reading)) : failure("no battery");
   }
 
-  Outcome operator()(const ShowMenuBarItem&) const { return failure("no desktop"); }
+  Outcome operator()(const ShowMenuBarItem&) const {
+    const auto desktop = services.makeDesktop();
+    if (!desktop) return failure("no desktop");
+    const auto app = App::make(*desktop, services.battery, version);
+    const auto error = desktop->run(*app);
+    return error ? failure(*error) : success("");
+  }
 };
 
 }  // namespace
 
-Outcome carryOut(const Command& command, std::string_view version, BatteryService& battery,
-                 BitmapFactory& bitmaps) {
-  return std::visit(Performer{version, battery, bitmaps}, command);
+Outcome carryOut(const Command& command, std::string_view version, const Services& services) {
+  return std::visit(Performer{version, services}, command);
 }
 
 }  // namespace lumowatt

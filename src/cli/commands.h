@@ -1,10 +1,13 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "cli/command_line.h"
 #include "graphics/canvas.h"
+#include "menubar/desktop.h"
 #include "telemetry/battery_service.h"
 
 namespace lumowatt {
@@ -15,9 +18,16 @@ struct Outcome {
   int status;
 };
 
+/// What commands use of the machine.
+struct Services {
+  BatteryService& battery;
+  BitmapFactory& bitmaps;
+  /// Makes the desktop for the item; null when there is none.
+  std::function<std::unique_ptr<Desktop>()> makeDesktop;
+};
+
 /// Carries out `command` for the program of the given version. A failure is one line that begins
-/// "error=", and status 1.
-Outcome carryOut(const Command& command, std::string_view version, BatteryService& battery,
-                 BitmapFactory& bitmaps);
+/// "error=", and status 1. The item in the menu bar is carried out until it ends.
+Outcome carryOut(const Command& command, std::string_view version, const Services& services);
 
 }  // namespace lumowatt

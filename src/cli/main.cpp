@@ -17,6 +17,9 @@ int main(int argc, char** argv) {
   const Command command = parseCommandLine({argv, static_cast<std::size_t>(argc)});
   const auto battery = platform::batteryService();
   const auto bitmaps = platform::bitmapFactory();
-  const auto [output, status] = carryOut(command, LUMOWATT_VERSION, *battery, *bitmaps);
+  const Services services{.battery = *battery, .bitmaps = *bitmaps, .makeDesktop = [&bitmaps] {
+                            return platform::desktop(*bitmaps);
+                          }};
+  const auto [output, status] = carryOut(command, LUMOWATT_VERSION, services);
   return writeToStandardOutput(output) ? status : EXIT_FAILURE;
 }

@@ -65,6 +65,15 @@ class BitmapFactory {
   /// A bitmap of `size` with `scale` pixels to a point, whose system colours are those for
   /// `appearance`. Null when the platform cannot make one.
   virtual std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) = 0;
+
+  /// The same, with the picture drawn on it.
+  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale, Appearance appearance) {
+    auto bitmap = makeBitmap(picture.size, scale, appearance);
+    if (bitmap) {
+      bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
+    }
+    return bitmap;
+  }
 };
 
 }  // namespace lumowatt

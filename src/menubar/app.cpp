@@ -9,7 +9,10 @@
 #include "format/figures.h"
 #include "graphics/symbol.h"
 #include "menubar/status_menu.h"
+#include "render/block_chart.h"
+#include "render/chart_picture.h"
 #include "render/glyph.h"
+#include "render/sparkline.h"
 #include "telemetry/fatal.h"
 #include "telemetry/read.h"
 
@@ -180,6 +183,13 @@ void App::menuWillOpen() {
                             .opensAtLogin = desktop_.loginItemStatus() == LoginItemStatus::enabled,
                             .version = version_})
               : statusMenuWithoutBattery();
+}
+
+std::string App::chartText() const { return blockChart(history_); }
+
+Drawing App::chartPicture(Appearance appearance) const {
+  const Color color = chartColor(last_.value_or(Reading{}), useColor());
+  return lumowatt::chartPicture(history_, color, appearance);
 }
 
 void App::perform(const MenuItem& item) {

@@ -51,6 +51,9 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
   /// Refreshes, and builds the menu anew. To be called before the menu opens.
   void menuWillOpen() override;
 
+  std::string chartText() const override;
+  Drawing chartPicture(Appearance appearance) const override;
+
   // What the items of the menu do.
 
   void pick(const MenuItem& sender);

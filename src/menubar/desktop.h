@@ -28,6 +28,11 @@ class ApplicationDelegate {
   virtual void menuWillOpen() = 0;
   virtual const Menu& menu() const = 0;
 
+  /// The chart in the menu, for a desktop whose menus show text alone: as a line of text, and as a
+  /// picture of its own.
+  virtual std::string chartText() const = 0;
+  virtual Drawing chartPicture(Appearance appearance) const = 0;
+
   /// An item of the menu was chosen whose action is not the desktop's own.
   virtual void perform(const MenuItem& item) = 0;
 };

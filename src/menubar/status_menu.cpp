@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "format/details.h"
-#include "format/figures.h"
 #include "render/sparkline.h"
 
 namespace lumowatt {
@@ -40,8 +39,7 @@ MenuItem chartHeader() {
 }
 
 MenuItem chart(const MenuContents& contents) {
-  const std::optional<Color> color = contents.useColor ? accent(contents.reading) : std::nullopt;
-  const Image image = sparkline(contents.history, color.value_or(SystemColor::accent));
+  const Image image = sparkline(contents.history, chartColor(contents.reading, contents.useColor));
   return {.view = ItemView{.frame = {0.0, 0.0, 280.0, 42.0},
                            .content = {.frame = {14.0, 0.0, 254.0, 42.0}, .image = image}}};
 }

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "graphics/canvas.h"
+#include "menubar/desktop.h"
 #include "telemetry/battery_service.h"
 
 /// What `main` asks of the machine that it runs on. Each platform defines these.
@@ -13,5 +14,9 @@ std::unique_ptr<BatteryService> batteryService();
 
 /// The bitmaps of this machine. Never null; what they need is loaded for the first of them.
 std::unique_ptr<BitmapFactory> bitmapFactory();
+
+/// The desktop of this machine, which draws on those bitmaps what it shows outside of the menu bar.
+/// Null when there is none; the reason is then on the standard error.
+std::unique_ptr<Desktop> desktop(BitmapFactory& bitmaps);
 
 }  // namespace lumowatt::platform

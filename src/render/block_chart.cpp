@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string_view>
 
 #include "render/history_scale.h"
@@ -31,7 +30,7 @@ double percentAt(const std::vector<Sample>& samples, double time) {
 
 std::string_view block(double height) {
   constexpr double top = blocks.size() - 1;
-  return blocks[static_cast<std::size_t>(std::clamp(std::round(height * top), 0.0, top))];
+  return blocks[static_cast<std::size_t>(std::clamp(height * top, 0.0, top) + 0.5)];
 }
 
 }  // namespace

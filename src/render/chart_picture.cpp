@@ -1,11 +1,11 @@
 #include "render/chart_picture.h"
 
-#include <cmath>
 #include <string>
 
 #include "graphics/canvas.h"
 #include "render/history_scale.h"
 #include "render/sparkline.h"
+#include "telemetry/rounding.h"
 
 namespace lumowatt {
 
@@ -40,7 +40,7 @@ void drawEdges(Canvas& canvas, const HistoryScale& scale) {
               bottom - height * scale.upward(static_cast<double>(scale.highest)));
   }
 
-  const auto minutes = std::llround(scale.span / 60.0);
+  const auto minutes = roundedHalfAwayFromZero(scale.span / 60.0).value_or(0);
   const AttributedString now = styled("now");
   canvas.drawText(styled(std::to_string(minutes) + " min ago"), {chart.minX(), chart.maxY() + gap});
   canvas.drawText(now, {chart.maxX() - canvas.textSize(now).width, chart.maxY() + gap});

@@ -72,10 +72,9 @@ Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool sa
 
 std::optional<std::string> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
                                          BitmapFactory& bitmaps) {
-  const Drawing picture = snapshot(reading, details(reading), sample);
-  const auto bitmap = bitmaps.makeBitmap(picture.size, scale, Appearance::dark);
+  const auto bitmap =
+      bitmaps.draw(snapshot(reading, details(reading), sample), scale, Appearance::dark);
   if (!bitmap) return "no bitmap";
-  bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
   const auto png = bitmap->encodePng();
   if (!png) return "could not encode png";
   return writeFile(to, *png);

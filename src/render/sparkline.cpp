@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "format/figures.h"
 #include "graphics/canvas.h"
 #include "render/history_scale.h"
 
@@ -27,6 +28,11 @@ Path chartLine(const std::vector<Sample>& samples, const HistoryScale& scale, co
 }
 
 }  // namespace
+
+Color chartColor(const Reading& reading, bool colored) {
+  const std::optional<Color> color = colored ? accent(reading) : std::nullopt;
+  return color.value_or(SystemColor::accent);
+}
 
 Image sparkline(std::vector<Sample> samples, const Color& color, double width, double height) {
   const auto draw = [samples = std::move(samples), color, height](Canvas& canvas,

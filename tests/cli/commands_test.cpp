@@ -13,7 +13,9 @@ namespace {
 
 void expectOutcome(const Command& command, BatteryService& battery, BitmapFactory& bitmaps,
                    const std::string& output, int status) {
-  const Outcome outcome = carryOut(command, "1.0.0", battery, bitmaps);
+  const auto noDesktop = [] { return nullptr; };
+  const Outcome outcome = carryOut(
+      command, "1.0.0", {.battery = battery, .bitmaps = bitmaps, .makeDesktop = noDesktop});
   EXPECT_EQ(outcome.output, output);
   EXPECT_EQ(outcome.status, status);
 }

@@ -1,7 +1,7 @@
 #include "platform/linux/drawing_module.h"
 
 #include "platform/linux/drawing/module.h"
-#include "platform/linux/module.h"
+#include "platform/linux/installation.h"
 
 namespace lumowatt {
 

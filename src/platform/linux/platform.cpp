@@ -1,6 +1,8 @@
 #include "platform/platform.h"
 
+#include "platform/linux/desktop/module.h"
 #include "platform/linux/drawing_module.h"
+#include "platform/linux/installation.h"
 #include "platform/linux/power_supply/service.h"
 
 namespace lumowatt::platform {
@@ -10,5 +12,13 @@ std::unique_ptr<BatteryService> batteryService() {
 }
 
 std::unique_ptr<BitmapFactory> bitmapFactory() { return std::make_unique<DrawingModule>(); }
+
+std::unique_ptr<Desktop> desktop(BitmapFactory& bitmaps) {
+  const auto make = reinterpret_cast<decltype(&lumowattDesktop)>(
+      loadModule("lumowatt-desktop.so", "lumowattDesktop"));
+  if (make == nullptr) return nullptr;
+  const std::string icons = companion("icons", "share/lumowatt");
+  return std::unique_ptr<Desktop>(make(executablePath().c_str(), icons.c_str(), bitmaps));
+}
 
 }  // namespace lumowatt::platform

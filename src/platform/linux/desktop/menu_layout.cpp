@@ -74,6 +74,11 @@ const MenuEntry* findBelow(const MenuEntry& parent, std::int32_t id) {
   return nullptr;
 }
 
+void visitAll(const MenuEntry& entry, const std::function<void(const MenuEntry&)>& visit) {
+  visit(entry);
+  for (const MenuEntry& child : entry.children) visitAll(child, visit);
+}
+
 MenuEntry withoutChildren(MenuEntry entry) {
   entry.children.clear();
   return entry;
@@ -121,6 +126,10 @@ MenuLayout::Change MenuLayout::present(const Menu& menu, std::string_view chart)
 
 const MenuEntry* MenuLayout::find(std::int32_t id) const {
   return id == root_.id ? &root_ : findBelow(root_, id);
+}
+
+void MenuLayout::forEach(const std::function<void(const MenuEntry&)>& visit) const {
+  visitAll(root_, visit);
 }
 
 const MenuItem* MenuLayout::choosable(std::int32_t id) const {

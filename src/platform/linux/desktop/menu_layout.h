@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -48,6 +49,9 @@ class MenuLayout {
 
   /// The item of that id; null when there is none.
   const MenuEntry* find(std::int32_t id) const;
+
+  /// Calls `visit` with each item, from that of id 0 on.
+  void forEach(const std::function<void(const MenuEntry&)>& visit) const;
 
   /// What the item of that id stands for; null unless it can be seen and chosen now.
   const MenuItem* choosable(std::int32_t id) const;

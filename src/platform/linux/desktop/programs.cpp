@@ -136,6 +136,10 @@ std::vector<Command> bellCommands() {
   return {{"canberra-gtk-play", "--id", "bell"}, {"pw-play", file}, {"paplay", file}};
 }
 
+std::vector<Command> pictureViewerCommands(const std::string& path) {
+  return {{"xdg-open", path}, {"gio", "open", path}, {"exo-open", path}};
+}
+
 std::vector<Command> batterySettingsCommands() {
   std::vector<DesktopPanel> panels{
       {"GNOME", {{"gnome-control-center", "power"}}},

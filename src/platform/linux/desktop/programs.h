@@ -23,6 +23,9 @@ std::vector<Command> clipboardCommands();
 /// What sounds the bell of the desktop's sound theme.
 std::vector<Command> bellCommands();
 
+/// What shows the picture in a file.
+std::vector<Command> pictureViewerCommands(const std::string& path);
+
 /// The desktops' panels of power settings, that of the running desktop first.
 std::vector<Command> batterySettingsCommands();
 

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "graphics/canvas.h"
+#include "menubar/desktop.h"
+#include "platform/linux/desktop/login_item.h"
+#include "platform/linux/desktop/menu_server.h"
+#include "platform/linux/desktop/power_monitor.h"
+#include "platform/linux/desktop/preference_file.h"
+#include "platform/linux/desktop/sd.h"
+#include "platform/linux/desktop/settings_portal.h"
+#include "platform/linux/desktop/status_item.h"
+
+namespace lumowatt::desktop {
+
+/// A Linux desktop: the session bus with its panel, and the user's files and programs.
+class LinuxDesktop : public Desktop {
+ public:
+  /// For the executable at the path `program`, with its icons in the folder `icons`. What has to be
+  /// drawn is drawn on the bitmaps, which must outlive it.
+  LinuxDesktop(const std::string& program, std::string icons, BitmapFactory& bitmaps);
+
+  /// Ends at once, and well, when there is such an item in this session already.
+  std::optional<std::string> run(ApplicationDelegate& delegate) override;
+
+  StatusButton* button() override { return item_ ? &*item_ : nullptr; }
+  void setAutosaveName(std::string_view name) override;
+  void attachMenu() override;
+
+  double now() override;
+  std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
+  bool watchPowerSources(std::function<void()> changed) override;
+
+  bool hasPreference(std::string_view key) override { return preferences_.has(key); }
+  std::int64_t integerPreference(std::string_view key) override {
+    return preferences_.integer(key);
+  }
+  bool booleanPreference(std::string_view key) override { return preferences_.boolean(key); }
+  void setIntegerPreference(std::string_view key, std::int64_t value) override;
+  void setBooleanPreference(std::string_view key, bool value) override;
+  bool reducesMotion() override { return settings_ && settings_->reducesMotion(); }
+
+  void copyText(std::string_view text) override;
+  LoginItemStatus loginItemStatus() override { return loginItem_.status(); }
+  bool registerLoginItem() override { return loginItem_.add(); }
+  bool unregisterLoginItem() override { return loginItem_.remove(); }
+  void beep() override;
+  void openBatterySettings() override;
+
+ private:
+  bool connect();
+  void choose(const MenuItem& item);
+  void setPreference(std::string_view key, std::string_view value);
+
+  std::string icons_;
+  BitmapFactory& bitmaps_;
+  PreferenceFile preferences_;
+  LoginItem loginItem_;
+  ApplicationDelegate* application_ = nullptr;  // while it runs
+  EventLoop loop_;
+  Bus bus_;
+  std::optional<SettingsPortal> settings_;
+  std::optional<StatusItem> item_;
+  std::optional<MenuServer> menu_;
+  std::optional<PowerMonitor> power_;
+};
+
+}  // namespace lumowatt::desktop

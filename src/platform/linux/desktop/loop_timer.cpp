@@ -1,0 +1,37 @@
+#include "platform/linux/desktop/loop_timer.h"
+
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+namespace lumowatt::desktop {
+
+LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick)
+    : interval_(static_cast<std::uint64_t>(interval * 1e6 + 0.5)), tick_(std::move(tick)) {
+  // The later a tick may be, the more of them share one waking of the machine.
+  const std::uint64_t accuracy = interval_ / 20;
+  sd_event_source* source = nullptr;
+  sd_event_add_time(loop, &source, CLOCK_BOOTTIME, boottime() + interval_, accuracy,
+                    &LoopTimer::fired, this);
+  source_.reset(source);
+}
+
+int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {
+  const auto* const self = static_cast<LoopTimer*>(timer);
+  const std::uint64_t now = boottime();
+  const std::uint64_t next = due + self->interval_;
+  sd_event_source_set_time(source, next > now ? next : now + self->interval_);
+  sd_event_source_set_enabled(source, SD_EVENT_ONESHOT);
+  const auto tick = self->tick_;  // which may end the timer
+  tick();
+  return 0;
+}
+
+std::uint64_t boottime() {
+  timespec time{};
+  ::clock_gettime(CLOCK_BOOTTIME, &time);
+  return static_cast<std::uint64_t>(time.tv_sec) * 1'000'000U +
+         static_cast<std::uint64_t>(time.tv_nsec) / 1'000U;
+}
+
+}  // namespace lumowatt::desktop

@@ -1,0 +1,111 @@
+#include "platform/linux/desktop/menu_properties.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lumowatt::desktop {
+
+namespace {
+
+using Toggle = MenuEntry::Toggle;
+
+/// A property of an item, by its name in the interface.
+struct Property {
+  std::string_view name;
+  bool (*differs)(const MenuEntry&);  ///< from the interface's default
+  void (*add)(MessageWriter&, const MenuEntry&);
+};
+
+/// What changes while the menu is there is always told, so that whoever holds it needs no default.
+bool always(const MenuEntry&) { return true; }
+
+bool isStandard(const MenuEntry& entry) { return !entry.isSeparator; }
+bool isToggle(const MenuEntry& entry) { return entry.toggle != Toggle::none; }
+
+const char* toggleType(const MenuEntry& entry) {
+  if (entry.toggle == Toggle::none) return "";
+  return entry.toggle == Toggle::radio ? "radio" : "checkmark";
+}
+
+/// A list of key combinations, each a list of modifiers and a key.
+void addShortcut(MessageWriter& message, const MenuEntry& entry) {
+  message.begin('v', "aas");
+  message.begin('a', "as");
+  if (entry.shortcut != 0) {
+    message.add("as", 2, "Control", std::string(1, entry.shortcut).c_str());
+  }
+  message.end();
+  message.end();
+}
+
+constexpr std::array<Property, 8> properties{{
+    {"type", [](const MenuEntry& entry) { return entry.isSeparator; },
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "s", entry.isSeparator ? "separator" : "standard");
+     }},
+    {"label", isStandard,
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "s", entry.label.c_str());
+     }},
+    {"enabled", isStandard,
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "b", static_cast<int>(entry.isEnabled));
+     }},
+    {"visible", always,
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "b", static_cast<int>(entry.isVisible));
+     }},
+    {"toggle-type", isToggle,
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "s", toggleType(entry));
+     }},
+    {"toggle-state", isToggle,
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "i", static_cast<int>(entry.isOn));
+     }},
+    {"shortcut", [](const MenuEntry& entry) { return entry.shortcut != 0; }, addShortcut},
+    {"children-display", [](const MenuEntry& entry) { return !entry.children.empty(); },
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "s", entry.children.empty() ? "" : "submenu");
+     }},
+}};
+
+}  // namespace
+
+void addProperties(MessageWriter& message, const MenuEntry& entry, const PropertyNames& names) {
+  message.begin('a', "{sv}");
+  for (const Property& property : properties) {
+    if (!property.differs(entry) || (!names.empty() && !names.contains(property.name))) continue;
+    message.begin('e', "sv");
+    message.add("s", property.name.data());
+    property.add(message, entry);
+    message.end();
+  }
+  message.end();
+}
+
+bool addProperty(MessageWriter& message, const MenuEntry& entry, std::string_view name) {
+  const auto* const property = std::ranges::find(properties, name, &Property::name);
+  if (property == properties.end()) return false;
+  property->add(message, entry);
+  return true;
+}
+
+void addLayout(MessageWriter& message, const MenuEntry& entry, int depth,
+               const PropertyNames& names) {
+  message.begin('r', "ia{sv}av");
+  message.add("i", entry.id);
+  addProperties(message, entry, names);
+  message.begin('a', "v");
+  if (depth != 0) {
+    for (const MenuEntry& child : entry.children) {
+      message.begin('v', "(ia{sv}av)");
+      addLayout(message, child, std::max(depth, 0) - 1, names);
+      message.end();
+    }
+  }
+  message.end();
+  message.end();
+}
+
+}  // namespace lumowatt::desktop

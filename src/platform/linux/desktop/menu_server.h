@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "menubar/desktop.h"
+#include "platform/linux/desktop/menu_layout.h"
+#include "platform/linux/desktop/menu_properties.h"
+#include "platform/linux/desktop/sd.h"
+
+namespace lumowatt::desktop {
+
+/// The menu as panels see it: an object of the com.canonical.dbusmenu interface. Callers are
+/// strangers: what the menu does not offer is an error to them.
+class MenuServer {
+ public:
+  /// Calls `choose` with each item that is chosen.
+  MenuServer(sd_bus* bus, sd_event* loop, ApplicationDelegate& application,
+             std::function<void(const MenuItem&)> choose);
+
+  /// Shows what changed, if somebody may be looking at the menu.
+  void refreshIfOpen();
+
+ private:
+  static const sd_bus_vtable table[];
+
+  int getLayout(sd_bus_message* call, sd_bus_error* error);
+  int getGroupProperties(sd_bus_message* call, sd_bus_error* error);
+  int getProperty(sd_bus_message* call, sd_bus_error* error);
+  int event(sd_bus_message* call, sd_bus_error* error);
+  int eventGroup(sd_bus_message* call, sd_bus_error* error);
+  int aboutToShow(sd_bus_message* call, sd_bus_error* error);
+  int aboutToShowGroup(sd_bus_message* call, sd_bus_error* error);
+
+  /// Presents the menu as it is to be now; false when that is what was presented before.
+  bool present();
+  void presentFirst();
+  bool open();
+  void close() { freshness_.reset(); }
+
+  /// Takes an event on an item; false when the menu has no such item.
+  bool take(std::int32_t id, std::string_view event);
+  void choose(std::int32_t id);
+
+  sd_bus* bus_;
+  sd_event* loop_;
+  ApplicationDelegate& application_;
+  std::function<void(const MenuItem&)> choose_;
+  MenuLayout layout_;
+  std::uint32_t revision_ = 1;
+  std::unique_ptr<Timer> freshness_;  // runs as long as the menu may be open
+  int freshTicks_ = 0;                // since somebody opened it
+  BusSlot object_;
+};
+
+}  // namespace lumowatt::desktop

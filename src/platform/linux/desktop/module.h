@@ -1,0 +1,10 @@
+#pragma once
+
+#include "graphics/canvas.h"
+#include "menubar/desktop.h"
+
+/// The one thing that lumowatt-desktop.so exports: makes the desktop, for the executable at the
+/// path `program` with its icons in the folder `icons`. It is the caller's, and ends before the
+/// bitmaps. Nothing is thrown out of the module, unless memory is short, which ends the process.
+extern "C" [[gnu::visibility("default")]] lumowatt::Desktop* lumowattDesktop(
+    const char* program, const char* icons, lumowatt::BitmapFactory& bitmaps);

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "graphics/color.h"
+#include "platform/linux/desktop/sd.h"
+
+namespace lumowatt::desktop {
+
+/// What the user set for the whole desktop, as the settings portal has it
+/// (org.freedesktop.portal.Settings). It is asked without waiting for the answer, and followed:
+/// until there is one, and where there is no portal, nothing is set.
+class SettingsPortal {
+ public:
+  explicit SettingsPortal(sd_bus* bus);
+
+  /// Less motion by the appearance settings or, where they do not have it, by GNOME's switch for
+  /// animations.
+  bool reducesMotion() const;
+
+  /// Dark only where that is preferred.
+  Appearance appearance() const;
+
+ private:
+  int receiveAll(sd_bus_message* reply, sd_bus_error* error);
+  int receiveChange(sd_bus_message* signal, sd_bus_error* error);
+  int readSetting(sd_bus_message* message, const char* group, const char* key);
+
+  std::optional<std::uint32_t> reducedMotion_;
+  std::optional<std::uint32_t> colorScheme_;
+  std::optional<bool> animations_;
+  BusSlot changes_;
+  BusSlot call_;
+};
+
+}  // namespace lumowatt::desktop

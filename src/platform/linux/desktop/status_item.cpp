@@ -1,0 +1,229 @@
+#include "platform/linux/desktop/status_item.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "artwork/svg.h"
+#include "graphics/symbol.h"
+
+namespace lumowatt::desktop {
+
+namespace {
+
+constexpr auto itemPath = "/StatusNotifierItem";
+constexpr auto itemInterface = "org.kde.StatusNotifierItem";
+constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
+
+constexpr char hardware[] = "Hardware";
+constexpr char applicationName[] = "Lumowatt";
+constexpr char active[] = "Active";
+
+template <auto& text>
+int getConstant(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+                sd_bus_error*) {
+  return sd_bus_message_append(reply, "s", text);
+}
+
+int getMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+            sd_bus_error*) {
+  return sd_bus_message_append(reply, "o", menuPath);
+}
+
+/// That choosing the item does nothing but open its menu.
+int getItemIsMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+                  sd_bus_error*) {
+  return sd_bus_message_append(reply, "b", 1);
+}
+
+int getWindowId(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+                sd_bus_error*) {
+  return sd_bus_message_append(reply, "i", 0);
+}
+
+/// For what a panel may tell and means nothing here.
+int acceptCall(sd_bus_message* call, void*, sd_bus_error*) {
+  return sd_bus_reply_method_return(call, "");
+}
+
+/// Text for tool tips, which some panels take for markup and some do not.
+std::string withoutMarkup(std::string_view text) {
+  std::string plain;
+  for (const char letter : text) {
+    switch (letter) {
+      case '&':
+        plain += '+';
+        break;
+      case '<':
+        plain += "‹";
+        break;
+      case '>':
+        plain += "›";
+        break;
+      default:
+        plain += letter;
+    }
+  }
+  return plain;
+}
+
+/// A text as wide as the label will be with any digits.
+std::string labelGuide(std::string label) {
+  std::ranges::replace_if(
+      label, [](char letter) { return letter >= '0' && letter <= '9'; }, '8');
+  return label;
+}
+
+/// The icon of a symbol. What is no symbol is shown as an empty battery: without an icon many
+/// panels show nothing at all.
+std::string iconOf(const std::optional<Image>& image) {
+  const auto* const symbol = image ? std::get_if<Symbol>(&image->content) : nullptr;
+  if (symbol == nullptr) return artwork::iconName(symbol::battery0, std::nullopt);
+  const auto* const tint = symbol->tint ? std::get_if<SystemColor>(&*symbol->tint) : nullptr;
+  return artwork::iconName(symbol->name, tint != nullptr ? std::optional(*tint) : std::nullopt);
+}
+
+}  // namespace
+
+template <std::string StatusItem::*text>
+int StatusItem::getText(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                        void* item, sd_bus_error*) {
+  return sd_bus_message_append(reply, "s", (static_cast<StatusItem*>(item)->*text).c_str());
+}
+
+int StatusItem::getLabelGuide(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                              void* item, sd_bus_error*) {
+  const auto& self = *static_cast<StatusItem*>(item);
+  return sd_bus_message_append(reply, "s", labelGuide(self.label_).c_str());
+}
+
+/// An icon by its name, one as pixels, the title and the text below. Some panels show the title
+/// alone, so that it is what the item's label is.
+int StatusItem::getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                           void* item, sd_bus_error*) {
+  const auto& self = *static_cast<StatusItem*>(item);
+  return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, withoutMarkup(self.label_).c_str(),
+                               withoutMarkup(self.toolTip_).c_str());
+}
+
+// Without "Activate", panels that would call it open the menu instead.
+const sd_bus_vtable StatusItem::table[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_PROPERTY("Category", "s", getConstant<hardware>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Id", "s", getText<&StatusItem::id_>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Title", "s", getConstant<applicationName>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Status", "s", getConstant<active>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("WindowId", "i", getWindowId, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("IconThemePath", "s", getText<&StatusItem::iconFolder_>, 0,
+                    SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("IconName", "s", getText<&StatusItem::icon_>, 0, 0),
+    SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText<&StatusItem::iconDescription_>, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabel", "s", getText<&StatusItem::label_>, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getLabelGuide, 0, 0),
+    SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
+    SD_BUS_PROPERTY("ItemIsMenu", "b", getItemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_METHOD("SecondaryActivate", "ii", "", acceptCall, 0),
+    SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", acceptCall, 0),
+    SD_BUS_METHOD("Scroll", "is", "", acceptCall, 0),
+    SD_BUS_SIGNAL("NewIcon", "", 0),
+    SD_BUS_SIGNAL("NewIconAccessibleDesc", "", 0),
+    SD_BUS_SIGNAL("NewToolTip", "", 0),
+    SD_BUS_SIGNAL("XAyatanaNewLabel", "ss", 0),
+    SD_BUS_VTABLE_END,
+};
+
+StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons)
+    : bus_(bus), iconFolder_(std::move(icons)), icon_(iconOf(std::nullopt)) {
+  sd_bus_slot* object = nullptr;
+  sd_bus_add_object_vtable(bus, &object, itemPath, itemInterface, table, this);
+  object_.reset(object);
+  sd_event_source* sending = nullptr;
+  sd_event_add_defer(loop, &sending, sendSignals, this);
+  sending_.reset(sending);
+  sd_event_source_set_enabled(sending, SD_EVENT_OFF);
+}
+
+void StatusItem::setImage(const std::optional<Image>& image) {
+  std::string icon = iconOf(image);
+  if (icon == icon_) return;
+  icon_ = std::move(icon);
+  announce(newIcon);
+}
+
+void StatusItem::setTitle(std::string_view title) {
+  if (title == label_) return;
+  label_ = title;
+  announce(newLabel | newToolTip);
+}
+
+void StatusItem::setAttributedTitle(const AttributedString& title) {
+  std::string text;
+  for (const TextRun& run : title) text += run.text;
+  setTitle(text);
+}
+
+void StatusItem::setToolTip(std::string_view text) {
+  if (text == toolTip_) return;
+  toolTip_ = text;
+  announce(newToolTip);
+}
+
+void StatusItem::setAccessibilityLabel(std::string_view text) {
+  if (text == iconDescription_) return;
+  iconDescription_ = text;
+  announce(newDescription);
+}
+
+void StatusItem::announce(unsigned signals) {
+  signals_ |= signals;
+  sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
+}
+
+int StatusItem::sendSignals(sd_event_source*, void* item) {
+  auto& self = *static_cast<StatusItem*>(item);
+  const unsigned signals = std::exchange(self.signals_, 0U);
+  const auto emit = [&self](const char* signal, const char* types, auto... values) {
+    sd_bus_emit_signal(self.bus_, itemPath, itemInterface, signal, types, values...);
+  };
+  if (signals & newIcon) emit("NewIcon", "");
+  if (signals & newDescription) emit("NewIconAccessibleDesc", "");
+  if (signals & newLabel) {
+    emit("XAyatanaNewLabel", "ss", self.label_.c_str(), labelGuide(self.label_).c_str());
+  }
+  if (signals & newToolTip) emit("NewToolTip", "");
+  return 0;
+}
+
+// A panel appears as the owner of the watcher's name.
+
+void StatusItem::show() {
+  sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);  // nobody knows the item yet
+  signals_ = 0;
+  const std::string match =
+      "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+      "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" +
+      std::string(watcherName) + "'";
+  sd_bus_slot* watcher = nullptr;
+  sd_bus_add_match_async(bus_, &watcher, match.c_str(), handle<&StatusItem::watcherChanged>,
+                         nullptr, this);
+  watcher_.reset(watcher);
+  registerItem();
+}
+
+int StatusItem::watcherChanged(sd_bus_message* signal, sd_bus_error*) {
+  const char* owner = nullptr;
+  if (sd_bus_message_read(signal, "sss", nullptr, nullptr, &owner) > 0 && *owner != '\0') {
+    registerItem();
+  }
+  return 0;
+}
+
+/// Where nobody owns the name the call fails, and the item waits for one who does.
+void StatusItem::registerItem() {
+  const char* self = nullptr;
+  sd_bus_get_unique_name(bus_, &self);
+  sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
+                           "RegisterStatusNotifierItem", nullptr, nullptr, "s", self);
+}
+
+}  // namespace lumowatt::desktop

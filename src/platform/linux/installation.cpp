@@ -1,0 +1,39 @@
+#include "platform/linux/installation.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <cstdio>
+
+namespace lumowatt {
+
+std::string executablePath() {
+  std::array<char, PATH_MAX> path{};
+  const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+  return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "";
+}
+
+std::string companion(const std::string& name, const std::string& folder) {
+  const std::string executable = executablePath();
+  if (executable.empty()) return "";  // the working directory would be nowhere to look
+  const std::string here = executable.substr(0, executable.rfind('/') + 1);
+  std::string beside = here + name;
+  if (::access(beside.c_str(), F_OK) == 0) return beside;
+  return here + "../" + folder + "/" + name;
+}
+
+void* loadModule(const char* module, const char* symbol) {
+  const std::string path = companion(module, "lib/lumowatt");
+  if (path.empty()) {
+    std::fprintf(stderr, "lumowatt: cannot tell where %s is without /proc\n", module);
+    return nullptr;
+  }
+  void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* const found = library != nullptr ? ::dlsym(library, symbol) : nullptr;
+  if (found == nullptr) std::fprintf(stderr, "lumowatt: %s\n", ::dlerror());
+  return found;
+}
+
+}  // namespace lumowatt
