@@ -6,6 +6,7 @@
 
 #include "render/history_scale.h"
 #include "render/sparkline.h"
+#include "telemetry/rounding.h"
 
 namespace lumowatt {
 
@@ -30,7 +31,8 @@ double percentAt(const std::vector<Sample>& samples, double time) {
 
 std::string_view block(double height) {
   constexpr double top = blocks.size() - 1;
-  return blocks[static_cast<std::size_t>(std::clamp(height * top, 0.0, top) + 0.5)];
+  return blocks[static_cast<std::size_t>(
+      roundedHalfAwayFromZero(std::clamp(height * top, 0.0, top)).value_or(0))];
 }
 
 }  // namespace

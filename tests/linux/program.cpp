@@ -7,13 +7,20 @@
 namespace lumowatt {
 
 Machine::Machine(const std::map<std::string, std::string>& attributes) {
-  for (const auto& [path, value] : attributes) {
-    root_.write("sys/class/power_supply/" + path, value + "\n");
-  }
+  for (const auto& [path, value] : attributes) set(path, value);
 }
 
 Machine::Machine(const std::string& fixture) {
-  std::filesystem::create_directory_symlink(fixturePath("linux", fixture), root_.path() / "sys");
+  std::filesystem::copy(fixturePath("linux", fixture), root_.path() / "sys",
+                        std::filesystem::copy_options::recursive);
+}
+
+void Machine::set(const std::string& attribute, const std::string& value) const {
+  root_.write("sys/class/power_supply/" + attribute, value + "\n");
+}
+
+void Machine::remove(const std::string& attribute) const {
+  std::filesystem::remove_all(root_.path() / "sys/class/power_supply" / attribute);
 }
 
 Environment Machine::environment(const std::string& library) const {

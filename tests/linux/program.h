@@ -23,6 +23,10 @@ class Machine {
   /// A fixture.
   explicit Machine(const std::string& fixture);
 
+  /// Changes an attribute, by its path below the power-supply folder.
+  void set(const std::string& attribute, const std::string& value) const;
+  void remove(const std::string& attribute) const;
+
   /// What makes a program see it, with another library to preload.
   Environment environment(const std::string& library = "") const;
 

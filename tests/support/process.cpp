@@ -5,9 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
-
-#include "support/files.h"
+#include <fstream>
 
 namespace lumowatt {
 
@@ -21,30 +21,54 @@ void redirect(const std::string& path, int flags, int descriptor) {
 
 }  // namespace
 
-ProcessResult runProcess(const std::vector<std::string>& command, const Environment& environment) {
-  const TemporaryFolder folder;
-  const std::string output = folder.path() / "output";
-  const std::string errors = folder.path() / "errors";
+Process::Process(const std::vector<std::string>& command, const Environment& environment) {
+  const std::string output = folder_.path() / "output";
+  const std::string errors = folder_.path() / "errors";
+  for (const std::string& file : {output, errors}) std::ofstream(file).close();
   std::vector<char*> arguments;
   arguments.reserve(command.size() + 1);
   for (const std::string& argument : command)
     arguments.push_back(const_cast<char*>(argument.c_str()));
   arguments.push_back(nullptr);
 
-  const pid_t child = ::fork();
-  EXPECT_GE(child, 0);
-  if (child == 0) {
+  id_ = ::fork();
+  EXPECT_GE(id_, 0);
+  if (id_ == 0) {
     for (const auto& [name, value] : environment) ::setenv(name.c_str(), value.c_str(), 1);
     redirect("/dev/null", O_RDONLY, STDIN_FILENO);
-    redirect(output, O_WRONLY | O_CREAT, STDOUT_FILENO);
-    redirect(errors, O_WRONLY | O_CREAT, STDERR_FILENO);
+    redirect(output, O_WRONLY | O_APPEND, STDOUT_FILENO);
+    redirect(errors, O_WRONLY | O_APPEND, STDERR_FILENO);
     ::execvp(arguments[0], arguments.data());
     ::_exit(127);
   }
+}
+
+Process::~Process() {
+  if (!isRunning()) return;
+  send(SIGKILL);
+  wait();
+}
+
+bool Process::isRunning() {
   int status = 0;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), fileContents(output),
-          fileContents(errors)};
+  if (!status_ && ::waitpid(id_, &status, WNOHANG) == id_) status_ = status;
+  return !status_.has_value();
+}
+
+void Process::send(int signal) const { EXPECT_EQ(::kill(id_, signal), 0); }
+
+ProcessResult Process::wait() {
+  int status = 0;
+  if (!status_) {
+    EXPECT_EQ(::waitpid(id_, &status, 0), id_);
+    status_ = status;
+  }
+  return {WIFEXITED(*status_) ? WEXITSTATUS(*status_) : 128 + WTERMSIG(*status_), output(),
+          fileContents(folder_.path() / "errors")};
+}
+
+ProcessResult runProcess(const std::vector<std::string>& command, const Environment& environment) {
+  return Process(command, environment).wait();
 }
 
 }  // namespace lumowatt

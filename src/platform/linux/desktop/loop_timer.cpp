@@ -4,10 +4,13 @@
 #include <ctime>
 #include <utility>
 
+#include "telemetry/rounding.h"
+
 namespace lumowatt::desktop {
 
 LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick)
-    : interval_(static_cast<std::uint64_t>(interval * 1e6 + 0.5)), tick_(std::move(tick)) {
+    : interval_(static_cast<std::uint64_t>(roundedHalfAwayFromZero(interval * 1e6).value_or(0))),
+      tick_(std::move(tick)) {
   // The later a tick may be, the more of them share one waking of the machine.
   const std::uint64_t accuracy = interval_ / 20;
   sd_event_source* source = nullptr;

@@ -5,6 +5,7 @@
 
 #include "artwork/svg.h"
 #include "graphics/symbol.h"
+#include "platform/linux/desktop/text.h"
 
 namespace lumowatt::desktop {
 
@@ -151,8 +152,9 @@ void StatusItem::setImage(const std::optional<Image>& image) {
 }
 
 void StatusItem::setTitle(std::string_view title) {
-  if (title == label_) return;
-  label_ = title;
+  const std::string_view label = trimmed(title);  // panels keep a distance of their own
+  if (label == label_) return;
+  label_ = label;
   announce(newLabel | newToolTip);
 }
 
