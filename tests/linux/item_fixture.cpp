@@ -7,6 +7,12 @@ void ItemTest::start() {
   if (panel) panel->waitForItem();
 }
 
+void ItemTest::stop() {
+  item.reset();
+  panel->waitUntil([this] { return !panel->isOwned("com.fernhollow.Lumowatt"); });
+  panel->registered.clear();
+}
+
 std::unique_ptr<Process> ItemTest::startAnother(const std::string& library) const {
   for (const char* const folder : {"home", "config", "runtime", "programs", "traces"}) {
     std::filesystem::create_directories(user.path() / folder);

@@ -17,6 +17,9 @@ class ItemTest : public testing::Test {
  protected:
   /// Starts the program. With a panel it is registered there when this returns.
   void start();
+
+  /// Kills it, and returns when the session knows.
+  void stop();
   std::unique_ptr<Process> startAnother(const std::string& library = "") const;
 
   /// Puts a program into the one folder where programs are looked for. It is a shell script, and

@@ -64,6 +64,10 @@ void BusPeer::own(const char* name) const {
   EXPECT_GE(sd_bus_request_name(bus(), name, 0), 0) << name;
 }
 
+bool BusPeer::isOwned(const char* name) const {
+  return sd_bus_get_name_creds(bus(), name, 0, nullptr) >= 0;
+}
+
 sd_bus_message* BusPeer::newCall(const char* destination, const char* object, const char* interface,
                                  const char* method) const {
   sd_bus_message* call = nullptr;
@@ -95,19 +99,25 @@ void BusPeer::takePart() const {
   while (sd_bus_process(bus(), nullptr) > 0) continue;
 }
 
-const std::vector<BusPeer::Signal>& BusPeer::signals() const {
-  takePart();
-  return signals_;
-}
-
 std::vector<std::string> BusPeer::signalNames() const {
+  takePart();
   std::vector<std::string> names;
-  for (const Signal& signal : signals()) names.push_back(signal.name);
+  names.reserve(signals_.size());
+  for (const Signal& signal : signals_) names.push_back(signal.name);
   return names;
 }
 
 bool BusPeer::hasHeard(const std::string& name) const {
-  return std::ranges::any_of(signals(), [&](const Signal& signal) { return signal.name == name; });
+  const auto names = signalNames();
+  return std::ranges::find(names, name) != names.end();
+}
+
+Json BusPeer::signal(const std::string& name) const {
+  takePart();
+  const auto last = std::find_if(signals_.rbegin(), signals_.rend(),
+                                 [&](const Signal& signal) { return signal.name == name; });
+  EXPECT_NE(last, signals_.rend()) << name;
+  return last == signals_.rend() ? Json() : last->values;
 }
 
 void BusPeer::forgetSignals() {

@@ -47,13 +47,9 @@ class BusPeer {
   BusPeer& operator=(const BusPeer&) = delete;
   virtual ~BusPeer() = default;
 
-  struct Signal {
-    std::string name;
-    Json values;
-  };
-
   sd_bus* bus() const { return bus_.get(); }
   void own(const char* name) const;
+  bool isOwned(const char* name) const;
 
   /// A call, and what comes of it; `answer` takes it over.
   sd_bus_message* newCall(const char* destination, const char* object, const char* interface,
@@ -66,13 +62,20 @@ class BusPeer {
     waitUntil([&] { return hasHeard(name); });
   }
 
-  /// The signals that were recorded, with all that were sent before the last answer.
-  const std::vector<Signal>& signals() const;
+  /// The names of the signals that were recorded, with all that were sent before the last answer.
   std::vector<std::string> signalNames() const;
+
+  /// The values of the last of these signals; fails the test when there is none.
+  Json signal(const std::string& name) const;
   bool hasHeard(const std::string& name) const;
   void forgetSignals();
 
  private:
+  struct Signal {
+    std::string name;
+    Json values;
+  };
+
   static int record(sd_bus_message* signal, void* peer, sd_bus_error*);
   void takePart() const;
 
