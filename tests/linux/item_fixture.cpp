@@ -27,7 +27,9 @@ std::unique_ptr<Process> ItemTest::startAnother(const std::string& library) cons
                         {"PATH", user.path() / "programs"}};
   environment.insert(environment.end(), own.begin(), own.end());
   environment.insert(environment.end(), variables.begin(), variables.end());
-  return std::make_unique<Process>(std::vector<std::string>{LUMOWATT_PROGRAM}, environment);
+  std::vector<std::string> command = prefix;
+  command.emplace_back(LUMOWATT_PROGRAM);
+  return std::make_unique<Process>(command, environment);
 }
 
 void ItemTest::install(const std::string& name, const std::string& script) const {

@@ -36,8 +36,10 @@ class ItemTest : public testing::Test {
   std::filesystem::path preferences() const { return configuration() / "lumowatt/preferences"; }
   std::filesystem::path traces() const { return user.path() / "traces"; }
 
-  /// What the program gets of the environment beside the machine and the bus.
+  /// What the program gets of the environment beside the machine and the bus, and the command that
+  /// it is started by.
   Environment variables;
+  std::vector<std::string> prefix;
 
   TemporaryFolder user;
   Machine machine{anyMachine};
