@@ -110,6 +110,11 @@ class Panel : public BusPeer {
     return callApplication("/MenuBar", "com.canonical.dbusmenu", method, types, values...);
   }
 
+  /// A call of a method of the menu, to be filled and answered.
+  sd_bus_message* newMenuCall(const char* method) const {
+    return newCall("com.fernhollow.Lumowatt", "/MenuBar", "com.canonical.dbusmenu", method);
+  }
+
   /// A property of the item, and all of the item or the menu.
   Json property(const char* name) const;
   Json properties(const char* object, const char* interface) const;

@@ -1,0 +1,168 @@
+#include <sys/inotify.h>
+#include <umockdev.h>
+#include <unistd.h>
+
+#include <array>
+#include <fstream>
+#include <memory>
+
+#include "linux/item_fixture.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr auto battery = "/sys/devices/BAT0";
+constexpr auto charger = "/sys/devices/AC";
+
+/// A laptop whose supplies change, of which its kernel tells.
+class Laptop {
+ public:
+  Laptop() : testbed_(umockdev_testbed_new()) {
+    umockdev_testbed_add_device(testbed_.get(), "power_supply", "AC", nullptr, "type", "Mains",
+                                "online", "0", nullptr, nullptr);
+    addBattery();
+  }
+
+  std::string root() const {
+    const std::unique_ptr<char, decltype(&g_free)> path(
+        umockdev_testbed_get_root_dir(testbed_.get()), &g_free);
+    return path.get();
+  }
+
+  void addBattery() const {
+    umockdev_testbed_add_device(testbed_.get(), "power_supply", "BAT0", nullptr,  //
+                                "type", "Battery", "present", "1", "status", "Discharging",
+                                "capacity", "64", "energy_now", "32000000", "energy_full",
+                                "50000000", "energy_full_design", "50000000", "power_now",
+                                "8300000", "voltage_now", "12000000", nullptr, nullptr);
+  }
+  void removeBattery() const {
+    umockdev_testbed_uevent(testbed_.get(), battery, "remove");
+    umockdev_testbed_remove_device(testbed_.get(), battery);
+  }
+
+  void set(const char* device, const char* attribute, const std::string& value) const {
+    umockdev_testbed_set_attribute(testbed_.get(), device, attribute, value.c_str());
+  }
+  void tell(const char* device) const { umockdev_testbed_uevent(testbed_.get(), device, "change"); }
+
+  void plugIn() const {
+    set(charger, "online", "1");
+    set(battery, "status", "Charging");
+    tell(charger);
+    tell(battery);
+  }
+
+ private:
+  struct Unref {
+    void operator()(UMockdevTestbed* testbed) const { g_object_unref(testbed); }
+  };
+  std::unique_ptr<UMockdevTestbed, Unref> testbed_;
+};
+
+/// Counts how often a file is opened.
+class Openings {
+ public:
+  explicit Openings(const std::string& path) : inotify_(::inotify_init1(IN_NONBLOCK)) {
+    EXPECT_GE(::inotify_add_watch(inotify_, path.c_str(), IN_OPEN), 0) << path;
+  }
+  Openings(const Openings&) = delete;
+  Openings& operator=(const Openings&) = delete;
+  ~Openings() { ::close(inotify_); }
+
+  /// Equal events in a row are told as one when nobody reads them: to be asked often.
+  int count() {
+    std::array<char, 4096> events{};
+    ssize_t length = 0;
+    while ((length = ::read(inotify_, events.data(), events.size())) > 0) {
+      count_ += static_cast<int>(static_cast<std::size_t>(length) / sizeof(inotify_event));
+    }
+    return count_;
+  }
+
+ private:
+  int inotify_;
+  int count_ = 0;
+};
+
+/// The item on a laptop whose power changes.
+class Power : public ItemTest {
+ protected:
+  void SetUp() override {
+    variables = {{"UMOCKDEV_DIR", laptop.root()}};
+    start();
+    ASSERT_EQ(label(), "64% ▼ −8.3 W");
+  }
+
+  std::string label() const { return panel->property("XAyatanaLabel"); }
+  void waitForLabel(const std::string& expected) const {
+    panel->waitUntil([&] { return label() == expected; });
+  }
+
+  Laptop laptop;
+};
+
+}  // namespace
+
+TEST_F(Power, ChargerPluggedInIsSeen) {
+  laptop.plugIn();
+  waitForLabel("64% ▲ +8.3 W");
+  EXPECT_TRUE(panel->property("IconName").get<std::string>().ends_with("-green"));
+}
+
+TEST_F(Power, ChangesAreSeenWithoutWaitingForTheTimer) {
+  // The timer alone would see one of them every five seconds, and the test would wait in vain.
+  int percent = 64;
+  panel->waitUntil([&] {
+    if (label() == std::to_string(percent) + "% ▼ −8.3 W") {
+      laptop.set(battery, "capacity", std::to_string(--percent));
+      laptop.tell(battery);
+    }
+    return percent == 50;
+  });
+}
+
+TEST_F(Power, FullIsSeen) {
+  laptop.plugIn();
+  waitForLabel("64% ▲ +8.3 W");
+  laptop.set(battery, "status", "Full");
+  laptop.set(battery, "capacity", "100");
+  laptop.set(battery, "energy_now", "50000000");
+  laptop.set(battery, "power_now", "0");
+  laptop.tell(battery);
+  waitForLabel("100% • +0.0 W");
+  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-100percent-bolt-green");
+}
+
+TEST_F(Power, ABatteryRemovedAndPutBackIsSeen) {
+  laptop.removeBattery();
+  waitForLabel("No battery");
+  laptop.addBattery();
+  waitForLabel("64% ▼ −8.3 W");
+}
+
+TEST_F(Power, AnOpenMenuIsFreshWithTheChange) {
+  panel->open();
+  panel->forgetSignals();
+  laptop.plugIn();
+  panel->waitForSignal("ItemsPropertiesUpdated");
+  EXPECT_NE(panel->menuProperty(1, "label"), "On battery");
+}
+
+TEST_F(Power, AStormOfEventsIsFewRefreshesAndNothingIsLost) {
+  Openings openings(laptop.root() + battery + "/energy_full");
+  for (int i = 1; i <= 1000; ++i) {
+    laptop.set(battery, "capacity", std::to_string(64 - i / 20));
+    laptop.tell(battery);
+    openings.count();
+  }
+  panel->waitUntil([&] {
+    openings.count();
+    return label() == "14% ▼ −8.3 W";
+  });
+  EXPECT_GE(openings.count(), 1);
+  EXPECT_LE(openings.count(), 10);
+}
+
+}  // namespace lumowatt
