@@ -1,6 +1,5 @@
 #include <array>
 #include <random>
-#include <sstream>
 
 #include "linux/item_fixture.h"
 
@@ -111,16 +110,6 @@ class Fuzzer {
 /// The item with a client that means no good.
 class Stranger : public ItemTest {
  protected:
-  /// The resident memory, in KiB.
-  long residentMemory() const {
-    std::istringstream status(fileContents("/proc/" + std::to_string(item->id()) + "/status"));
-    std::string word;
-    while (status >> word && word != "VmRSS:") continue;
-    long size = 0;
-    status >> size;
-    return size;
-  }
-
   Json layout() const { return panel->callMenu("GetLayout", "iias", 0, -1, 0).values.at(1); }
 };
 
@@ -130,11 +119,11 @@ TEST_F(Stranger, TenThousandCallsLeaveTheItemAliveCorrectAndNoLarger) {
   start();
   Fuzzer fuzzer(*panel);
   for (int i = 0; i < 2000; ++i) fuzzer.call();
-  const long before = residentMemory();
+  const long before = item->residentMemory();
   for (int i = 0; i < 8000; ++i) fuzzer.call();
   ASSERT_TRUE(item->isRunning());
   if (!sanitized) {
-    EXPECT_LE(residentMemory(), before + 64);
+    EXPECT_LE(item->residentMemory(), before + 64);
   }
 
   panel->open();

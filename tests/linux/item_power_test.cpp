@@ -1,12 +1,9 @@
-#include <sys/inotify.h>
 #include <umockdev.h>
-#include <unistd.h>
 
-#include <array>
-#include <fstream>
 #include <memory>
 
 #include "linux/item_fixture.h"
+#include "support/open_counter.h"
 
 namespace lumowatt {
 
@@ -59,31 +56,6 @@ class Laptop {
     void operator()(UMockdevTestbed* testbed) const { g_object_unref(testbed); }
   };
   std::unique_ptr<UMockdevTestbed, Unref> testbed_;
-};
-
-/// Counts how often a file is opened.
-class Openings {
- public:
-  explicit Openings(const std::string& path) : inotify_(::inotify_init1(IN_NONBLOCK)) {
-    EXPECT_GE(::inotify_add_watch(inotify_, path.c_str(), IN_OPEN), 0) << path;
-  }
-  Openings(const Openings&) = delete;
-  Openings& operator=(const Openings&) = delete;
-  ~Openings() { ::close(inotify_); }
-
-  /// Equal events in a row are told as one when nobody reads them: to be asked often.
-  int count() {
-    std::array<char, 4096> events{};
-    ssize_t length = 0;
-    while ((length = ::read(inotify_, events.data(), events.size())) > 0) {
-      count_ += static_cast<int>(static_cast<std::size_t>(length) / sizeof(inotify_event));
-    }
-    return count_;
-  }
-
- private:
-  int inotify_;
-  int count_ = 0;
 };
 
 /// The item on a laptop whose power changes.
@@ -151,18 +123,21 @@ TEST_F(Power, AnOpenMenuIsFreshWithTheChange) {
 }
 
 TEST_F(Power, AStormOfEventsIsFewRefreshesAndNothingIsLost) {
-  Openings openings(laptop.root() + battery + "/energy_full");
+  const OpenCounter counter;
+  counter.watch(laptop.root() + battery);
+  std::size_t refreshes = 0;
+  const auto count = [&] { refreshes += counter.opened().count("energy_full"); };
   for (int i = 1; i <= 1000; ++i) {
     laptop.set(battery, "capacity", std::to_string(64 - i / 20));
     laptop.tell(battery);
-    openings.count();
+    count();
   }
   panel->waitUntil([&] {
-    openings.count();
+    count();
     return label() == "14% ▼ −8.3 W";
   });
-  EXPECT_GE(openings.count(), 1);
-  EXPECT_LE(openings.count(), 10);
+  EXPECT_GE(refreshes, 1U);
+  EXPECT_LE(refreshes, 10U);
 }
 
 }  // namespace lumowatt

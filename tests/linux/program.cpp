@@ -20,7 +20,7 @@ void Machine::set(const std::string& attribute, const std::string& value) const 
 }
 
 void Machine::remove(const std::string& attribute) const {
-  std::filesystem::remove_all(root_.path() / "sys/class/power_supply" / attribute);
+  std::filesystem::remove_all(powerSupplyFolder() / attribute);
 }
 
 Environment Machine::environment(const std::string& library) const {

@@ -27,6 +27,10 @@ class Machine {
   void set(const std::string& attribute, const std::string& value) const;
   void remove(const std::string& attribute) const;
 
+  std::filesystem::path powerSupplyFolder() const {
+    return root_.path() / "sys/class/power_supply";
+  }
+
   /// What makes a program see it, with another library to preload.
   Environment environment(const std::string& library = "") const;
 

@@ -8,6 +8,8 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
+#include <sstream>
 
 namespace lumowatt {
 
@@ -56,6 +58,20 @@ bool Process::isRunning() {
 }
 
 void Process::send(int signal) const { EXPECT_EQ(::kill(id_, signal), 0); }
+
+long Process::residentMemory() const {
+  std::istringstream status(fileContents("/proc/" + std::to_string(id_) + "/status"));
+  std::string word;
+  while (status >> word && word != "VmRSS:") continue;
+  long size = 0;
+  status >> size;
+  return size;
+}
+
+long Process::openFiles() const {
+  const std::filesystem::directory_iterator files("/proc/" + std::to_string(id_) + "/fd");
+  return std::distance(begin(files), end(files));
+}
 
 ProcessResult Process::wait() {
   int status = 0;

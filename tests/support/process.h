@@ -32,6 +32,10 @@ class Process {
   bool isRunning();
   void send(int signal) const;
 
+  /// The memory that it holds, in KiB, and how many files it has open.
+  long residentMemory() const;
+  long openFiles() const;
+
   /// What it has written to its standard output so far.
   std::string output() const { return fileContents(folder_.path() / "output"); }
 

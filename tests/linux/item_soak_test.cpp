@@ -1,0 +1,56 @@
+#include "linux/item_fixture.h"
+#include "support/open_counter.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr int refreshesPerHour = 3600 / 5;
+
+/// The item with time in a hurry.
+class Hour : public ItemTest {
+ protected:
+  /// Starts the item in a time that is 360 times as fast.
+  void startInAHurry() {
+    item = startAnother(LUMOWATT_HURRYING_CLOCK);
+    panel->waitForItem();
+    counter_.watch(machine.powerSupplyFolder() / "BAT0");
+  }
+
+  /// Uses the item for so many refreshes: the charge falls, the charger comes and goes, and now and
+  /// then the menu is opened and something chosen.
+  void use(int refreshes) {
+    for (; refreshes > 0; --refreshes) {
+      panel->waitUntil([this] { return counter_.opened().contains("energy_full"); });
+      machine.set("BAT0/capacity", std::to_string(20 + refreshes % 70));
+      machine.set("BAT0/power_now", std::to_string(4'000'000 + refreshes * 10'000));
+      machine.set("AC/online", refreshes / 50 % 2 == 0 ? "0" : "1");
+      machine.set("BAT0/status", refreshes / 50 % 2 == 0 ? "Discharging" : "Charging");
+      if (refreshes % 10 == 0) panel->open();
+      if (refreshes % 30 == 0) panel->click(20101 + refreshes / 30 % 4);
+      panel->forgetSignals();
+    }
+  }
+
+ private:
+  OpenCounter counter_;
+};
+
+}  // namespace
+
+TEST_F(Hour, LeavesMemoryAndDescriptorsAsTheyWereAndEndsWithAChart) {
+  startInAHurry();
+  use(refreshesPerHour * 5 / 4);  // the history is as long as it gets
+  const long memory = item->residentMemory();
+  const long files = item->openFiles();
+  use(refreshesPerHour);
+  EXPECT_EQ(item->openFiles(), files);
+  if (!sanitized) {
+    EXPECT_LE(item->residentMemory(), memory + 64);
+  }
+  panel->open();
+  const std::string chart = panel->menuProperty(102, "label");
+  EXPECT_TRUE(chart.ends_with("%")) << chart;
+}
+
+}  // namespace lumowatt

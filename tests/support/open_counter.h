@@ -1,0 +1,43 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <set>
+#include <string>
+
+namespace lumowatt {
+
+/// Counts how often each file of some folders is opened.
+class OpenCounter {
+ public:
+  OpenCounter() : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
+  OpenCounter(const OpenCounter&) = delete;
+  OpenCounter& operator=(const OpenCounter&) = delete;
+  ~OpenCounter() { ::close(events_); }
+
+  void watch(const std::filesystem::path& folder) const {
+    // With the closing in between, a second opening is an event of its own.
+    EXPECT_GE(::inotify_add_watch(events_, folder.c_str(), IN_OPEN | IN_CLOSE), 0);
+  }
+
+  /// The files that were opened since it was last asked, each as often as it was.
+  std::multiset<std::string> opened() const {
+    std::multiset<std::string> names;
+    alignas(inotify_event) char buffer[65536];
+    const ssize_t length = ::read(events_, buffer, sizeof buffer);
+    for (ssize_t at = 0; at < length;) {
+      const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
+      if ((event->mask & IN_OPEN) != 0 && event->len > 0) names.insert(event->name);
+      at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+    }
+    return names;
+  }
+
+ private:
+  int events_;
+};
+
+}  // namespace lumowatt
