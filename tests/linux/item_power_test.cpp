@@ -16,8 +16,7 @@ constexpr auto charger = "/sys/devices/AC";
 class Laptop {
  public:
   Laptop() : testbed_(umockdev_testbed_new()) {
-    umockdev_testbed_add_device(testbed_.get(), "power_supply", "AC", nullptr, "type", "Mains",
-                                "online", "0", nullptr, nullptr);
+    add("P: /devices/AC\nE: SUBSYSTEM=power_supply\nA: type=Mains\nA: online=0\n");
     addBattery();
   }
 
@@ -28,11 +27,9 @@ class Laptop {
   }
 
   void addBattery() const {
-    umockdev_testbed_add_device(testbed_.get(), "power_supply", "BAT0", nullptr,  //
-                                "type", "Battery", "present", "1", "status", "Discharging",
-                                "capacity", "64", "energy_now", "32000000", "energy_full",
-                                "50000000", "energy_full_design", "50000000", "power_now",
-                                "8300000", "voltage_now", "12000000", nullptr, nullptr);
+    add("P: /devices/BAT0\nE: SUBSYSTEM=power_supply\nA: type=Battery\nA: present=1\n"
+        "A: status=Discharging\nA: capacity=64\nA: energy_now=32000000\nA: energy_full=50000000\n"
+        "A: energy_full_design=50000000\nA: power_now=8300000\nA: voltage_now=12000000\n");
   }
   void removeBattery() const {
     umockdev_testbed_uevent(testbed_.get(), battery, "remove");
@@ -52,6 +49,11 @@ class Laptop {
   }
 
  private:
+  /// A device in umockdev's own form: its path, properties and attributes.
+  void add(const char* device) const {
+    EXPECT_TRUE(umockdev_testbed_add_from_string(testbed_.get(), device, nullptr));
+  }
+
   struct Unref {
     void operator()(UMockdevTestbed* testbed) const { g_object_unref(testbed); }
   };
