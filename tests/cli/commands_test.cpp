@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/dump.h"
+#include "fakes/fake_desktop.h"
 #include "fakes/recording_canvas.h"
 #include "fakes/scripted_battery.h"
 #include "support/files.h"
@@ -26,6 +27,35 @@ void expectOutcome(const Command& command, BatteryService& battery, const std::s
   RecordingBitmapFactory bitmaps;
   expectOutcome(command, battery, bitmaps, output, status);
   EXPECT_TRUE(bitmaps.operations.empty());
+}
+
+/// A desktop that shows the item's title and ends.
+class BriefDesktop : public FakeDesktop {
+ public:
+  BriefDesktop(std::string& shown, std::optional<std::string> end)
+      : shown_(shown), end_(std::move(end)) {}
+
+  std::optional<std::string> run(ApplicationDelegate& delegate) override {
+    delegate.applicationDidFinishLaunching();
+    shown_ = plainTitle();
+    return end_;
+  }
+
+ private:
+  std::string& shown_;
+  std::optional<std::string> end_;
+};
+
+/// Shows the item of a battery at 64 % on such a desktop.
+Outcome showItem(std::string& shown, const std::optional<std::string>& end) {
+  PropertyDictionary properties;
+  properties.set("CurrentCapacity", PropertyValue::number(64));
+  properties.set("MaxCapacity", PropertyValue::number(100));
+  ScriptedBattery battery(properties);
+  RecordingBitmapFactory bitmaps;
+  const auto makeDesktop = [&] { return std::make_unique<BriefDesktop>(shown, end); };
+  return carryOut(ShowMenuBarItem{}, "1.0.0",
+                  {.battery = battery, .bitmaps = bitmaps, .makeDesktop = makeDesktop});
 }
 
 bool hasCaption(const RecordingBitmapFactory& bitmaps) {
@@ -109,6 +139,21 @@ TEST(Commands, SnapshotThatCannotBeWrittenIsAnError) {
   ScriptedBattery battery(PropertyDictionary{});
   RecordingBitmapFactory bitmaps;
   expectOutcome(WriteSnapshot{"/", "low"}, battery, bitmaps, "error=Is a directory\n", 1);
+}
+
+TEST(Commands, MenuBarItemIsAnApplicationOnTheDesktop) {
+  std::string title;
+  const Outcome outcome = showItem(title, std::nullopt);
+  EXPECT_TRUE(title.starts_with(" 64%")) << title;
+  EXPECT_EQ(outcome.output, "");
+  EXPECT_EQ(outcome.status, 0);
+}
+
+TEST(Commands, MenuBarItemThatEndsBadlyIsAnError) {
+  std::string title;
+  const Outcome outcome = showItem(title, "the panel broke");
+  EXPECT_EQ(outcome.output, "error=the panel broke\n");
+  EXPECT_EQ(outcome.status, 1);
 }
 
 TEST(Commands, MenuBarItemWithoutADesktopIsAnError) {

@@ -59,7 +59,7 @@ class Fuzzer {
   }
 
   std::int32_t id() {
-    constexpr std::array known{0, 1, 4, 9, 100, 101, 201, 202, 203, 205, 20101, 20104, 301};
+    constexpr std::array known{0, 1, 4, 9, 100, 101, 201, 202, 203, 205, 30101, 30104, 301};
     return upTo(3) > 0 ? known.at(static_cast<std::size_t>(upTo(12))) : integer();
   }
 

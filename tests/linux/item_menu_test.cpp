@@ -15,9 +15,8 @@ constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 constexpr int root = 0;
 constexpr int powerLine = 4;
 constexpr int firstSeparator = 100;
-constexpr int chart = 102;
 constexpr int modes = 201;
-constexpr int percentOnly = 20101;
+constexpr int percentOnly = 30101;
 constexpr int colors = 202;
 constexpr int copyDetails = 204;
 constexpr int about = 301;
@@ -56,10 +55,10 @@ Json expectedLayout() {
                     node(7, line("Capacity vs design, raw: 105% (4635 of 4400 mAh)")),
                     node(8, line("Apple’s own health figure uses its own method and can differ.")),
                     node(9, line("Cycle count: 0"))};
-  const Json modeItems{node(20101, toggle("Percent", "radio", 0)),
-                       node(20102, toggle("Percent and battery power", "radio", 1)),
-                       node(20103, toggle("Percent and time", "radio", 0)),
-                       node(20104, toggle("Percent, power and time", "radio", 0))};
+  const Json modeItems{node(30101, toggle("Percent", "radio", 0)),
+                       node(30102, toggle("Percent and battery power", "radio", 1)),
+                       node(30103, toggle("Percent and time", "radio", 0)),
+                       node(30104, toggle("Percent, power and time", "radio", 0))};
   const Json rest{
       node(100, separatorItem()),
       node(101, line("Charge over the last hour")),
@@ -143,7 +142,7 @@ TEST_F(StatusMenu, IsReadWithThePropertiesThatAreAskedFor) {
 }
 
 TEST_F(StatusMenu, HasNoLayoutOfAnUnknownItem) {
-  for (const int id : {-1, 99, 103, 20105, INT32_MAX, INT32_MIN}) {
+  for (const int id : {-1, 99, 103, 30105, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(panel->callMenu("GetLayout", "iias", id, -1, 0).error, invalidArguments) << id;
   }
 }
@@ -260,15 +259,15 @@ TEST_F(StatusMenu, AboutToShowGroupTellsWhatChangedAndWhatIsNotThere) {
 }
 
 TEST_F(StatusMenu, ChosenModesActAtOnce) {
-  const std::pair<int, const char*> expected[] = {{20101, "98% ▼"},
-                                                  {20103, "98% ▼ 10:14"},
-                                                  {20104, "98% ▼ −4.8 W · 10:14"},
-                                                  {20102, "98% ▼ −4.8 W"}};
+  const std::pair<int, const char*> expected[] = {{30101, "98% ▼"},
+                                                  {30103, "98% ▼ 10:14"},
+                                                  {30104, "98% ▼ −4.8 W · 10:14"},
+                                                  {30102, "98% ▼ −4.8 W"}};
   panel->open();
   for (const auto& [id, title] : expected) {
     EXPECT_EQ(panel->click(id), "");
     EXPECT_EQ(label(), title);
-    for (int other = 20101; other <= 20104; ++other) {
+    for (int other = 30101; other <= 30104; ++other) {
       EXPECT_EQ(panel->menuProperty(other, "toggle-state"), other == id ? 1 : 0);
     }
   }
@@ -315,7 +314,7 @@ TEST_F(StatusMenu, NothingHappensByWhatIsNoChoice) {
 TEST_F(StatusMenu, AnEventOnAnUnknownItemIsAnError) {
   EXPECT_EQ(panel->click(colors), invalidArguments) << "before there was a menu";
   panel->open();
-  for (const int id : {-1, 10, 99, 103, 20105, 30201, INT32_MAX, INT32_MIN}) {
+  for (const int id : {-1, 10, 99, 103, 30105, 30201, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(panel->click(id), invalidArguments) << id;
   }
 }
@@ -335,7 +334,7 @@ TEST_F(StatusMenu, AnItemOfAMenuThatIsNoMoreIsNotChosen) {
   panel->open();
   panel->forgetSignals();
   EXPECT_EQ(panel->click(10), "");
-  EXPECT_EQ(panel->signalNames(), Names{});
+  EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
 }
 
 TEST_F(StatusMenu, OfAGroupOfEventsTheFirstChoiceCounts) {
@@ -345,7 +344,7 @@ TEST_F(StatusMenu, OfAGroupOfEventsTheFirstChoiceCounts) {
                                         powerLine, "clicked", "i", 0, 0U,     //
                                         percentOnly, "clicked", "s", "", 0U,  //
                                         302, "clicked", "i", 0, 0U,           //
-                                        20103, "clicked", "i", 0, 0U);
+                                        30103, "clicked", "i", 0, 0U);
   EXPECT_EQ(answer.values, Json{Json{99}});
   EXPECT_EQ(label(), "98% ▼");
   EXPECT_TRUE(item->isRunning());

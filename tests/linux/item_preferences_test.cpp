@@ -46,7 +46,7 @@ class Preferences : public ItemTest {
     panel->open();
     int mode = -1;
     for (int i = 0; i < 4; ++i) {
-      if (panel->menuProperty(20101 + i, "toggle-state") == 1) mode = i;
+      if (panel->menuProperty(30101 + i, "toggle-state") == 1) mode = i;
     }
     return {mode, panel->menuProperty(202, "toggle-state") == 1,
             panel->menuProperty(203, "toggle-state") == 1};
@@ -115,7 +115,7 @@ TEST_F(Preferences, UnknownLinesStay) {
   panel->open();
   choose(202, "Colors");
   choose(203, "Charging animation");
-  EXPECT_EQ(panel->click(20104), "");
+  EXPECT_EQ(panel->click(30104), "");
   EXPECT_EQ(fileContents(preferences()),
             "# mine\nmode=3\n\nsomething=else\nno sign\ncolor=true\nanimate=false\n");
   EXPECT_EQ(effect(), (Effect{3, true, false}));

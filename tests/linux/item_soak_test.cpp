@@ -27,7 +27,7 @@ class Hour : public ItemTest {
       machine.set("AC/online", refreshes / 50 % 2 == 0 ? "0" : "1");
       machine.set("BAT0/status", refreshes / 50 % 2 == 0 ? "Discharging" : "Charging");
       if (refreshes % 10 == 0) panel->open();
-      if (refreshes % 30 == 0) panel->click(20101 + refreshes / 30 % 4);
+      if (refreshes % 30 == 0) panel->click(30101 + refreshes / 30 % 4);
       panel->forgetSignals();
     }
   }

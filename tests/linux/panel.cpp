@@ -30,9 +30,10 @@ SessionBus::SessionBus() {
                                     "</listen><policy context='default'><allow "
                                     "send_destination='*'/><allow eavesdrop='true'/>"
                                     "<allow own='*'/></policy></busconfig>");
-  daemon_ = std::make_unique<Process>(std::vector<std::string>{
-      "dbus-daemon", "--nofork", "--config-file=" + (folder_.path() / "session.conf").string()});
-  waitUntilSo([this] { return std::filesystem::exists(socket()); },
+  daemon_ = std::make_unique<Process>(
+      std::vector<std::string>{"dbus-daemon", "--nofork", "--print-address",
+                               "--config-file=" + (folder_.path() / "session.conf").string()});
+  waitUntilSo([this] { return !daemon_->output().empty(); },
               [] { std::this_thread::sleep_for(shortTime); });
 }
 
@@ -77,7 +78,7 @@ sd_bus_message* BusPeer::newCall(const char* destination, const char* object, co
 }
 
 Answer BusPeer::answer(sd_bus_message* call) const {
-  sd_bus_error error = SD_BUS_ERROR_NULL;
+  sd_bus_error error{};
   sd_bus_message* reply = nullptr;
   sd_bus_call(bus(), call, 0, &error, &reply);
   Answer answer{.values = reply != nullptr ? readValues(reply) : Json::array(),

@@ -21,14 +21,12 @@ class SessionBus {
  public:
   SessionBus();
 
-  std::string address() const { return "unix:path=" + socket(); }
+  std::string address() const { return "unix:path=" + (folder_.path() / "bus").string(); }
 
   /// The bus goes away.
   void end();
 
  private:
-  std::string socket() const { return folder_.path() / "bus"; }
-
   TemporaryFolder folder_;
   std::unique_ptr<Process> daemon_;
 };

@@ -2,7 +2,9 @@
 
 #include "menubar/app.h"
 
+#include "fakes/recording_canvas.h"
 #include "menubar/app_fixture.h"
+#include "render/block_chart.h"
 
 namespace lumowatt {
 
@@ -264,6 +266,34 @@ TEST_F(AppTest, ATickRedrawsTheGlyphAloneAndReadsNothing) {
   EXPECT_EQ(desktop.notes, Notes{"image"});
   EXPECT_EQ(battery.asked, asked);
   EXPECT_EQ(app->frame(), 1);
+}
+
+TEST_F(AppTest, TheChartForMenusOfTextTellsTheHistory) {
+  EXPECT_EQ(app->chartText(), "Collecting history…");
+  show({.percent = 50});
+  desktop.pass(60.0);
+  show({.percent = 60});
+  EXPECT_EQ(app->chartText(), blockChart(app->history()));
+  EXPECT_TRUE(app->chartText().ends_with(" 50–60%"));
+}
+
+TEST_F(AppTest, TheChartsPictureHasTheColorThatTheMenusHas) {
+  const auto lineColor = [this] {
+    const Drawing picture = app->chartPicture(Appearance::dark);
+    RecordingCanvas canvas;
+    picture.draw(canvas, {0.0, 0.0, picture.size.width, picture.size.height});
+    const auto line = std::ranges::find_if(canvas.operations, [](const std::string& operation) {
+      return operation.find("round") != std::string::npos;  // the baseline's ends are flat
+    });
+    return line == canvas.operations.end() ? "" : line->substr(line->rfind(' ') + 1);
+  };
+  EXPECT_EQ(lineColor(), "") << "before there is a history";
+  show({.percent = 12});
+  desktop.pass(60.0);
+  show({.percent = 9});
+  EXPECT_EQ(lineColor(), "red");
+  app->setUseColor(false);
+  EXPECT_EQ(lineColor(), "accent");
 }
 
 }  // namespace lumowatt

@@ -41,7 +41,7 @@ MenuEntry present(const MenuItem& item, std::int32_t id, std::string_view chart)
   entry.toggle = toggle(item.action);
   entry.isOn = item.isOn;
   if (!item.keyEquivalent.empty()) entry.shortcut = item.keyEquivalent.front();
-  std::int32_t child = id * groupSize;
+  std::int32_t child = (id + groupSize) * groupSize;  // beyond the ids of the menu itself
   for (const MenuItem& choice : item.submenu) {
     entry.children.push_back(present(choice, ++child, chart));
   }

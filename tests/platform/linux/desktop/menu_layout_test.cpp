@@ -62,7 +62,7 @@ TEST_F(MenuLayoutTest, NumbersItemsByGroupAndPlace) {
   EXPECT_TRUE(change.isStructural);
   EXPECT_EQ(ids(layout.root().children), (Ids{1, 2, 3, 4, 5, 6, 100, 101, 102, 200, 201, 202, 203,
                                               204, 205, 206, 300, 301, 302}));
-  EXPECT_EQ(ids(entry(201).children), (Ids{20101, 20102, 20103, 20104}));
+  EXPECT_EQ(ids(entry(201).children), (Ids{30101, 30102, 30103, 30104}));
 }
 
 TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
@@ -74,8 +74,8 @@ TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
             (MenuEntry{.id = 101, .label = "Charge over the last hour", .isEnabled = false}));
   EXPECT_EQ(entry(102), (MenuEntry{.id = 102, .label = "▁▂▃ 45–64%"}));
   EXPECT_TRUE(entry(201).isEnabled);
-  EXPECT_EQ(entry(20101), (MenuEntry{.id = 20101, .label = "Percent", .toggle = Toggle::radio}));
-  EXPECT_EQ(entry(20102), (MenuEntry{.id = 20102,
+  EXPECT_EQ(entry(30101), (MenuEntry{.id = 30101, .label = "Percent", .toggle = Toggle::radio}));
+  EXPECT_EQ(entry(30102), (MenuEntry{.id = 30102,
                                      .label = "Percent and battery power",
                                      .toggle = Toggle::radio,
                                      .isOn = true}));
@@ -86,6 +86,14 @@ TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
   EXPECT_EQ(entry(204), (MenuEntry{.id = 204, .label = "Copy details", .shortcut = 'c'}));
   EXPECT_EQ(entry(206), (MenuEntry{.id = 206, .label = "Battery settings…"}));
   EXPECT_EQ(entry(302), (MenuEntry{.id = 302, .label = "Quit Lumowatt", .shortcut = 'q'}));
+}
+
+TEST_F(MenuLayoutTest, VisitsEachItemWithTheOnesBelowItAfterIt) {
+  Menu menu{{.title = "first", .submenu = {{.title = "below"}}}, {.title = "second"}};
+  layout.present(menu, "");
+  Ids visited;
+  layout.forEach([&](const MenuEntry& visitedEntry) { visited.push_back(visitedEntry.id); });
+  EXPECT_EQ(visited, (Ids{0, 1, 10101, 2}));
 }
 
 TEST_F(MenuLayoutTest, DoublesUnderscores) {
@@ -110,7 +118,7 @@ TEST_F(MenuLayoutTest, TellsTheItemsThatDiffer) {
   menu.reading.percent = 50;
   const auto change = layout.present(statusMenu(menu), "other chart");
   EXPECT_FALSE(change.isStructural);
-  EXPECT_EQ(ids(change.entries), (Ids{2, 102, 20102, 20104, 202}));
+  EXPECT_EQ(ids(change.entries), (Ids{2, 102, 30102, 30104, 202}));
   EXPECT_EQ(change.entries[0].label, "Charge: 50% (0 of 0 mAh)");
   EXPECT_FALSE(change.entries[2].isOn);
   EXPECT_TRUE(change.entries[3].isOn);
@@ -149,19 +157,19 @@ TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
   for (const MenuEntry& child : layout.root().children) {
     EXPECT_EQ(layout.choosable(child.id), nullptr) << child.id;
   }
-  EXPECT_EQ(layout.choosable(20102), nullptr) << "below what cannot be seen";
+  EXPECT_EQ(layout.choosable(30102), nullptr) << "below what cannot be seen";
 }
 
 TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
   layout.present(statusMenu(contents()), "chart");
   std::set<std::int32_t> choosable;
-  for (std::int32_t id = -10; id < 30000; ++id) {
+  for (std::int32_t id = -10; id < 40000; ++id) {
     if (layout.choosable(id) != nullptr) choosable.insert(id);
   }
-  EXPECT_EQ(choosable, (std::set<std::int32_t>{102, 202, 203, 204, 205, 206, 302, 20101, 20102,
-                                               20103, 20104}));
+  EXPECT_EQ(choosable, (std::set<std::int32_t>{102, 202, 203, 204, 205, 206, 302, 30101, 30102,
+                                               30103, 30104}));
   EXPECT_EQ(layout.choosable(204)->action, Action::copyDetails);
-  EXPECT_EQ(layout.choosable(20104)->tag, 3);
+  EXPECT_EQ(layout.choosable(30104)->tag, 3);
   EXPECT_TRUE(layout.choosable(102)->view.has_value());
 }
 
