@@ -1,0 +1,217 @@
+// What programs cost that stay and watch the battery:
+//
+//   resident SECONDS CHARGE COMMAND...
+//
+// Starts the commands, each one argument and split at its blanks, and measures them side by side
+// for that long; then runs CHARGE, a shell command that plugs the charger in, and measures them
+// again. It is the panel of the session meanwhile, and tells how long the first command takes from
+// its start until it is registered there. The ratios to the first command are what to look at.
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+[[noreturn]] void fail(const std::string& what) {
+  std::fprintf(stderr, "resident: %s\n", what.c_str());
+  std::exit(EXIT_FAILURE);
+}
+
+/// A program that runs as long as this does.
+class Program {
+ public:
+  explicit Program(std::string command) : command_(std::move(command)) {}
+
+  void start() {
+    id_ = ::fork();
+    if (id_ != 0) return;
+    const int nowhere = ::open("/dev/null", O_RDWR);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nowhere, stream);
+    const std::string line = "exec " + command_;
+    ::execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
+    ::_exit(127);
+  }
+
+  void end() const {
+    ::kill(id_, SIGTERM);
+    ::waitpid(id_, nullptr, 0);
+  }
+
+  const std::string& command() const { return command_; }
+
+  /// The time that it has had the processor, in milliseconds, and how often it began to wait for
+  /// something; both of all its threads.
+  double processorTime() const {
+    return overThreads([](const std::filesystem::path& thread) {
+      double nanoseconds = 0;
+      std::ifstream(thread / "schedstat") >> nanoseconds;
+      return nanoseconds / 1e6;
+    });
+  }
+  double waits() const {
+    return overThreads([](const std::filesystem::path& thread) {
+      return figure(thread / "status", "voluntary_ctxt_switches:");
+    });
+  }
+
+  /// KiB.
+  double residentMemory() const { return figure(folder() / "smaps_rollup", "Rss:"); }
+  double privateDirtyMemory() const { return figure(folder() / "smaps_rollup", "Private_Dirty:"); }
+
+ private:
+  std::filesystem::path folder() const { return "/proc/" + std::to_string(id_); }
+
+  static double figure(const std::filesystem::path& file, const std::string& name) {
+    std::ifstream stream(file);
+    std::string word;
+    while (stream >> word && word != name) continue;
+    double value = 0;
+    if (!(stream >> value)) fail("a program has ended: " + file.string());
+    return value;
+  }
+
+  double overThreads(const std::function<double(const std::filesystem::path&)>& count) const {
+    double sum = 0;
+    for (const auto& thread : std::filesystem::directory_iterator(folder() / "task")) {
+      sum += count(thread.path());
+    }
+    return sum;
+  }
+
+  std::string command_;
+  pid_t id_ = 0;
+};
+
+/// The panel: it owns the watcher's name, and answers.
+class Panel {
+ public:
+  Panel() {
+    static const sd_bus_vtable watcher[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", takeRegistration, 0),
+        SD_BUS_VTABLE_END,
+    };
+    if (sd_bus_open_user(&bus_) < 0 ||
+        sd_bus_add_object_vtable(bus_, nullptr, "/StatusNotifierWatcher",
+                                 "org.kde.StatusNotifierWatcher", watcher, this) < 0 ||
+        sd_bus_request_name(bus_, "org.kde.StatusNotifierWatcher", 0) < 0) {
+      fail("there is no session bus, or it has a panel");
+    }
+  }
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
+  ~Panel() { sd_bus_flush_close_unref(bus_); }
+
+  int registrations() const { return registrations_; }
+
+  /// Answers for a time, or until something is registered that was not.
+  void serve(Milliseconds time) {
+    serveUntil(time, [] { return false; });
+  }
+  void serveRegistration(Milliseconds time) {
+    serveUntil(time, [this, before = registrations_] { return registrations_ > before; });
+  }
+
+ private:
+  static int takeRegistration(sd_bus_message* call, void* panel, sd_bus_error*) {
+    ++static_cast<Panel*>(panel)->registrations_;
+    return sd_bus_reply_method_return(call, "");
+  }
+
+  void serveUntil(Milliseconds time, const std::function<bool()>& isDone) {
+    const auto end = Clock::now() + time;
+    while (!isDone() && Clock::now() < end) {
+      while (sd_bus_process(bus_, nullptr) > 0) continue;
+      const Milliseconds rest = end - Clock::now();
+      if (!isDone())
+        sd_bus_wait(bus_, static_cast<std::uint64_t>(std::max(0.0, rest.count()) * 1e3));
+    }
+  }
+
+  sd_bus* bus_ = nullptr;
+  int registrations_ = 0;
+};
+
+/// The median time from a start to the registration, in milliseconds.
+double registrationTime(Panel& panel, Program& program) {
+  constexpr int starts = 21;
+  constexpr Milliseconds longTime{10'000};
+  std::vector<double> times;
+  for (int i = 0; i < starts; ++i) {
+    const auto start = Clock::now();
+    const int before = panel.registrations();
+    program.start();
+    panel.serveRegistration(longTime);
+    times.push_back(Milliseconds(Clock::now() - start).count());
+    program.end();
+    if (panel.registrations() == before) fail("it does not register: " + program.command());
+    panel.serve(Milliseconds(50));  // its name is free again
+  }
+  std::nth_element(times.begin(), times.begin() + starts / 2, times.end());
+  return times[starts / 2];
+}
+
+void measure(const char* title, double seconds, Panel& panel,
+             const std::vector<Program>& programs) {
+  struct Figures {
+    double processor;
+    double waits;
+  };
+  std::vector<Figures> before;
+  for (const Program& each : programs) before.push_back({each.processorTime(), each.waits()});
+  panel.serve(Milliseconds(seconds * 1e3));
+  std::printf("%s, %.0f s\n   RSS KiB    ratio   dirty KiB    ratio   CPU ms/min   wakeups/min\n",
+              title, seconds);
+  const double minute = 60.0 / seconds;
+  const double rss = programs.front().residentMemory();
+  const double dirty = programs.front().privateDirtyMemory();
+  for (std::size_t i = 0; i < programs.size(); ++i) {
+    const Program& each = programs[i];
+    std::printf("%10.0f   %6.2f  %10.0f   %6.2f   %10.1f   %11.0f   %s\n", each.residentMemory(),
+                each.residentMemory() / rss, each.privateDirtyMemory(),
+                each.privateDirtyMemory() / dirty,
+                (each.processorTime() - before[i].processor) * minute,
+                (each.waits() - before[i].waits) * minute, each.command().c_str());
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const double seconds = argc > 3 ? std::atof(argv[1]) : 0.0;
+  if (seconds <= 0.0) {
+    std::fprintf(stderr, "usage: resident SECONDS CHARGE COMMAND...\n");
+    return 2;
+  }
+  std::vector<Program> programs(argv + 3, argv + argc);
+  Panel panel;
+  const double registration = registrationTime(panel, programs.front());
+  std::printf("registered after %.1f ms (median): %s\n", registration,
+              programs.front().command().c_str());
+
+  constexpr Milliseconds settling{10'000};
+  for (Program& each : programs) each.start();
+  panel.serve(settling);
+  measure("idle", seconds, panel, programs);
+  if (std::system(argv[2]) != 0) fail(argv[2]);
+  panel.serve(settling);
+  measure("charging", seconds, panel, programs);
+  for (const Program& each : programs) each.end();
+}
