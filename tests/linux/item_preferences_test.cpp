@@ -172,6 +172,16 @@ TEST_F(Preferences, WithoutAFolderToBeInAreTheDefaults) {
   EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
 }
 
+TEST_F(Preferences, WithoutAHomeAreTheDefaults) {
+  variables = {{"XDG_CONFIG_HOME", ""}, {"HOME", ""}};
+  start();
+  EXPECT_EQ(effect(), defaults);
+  choose(202, "Colors");
+  EXPECT_EQ(effect(), defaults);
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
+}
+
 TEST_F(Preferences, OnAFullDiskStayAsTheyWere) {
   write("mode=3\nmine=1\n");
   prefix = {"/bin/bash", "-c", "ulimit -f 0; exec \"$0\""};  // no file may grow

@@ -16,7 +16,7 @@ namespace lumowatt::desktop {
 
 namespace {
 
-/// Owned on the session's bus by the one process that shows the item; the login item's name too.
+/// The name that the one process owns on the session's bus that shows the item.
 constexpr auto applicationId = "com.fernhollow.Lumowatt";
 
 constexpr auto noSessionBus = "no session bus";
@@ -46,8 +46,8 @@ void endBySignals(sd_event* loop) {
 LinuxDesktop::LinuxDesktop(const std::string& program, std::string icons, BitmapFactory& bitmaps)
     : icons_(std::move(icons)),
       bitmaps_(bitmaps),
-      preferences_(configurationFolder() + "/lumowatt/preferences"),
-      loginItem_(configurationFolder() + "/autostart/" + applicationId + ".desktop", program) {}
+      preferences_(configurationFile("lumowatt/preferences")),
+      loginItem_(configurationFile("autostart/com.fernhollow.Lumowatt.desktop"), program) {}
 
 std::optional<std::string> LinuxDesktop::run(ApplicationDelegate& delegate) {
   if (!connect()) return noSessionBus;

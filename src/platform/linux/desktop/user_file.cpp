@@ -83,6 +83,12 @@ std::string configurationFolder() {
   return home.starts_with('/') ? home + "/.config" : "";
 }
 
+std::string configurationFile(std::string_view name) {
+  std::string path = configurationFolder();
+  if (!path.empty()) path.append("/").append(name);
+  return path;
+}
+
 FileContents readUserFile(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (file.number() < 0) return {.isThere = errno != ENOENT};
@@ -104,6 +110,7 @@ FileContents readUserFile(const std::string& path) {
 }
 
 bool replaceUserFile(const std::string& path, std::string_view contents) {
+  if (path.empty()) return false;
   const std::string place = target(path);
   makeFolders(folderOf(place));
   struct stat status {};

@@ -11,6 +11,9 @@ namespace lumowatt::desktop {
 /// $XDG_CONFIG_HOME when that is an absolute path, else ".config" in $HOME. Empty when neither is.
 std::string configurationFolder();
 
+/// The path of a file below that folder; empty when there is no such folder.
+std::string configurationFile(std::string_view name);
+
 /// What a regular file of at most 64 KiB holds.
 struct FileContents {
   bool isThere = false;
@@ -23,7 +26,8 @@ FileContents readUserFile(const std::string& path);
 
 /// Puts a file with `contents` at `path`, with the folders on the way to it, all of it or nothing:
 /// what is there stays as it is when it fails. A file at the end of a symbolic link is replaced
-/// itself, and keeps its permissions; a new one is the user's alone. False when it fails.
+/// itself, and keeps its permissions; a new one is the user's alone. False when it fails, as it does
+/// for an empty path.
 bool replaceUserFile(const std::string& path, std::string_view contents);
 
 }  // namespace lumowatt::desktop

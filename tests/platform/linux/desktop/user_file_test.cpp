@@ -47,6 +47,16 @@ TEST(ConfigurationFolder, IsNowhereWithoutAHome) {
   EXPECT_EQ(configurationFolder(), "");
 }
 
+TEST(ConfigurationFile, IsInTheFolderOrNowhere) {
+  {
+    const ScopedVariable configuration("XDG_CONFIG_HOME", "/etc/mine");
+    EXPECT_EQ(configurationFile("lumowatt/preferences"), "/etc/mine/lumowatt/preferences");
+  }
+  const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
+  const ScopedVariable home("HOME", std::nullopt);
+  EXPECT_EQ(configurationFile("lumowatt/preferences"), "");
+}
+
 TEST(UserFile, IsReadWhole) {
   const TemporaryFolder folder;
   const std::string contents("a\0b\n", 4);
@@ -118,6 +128,11 @@ TEST(ReplaceUserFile, FailsWhereAFolderIsInItsPlaceOrAFileInThatOfItsFolder) {
   EXPECT_FALSE(replaceUserFile(folder.path() / "folder" / "file" / "below", "text"));
   EXPECT_EQ(fileContents(folder.path() / "folder" / "file"), "x");
   EXPECT_EQ(entries(folder.path()), 1);
+}
+
+TEST(ReplaceUserFile, FailsWithoutAPath) {
+  EXPECT_FALSE(replaceUserFile("", "text"));
+  EXPECT_FALSE(readUserFile("").isThere);
 }
 
 TEST(ReplaceUserFile, LeavesTheOldFileWhereTheNewDoesNotFit) {
