@@ -1,0 +1,296 @@
+# shellcheck shell=bash
+#
+# For scripts that show the item in a real panel, on any machine: a laptop made of files, and a
+# session bus, a screen and an Xfce panel with nothing but a tray. All of it is private, and ends
+# with the script that has sourced this, however that ends.
+
+# Starts everything but the panel and the item: begin_session PROGRAM MACHINE PICTURES [SCALE], with
+# a folder as in tests/fixtures/linux, and one in which pictures are left.
+begin_session() {
+  local program=$1 machine=$2 scale=${4:-1} sanitizer
+  pictures=$3
+  session=$(mktemp -d)
+  trap end_session EXIT
+  mkdir -p "$session/laptop" "$pictures"
+  cp -r "$machine" "$session/laptop/sys"
+  sanitizer=$(ldd "$program" | awk '$1 ~ /^libasan/ { print $1 }') # insists on being the first
+  lumowatt=(env UMOCKDEV_DIR="$session/laptop"
+    LD_PRELOAD="$sanitizer libumockdev-preload.so.0" "$program")
+
+  write_settings
+  export HOME=$session XDG_CONFIG_HOME=$session/config XDG_DATA_HOME=$session/data
+  export XDG_CACHE_HOME=$session/cache XDG_RUNTIME_DIR=$session/run
+  export LC_ALL=C.UTF-8 GDK_BACKEND=x11 GDK_SCALE=$scale NO_AT_BRIDGE=1
+  unset DISPLAY GDK_DPI_SCALE GTK_MODULES SESSION_MANAGER WAYLAND_DISPLAY
+  mkdir -m 700 "$XDG_RUNTIME_DIR"
+
+  launch dbus-daemon --config-file="$session/bus.conf" --nofork --nopidfile --print-address=3 \
+    3>"$session/address"
+  screen_size=$((760 * scale))x$((560 * scale))
+  launch Xvfb -displayfd 3 -screen 0 "${screen_size}x24" -noreset 3>"$session/display"
+  await "a session bus and a screen" test -s "$session/address" -a -s "$session/display"
+  DBUS_SESSION_BUS_ADDRESS=$(<"$session/address")
+  DISPLAY=:$(<"$session/display")
+  export DBUS_SESSION_BUS_ADDRESS DISPLAY
+
+  # The bus starts nothing by itself, so that nothing outlives it.
+  launch "$(sed -n 's/^Exec=//p' /usr/share/dbus-1/services/org.xfce.Xfconf.service)"
+  await "the panel's settings" is_on_bus org.xfce.Xfconf
+}
+
+write_settings() {
+  local xfconf=$session/config/xfce4/xfconf/xfce-perchannel-xml gtk=$session/config/gtk-3.0
+  mkdir -p "$xfconf" "$gtk"
+  cat >"$session/bus.conf" <<END
+<busconfig>
+  <type>session</type>
+  <listen>unix:path=$session/bus</listen>
+  <policy context="default">
+    <allow send_destination="*"/>
+    <allow receive_sender="*"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+END
+  cat >"$gtk/settings.ini" <<'END'
+[Settings]
+gtk-font-name=Inter 10
+gtk-xft-antialias=1
+gtk-xft-hinting=1
+gtk-xft-hintstyle=hintslight
+gtk-xft-rgba=none
+END
+  # Along the top: a gap that takes what room there is, then the tray.
+  cat >"$xfconf/xfce4-panel.xml" <<'END'
+<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="position-locked" type="bool" value="true"/>
+      <property name="length" type="uint" value="100"/>
+      <property name="size" type="uint" value="30"/>
+      <property name="plugin-ids" type="array">
+        <value type="int" value="1"/>
+        <value type="int" value="2"/>
+      </property>
+    </property>
+  </property>
+  <property name="plugins" type="empty">
+    <property name="plugin-1" type="string" value="separator">
+      <property name="expand" type="bool" value="true"/>
+      <property name="style" type="uint" value="0"/>
+    </property>
+    <property name="plugin-2" type="string" value="systray">
+      <property name="square-icons" type="bool" value="true"/>
+    </property>
+  </property>
+</channel>
+END
+}
+
+# Starts the panel: begin_panel THEME, which is Adwaita or Adwaita:dark.
+begin_panel() {
+  launch env GTK_THEME="$1" xfce4-panel --disable-wm-check
+  panel=$!
+  await "a tray in the panel" is_on_bus org.kde.StatusNotifierWatcher
+}
+
+end_panel() {
+  stop "$panel"
+  await "no tray without the panel" is_not_on_bus org.kde.StatusNotifierWatcher
+}
+
+begin_item() {
+  launch "${lumowatt[@]}"
+  item=$!
+}
+
+has_item_ended() { ! is_running "$item"; }
+
+# Lets the laptop's supplies say something else: supply ATTRIBUTE=VALUE..., each ATTRIBUTE with the
+# supply's name before it, as in AC/online=1.
+supply() {
+  local attribute
+  for attribute in "$@"; do
+    echo "${attribute#*=}" >"$session/laptop/sys/class/power_supply/${attribute%%=*}"
+  done
+}
+
+# Processes
+
+# Starts a process, whose id is then in $!. Should the script be killed, the kernel ends it.
+launch() {
+  setpriv --pdeathsig TERM "$@" >>"$session/log" 2>&1 &
+}
+
+is_running() { jobs -pr | grep -qx "$1"; }
+
+# Ends a process, gently if it will.
+stop() {
+  local deadline=$((SECONDS + 10))
+  kill "$1" 2>/dev/null || return 0
+  while is_running "$1"; do
+    ((SECONDS < deadline)) || kill -KILL "$1"
+    sleep 0.05
+  done
+}
+
+end_session() {
+  local process
+  for process in $(jobs -pr); do stop "$process"; done
+  rm -rf "$session"
+}
+
+# Waits until a command succeeds: await EXPECTATION COMMAND [ARGUMENTS].
+await() {
+  local expectation=$1 deadline=$((SECONDS + 45))
+  shift
+  until "$@"; do
+    ((SECONDS < deadline)) || fail "expected $expectation"
+    sleep 0.1
+  done
+}
+
+# Says what is wrong and ends the script. What the processes wrote follows, and the screen is kept.
+fail() {
+  echo "${0##*/}: $*" >&2
+  sed 's/^/  | /' "$session/log" >&2
+  [[ -z ${DISPLAY:-} ]] || take_picture failure
+  exit 1
+}
+
+# The bus
+
+bus_call() { # NAME OBJECT METHOD [ARGUMENTS]
+  gdbus call --session --dest "$1" --object-path "$2" --method "${@:3}" 2>/dev/null
+}
+
+is_on_bus() {
+  [[ $(bus_call org.freedesktop.DBus / org.freedesktop.DBus.NameHasOwner "$1") == "(true,)" ]]
+}
+
+is_not_on_bus() { ! is_on_bus "$1"; }
+
+is_registered() {
+  local watcher=org.kde.StatusNotifierWatcher
+  [[ $(bus_call $watcher /StatusNotifierWatcher org.freedesktop.DBus.Properties.Get $watcher \
+    RegisteredStatusNotifierItems) == *"/StatusNotifierItem'"* ]]
+}
+
+is_not_registered() { ! is_registered; }
+
+# The screen
+
+take_picture() { import -silent -window root "$pictures/$1.png"; } # NAME
+
+# The panel without its border, through options of ImageMagick's: panel_picture OPTIONS.
+panel_picture() {
+  local window
+  window=$(xdotool search --onlyvisible --maxdepth 1 --class '^xfce4-panel$' 2>/dev/null)
+  convert "x:$window" -shave 2x2 +repage -fuzz 10% "$@" info: 2>/dev/null
+}
+
+# Where there is more than background, as WIDTHxHEIGHT+X+Y; of width 0 where there is not.
+icon_box() { panel_picture -format '%@\n'; }
+
+# Whether there is an icon with the proportions of a battery.
+is_icon_drawn() {
+  local width height
+  IFS=x+ read -r width height _ < <(icon_box)
+  ((width >= 12 && 2 * width > 3 * height))
+}
+
+# Whether the icon, without the pointer on it, is red, grey or green.
+is_icon() {
+  local -A more_green=([red]=-1 [grey]=0 [green]=1)
+  [[ $(panel_picture -trim -format '%[fx:(mean.g-mean.r>0.05)-(mean.r-mean.g>0.05)]') == \
+    "${more_green[$1]}" ]]
+}
+
+is_icon_gone() { [[ $(icon_box) == 0x0* ]]; }
+
+point_at_icon() {
+  local width height x y
+  IFS=x+ read -r width height x y < <(icon_box)
+  xdotool mousemove $((x + width / 2)) $((y + height / 2))
+}
+
+point_at_nothing() { xdotool mousemove 10 "${screen_size#*x}"; }
+
+# The windows of a kind, MENU or TOOLTIP, that the item has open.
+popups() {
+  local window
+  for window in $(xdotool search --onlyvisible --maxdepth 1 --class '^wrapper-2.0$' 2>/dev/null); do
+    if xprop -id "$window" _NET_WM_WINDOW_TYPE 2>/dev/null | grep -q "$1"; then echo "$window"; fi
+  done
+}
+
+# How many windows of a kind are open: are_open COUNT KIND.
+are_open() { [[ $(popups "$2" | wc -l) -eq $1 ]]; }
+
+show_tool_tip() {
+  point_at_icon
+  await "a tool tip" are_open 1 TOOLTIP
+}
+
+# Opens the item's menu, whose window is then $menu.
+open_menu() {
+  point_at_icon
+  xdotool click 1
+  await "the menu" are_open 1 MENU
+  menu=$(popups MENU)
+  rows=0
+  await "rows of text in the menu" is_menu_still
+}
+
+close_menus() {
+  point_at_nothing
+  await "no menu" escape_menus
+}
+
+escape_menus() {
+  xdotool key Escape
+  are_open 0 MENU
+}
+
+# Whether the menu has rows of text, and the same number as when this was last asked.
+is_menu_still() {
+  local before=$rows
+  rows=$(menu_rows | wc -l)
+  ((rows > 0 && rows == before))
+}
+
+# The middle of each row of text in the menu, from above. Lines that separate are thinner than text.
+menu_rows() {
+  convert "x:$menu" -shave 2x2 -colorspace Gray -scale '1x!' -depth 16 gray:- |
+    od -An -v -tu2 -w2 | awk '
+      NR == 1 { background = $1 }
+      $1 != background { ++height; next }
+      height > 4 { print NR + 1 - int(height / 2) }
+      { height = 0 }'
+}
+
+# Points at the row of the menu with this place, counted from below.
+point_at_row() {
+  local rows
+  mapfile -t rows < <(menu_rows)
+  ((${#rows[@]} >= $1)) || fail "expected $1 rows in the menu"
+  row=${rows[-$1]}
+  xdotool mousemove --window "$menu" 40 "$row"
+  await "the row to light up under the pointer" is_row_lit
+}
+
+is_row_lit() {
+  [[ $(convert "x:$menu" -format "%[fx:p{4,$row} != p{4,4}]" info:) == 1 ]]
+}
+
+# Clicks on the row of the menu with this place, counted from below.
+choose_row() {
+  point_at_row "$1"
+  xdotool click 1
+  await "the menu to close" are_open 0 MENU
+  point_at_nothing
+}
