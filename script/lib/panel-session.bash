@@ -182,6 +182,12 @@ is_registered() {
 
 is_not_registered() { ! is_registered; }
 
+# The item's menu
+
+menu_call() { bus_call com.fernhollow.Lumowatt /MenuBar "com.canonical.dbusmenu.$1" "${@:2}"; } # METHOD
+
+has_row() { menu_call GetLayout 0 1 "['label']" | grep -q "$1"; } # TEXT
+
 # The screen
 
 take_picture() { import -silent -window root "$pictures/$1.png"; } # NAME

@@ -241,6 +241,17 @@ TEST_F(StatusMenu, AFurtherLineIsANewItem) {
   EXPECT_EQ(panel->menuProperty(10, "visible"), false);
 }
 
+TEST_F(StatusMenu, OtherRowsAreToldBeforeItIsOpened) {
+  EXPECT_EQ(wholeLayout(), expectedLayout());
+  machine.set("BAT0/temp", "301");
+  panel->waitForSignal("LayoutUpdated");
+  EXPECT_EQ(panel->menuProperty(10, "label"), "Temperature: 30.1 °C");
+  panel->forgetSignals();
+  machine.remove("BAT0/temp");
+  panel->waitForSignal("ItemsPropertiesUpdated");
+  EXPECT_EQ(panel->menuProperty(10, "visible"), false);
+}
+
 TEST_F(StatusMenu, AboutToShowIsForItemsThatAreThere) {
   EXPECT_EQ(panel->callMenu("AboutToShow", "i", 0).error, "");
   EXPECT_EQ(panel->callMenu("AboutToShow", "i", modes).values, Json{false});

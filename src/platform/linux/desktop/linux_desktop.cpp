@@ -90,8 +90,15 @@ void LinuxDesktop::setAutosaveName(std::string_view name) {
 }
 
 void LinuxDesktop::attachMenu() {
-  menu_.emplace(bus_.get(), loop_.get(), *application_,
-                [this](const MenuItem& item) { choose(item); });
+  menu_.emplace(bus_.get(), *application_, [this](const MenuItem& item) { choose(item); });
+}
+
+/// An action of the application's, after which the menu follows the item.
+std::function<void()> LinuxDesktop::followed(std::function<void()> action) {
+  return [this, action = std::move(action)] {
+    action();
+    if (menu_) menu_->follow(item_->toolTip());
+  };
 }
 
 void LinuxDesktop::choose(const MenuItem& item) {
@@ -110,14 +117,11 @@ void LinuxDesktop::choose(const MenuItem& item) {
 double LinuxDesktop::now() { return static_cast<double>(boottime()) / 1e6; }
 
 std::unique_ptr<Timer> LinuxDesktop::startTimer(double interval, std::function<void()> tick) {
-  return std::make_unique<LoopTimer>(loop_.get(), interval, std::move(tick));
+  return std::make_unique<LoopTimer>(loop_.get(), interval, followed(std::move(tick)));
 }
 
 bool LinuxDesktop::watchPowerSources(std::function<void()> changed) {
-  power_.emplace(loop_.get(), [this, changed = std::move(changed)] {
-    changed();
-    if (menu_) menu_->refreshIfOpen();
-  });
+  power_.emplace(loop_.get(), followed(std::move(changed)));
   return power_->isWatching();
 }
 

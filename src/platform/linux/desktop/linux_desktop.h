@@ -52,6 +52,7 @@ class LinuxDesktop : public Desktop {
  private:
   bool connect();
   void choose(const MenuItem& item);
+  std::function<void()> followed(std::function<void()> action);
   void setPreference(std::string_view key, std::string_view value);
 
   std::string icons_;

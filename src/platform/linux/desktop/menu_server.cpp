@@ -16,9 +16,8 @@ constexpr auto menuInterface = "com.canonical.dbusmenu";
 constexpr std::int32_t rootId = 0;
 constexpr std::string_view clicked = "clicked";
 
-// Not every panel tells that it closed the menu.
-constexpr double freshInterval = 5.0;
-constexpr int mostFreshTicks = 12;
+// Not every panel tells that it closed the menu. Microseconds.
+constexpr std::uint64_t longestOpening = 60'000'000;
 
 template <auto& value>
 int getText(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
@@ -97,9 +96,9 @@ const sd_bus_vtable MenuServer::table[] = {
     SD_BUS_VTABLE_END,
 };
 
-MenuServer::MenuServer(sd_bus* bus, sd_event* loop, ApplicationDelegate& application,
+MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
                        std::function<void(const MenuItem&)> choose)
-    : bus_(bus), loop_(loop), application_(application), choose_(std::move(choose)) {
+    : bus_(bus), application_(application), choose_(std::move(choose)) {
   sd_bus_slot* object = nullptr;
   sd_bus_add_object_vtable(bus, &object, menuPath, menuInterface, table, this);
   object_.reset(object);
@@ -269,31 +268,29 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
 bool MenuServer::take(std::int32_t id, std::string_view event) {
   if (layout_.find(id) == nullptr) return false;
   if (event == clicked) choose(id);
-  if (event == "closed" && id == rootId) close();
+  if (event == "closed" && id == rootId) openUntil_ = 0;
   return true;
 }
 
 void MenuServer::choose(std::int32_t id) {
   const MenuItem* const item = layout_.choosable(id);
   if (item == nullptr) return;
-  close();
+  openUntil_ = 0;            // a choice closes the menu
   choose_(MenuItem(*item));  // what it is may change meanwhile
   present();
 }
 
 bool MenuServer::open() {
-  freshTicks_ = 0;
-  if (!freshness_) {
-    freshness_ = std::make_unique<LoopTimer>(loop_, freshInterval, [this] {
-      if (++freshTicks_ >= mostFreshTicks) close();
-      present();
-    });
-  }
+  openUntil_ = boottime() + longestOpening;
   return present();
 }
 
-void MenuServer::refreshIfOpen() {
-  if (freshness_) present();
+void MenuServer::follow(std::string_view report) {
+  if (report == report_) return;
+  const bool hasOtherRows = std::ranges::count(report, '\n') != std::ranges::count(report_, '\n');
+  report_ = report;
+  const bool wasPresented = !layout_.root().children.empty();
+  if (wasPresented && (hasOtherRows || boottime() < openUntil_)) present();
 }
 
 }  // namespace lumowatt::desktop

@@ -2,7 +2,8 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "menubar/desktop.h"
@@ -17,11 +18,12 @@ namespace lumowatt::desktop {
 class MenuServer {
  public:
   /// Calls `choose` with each item that is chosen.
-  MenuServer(sd_bus* bus, sd_event* loop, ApplicationDelegate& application,
+  MenuServer(sd_bus* bus, ApplicationDelegate& application,
              std::function<void(const MenuItem&)> choose);
 
-  /// Shows what changed, if somebody may be looking at the menu.
-  void refreshIfOpen();
+  /// Follows the report that the menu holds, a line a row: shows what changed when somebody may be
+  /// looking at the menu, or when it has other rows. Panels lay a menu out before they ask for it.
+  void follow(std::string_view report);
 
  private:
   static const sd_bus_vtable table[];
@@ -38,20 +40,18 @@ class MenuServer {
   bool present();
   void presentFirst();
   bool open();
-  void close() { freshness_.reset(); }
 
   /// Takes an event on an item; false when the menu has no such item.
   bool take(std::int32_t id, std::string_view event);
   void choose(std::int32_t id);
 
   sd_bus* bus_;
-  sd_event* loop_;
   ApplicationDelegate& application_;
   std::function<void(const MenuItem&)> choose_;
   MenuLayout layout_;
   std::uint32_t revision_ = 1;
-  std::unique_ptr<Timer> freshness_;  // runs as long as the menu may be open
-  int freshTicks_ = 0;                // since somebody opened it
+  std::string report_;           // the one that was followed last
+  std::uint64_t openUntil_ = 0;  // by `boottime`; the menu may be open till then
   BusSlot object_;
 };
 

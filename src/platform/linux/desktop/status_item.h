@@ -22,6 +22,8 @@ class StatusItem : public StatusButton {
   void setToolTip(std::string_view text) override;
   void setAccessibilityLabel(std::string_view text) override;
 
+  const std::string& toolTip() const { return toolTip_; }
+
   /// The name by which a panel keeps the item's place. To be set before the item is registered.
   void setId(std::string_view id) { id_ = id; }
 

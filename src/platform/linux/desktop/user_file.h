@@ -26,8 +26,8 @@ FileContents readUserFile(const std::string& path);
 
 /// Puts a file with `contents` at `path`, with the folders on the way to it, all of it or nothing:
 /// what is there stays as it is when it fails. A file at the end of a symbolic link is replaced
-/// itself, and keeps its permissions; a new one is the user's alone. False when it fails, as it does
-/// for an empty path.
+/// itself, and keeps its permissions; a new one is the user's alone. False when it fails, as it
+/// does for an empty path.
 bool replaceUserFile(const std::string& path, std::string_view contents);
 
 }  // namespace lumowatt::desktop
