@@ -95,18 +95,16 @@ FileContents readUserFile(const std::string& path) {
   struct stat status {};
   if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {.isThere = true};
 
-  std::string text(sizeLimit + 1, '\0');
-  std::size_t length = 0;
-  for (;;) {
-    const ssize_t count = ::read(file.number(), text.data() + length, text.size() - length);
+  std::string text;
+  std::array<char, 4096> chunk{};
+  while (text.size() <= sizeLimit) {
+    const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return {.isThere = true};
-    if (count == 0) break;
-    length += static_cast<std::size_t>(count);
+    if (count < 0) break;
+    if (count == 0) return {.isThere = true, .text = text};
+    text.append(chunk.data(), static_cast<std::size_t>(count));
   }
-  if (length > sizeLimit) return {.isThere = true};
-  text.resize(length);
-  return {.isThere = true, .text = text};
+  return {.isThere = true};
 }
 
 bool replaceUserFile(const std::string& path, std::string_view contents) {
