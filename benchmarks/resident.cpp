@@ -175,6 +175,7 @@ void measure(const char* title, double seconds, Panel& panel,
     double waits;
   };
   std::vector<Figures> before;
+  before.reserve(programs.size());
   for (const Program& each : programs) before.push_back({each.processorTime(), each.waits()});
   panel.serve(Milliseconds(seconds * 1e3));
   std::printf("%s, %.0f s\n   RSS KiB    ratio   dirty KiB    ratio   CPU ms/min   wakeups/min\n",
