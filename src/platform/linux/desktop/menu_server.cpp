@@ -19,19 +19,8 @@ constexpr std::string_view clicked = "clicked";
 // Not every panel tells that it closed the menu. Microseconds.
 constexpr std::uint64_t longestOpening = 60'000'000;
 
-template <auto& value>
-int getText(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
-            sd_bus_error*) {
-  return sd_bus_message_append(reply, "s", value);
-}
-
 constexpr char leftToRight[] = "ltr";
 constexpr char normal[] = "normal";
-
-int getVersion(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
-               sd_bus_error*) {
-  return sd_bus_message_append(reply, "u", 3U);
-}
 
 int getIconThemePath(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
                      sd_bus_error*) {
@@ -78,9 +67,9 @@ void addIds(MessageWriter& message, const std::vector<std::int32_t>& ids) {
 
 const sd_bus_vtable MenuServer::table[] = {
     SD_BUS_VTABLE_START(0),
-    SD_BUS_PROPERTY("Version", "u", getVersion, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("TextDirection", "s", getText<leftToRight>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Status", "s", getText<normal>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Version", "u", constant<3U>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("TextDirection", "s", constant<leftToRight>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Status", "s", constant<normal>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "as", getIconThemePath, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_METHOD("GetLayout", "iias", "u(ia{sv}av)", handle<&MenuServer::getLayout>, 0),
     SD_BUS_METHOD("GetGroupProperties", "aias", "a(ia{sv})",

@@ -33,6 +33,19 @@ int handle(sd_bus_message* message, void* object, sd_bus_error* error) {
   return (static_cast<decltype(objectOf(method))>(object)->*method)(message, error);
 }
 
+/// How sd-bus has values of these types in messages.
+constexpr const char* typeOf(const char*) { return "s"; }
+constexpr const char* typeOf(bool) { return "b"; }
+constexpr const char* typeOf(int) { return "i"; }
+constexpr const char* typeOf(unsigned) { return "u"; }
+
+/// The getter of a property that stays as it is.
+template <auto value>
+int constant(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+             sd_bus_error*) {
+  return sd_bus_message_append(reply, typeOf(value), value);
+}
+
 /// Fills a message. After a failure nothing more is written.
 class MessageWriter {
  public:

@@ -19,26 +19,9 @@ constexpr char hardware[] = "Hardware";
 constexpr char applicationName[] = "Lumowatt";
 constexpr char active[] = "Active";
 
-template <auto& text>
-int getConstant(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
-                sd_bus_error*) {
-  return sd_bus_message_append(reply, "s", text);
-}
-
 int getMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
             sd_bus_error*) {
   return sd_bus_message_append(reply, "o", menuPath);
-}
-
-/// That choosing the item does nothing but open its menu.
-int getItemIsMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
-                  sd_bus_error*) {
-  return sd_bus_message_append(reply, "b", 1);
-}
-
-int getWindowId(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
-                sd_bus_error*) {
-  return sd_bus_message_append(reply, "i", 0);
 }
 
 /// For what a panel may tell and means nothing here.
@@ -106,14 +89,15 @@ int StatusItem::getToolTip(sd_bus*, const char*, const char*, const char*, sd_bu
                                withoutMarkup(self.toolTip_).c_str());
 }
 
-// Without "Activate", panels that would call it open the menu instead.
+// Choosing the item does nothing but open its menu: without "Activate", panels that would call it
+// open the menu instead.
 const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_VTABLE_START(0),
-    SD_BUS_PROPERTY("Category", "s", getConstant<hardware>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Category", "s", constant<hardware>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Id", "s", getText<&StatusItem::id_>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Title", "s", getConstant<applicationName>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Status", "s", getConstant<active>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("WindowId", "i", getWindowId, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Title", "s", constant<applicationName>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Status", "s", constant<active>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("WindowId", "i", constant<0>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "s", getText<&StatusItem::iconFolder_>, 0,
                     SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", getText<&StatusItem::icon_>, 0, 0),
@@ -121,7 +105,7 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_PROPERTY("XAyatanaLabel", "s", getText<&StatusItem::label_>, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getLabelGuide, 0, 0),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
-    SD_BUS_PROPERTY("ItemIsMenu", "b", getItemIsMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("ItemIsMenu", "b", constant<true>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_METHOD("SecondaryActivate", "ii", "", acceptCall, 0),
     SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", acceptCall, 0),

@@ -62,6 +62,6 @@ class StatusItem : public StatusButton {
 };
 
 /// Where a panel finds the menu of the item.
-inline constexpr auto menuPath = "/MenuBar";
+inline constexpr char menuPath[] = "/MenuBar";
 
 }  // namespace lumowatt::desktop
