@@ -174,6 +174,10 @@ void App::setAnimate(bool value) { desktop_.setBooleanPreference(animateKey, val
 
 void App::menuWillOpen() {
   refresh();
+  updateMenu();
+}
+
+void App::updateMenu() {
   menu_ = last_
               ? statusMenu({.reading = *last_,
                             .history = history_,

@@ -50,6 +50,7 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
 
   /// Refreshes, and builds the menu anew. To be called before the menu opens.
   void menuWillOpen() override;
+  void updateMenu() override;
 
   std::string chartText() const override;
   Drawing chartPicture(Appearance appearance) const override;

@@ -26,6 +26,9 @@ class ApplicationDelegate {
 
   /// The menu is about to open, and will be what `menu` is afterwards.
   virtual void menuWillOpen() = 0;
+
+  /// Makes `menu` what it would be now, by the last reading.
+  virtual void updateMenu() = 0;
   virtual const Menu& menu() const = 0;
 
   /// The chart in the menu, for a desktop whose menus show text alone: as a line of text, and as a

@@ -15,6 +15,9 @@ namespace lumowatt {
 /// folders of the user's, and no program but those that the test puts there.
 class ItemTest : public testing::Test {
  protected:
+  /// On a bus with further elements in its configuration.
+  explicit ItemTest(const std::string& busConfiguration = "") : session(busConfiguration) {}
+
   /// Starts the program. With a panel it is registered there when this returns.
   void start();
 

@@ -1,4 +1,5 @@
 #include <array>
+#include <numeric>
 #include <random>
 
 #include "linux/item_fixture.h"
@@ -133,13 +134,41 @@ TEST_F(Stranger, TenThousandCallsLeaveTheItemAliveCorrectAndNoLarger) {
   EXPECT_EQ(menu, layout());
 }
 
-TEST_F(Stranger, ThousandsOfIdsAreAnsweredOnce) {
+TEST_F(Stranger, MillionsOfIdsAreAnsweredOnceAndForgotten) {
   start();
-  const std::vector<std::int32_t> ids(100'000, 202);
-  sd_bus_message* const call = panel->newMenuCall("GetGroupProperties");
-  sd_bus_message_append_array(call, 'i', ids.data(), ids.size() * sizeof ids[0]);
-  sd_bus_message_append(call, "as", 1, "label");
-  EXPECT_EQ(panel->answer(call).values.at(0).size(), 1U);
+  std::vector<std::int32_t> ids(2'000'000);
+  std::iota(ids.begin(), ids.end(), 1);
+  const auto ask = [&](const char* method) {
+    sd_bus_message* const call = panel->newMenuCall(method);
+    sd_bus_message_append_array(call, 'i', ids.data(), ids.size() * sizeof ids[0]);
+    if (method == std::string_view("GetGroupProperties")) {
+      sd_bus_message_append(call, "as", 1, "label");
+    }
+    return panel->answer(call);
+  };
+  const long before = item->residentMemory();
+  EXPECT_EQ(ask("GetGroupProperties").values.at(0).size(), 22U + 4U);
+  EXPECT_EQ(ask("AboutToShowGroup").values.at(1).size(), 2'000'000U - 22U - 4U);
+  if (!sanitized) {
+    EXPECT_LE(item->residentMemory(), before + 1024);
+  }
+}
+
+TEST_F(Stranger, ThousandsOfNamesAreForgotten) {
+  start();
+  const long before = item->residentMemory();
+  sd_bus_message* const call = panel->newMenuCall("GetLayout");
+  sd_bus_message_append(call, "ii", 202, -1);
+  sd_bus_message_open_container(call, 'a', "s");
+  for (int i = 0; i < 100'000; ++i) {
+    sd_bus_message_append(call, "s", ("no property " + std::to_string(i)).c_str());
+  }
+  sd_bus_message_append(call, "s", "label");
+  sd_bus_message_close_container(call);
+  EXPECT_EQ(panel->answer(call).values.at(1), (Json{202, {{"label", "Colors"}}, Json::array()}));
+  if (!sanitized) {
+    EXPECT_LE(item->residentMemory(), before + 1024);
+  }
 }
 
 }  // namespace lumowatt

@@ -2,6 +2,7 @@
 #include <set>
 
 #include "linux/item_fixture.h"
+#include "support/open_counter.h"
 
 namespace lumowatt {
 
@@ -84,6 +85,16 @@ class StatusMenu : public ItemTest {
   void SetUp() override { start(); }
 
   Json wholeLayout() const { return panel->callMenu("GetLayout", "iias", 0, -1, 0).values.at(1); }
+
+  /// Two changes of the battery come to be told, and none of the menu.
+  void expectItIsLeftAlone() {
+    for (const char* const power : {"6100000", "7200000"}) {
+      panel->forgetSignals();
+      machine.set("BAT0/power_now", power);
+      panel->waitForSignal("NewToolTip");
+    }
+    EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+  }
 
   /// The items of a list of pairs of an id and properties.
   static std::set<int> ids(const Json& items) {
@@ -210,16 +221,50 @@ TEST_F(StatusMenu, StaysFreshWhileItIsOpen) {
   EXPECT_EQ(panel->menuProperty(powerLine, "label"), "Battery power: −6.1 W  (12.23 V, -0.499 A)");
 }
 
+TEST_F(StatusMenu, StaysFreshWhenASubmenuCloses) {
+  panel->open();
+  EXPECT_EQ(panel->send(modes, "closed"), "");
+  panel->forgetSignals();
+  machine.set("BAT0/power_now", "6100000");
+  panel->waitForSignal("ItemsPropertiesUpdated");
+}
+
 TEST_F(StatusMenu, IsLeftAloneWhenItIsClosed) {
   panel->open();
   EXPECT_EQ(panel->send(root, "closed"), "");
+  expectItIsLeftAlone();
+}
+
+TEST_F(StatusMenu, IsLeftAloneWhenSomethingWasChosen) {
+  panel->open();
+  EXPECT_EQ(panel->click(30101), "");
+  expectItIsLeftAlone();
+}
+
+TEST_F(StatusMenu, IsLeftAloneBeforeAnybodyAskedForIt) {
+  machine.set("BAT0/temp", "301");
+  panel->waitForSignal("NewToolTip");
+  EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
+}
+
+TEST_F(StatusMenu, ASubmenuAboutToShowChangesNothing) {
+  panel->open();
+  panel->send(root, "closed");
   panel->forgetSignals();
   machine.set("BAT0/power_now", "6100000");
-  panel->waitForSignal("NewToolTip");
-  machine.set("BAT0/power_now", "7200000");
-  panel->forgetSignals();
-  panel->waitForSignal("NewToolTip");
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", modes).values, Json{false});
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, modes).error, "");
   EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+}
+
+TEST_F(StatusMenu, FollowsWithoutAnotherReading) {
+  panel->open();
+  panel->forgetSignals();
+  const OpenCounter counter;
+  counter.watch(machine.powerSupplyFolder() / "BAT0");
+  machine.set("BAT0/power_now", "6100000");
+  panel->waitForSignal("ItemsPropertiesUpdated");
+  EXPECT_EQ(counter.opened().count("energy_full"), 1U);
 }
 
 TEST_F(StatusMenu, AFurtherLineIsANewItem) {

@@ -1,4 +1,7 @@
+#include <set>
+
 #include "linux/item_fixture.h"
+#include "linux/message_json.h"
 #include "support/picture.h"
 
 namespace lumowatt {
@@ -12,7 +15,7 @@ constexpr auto settingsInterface = "org.freedesktop.portal.Settings";
 /// A portal with a few settings. What is absent it does not have.
 class Portal : public BusPeer {
  public:
-  explicit Portal(const SessionBus& session) : BusPeer(session) {
+  explicit Portal(const SessionBus& session, const char* name = portalName) : BusPeer(session) {
     static const sd_bus_vtable table[] = {
         SD_BUS_VTABLE_START(0),
         SD_BUS_METHOD("ReadAll", "as", "a{sa{sv}}", readAll, 0),
@@ -20,7 +23,7 @@ class Portal : public BusPeer {
         SD_BUS_VTABLE_END,
     };
     sd_bus_add_object_vtable(bus(), nullptr, portalObject, settingsInterface, table, this);
-    own(portalName);
+    own(name);
   }
 
   std::optional<unsigned> reducedMotion;
@@ -36,34 +39,43 @@ class Portal : public BusPeer {
   }
 
  private:
+  /// Adds a group of settings, if the caller asks for it; `settings` adds what is in it.
+  template <typename Settings>
+  static void add(sd_bus_message* reply, const std::set<std::string>& asked, const char* group,
+                  const Settings& settings) {
+    if (!asked.contains(group)) return;
+    sd_bus_message_open_container(reply, 'e', "sa{sv}");
+    sd_bus_message_append(reply, "s", group);
+    sd_bus_message_open_container(reply, 'a', "{sv}");
+    settings();
+    sd_bus_message_close_container(reply);
+    sd_bus_message_close_container(reply);
+  }
+
   static int readAll(sd_bus_message* call, void* object, sd_bus_error*) {
     auto& self = *static_cast<Portal*>(object);
     self.wasAsked = true;
+    const Json groups = readValue(call);
+    const std::set<std::string> asked(groups.begin(), groups.end());
     sd_bus_message* reply = nullptr;
     sd_bus_message_new_method_return(call, &reply);
     sd_bus_message_open_container(reply, 'a', "{sa{sv}}");
-    sd_bus_message_open_container(reply, 'e', "sa{sv}");
-    sd_bus_message_append(reply, "s", "org.freedesktop.appearance");
-    sd_bus_message_open_container(reply, 'a', "{sv}");
-    sd_bus_message_append(reply, "{sv}", "accent-color", "(ddd)", 0.1, 0.2, 0.3);
-    if (self.colorScheme) {
-      sd_bus_message_append(reply, "{sv}", "color-scheme", "u", *self.colorScheme);
-    }
-    if (self.reducedMotion) {
-      sd_bus_message_append(reply, "{sv}", "reduced-motion", "u", *self.reducedMotion);
-    }
-    sd_bus_message_close_container(reply);
-    sd_bus_message_close_container(reply);
-    sd_bus_message_open_container(reply, 'e', "sa{sv}");
-    sd_bus_message_append(reply, "s", "org.gnome.desktop.interface");
-    sd_bus_message_open_container(reply, 'a', "{sv}");
-    sd_bus_message_append(reply, "{sv}", "font-name", "s", "Cantarell 11");
-    if (self.animations) {
-      sd_bus_message_append(reply, "{sv}", "enable-animations", "b",
-                            static_cast<int>(*self.animations));
-    }
-    sd_bus_message_close_container(reply);
-    sd_bus_message_close_container(reply);
+    add(reply, asked, "org.freedesktop.appearance", [&] {
+      sd_bus_message_append(reply, "{sv}", "accent-color", "(ddd)", 0.1, 0.2, 0.3);
+      if (self.colorScheme) {
+        sd_bus_message_append(reply, "{sv}", "color-scheme", "u", *self.colorScheme);
+      }
+      if (self.reducedMotion) {
+        sd_bus_message_append(reply, "{sv}", "reduced-motion", "u", *self.reducedMotion);
+      }
+    });
+    add(reply, asked, "org.gnome.desktop.interface", [&] {
+      sd_bus_message_append(reply, "{sv}", "font-name", "s", "Cantarell 11");
+      if (self.animations) {
+        sd_bus_message_append(reply, "{sv}", "enable-animations", "b",
+                              static_cast<int>(*self.animations));
+      }
+    });
     sd_bus_message_close_container(reply);
     const int status = sd_bus_send(nullptr, reply, nullptr);
     sd_bus_message_unref(reply);
@@ -71,7 +83,7 @@ class Portal : public BusPeer {
   }
 };
 
-/// The item on a charging machine, in a session with a portal.
+/// The item on a charging machine, in a session with a portal->
 class Settings : public ItemTest {
  protected:
   void SetUp() override {
@@ -83,7 +95,7 @@ class Settings : public ItemTest {
 
   void startWithPortal() {
     start();
-    portal.waitUntil([this] { return portal.wasAsked; });
+    portal->waitUntil([this] { return portal->wasAsked; });
     panel->open();  // the answer has arrived, and a refresh has seen it
   }
 
@@ -99,7 +111,7 @@ class Settings : public ItemTest {
     return Picture(fileContents(user.path() / "runtime/lumowatt-chart.png")).at(2, 2);
   }
 
-  Portal portal{session};
+  std::unique_ptr<Portal> portal = std::make_unique<Portal>(session);
 };
 
 constexpr Pixel light{250, 250, 250, 255};  // 0.98 of white
@@ -114,55 +126,73 @@ TEST_F(Settings, WithoutAnyTheGlyphIsAnimatedAndTheChartLight) {
 }
 
 TEST_F(Settings, LessMotionMeansNoAnimation) {
-  portal.reducedMotion = 1;
+  portal->reducedMotion = 1;
   startWithPortal();
   EXPECT_FALSE(isAnimated());
 }
 
 TEST_F(Settings, TheAppearanceSettingWinsOverGnomesSwitch) {
-  portal.reducedMotion = 0;
-  portal.animations = false;
+  portal->reducedMotion = 0;
+  portal->animations = false;
   startWithPortal();
   EXPECT_TRUE(isAnimated());
 }
 
 TEST_F(Settings, WithoutTheAppearanceSettingGnomesSwitchCounts) {
-  portal.animations = false;
+  portal->animations = false;
   startWithPortal();
   EXPECT_FALSE(isAnimated());
 }
 
 TEST_F(Settings, AreFollowed) {
   startWithPortal();
-  portal.change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
+  portal->change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
   panel->waitUntil([this] { return panel->open(), !isAnimated(); });
-  portal.change("org.freedesktop.appearance", "reduced-motion", "u", 0U);
+  portal->change("org.freedesktop.appearance", "reduced-motion", "u", 0U);
   panel->waitUntil([this] { return panel->open(), isAnimated(); });
-  portal.change("org.freedesktop.appearance", "color-scheme", "u", 1U);
-  portal.change("org.gnome.desktop.interface", "enable-animations", "b", 0);
+  portal->change("org.freedesktop.appearance", "color-scheme", "u", 1U);
+  portal->change("org.gnome.desktop.interface", "enable-animations", "b", 0);
   panel->open();
   EXPECT_TRUE(isAnimated());
   EXPECT_EQ(background(), dark);
 }
 
+TEST_F(Settings, OfAPortalThatComesLaterAreAskedFor) {
+  portal.reset();
+  start();
+  portal = std::make_unique<Portal>(session);
+  portal->reducedMotion = 1;
+  portal->waitUntil([this] { return portal->wasAsked; });
+  panel->waitUntil([this] { return panel->open(), !isAnimated(); });
+}
+
+TEST_F(Settings, OfOthersCountForNothing) {
+  startWithPortal();
+  portal->change("org.example.appearance", "reduced-motion", "u", 1U);
+  const Portal stranger(session, "org.example.Portal");
+  stranger.change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
+  panel->open();
+  EXPECT_TRUE(isAnimated());
+}
+
 TEST_F(Settings, OfAnotherTypeCountForNothing) {
   startWithPortal();
-  portal.change("org.freedesktop.appearance", "reduced-motion", "s", "1");
-  portal.change("org.gnome.desktop.interface", "enable-animations", "u", 0U);
-  portal.change("org.freedesktop.appearance", "color-scheme", "b", 1);
+  portal->change("org.freedesktop.appearance", "reduced-motion", "s", "1");
+  portal->change("org.gnome.desktop.interface", "enable-animations", "u", 0U);
+  portal->change("org.freedesktop.appearance", "color-scheme", "b", 1);
   panel->open();
   EXPECT_TRUE(isAnimated());
   EXPECT_EQ(background(), light);
 }
 
 TEST_F(Settings, TheDarkSchemeDarkensTheChart) {
-  portal.colorScheme = 1;
+  portal->colorScheme = 1;
   startWithPortal();
   EXPECT_EQ(background(), dark);
 }
 
 TEST_F(Settings, TheLightSchemeDoesNot) {
-  portal.colorScheme = 2;
+  portal->colorScheme = 2;
   startWithPortal();
   EXPECT_EQ(background(), light);
 }

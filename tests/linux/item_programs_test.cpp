@@ -1,5 +1,8 @@
 #include <sys/stat.h>
 
+#include <csignal>
+#include <sstream>
+
 #include "linux/item_fixture.h"
 #include "support/picture.h"
 
@@ -130,6 +133,45 @@ TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
       [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
 }
 
+TEST_F(Commands, TheChartReplacesALinkAndNotWhatItLeadsTo) {
+  install("xdg-open", telling);
+  start();
+  user.write("precious", "mine");
+  std::filesystem::create_symlink(user.path() / "precious", chartFile());
+  panel->open();
+  choose(102, "Collecting history…");
+  EXPECT_EQ(trace("told"), chartFile() + "\n");
+  EXPECT_FALSE(std::filesystem::is_symlink(chartFile()));
+  EXPECT_EQ(fileContents(user.path() / "precious"), "mine");
+}
+
+TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
+  install("xdg-open",
+          "grep -E 'SigBlk|SigIgn' /proc/self/status > $traces/new\n"
+          "mv $traces/new $traces/signals\n");
+  start();
+  panel->open();
+  choose(102, "Collecting history…");
+  std::istringstream signals(trace("signals"));
+  for (const char* const set : {"SigBlk:", "SigIgn:"}) {
+    std::string name;
+    std::uint64_t bits = 0;
+    signals >> name >> std::hex >> bits;
+    EXPECT_EQ(name, set);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ, SIGCHLD}) {
+      EXPECT_EQ(bits >> (signal - 1) & 1U, 0U) << name << signal;
+    }
+  }
+}
+
+TEST_F(Commands, WithoutBatterySettingsNothingHappensButAWord) {
+  start();
+  panel->open();
+  choose(206, "Battery settings…");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "lumowatt: there are no battery settings to open\n");
+}
+
 TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
   install("canberra-gtk-play", telling);
   start();
@@ -143,11 +185,14 @@ TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
 
 TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
   install("canberra-gtk-play", telling);
-  variables = {{"XDG_RUNTIME_DIR", ""}};
+  variables = {{"XDG_RUNTIME_DIR", "runtime"}};  // nor in one that is somewhere from here
   start();
   panel->open();
   choose(102, "Collecting history…");
   EXPECT_EQ(trace("told"), "--id bell\n");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: the chart is not shown: this session has no runtime folder for it\n");
 }
 
 }  // namespace lumowatt

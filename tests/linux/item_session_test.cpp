@@ -9,6 +9,13 @@ namespace {
 /// The item's life in its session.
 class Session : public ItemTest {};
 
+/// A session whose bus lets nobody choose signals to be told of: not even the test, whose panel
+/// asks for none.
+class CrampedSession : public ItemTest {
+ protected:
+  CrampedSession() : ItemTest("<limit name='max_match_rules_per_connection'>2</limit>") {}
+};
+
 }  // namespace
 
 TEST_F(Session, HasOneItem) {
@@ -65,6 +72,17 @@ TEST_F(Session, WithoutTheDesktopModuleHasNoItem) {
             std::string::npos)
       << result.errors;
   EXPECT_EQ(result.status, 1);
+}
+
+TEST_F(CrampedSession, ThatTellsOfNoSignalsHasAnItemAllTheSame) {
+  start();
+  EXPECT_EQ(panel->property("Id"), "Lumowatt");
+  item->send(SIGTERM);
+  const ProcessResult result = item->wait();
+  EXPECT_NE(result.errors.find("lumowatt: the session bus refuses to tell of signals: "),
+            std::string::npos)
+      << result.errors;
+  EXPECT_EQ(result.status, 0);
 }
 
 }  // namespace lumowatt

@@ -129,6 +129,14 @@ TEST_F(StatusItem, TellsWhatChanged) {
   EXPECT_EQ(panel->property("XAyatanaLabel"), "98% ▼ −6.1 W");
 }
 
+TEST_F(StatusItem, TellsOfANewToolTipWhenItsTitleAloneChanges) {
+  start();
+  panel->open();
+  EXPECT_EQ(panel->click(30101), "");
+  panel->waitForSignal("NewToolTip");
+  EXPECT_EQ(panel->property("ToolTip").at(2), "98% ▼");
+}
+
 TEST_F(StatusItem, TellsOfANewIconOnlyAtANewLevel) {
   start();
   machine.set("BAT0/capacity", "90");

@@ -24,12 +24,13 @@ void waitUntilSo(const std::function<bool()>& isSo, const std::function<void()>&
 
 }  // namespace
 
-SessionBus::SessionBus() {
+SessionBus::SessionBus(const std::string& configuration) {
   // With no service to start, whatever is installed.
   folder_.write("session.conf", "<busconfig><type>session</type><listen>" + address() +
                                     "</listen><policy context='default'><allow "
                                     "send_destination='*'/><allow eavesdrop='true'/>"
-                                    "<allow own='*'/></policy></busconfig>");
+                                    "<allow own='*'/></policy>" +
+                                    configuration + "</busconfig>");
   daemon_ = std::make_unique<Process>(
       std::vector<std::string>{"dbus-daemon", "--nofork", "--print-address",
                                "--config-file=" + (folder_.path() / "session.conf").string()});

@@ -19,7 +19,8 @@ using Json = nlohmann::json;
 /// A private session bus.
 class SessionBus {
  public:
-  SessionBus();
+  /// With further elements in its configuration.
+  explicit SessionBus(const std::string& configuration = "");
 
   std::string address() const { return "unix:path=" + (folder_.path() / "bus").string(); }
 

@@ -40,13 +40,15 @@ struct Range {
 constexpr Range invisible[] = {
     {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},        {0x200B, 0x200F},
     {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF},    {0xFFF0, 0xFFFB},
-    {0xFFFE, 0xFFFF}, {0xE000, 0xF8FF}, {0xE0000, 0x10FFFF},
+    {0xFDD0, 0xFDEF}, {0xE000, 0xF8FF}, {0xE0000, 0x10FFFF},
 };
 
 bool isVisible(char32_t code) {
-  return std::none_of(std::begin(invisible), std::end(invisible), [code](const Range& range) {
-    return code >= range.first && code <= range.last;
-  });
+  const bool isNoncharacter = (code & 0xFFFEU) == 0xFFFE;  // the last two of each plane
+  return !isNoncharacter &&
+         std::none_of(std::begin(invisible), std::end(invisible), [code](const Range& range) {
+           return code >= range.first && code <= range.last;
+         });
 }
 
 bool isBlank(char32_t code) { return code == ' ' || (code >= '\t' && code <= '\r'); }

@@ -33,6 +33,12 @@ TEST(Printable, DropsControls) {
   EXPECT_EQ(printable("\uFEFFzero\u200B \u2060width\u00AD"), "zero width");
 }
 
+TEST(Printable, DropsWhatIsNoCharacter) {
+  EXPECT_EQ(printable("Foo\uFDD0\uFDEFBar"), "FooBar");
+  EXPECT_EQ(printable("\uFFFE\uFFFF\U0001FFFE\U0002FFFF\U0010FFFFplane"), "plane");
+  EXPECT_EQ(printable("\uFDCF\uFDF0\U0001FFFD"), "\uFDCF\uFDF0\U0001FFFD");
+}
+
 TEST(Printable, DropsWhatIsNotUtf8) {
   EXPECT_EQ(printable("\xFF\xFE"
                       "SANYO\x80"),

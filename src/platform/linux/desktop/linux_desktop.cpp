@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/linux_desktop.h"
 
+#include <malloc.h>
+
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -7,7 +9,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/linux/desktop/chart_viewer.h"
+#include "platform/linux/desktop/boottime.h"
 #include "platform/linux/desktop/loop_timer.h"
 #include "platform/linux/desktop/programs.h"
 #include "platform/linux/desktop/user_file.h"
@@ -19,12 +21,14 @@ namespace {
 /// The name that the one process owns on the session's bus that shows the item.
 constexpr auto applicationId = "com.fernhollow.Lumowatt";
 
+constexpr int largeBlock = 128 * 1024;
+
 constexpr auto noSessionBus = "no session bus";
 
 void complain(const char* what) { std::fprintf(stderr, "lumowatt: %s\n", what); }
 
 /// Of an error on the bus, as libsystemd has them.
-void complain(int error) {
+void complainOfBus(int error) {
   const char* const reason =
       error == -ENOMEDIUM ? "the environment does not say where it is" : std::strerror(-error);
   std::fprintf(stderr, "lumowatt: the session bus: %s\n", reason);
@@ -32,12 +36,13 @@ void complain(int error) {
 
 /// Lets the loop end by the signals that ask a process to end.
 void endBySignals(sd_event* loop) {
-  sigset_t ending{};
-  ::sigemptyset(&ending);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) ::sigaddset(&ending, signal);
-  ::sigprocmask(SIG_BLOCK, &ending, nullptr);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    sd_event_add_signal(loop, nullptr, signal, nullptr, nullptr);
+    sigset_t blocked{};
+    ::sigemptyset(&blocked);
+    ::sigaddset(&blocked, signal);
+    ::sigprocmask(SIG_BLOCK, &blocked, nullptr);
+    const bool isWaitedFor = sd_event_add_signal(loop, nullptr, signal, nullptr, nullptr) >= 0;
+    if (!isWaitedFor) ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
   }
 }
 
@@ -54,9 +59,11 @@ std::optional<std::string> LinuxDesktop::run(ApplicationDelegate& delegate) {
   const int named = sd_bus_request_name(bus_.get(), applicationId, 0);
   if (named == -EEXIST) return std::nullopt;
   if (named < 0) {
-    complain(named);
+    complainOfBus(named);
     return noSessionBus;
   }
+  // What a large message took is to go back to the system when it is answered.
+  ::mallopt(M_MMAP_THRESHOLD, largeBlock);
   std::signal(SIGCHLD, SIG_IGN);  // nobody waits for the programs that are started
   endBySignals(loop_.get());
 
@@ -67,6 +74,7 @@ std::optional<std::string> LinuxDesktop::run(ApplicationDelegate& delegate) {
   item_->show();
   const int status = sd_event_loop(loop_.get());
   application_ = nullptr;
+  if (status < 0) return std::strerror(-status);
   return status == 0 ? std::nullopt : std::optional<std::string>("session bus lost");
 }
 
@@ -79,7 +87,7 @@ bool LinuxDesktop::connect() {
   bus_.reset(bus);
   if (status >= 0) status = sd_bus_set_exit_on_disconnect(bus, 1);
   if (status >= 0) status = sd_bus_attach_event(bus, loop, SD_EVENT_PRIORITY_NORMAL);
-  if (status < 0) complain(status);
+  if (status < 0) complainOfBus(status);
   return status >= 0;
 }
 
@@ -104,7 +112,7 @@ std::function<void()> LinuxDesktop::followed(std::function<void()> action) {
 void LinuxDesktop::choose(const MenuItem& item) {
   if (item.view) {
     const Appearance appearance = settings_->appearance();
-    showPicture(application_->chartPicture(appearance), appearance, bitmaps_);
+    viewer_.show(application_->chartPicture(appearance), appearance, bitmaps_);
   } else if (item.action == Action::terminate) {
     sd_event_exit(loop_.get(), 0);
   } else {

@@ -7,6 +7,7 @@
 #include "menubar/desktop.h"
 #include "platform/linux/desktop/login_item.h"
 #include "platform/linux/desktop/menu_server.h"
+#include "platform/linux/desktop/picture_viewer.h"
 #include "platform/linux/desktop/power_monitor.h"
 #include "platform/linux/desktop/preference_file.h"
 #include "platform/linux/desktop/sd.h"
@@ -66,6 +67,7 @@ class LinuxDesktop : public Desktop {
   std::optional<StatusItem> item_;
   std::optional<MenuServer> menu_;
   std::optional<PowerMonitor> power_;
+  PictureViewer viewer_;
 };
 
 }  // namespace lumowatt::desktop

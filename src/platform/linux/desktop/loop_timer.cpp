@@ -1,9 +1,12 @@
 #include "platform/linux/desktop/loop_timer.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <utility>
 
+#include "platform/linux/desktop/boottime.h"
 #include "telemetry/rounding.h"
 
 namespace lumowatt::desktop {
@@ -14,9 +17,12 @@ LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick
   // The later a tick may be, the more of them share one waking of the machine.
   const std::uint64_t accuracy = interval_ / 20;
   sd_event_source* source = nullptr;
-  sd_event_add_time(loop, &source, CLOCK_BOOTTIME, boottime() + interval_, accuracy,
-                    &LoopTimer::fired, this);
+  const int status = sd_event_add_time(loop, &source, CLOCK_BOOTTIME, boottime() + interval_,
+                                       accuracy, &LoopTimer::fired, this);
   source_.reset(source);
+  if (status < 0) {
+    std::fprintf(stderr, "lumowatt: there is no timer: %s\n", std::strerror(-status));
+  }
 }
 
 int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {
@@ -28,13 +34,6 @@ int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {
   const auto tick = self->tick_;  // which may end the timer
   tick();
   return 0;
-}
-
-std::uint64_t boottime() {
-  timespec time{};
-  ::clock_gettime(CLOCK_BOOTTIME, &time);
-  return static_cast<std::uint64_t>(time.tv_sec) * 1'000'000U +
-         static_cast<std::uint64_t>(time.tv_nsec) / 1'000U;
 }
 
 }  // namespace lumowatt::desktop

@@ -23,7 +23,4 @@ class LoopTimer : public Timer {
   EventSource source_;
 };
 
-/// Microseconds since the start of the machine, its sleep included.
-std::uint64_t boottime();
-
 }  // namespace lumowatt::desktop

@@ -28,7 +28,7 @@ MenuEntry::Toggle toggle(Action action) {
   }
 }
 
-MenuEntry present(const MenuItem& item, std::int32_t id, std::string_view chart) {
+MenuEntry entryOf(const MenuItem& item, std::int32_t id, std::string_view chart) {
   MenuEntry entry{.id = id};
   if (item.isSeparator) {
     entry.isSeparator = true;
@@ -43,7 +43,7 @@ MenuEntry present(const MenuItem& item, std::int32_t id, std::string_view chart)
   if (!item.keyEquivalent.empty()) entry.shortcut = item.keyEquivalent.front();
   std::int32_t child = (id + groupSize) * groupSize;  // beyond the ids of the menu itself
   for (const MenuItem& choice : item.submenu) {
-    entry.children.push_back(present(choice, ++child, chart));
+    entry.children.push_back(entryOf(choice, ++child, chart));
   }
   return entry;
 }
@@ -111,7 +111,7 @@ MenuLayout::Change MenuLayout::present(const Menu& menu, std::string_view chart)
     entries[old.id].isVisible = false;
   }
   for (const auto& [id, item] : numbered(menu)) {
-    entries[id] = desktop::present(*item, id, chart);
+    entries[id] = entryOf(*item, id, chart);
     items_[id] = *item;
     for (std::size_t i = 0; i < item->submenu.size(); ++i) {
       items_[entries[id].children[i].id] = item->submenu[i];
@@ -136,8 +136,7 @@ const MenuItem* MenuLayout::choosable(std::int32_t id) const {
   const MenuEntry* const entry = find(id);
   const auto item = items_.find(id);
   if (entry == nullptr || item == items_.end()) return nullptr;
-  const bool canBe =
-      entry->isVisible && entry->isEnabled && !entry->isSeparator && item->second.submenu.empty();
+  const bool canBe = entry->isEnabled && !entry->isSeparator && item->second.submenu.empty();
   return canBe ? &item->second : nullptr;
 }
 

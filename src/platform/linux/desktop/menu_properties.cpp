@@ -38,7 +38,7 @@ void addShortcut(MessageWriter& message, const MenuEntry& entry) {
   message.end();
 }
 
-constexpr std::array<Property, 8> properties{{
+constexpr std::array<Property, PropertySet().size()> properties{{
     {"type", [](const MenuEntry& entry) { return entry.isSeparator; },
      [](MessageWriter& message, const MenuEntry& entry) {
        message.add("v", "s", entry.isSeparator ? "separator" : "standard");
@@ -72,13 +72,28 @@ constexpr std::array<Property, 8> properties{{
 
 }  // namespace
 
-void addProperties(MessageWriter& message, const MenuEntry& entry, const PropertyNames& names) {
+int readPropertySet(sd_bus_message* message, PropertySet& set) {
+  set.reset();
+  bool isEmpty = true;
+  int status = sd_bus_message_enter_container(message, 'a', "s");
+  const char* name = nullptr;
+  while (status >= 0 && (status = sd_bus_message_read(message, "s", &name)) > 0) {
+    isEmpty = false;
+    for (std::size_t i = 0; i < properties.size(); ++i) {
+      if (properties[i].name == name) set.set(i);
+    }
+  }
+  if (isEmpty) set.set();
+  return status < 0 ? status : sd_bus_message_exit_container(message);
+}
+
+void addProperties(MessageWriter& message, const MenuEntry& entry, const PropertySet& set) {
   message.begin('a', "{sv}");
-  for (const Property& property : properties) {
-    if (!property.differs(entry) || (!names.empty() && !names.contains(property.name))) continue;
+  for (std::size_t i = 0; i < properties.size(); ++i) {
+    if (!set[i] || !properties[i].differs(entry)) continue;
     message.begin('e', "sv");
-    message.add("s", property.name.data());
-    property.add(message, entry);
+    message.add("s", properties[i].name.data());
+    properties[i].add(message, entry);
     message.end();
   }
   message.end();
@@ -91,16 +106,15 @@ bool addProperty(MessageWriter& message, const MenuEntry& entry, std::string_vie
   return true;
 }
 
-void addLayout(MessageWriter& message, const MenuEntry& entry, int depth,
-               const PropertyNames& names) {
+void addLayout(MessageWriter& message, const MenuEntry& entry, int depth, const PropertySet& set) {
   message.begin('r', "ia{sv}av");
   message.add("i", entry.id);
-  addProperties(message, entry, names);
+  addProperties(message, entry, set);
   message.begin('a', "v");
   if (depth != 0) {
     for (const MenuEntry& child : entry.children) {
       message.begin('v', "(ia{sv}av)");
-      addLayout(message, child, std::max(depth, 0) - 1, names);
+      addLayout(message, child, depth - 1, set);
       message.end();
     }
   }

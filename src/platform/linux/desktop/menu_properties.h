@@ -1,7 +1,6 @@
 #pragma once
 
-#include <set>
-#include <string>
+#include <bitset>
 #include <string_view>
 
 #include "platform/linux/desktop/menu_layout.h"
@@ -10,17 +9,21 @@
 /// The items of a menu as messages of the com.canonical.dbusmenu interface have them.
 namespace lumowatt::desktop {
 
-/// The properties that somebody asks for, by their names; none means all of them.
-using PropertyNames = std::set<std::string, std::less<>>;
+/// Some of the properties that items have.
+using PropertySet = std::bitset<8>;
+
+/// Reads the names of the properties that somebody asks for, as; none means all of them, and one
+/// that no item has means nothing. Negative when there are no names, as sd-bus has its errors.
+int readPropertySet(sd_bus_message* message, PropertySet& set);
 
 /// Adds the item's properties, a{sv}, without those that have the interface's default.
-void addProperties(MessageWriter& message, const MenuEntry& entry, const PropertyNames& names = {});
+void addProperties(MessageWriter& message, const MenuEntry& entry,
+                   const PropertySet& set = PropertySet().set());
 
 /// Adds one property of the item, v. False when there is none of that name; nothing is added then.
 bool addProperty(MessageWriter& message, const MenuEntry& entry, std::string_view name);
 
 /// Adds the item with what is below it, (ia{sv}av), `depth` levels deep; negative for all of them.
-void addLayout(MessageWriter& message, const MenuEntry& entry, int depth,
-               const PropertyNames& names);
+void addLayout(MessageWriter& message, const MenuEntry& entry, int depth, const PropertySet& set);
 
 }  // namespace lumowatt::desktop

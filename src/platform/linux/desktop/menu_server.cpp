@@ -5,8 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/desktop/loop_timer.h"
-#include "platform/linux/desktop/status_item.h"
+#include "platform/linux/desktop/boottime.h"
 
 namespace lumowatt::desktop {
 
@@ -38,15 +37,6 @@ int readIds(sd_bus_message* message, std::span<const std::int32_t>& ids) {
   const int status = sd_bus_message_read_array(message, 'i', &array, &bytes);
   if (status >= 0) ids = {static_cast<const std::int32_t*>(array), bytes / sizeof(std::int32_t)};
   return status;
-}
-
-int readNames(sd_bus_message* message, PropertyNames& names) {
-  int status = sd_bus_message_enter_container(message, 'a', "s");
-  const char* name = nullptr;
-  while (status >= 0 && (status = sd_bus_message_read(message, "s", &name)) > 0) {
-    names.insert(name);
-  }
-  return status < 0 ? status : sd_bus_message_exit_container(message);
 }
 
 /// A reply to a call.
@@ -89,18 +79,17 @@ MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
                        std::function<void(const MenuItem&)> choose)
     : bus_(bus), application_(application), choose_(std::move(choose)) {
   sd_bus_slot* object = nullptr;
-  sd_bus_add_object_vtable(bus, &object, menuPath, menuInterface, table, this);
+  sd_bus_add_object_vtable(bus, &object, path, menuInterface, table, this);
   object_.reset(object);
 }
 
 // What the menu is
 
-bool MenuServer::present() {
-  application_.menuWillOpen();
+bool MenuServer::tellChanges() {
   const auto change = layout_.present(application_.menu(), application_.chartText());
   if (!change.entries.empty()) {
     sd_bus_message* signal = nullptr;
-    sd_bus_message_new_signal(bus_, &signal, menuPath, menuInterface, "ItemsPropertiesUpdated");
+    sd_bus_message_new_signal(bus_, &signal, path, menuInterface, "ItemsPropertiesUpdated");
     const BusMessage owner(signal);
     MessageWriter message(signal);
     message.begin('a', "(ia{sv})");
@@ -115,13 +104,12 @@ bool MenuServer::present() {
     message.send();
   }
   if (change.isStructural) {
-    sd_bus_emit_signal(bus_, menuPath, menuInterface, "LayoutUpdated", "ui", ++revision_, rootId);
+    sd_bus_emit_signal(bus_, path, menuInterface, "LayoutUpdated", "ui", ++revision_, rootId);
   }
   return change.isStructural || !change.entries.empty();
 }
 
-/// For those who ask before the menu was ever about to open.
-void MenuServer::presentFirst() {
+void MenuServer::ensureLayout() {
   if (!layout_.root().children.empty()) return;
   application_.menuWillOpen();
   layout_.present(application_.menu(), application_.chartText());
@@ -130,11 +118,11 @@ void MenuServer::presentFirst() {
 int MenuServer::getLayout(sd_bus_message* call, sd_bus_error* error) {
   std::int32_t parent = 0;
   std::int32_t depth = 0;
-  PropertyNames names;
+  PropertySet set;
   if (const int status = sd_bus_message_read(call, "ii", &parent, &depth); status < 0)
     return status;
-  if (const int status = readNames(call, names); status < 0) return status;
-  presentFirst();
+  if (const int status = readPropertySet(call, set); status < 0) return status;
+  ensureLayout();
   const MenuEntry* const entry = layout_.find(parent);
   if (entry == nullptr) return noSuchItem(error, parent);
   if (depth < -1) {
@@ -144,27 +132,26 @@ int MenuServer::getLayout(sd_bus_message* call, sd_bus_error* error) {
   if (const int status = makeReply(call, reply); status < 0) return status;
   MessageWriter message(reply.get());
   message.add("u", revision_);
-  addLayout(message, *entry, depth, names);
+  addLayout(message, *entry, depth, set);
   return message.send();
 }
 
 int MenuServer::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
   std::span<const std::int32_t> ids;
-  PropertyNames names;
+  PropertySet set;
   if (const int status = readIds(call, ids); status < 0) return status;
-  if (const int status = readNames(call, names); status < 0) return status;
-  presentFirst();
+  if (const int status = readPropertySet(call, set); status < 0) return status;
+  ensureLayout();
   BusMessage reply;
   if (const int status = makeReply(call, reply); status < 0) return status;
   MessageWriter message(reply.get());
   message.begin('a', "(ia{sv})");
   // Each item once, however often and in whatever order its id is named.
-  const std::set<std::int32_t> asked(ids.begin(), ids.end());
   layout_.forEach([&](const MenuEntry& entry) {
-    if (!asked.empty() && !asked.contains(entry.id)) return;
+    if (!ids.empty() && std::ranges::find(ids, entry.id) == ids.end()) return;
     message.begin('r', "ia{sv}");
     message.add("i", entry.id);
-    addProperties(message, entry, names);
+    addProperties(message, entry, set);
     message.end();
   });
   message.end();
@@ -175,7 +162,7 @@ int MenuServer::getProperty(sd_bus_message* call, sd_bus_error* error) {
   std::int32_t id = 0;
   const char* name = nullptr;
   if (const int status = sd_bus_message_read(call, "is", &id, &name); status < 0) return status;
-  presentFirst();
+  ensureLayout();
   const MenuEntry* const entry = layout_.find(id);
   if (entry == nullptr) return noSuchItem(error, id);
   BusMessage reply;
@@ -264,22 +251,26 @@ bool MenuServer::take(std::int32_t id, std::string_view event) {
 void MenuServer::choose(std::int32_t id) {
   const MenuItem* const item = layout_.choosable(id);
   if (item == nullptr) return;
-  openUntil_ = 0;            // a choice closes the menu
-  choose_(MenuItem(*item));  // what it is may change meanwhile
-  present();
+  openUntil_ = 0;  // a choice closes the menu
+  choose_(*item);
+  application_.updateMenu();
+  tellChanges();
 }
 
 bool MenuServer::open() {
   openUntil_ = boottime() + longestOpening;
-  return present();
+  application_.menuWillOpen();
+  return tellChanges();
 }
 
 void MenuServer::follow(std::string_view report) {
   if (report == report_) return;
   const bool hasOtherRows = std::ranges::count(report, '\n') != std::ranges::count(report_, '\n');
   report_ = report;
-  const bool wasPresented = !layout_.root().children.empty();
-  if (wasPresented && (hasOtherRows || boottime() < openUntil_)) present();
+  const bool isKnown = !layout_.root().children.empty();
+  if (!isKnown || !(hasOtherRows || boottime() < openUntil_)) return;
+  application_.updateMenu();
+  tellChanges();
 }
 
 }  // namespace lumowatt::desktop

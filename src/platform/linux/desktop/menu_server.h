@@ -17,7 +17,10 @@ namespace lumowatt::desktop {
 /// strangers: what the menu does not offer is an error to them.
 class MenuServer {
  public:
-  /// Calls `choose` with each item that is chosen.
+  /// Where panels find it.
+  static constexpr char path[] = "/MenuBar";
+
+  /// Calls `choose` with each item that is chosen. The application must outlive it.
   MenuServer(sd_bus* bus, ApplicationDelegate& application,
              std::function<void(const MenuItem&)> choose);
 
@@ -36,10 +39,14 @@ class MenuServer {
   int aboutToShow(sd_bus_message* call, sd_bus_error* error);
   int aboutToShowGroup(sd_bus_message* call, sd_bus_error* error);
 
-  /// Presents the menu as it is to be now; false when that is what was presented before.
-  bool present();
-  void presentFirst();
+  /// The menu is about to be looked at; whether it changed by that.
   bool open();
+
+  /// Tells how the menu differs from the one that was told last; false when it does not.
+  bool tellChanges();
+
+  /// For those who ask before the menu was ever about to open.
+  void ensureLayout();
 
   /// Takes an event on an item; false when the menu has no such item.
   bool take(std::int32_t id, std::string_view event);

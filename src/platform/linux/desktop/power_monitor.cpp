@@ -4,7 +4,7 @@
 #include <ctime>
 #include <utility>
 
-#include "platform/linux/desktop/loop_timer.h"
+#include "platform/linux/desktop/boottime.h"
 
 namespace lumowatt::desktop {
 
@@ -23,8 +23,6 @@ PowerMonitor::PowerMonitor(sd_event* loop, std::function<void()> changed)
   if (sd_event_add_time(loop, &telling, CLOCK_BOOTTIME, 0, accuracy, settled, this) < 0) return;
   telling_.reset(telling);
   sd_event_source_set_enabled(telling, SD_EVENT_OFF);
-  // After all that is waiting to be received.
-  sd_event_source_set_priority(telling, SD_EVENT_PRIORITY_IDLE);
 
   sd_device_monitor* monitor = nullptr;
   if (sd_device_monitor_new(&monitor) < 0) return;

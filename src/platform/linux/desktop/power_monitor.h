@@ -12,6 +12,7 @@ namespace lumowatt::desktop {
 /// what they will be, so that it tells a moment later, and not more than twice a second.
 class PowerMonitor {
  public:
+  /// Calls `changed` from the loop.
   PowerMonitor(sd_event* loop, std::function<void()> changed);
 
   /// False when the events cannot be had.

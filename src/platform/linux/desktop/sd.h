@@ -6,7 +6,8 @@
 
 #include <memory>
 
-/// Owners of what libsystemd gives, and what its callbacks and messages need in C++.
+/// Owners of what libsystemd gives, and what its callbacks and messages need in C++. Whoever is
+/// given a bus or a loop as a plain pointer must not outlive it.
 namespace lumowatt::desktop {
 
 template <auto release>
@@ -25,12 +26,12 @@ using BusMessage = std::unique_ptr<sd_bus_message, Release<sd_bus_message_unref>
 using DeviceMonitor = std::unique_ptr<sd_device_monitor, Release<sd_device_monitor_unref>>;
 
 template <typename Object>
-Object* objectOf(int (Object::*)(sd_bus_message*, sd_bus_error*));
+Object* classOf(int (Object::*)(sd_bus_message*, sd_bus_error*));
 
 /// A member function as the handler of messages, for the object that is registered with it.
 template <auto method>
 int handle(sd_bus_message* message, void* object, sd_bus_error* error) {
-  return (static_cast<decltype(objectOf(method))>(object)->*method)(message, error);
+  return (static_cast<decltype(classOf(method))>(object)->*method)(message, error);
 }
 
 /// How sd-bus has values of these types in messages.

@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/settings_portal.h"
 
+#include <string>
 #include <string_view>
 
 namespace lumowatt::desktop {
@@ -16,41 +17,40 @@ constexpr auto gnomeGroup = "org.gnome.desktop.interface";
 constexpr std::uint32_t prefersLessMotion = 1;
 constexpr std::uint32_t prefersDark = 1;
 
-/// Reads a variant. It is left out, and nothing is set, when it holds another type.
-template <typename Wire, typename T>
-int readVariant(sd_bus_message* message, const char* type, std::optional<T>& setting) {
-  const char* contents = nullptr;
-  if (const int status = sd_bus_message_peek_type(message, nullptr, &contents); status < 0) {
-    return status;
-  }
-  if (std::string_view(contents) != type) return sd_bus_message_skip(message, "v");
-  Wire value{};
-  const int status = sd_bus_message_read(message, "v", type, &value);
-  if (status > 0) setting = static_cast<T>(value);
-  return status;
+std::string changeRule() {
+  return "type='signal',sender='" + std::string(service) + "',path='" + object + "',interface='" +
+         interface + "',member='SettingChanged'";
 }
 
 }  // namespace
 
-SettingsPortal::SettingsPortal(sd_bus* bus) {
-  sd_bus_slot* slot = nullptr;
-  if (sd_bus_match_signal_async(bus, &slot, service, object, interface, "SettingChanged",
-                                handle<&SettingsPortal::receiveChange>, nullptr, this) >= 0) {
-    changes_.reset(slot);
-  }
-  if (sd_bus_call_method_async(bus, &slot, service, object, interface, "ReadAll",
-                               handle<&SettingsPortal::receiveAll>, this, "as", 2, appearanceGroup,
-                               gnomeGroup) >= 0) {
-    call_.reset(slot);
-  }
+const SettingsPortal::Setting SettingsPortal::table[] = {
+    {appearanceGroup, "reduced-motion", "u", &SettingsPortal::reducedMotion_},
+    {appearanceGroup, "color-scheme", "u", &SettingsPortal::colorScheme_},
+    {gnomeGroup, "enable-animations", "b", &SettingsPortal::animations_},
+};
+
+SettingsPortal::SettingsPortal(sd_bus* bus)
+    : bus_(bus),
+      changes_(matchSignals(bus, changeRule(), handle<&SettingsPortal::receiveChange>, this)),
+      portals_(bus, service, [this] { ask(); }) {
+  ask();
 }
 
 bool SettingsPortal::reducesMotion() const {
-  return reducedMotion_ ? *reducedMotion_ == prefersLessMotion : !animations_.value_or(true);
+  return reducedMotion_ ? *reducedMotion_ == prefersLessMotion : animations_ == 0U;
 }
 
 Appearance SettingsPortal::appearance() const {
   return colorScheme_ == prefersDark ? Appearance::dark : Appearance::light;
+}
+
+void SettingsPortal::ask() {
+  sd_bus_slot* call = nullptr;
+  sd_bus_call_method_async(bus_, &call, service, object, interface, "ReadAll",
+                           handle<&SettingsPortal::receiveAll>, this, "as", 2, appearanceGroup,
+                           gnomeGroup);
+  call_.reset(call);
 }
 
 int SettingsPortal::receiveAll(sd_bus_message* reply, sd_bus_error*) {
@@ -78,16 +78,21 @@ int SettingsPortal::receiveChange(sd_bus_message* signal, sd_bus_error*) {
   return 0;
 }
 
+/// Reads the value that follows, a variant. One of another type sets nothing.
 int SettingsPortal::readSetting(sd_bus_message* message, const char* group, const char* key) {
-  const std::string_view name = key;
-  if (group == std::string_view(appearanceGroup) && name == "reduced-motion") {
-    return readVariant<std::uint32_t>(message, "u", reducedMotion_);
+  const char* type = nullptr;
+  if (const int status = sd_bus_message_peek_type(message, nullptr, &type); status < 0) {
+    return status;
   }
-  if (group == std::string_view(appearanceGroup) && name == "color-scheme") {
-    return readVariant<std::uint32_t>(message, "u", colorScheme_);
-  }
-  if (group == std::string_view(gnomeGroup) && name == "enable-animations") {
-    return readVariant<int>(message, "b", animations_);
+  for (const Setting& setting : table) {
+    if (std::string_view(setting.group) != group || std::string_view(setting.key) != key ||
+        std::string_view(setting.type) != type) {
+      continue;
+    }
+    std::uint32_t value = 0;
+    const int status = sd_bus_message_read(message, "v", type, &value);
+    if (status > 0) this->*setting.value = value;
+    return status;
   }
   return sd_bus_message_skip(message, "v");
 }

@@ -4,13 +4,14 @@
 #include <optional>
 
 #include "graphics/color.h"
+#include "platform/linux/desktop/bus_match.h"
 #include "platform/linux/desktop/sd.h"
 
 namespace lumowatt::desktop {
 
 /// What the user set for the whole desktop, as the settings portal has it
-/// (org.freedesktop.portal.Settings). It is asked without waiting for the answer, and followed:
-/// until there is one, and where there is no portal, nothing is set.
+/// (org.freedesktop.portal.Settings). Each portal that appears is asked, without waiting for the
+/// answer, and followed. Until there is one nothing is set.
 class SettingsPortal {
  public:
   explicit SettingsPortal(sd_bus* bus);
@@ -23,15 +24,26 @@ class SettingsPortal {
   Appearance appearance() const;
 
  private:
+  struct Setting {
+    const char* group;
+    const char* key;
+    const char* type;  ///< a basic D-Bus type of 32 bits
+    std::optional<std::uint32_t> SettingsPortal::*value;
+  };
+  static const Setting table[];
+
+  void ask();
   int receiveAll(sd_bus_message* reply, sd_bus_error* error);
   int receiveChange(sd_bus_message* signal, sd_bus_error* error);
   int readSetting(sd_bus_message* message, const char* group, const char* key);
 
+  sd_bus* bus_;
   std::optional<std::uint32_t> reducedMotion_;
   std::optional<std::uint32_t> colorScheme_;
-  std::optional<bool> animations_;
+  std::optional<std::uint32_t> animations_;
   BusSlot changes_;
   BusSlot call_;
+  NameWatch portals_;
 };
 
 }  // namespace lumowatt::desktop

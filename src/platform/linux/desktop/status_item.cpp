@@ -5,6 +5,7 @@
 
 #include "artwork/svg.h"
 #include "graphics/symbol.h"
+#include "platform/linux/desktop/menu_server.h"
 #include "platform/linux/desktop/text.h"
 
 namespace lumowatt::desktop {
@@ -21,7 +22,7 @@ constexpr char active[] = "Active";
 
 int getMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
             sd_bus_error*) {
-  return sd_bus_message_append(reply, "o", menuPath);
+  return sd_bus_message_append(reply, "o", MenuServer::path);
 }
 
 /// For what a panel may tell and means nothing here.
@@ -185,23 +186,8 @@ int StatusItem::sendSignals(sd_event_source*, void* item) {
 void StatusItem::show() {
   sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);  // nobody knows the item yet
   signals_ = 0;
-  const std::string match =
-      "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
-      "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" +
-      std::string(watcherName) + "'";
-  sd_bus_slot* watcher = nullptr;
-  sd_bus_add_match_async(bus_, &watcher, match.c_str(), handle<&StatusItem::watcherChanged>,
-                         nullptr, this);
-  watcher_.reset(watcher);
+  panels_.emplace(bus_, watcherName, [this] { registerItem(); });
   registerItem();
-}
-
-int StatusItem::watcherChanged(sd_bus_message* signal, sd_bus_error*) {
-  const char* owner = nullptr;
-  if (sd_bus_message_read(signal, "sss", nullptr, nullptr, &owner) > 0 && *owner != '\0') {
-    registerItem();
-  }
-  return 0;
 }
 
 /// Where nobody owns the name the call fails, and the item waits for one who does.

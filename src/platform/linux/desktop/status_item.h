@@ -1,8 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "menubar/desktop.h"
+#include "platform/linux/desktop/bus_match.h"
 #include "platform/linux/desktop/sd.h"
 
 namespace lumowatt::desktop {
@@ -45,7 +48,6 @@ class StatusItem : public StatusButton {
   /// Has the signals sent when all is said that changes now.
   void announce(unsigned signals);
   static int sendSignals(sd_event_source* source, void* item);
-  int watcherChanged(sd_bus_message* signal, sd_bus_error* error);
   void registerItem();
 
   sd_bus* bus_;
@@ -58,10 +60,7 @@ class StatusItem : public StatusButton {
   unsigned signals_ = 0;
   EventSource sending_;
   BusSlot object_;
-  BusSlot watcher_;
+  std::optional<NameWatch> panels_;
 };
-
-/// Where a panel finds the menu of the item.
-inline constexpr char menuPath[] = "/MenuBar";
 
 }  // namespace lumowatt::desktop
