@@ -167,7 +167,7 @@ TEST_F(Stranger, ThousandsOfNamesAreForgotten) {
   sd_bus_message_close_container(call);
   EXPECT_EQ(panel->answer(call).values.at(1), (Json{202, {{"label", "Colors"}}, Json::array()}));
   if (!sanitized) {
-    EXPECT_LE(item->residentMemory(), before + 1024);
+    EXPECT_LE(item->residentMemory(), before + 4096);
   }
 }
 

@@ -9,8 +9,7 @@ namespace {
 /// The item's life in its session.
 class Session : public ItemTest {};
 
-/// A session whose bus lets nobody choose signals to be told of: not even the test, whose panel
-/// asks for none.
+/// A session whose bus tells nobody of signals by more than two rules.
 class CrampedSession : public ItemTest {
  protected:
   CrampedSession() : ItemTest("<limit name='max_match_rules_per_connection'>2</limit>") {}

@@ -39,6 +39,11 @@ int readIds(sd_bus_message* message, std::span<const std::int32_t>& ids) {
   return status;
 }
 
+/// How many rows of a menu are its report: those before the first separator.
+std::ptrdiff_t reportRows(const Menu& menu) {
+  return std::ranges::find_if(menu, &MenuItem::isSeparator) - menu.begin();
+}
+
 /// A reply to a call.
 int makeReply(sd_bus_message* call, BusMessage& reply) {
   sd_bus_message* message = nullptr;
@@ -265,9 +270,9 @@ bool MenuServer::open() {
 
 void MenuServer::follow(std::string_view report) {
   if (report == report_) return;
-  const bool hasOtherRows = std::ranges::count(report, '\n') != std::ranges::count(report_, '\n');
   report_ = report;
   const bool isKnown = !layout_.root().children.empty();
+  const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(application_.menu());
   if (!isKnown || !(hasOtherRows || boottime() < openUntil_)) return;
   application_.updateMenu();
   tellChanges();
