@@ -2,7 +2,6 @@
 
 #include <malloc.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
