@@ -3,8 +3,8 @@
 #
 #   benchmarks/resident.sh [SECONDS]
 #
-# All of them run at the same time over one laptop's power-supply folder, which is mounted over this
-# machine's own in a private namespace, on private buses and a screen in memory, first idle and then
+# All of them run at the same time over a copy of one laptop's power-supply folder, which is mounted
+# over this machine's own in a private namespace, on private buses and a screen in memory, first idle and then
 # with the charger in. Needs the packages cbatticon, xfce4-power-manager, upower, xvfb and dbus.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -37,8 +37,9 @@ finish() {
   rm -rf "$scratch"
 }
 trap finish EXIT
-cp -r "$machine" "$scratch/power_supply"
-mount --bind "$scratch/power_supply" /sys/class/power_supply
+supplies=/sys/class/power_supply
+mount -t tmpfs none $supplies # in memory, as the kernel's is: nobody is to wait for a disk
+cp -r "$machine/." $supplies
 
 export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_RUNTIME_DIR=$scratch NO_AT_BRIDGE=1
 for bus in session system; do
@@ -59,6 +60,5 @@ until upower -d 2>/dev/null | grep daemon-version >/dev/null; do
   sleep 0.1
 done
 
-supplies=/sys/class/power_supply
 build/release/resident "$seconds" "echo 1 >$supplies/AC/online; echo Charging >$supplies/BAT0/status" \
   build/release/lumowatt cbatticon "xfce4-power-manager --no-daemon"
