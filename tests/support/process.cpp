@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -36,6 +37,7 @@ Process::Process(const std::vector<std::string>& command, const Environment& env
   id_ = ::fork();
   EXPECT_GE(id_, 0);
   if (id_ == 0) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // nor is it to outlive a test that is killed
     for (const auto& [name, value] : environment) ::setenv(name.c_str(), value.c_str(), 1);
     redirect("/dev/null", O_RDONLY, STDIN_FILENO);
     redirect(output, O_WRONLY | O_APPEND, STDOUT_FILENO);
