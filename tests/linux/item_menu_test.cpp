@@ -17,7 +17,6 @@ constexpr int root = 0;
 constexpr int powerLine = 4;
 constexpr int firstSeparator = 100;
 constexpr int modes = 201;
-constexpr int percentOnly = 30101;
 constexpr int colors = 202;
 constexpr int copyDetails = 204;
 constexpr int about = 301;
@@ -312,108 +311,6 @@ TEST_F(StatusMenu, AboutToShowGroupTellsWhatChangedAndWhatIsNotThere) {
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, 0).values, Json(Lists{{}, {}}));
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 0).values, Json(Lists{{}, {}}));
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 2, 98, 99).error, invalidArguments);
-}
-
-TEST_F(StatusMenu, ChosenModesActAtOnce) {
-  const std::pair<int, const char*> expected[] = {{30101, "98% ▼"},
-                                                  {30103, "98% ▼ 10:14"},
-                                                  {30104, "98% ▼ −4.8 W · 10:14"},
-                                                  {30102, "98% ▼ −4.8 W"}};
-  panel->open();
-  for (const auto& [id, title] : expected) {
-    EXPECT_EQ(panel->click(id), "");
-    EXPECT_EQ(label(), title);
-    for (int other = 30101; other <= 30104; ++other) {
-      EXPECT_EQ(panel->menuProperty(other, "toggle-state"), other == id ? 1 : 0);
-    }
-  }
-}
-
-TEST_F(StatusMenu, ColorsAndAnimationAreSwitches) {
-  machine.set("BAT0/capacity", "9");
-  panel->open();
-  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-red");
-  choose(202, "Colors");
-  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-symbolic");
-  EXPECT_EQ(panel->menuProperty(202, "toggle-state"), 0);
-  choose(203, "Charging animation");
-  EXPECT_EQ(panel->menuProperty(203, "toggle-state"), 0);
-  EXPECT_EQ(fileContents(preferences()), "color=false\nanimate=false\n");
-  choose(202, "Colors");
-  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-red");
-  EXPECT_EQ(fileContents(preferences()), "color=true\nanimate=false\n");
-}
-
-TEST_F(StatusMenu, QuitEndsWellAfterTheAnswer) {
-  panel->open();
-  choose(302, "Quit Lumowatt");
-  const ProcessResult result = item->wait();
-  expectResult(result, "", 0);
-}
-
-TEST_F(StatusMenu, NothingHappensByWhatIsNoChoice) {
-  panel->open();
-  panel->forgetSignals();
-  for (const int id : {0, 1, powerLine, firstSeparator, 101, modes, about}) {
-    EXPECT_EQ(panel->click(id), "") << id;
-  }
-  for (const char* const event : {"hovered", "opened", "closed", "x-shop", "", "CLICKED"}) {
-    EXPECT_EQ(panel->send(percentOnly, event), "") << event;
-    EXPECT_EQ(panel->send(302, event), "") << event;
-  }
-  EXPECT_TRUE(item->isRunning());
-  EXPECT_EQ(label(), "98% ▼ −4.8 W");
-  EXPECT_FALSE(std::filesystem::exists(preferences()));
-  EXPECT_EQ(panel->signalNames(), Names{});
-}
-
-TEST_F(StatusMenu, AnEventOnAnUnknownItemIsAnError) {
-  EXPECT_EQ(panel->click(colors), invalidArguments) << "before there was a menu";
-  panel->open();
-  for (const int id : {-1, 10, 99, 103, 30105, 30201, INT32_MAX, INT32_MIN}) {
-    EXPECT_EQ(panel->click(id), invalidArguments) << id;
-  }
-}
-
-TEST_F(StatusMenu, AnEventOfAnotherTypeIsAnError) {
-  panel->open();
-  EXPECT_EQ(panel->callMenu("Event", "is", colors, "clicked").error, invalidArguments);
-  EXPECT_EQ(panel->callMenu("Event", "ssvu", "x", "clicked", "i", 0, 0U).error, invalidArguments);
-  EXPECT_EQ(panel->callMenu("NoSuchMethod").error, "org.freedesktop.DBus.Error.UnknownMethod");
-}
-
-TEST_F(StatusMenu, AnItemOfAMenuThatIsNoMoreIsNotChosen) {
-  panel->open();
-  machine.set("BAT0/temp", "301");
-  panel->open();
-  machine.remove("BAT0/temp");
-  panel->open();
-  panel->forgetSignals();
-  EXPECT_EQ(panel->click(10), "");
-  EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
-}
-
-TEST_F(StatusMenu, OfAGroupOfEventsTheFirstChoiceCounts) {
-  panel->open();
-  const Answer answer = panel->callMenu("EventGroup", "a(isvu)", 5,           //
-                                        99, "clicked", "i", 0, 0U,            //
-                                        powerLine, "clicked", "i", 0, 0U,     //
-                                        percentOnly, "clicked", "s", "", 0U,  //
-                                        302, "clicked", "i", 0, 0U,           //
-                                        30103, "clicked", "i", 0, 0U);
-  EXPECT_EQ(answer.values, Json{Json{99}});
-  EXPECT_EQ(label(), "98% ▼");
-  EXPECT_TRUE(item->isRunning());
-}
-
-TEST_F(StatusMenu, AGroupOfUnknownItemsIsAnError) {
-  panel->open();
-  EXPECT_EQ(panel
-                ->callMenu("EventGroup", "a(isvu)", 2, 98, "clicked", "i", 0, 0U, 99, "clicked",
-                           "i", 0, 0U)
-                .error,
-            invalidArguments);
-  EXPECT_EQ(panel->callMenu("EventGroup", "a(isvu)", 0).values, Json{Json::array()});
 }
 
 TEST_F(StatusMenu, WithoutABatteryHasOneLine) {

@@ -20,6 +20,11 @@ class Commands : public ItemTest {
     panel->open();
     return panel->menuProperty(205, "toggle-state") == 1;
   }
+  void startAndChoose(int id, const std::string& title) {
+    start();
+    panel->open();
+    choose(id, title);
+  }
   std::string chartFile() const { return user.path() / "runtime/lumowatt-chart.png"; }
 };
 
@@ -32,9 +37,7 @@ constexpr auto telling =
 
 TEST_F(Commands, CopyDetailsPutsTheReportOnTheClipboard) {
   install("xclip", telling);
-  start();
-  panel->open();
-  choose(204, "Copy details");
+  startAndChoose(204, "Copy details");
   EXPECT_EQ(trace("told"), "-selection clipboard\n");
   EXPECT_EQ(trace("input"), panel->property("ToolTip").at(3));
 }
@@ -43,17 +46,13 @@ TEST_F(Commands, CopyDetailsUsesWaylandsProgramOnWayland) {
   install("xclip", "echo xclip > $traces/told");
   install("wl-copy", telling);
   variables = {{"WAYLAND_DISPLAY", "wayland-0"}};
-  start();
-  panel->open();
-  choose(204, "Copy details");
+  startAndChoose(204, "Copy details");
   EXPECT_EQ(trace("told"), "--type text/plain;charset=utf-8\n");
 }
 
 TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
   install("canberra-gtk-play", telling);
-  start();
-  panel->open();
-  choose(204, "Copy details");
+  startAndChoose(204, "Copy details");
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
@@ -97,17 +96,13 @@ TEST_F(Commands, BatterySettingsOpensTheDesktopsOwnPanel) {
   install("gnome-control-center", "echo gnome > $traces/told");
   install("xfce4-power-manager-settings", telling);
   variables = {{"XDG_CURRENT_DESKTOP", "XFCE"}};
-  start();
-  panel->open();
-  choose(206, "Battery settings…");
+  startAndChoose(206, "Battery settings…");
   EXPECT_EQ(trace("told"), "\n");
 }
 
 TEST_F(Commands, TheChartOpensInThePictureViewer) {
   install("xdg-open", telling);
-  start();
-  panel->open();
-  choose(102, "Collecting history…");
+  startAndChoose(102, "Collecting history…");
   EXPECT_EQ(trace("told"), chartFile() + "\n");
   struct stat status {};
   ASSERT_EQ(::stat(chartFile().c_str(), &status), 0);
@@ -119,9 +114,7 @@ TEST_F(Commands, TheChartOpensInThePictureViewer) {
 
 TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
   install("xdg-open", telling);
-  start();
-  panel->open();
-  choose(102, "Collecting history…");
+  startAndChoose(102, "Collecting history…");
   trace("told");
   const std::string maps = fileContents("/proc/" + std::to_string(item->id()) + "/maps");
   EXPECT_NE(maps.find("lumowatt-desktop.so"), std::string::npos);
@@ -149,9 +142,7 @@ TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
   install("xdg-open",
           "grep -E 'SigBlk|SigIgn' /proc/self/status > $traces/new\n"
           "mv $traces/new $traces/signals\n");
-  start();
-  panel->open();
-  choose(102, "Collecting history…");
+  startAndChoose(102, "Collecting history…");
   std::istringstream signals(trace("signals"));
   for (const char* const set : {"SigBlk:", "SigIgn:"}) {
     std::string name;
@@ -165,18 +156,14 @@ TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
 }
 
 TEST_F(Commands, WithoutBatterySettingsNothingHappensButAWord) {
-  start();
-  panel->open();
-  choose(206, "Battery settings…");
+  startAndChoose(206, "Battery settings…");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors, "lumowatt: there are no battery settings to open\n");
 }
 
 TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
   install("canberra-gtk-play", telling);
-  start();
-  panel->open();
-  choose(102, "Collecting history…");
+  startAndChoose(102, "Collecting history…");
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
@@ -186,9 +173,7 @@ TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
 TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
   install("canberra-gtk-play", telling);
   variables = {{"XDG_RUNTIME_DIR", "runtime"}};  // nor in one that is somewhere from here
-  start();
-  panel->open();
-  choose(102, "Collecting history…");
+  startAndChoose(102, "Collecting history…");
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
