@@ -41,8 +41,7 @@ struct Performer {
   Outcome operator()(const ShowMenuBarItem&) const {
     const auto desktop = services.makeDesktop();
     if (!desktop) return failure("no desktop");
-    const auto app = App::make(*desktop, services.battery, version);
-    const auto error = desktop->run(*app);
+    const auto error = desktop->run(App::make(*desktop, services.battery, version));
     return error ? failure(*error) : success("");
   }
 };

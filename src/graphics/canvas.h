@@ -38,16 +38,13 @@ class Canvas {
   virtual void drawImage(const Image& image, const Rect& rect) = 0;
 };
 
-/// A canvas of pixels, transparent at first.
+/// A picture as pixels.
 class Bitmap {
  public:
   Bitmap() = default;
   Bitmap(const Bitmap&) = delete;
   Bitmap& operator=(const Bitmap&) = delete;
   virtual ~Bitmap() = default;
-
-  /// The canvas, whose y grows upward.
-  virtual Canvas& canvas() = 0;
 
   /// The pixels as a PNG file with 8 bits each of red, green, blue and alpha, and the resolution at
   /// which it has its size in points. Absent when it cannot be encoded.
@@ -62,18 +59,10 @@ class BitmapFactory {
   BitmapFactory& operator=(const BitmapFactory&) = delete;
   virtual ~BitmapFactory() = default;
 
-  /// A bitmap of `size` with `scale` pixels to a point, whose system colours are those for
-  /// `appearance`. Null when the platform cannot make one.
-  virtual std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) = 0;
-
-  /// The same, with the picture drawn on it.
-  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale, Appearance appearance) {
-    auto bitmap = makeBitmap(picture.size, scale, appearance);
-    if (bitmap) {
-      bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
-    }
-    return bitmap;
-  }
+  /// The picture with `scale` pixels to a point, transparent where nothing is drawn, in the system
+  /// colours for `appearance`. Null when the platform cannot make such a bitmap.
+  virtual std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
+                                       Appearance appearance) = 0;
 };
 
 }  // namespace lumowatt

@@ -78,9 +78,9 @@ class Desktop {
   Desktop& operator=(const Desktop&) = delete;
   virtual ~Desktop() = default;
 
-  /// Runs the application until it is to end. Returns what went wrong, in the words to be printed
-  /// after "error="; absent when it was quit.
-  virtual std::optional<std::string> run(ApplicationDelegate& delegate) = 0;
+  /// Runs the application, and keeps it, until it is to end. Returns what went wrong, in the words
+  /// to be printed after "error="; absent when it was quit.
+  virtual std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) = 0;
 
   // The status item, which is shown from the beginning.
 

@@ -35,8 +35,8 @@ class BriefDesktop : public FakeDesktop {
   BriefDesktop(std::string& shown, std::optional<std::string> end)
       : shown_(shown), end_(std::move(end)) {}
 
-  std::optional<std::string> run(ApplicationDelegate& delegate) override {
-    delegate.applicationDidFinishLaunching();
+  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override {
+    delegate->applicationDidFinishLaunching();
     shown_ = plainTitle();
     return end_;
   }

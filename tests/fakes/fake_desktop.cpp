@@ -21,8 +21,8 @@ class FakeDesktop::RunningTimer : public Timer {
   std::list<Running>::iterator running_;
 };
 
-std::optional<std::string> FakeDesktop::run(ApplicationDelegate& delegate) {
-  delegate.applicationDidFinishLaunching();
+std::optional<std::string> FakeDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
+  delegate->applicationDidFinishLaunching();
   return std::nullopt;
 }
 

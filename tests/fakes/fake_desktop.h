@@ -2,6 +2,7 @@
 
 #include <list>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@ class FakeDesktop : public Desktop, public StatusButton {
  public:
   // Desktop
 
-  std::optional<std::string> run(ApplicationDelegate& delegate) override;
+  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
   StatusButton* button() override { return hasButton ? this : nullptr; }
   void setAutosaveName(std::string_view name) override {
     note("autosave name " + std::string(name));

@@ -76,6 +76,21 @@ struct ElementText {
   std::string operator()(const ClosePath&) const { return " Z"; }
 };
 
+class RecordingBitmap : public Bitmap {
+ public:
+  RecordingBitmap(std::vector<std::string>& operations, std::optional<std::string> png)
+      : operations_(operations), png_(std::move(png)) {}
+
+  std::optional<std::string> encodePng() override {
+    operations_.emplace_back("encode");
+    return png_;
+  }
+
+ private:
+  std::vector<std::string>& operations_;
+  std::optional<std::string> png_;
+};
+
 }  // namespace
 
 void RecordingCanvas::fill(const Rect& rect, const Color& color) {
@@ -128,23 +143,15 @@ void RecordingCanvas::drawImage(const Image& image, const Rect& rect) {
   operations.emplace_back("end");
 }
 
-RecordingBitmap::RecordingBitmap(std::vector<std::string>& operations,
-                                 std::optional<std::string> png)
-    : operations_(operations), png_(std::move(png)) {}
-
-RecordingBitmap::~RecordingBitmap() = default;
-
-std::optional<std::string> RecordingBitmap::encodePng() {
-  operations_.insert(operations_.end(), canvas_.operations.begin(), canvas_.operations.end());
-  operations_.emplace_back("encode");
-  return png_;
-}
-
-std::unique_ptr<Bitmap> RecordingBitmapFactory::makeBitmap(Size size, double scale,
-                                                           Appearance appearance) {
-  operations.push_back(line("bitmap ", size.width, " x ", size.height, " scale ", scale,
+std::unique_ptr<Bitmap> RecordingBitmapFactory::draw(const Drawing& picture, double scale,
+                                                     Appearance appearance) {
+  const auto [width, height] = picture.size;
+  operations.push_back(line("bitmap ", width, " x ", height, " scale ", scale,
                             appearance == Appearance::dark ? " dark" : " light"));
   if (refuses) return nullptr;
+  RecordingCanvas canvas;
+  canvas.drawImage({picture}, {0.0, 0.0, width, height});
+  operations.insert(operations.end(), canvas.operations.begin(), canvas.operations.end());
   return std::make_unique<RecordingBitmap>(operations, png);
 }
 

@@ -24,28 +24,15 @@ class RecordingCanvas : public Canvas {
   std::vector<std::string> operations;
 };
 
-class RecordingBitmap : public Bitmap {
- public:
-  RecordingBitmap(std::vector<std::string>& operations, std::optional<std::string> png);
-  ~RecordingBitmap() override;
-
-  Canvas& canvas() override { return canvas_; }
-  std::optional<std::string> encodePng() override;
-
- private:
-  std::vector<std::string>& operations_;
-  std::optional<std::string> png_;
-  RecordingCanvas canvas_;
-};
-
 /// Makes bitmaps that encode as `png`, and none while `refuses`.
 class RecordingBitmapFactory : public BitmapFactory {
  public:
-  std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) override;
+  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
+                               Appearance appearance) override;
 
   bool refuses = false;
   std::optional<std::string> png = "(the picture)";
-  std::vector<std::string> operations;  ///< of all bitmaps, each complete when it is encoded
+  std::vector<std::string> operations;  ///< of all bitmaps
 };
 
 }  // namespace lumowatt

@@ -5,14 +5,15 @@
 
 namespace lumowatt {
 
-std::unique_ptr<Bitmap> DrawingModule::makeBitmap(Size size, double scale, Appearance appearance) {
+std::unique_ptr<Bitmap> DrawingModule::draw(const Drawing& picture, double scale,
+                                            Appearance appearance) {
   if (factory_ == nullptr) {
     const auto factory = reinterpret_cast<decltype(&lumowattBitmapFactory)>(
         loadModule("lumowatt-drawing.so", "lumowattBitmapFactory"));
     if (factory == nullptr) return nullptr;
     factory_ = factory();
   }
-  return factory_->makeBitmap(size, scale, appearance);
+  return factory_->draw(picture, scale, appearance);
 }
 
 }  // namespace lumowatt

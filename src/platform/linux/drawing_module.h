@@ -8,7 +8,8 @@ namespace lumowatt {
 /// loaded, no bitmap can be made.
 class DrawingModule : public BitmapFactory {
  public:
-  std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) override;
+  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
+                               Appearance appearance) override;
 
  private:
   BitmapFactory* factory_ = nullptr;

@@ -53,7 +53,7 @@ LinuxDesktop::LinuxDesktop(const std::string& program, std::string icons, Bitmap
       preferences_(configurationFile("lumowatt/preferences")),
       loginItem_(configurationFile("autostart/com.fernhollow.Lumowatt.desktop"), program) {}
 
-std::optional<std::string> LinuxDesktop::run(ApplicationDelegate& delegate) {
+std::optional<std::string> LinuxDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   if (!connect()) return noSessionBus;
   const int named = sd_bus_request_name(bus_.get(), applicationId, 0);
   if (named == -EEXIST) return std::nullopt;
@@ -66,13 +66,13 @@ std::optional<std::string> LinuxDesktop::run(ApplicationDelegate& delegate) {
   std::signal(SIGCHLD, SIG_IGN);  // nobody waits for the programs that are started
   endBySignals(loop_.get());
 
-  application_ = &delegate;
+  application_ = std::move(delegate);
   settings_.emplace(bus_.get());
   item_.emplace(bus_.get(), loop_.get(), icons_);
-  delegate.applicationDidFinishLaunching();
+  application_->applicationDidFinishLaunching();
   item_->show();
   const int status = sd_event_loop(loop_.get());
-  application_ = nullptr;
+  application_.reset();
   if (status < 0) return std::strerror(-status);
   return status == 0 ? std::nullopt : std::optional<std::string>("session bus lost");
 }

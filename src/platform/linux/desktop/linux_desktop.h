@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -24,7 +25,7 @@ class LinuxDesktop : public Desktop {
   LinuxDesktop(const std::string& program, std::string icons, BitmapFactory& bitmaps);
 
   /// Ends at once, and well, when there is such an item in this session already.
-  std::optional<std::string> run(ApplicationDelegate& delegate) override;
+  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
   StatusButton* button() override { return item_ ? &*item_ : nullptr; }
   void setAutosaveName(std::string_view name) override;
@@ -60,7 +61,7 @@ class LinuxDesktop : public Desktop {
   BitmapFactory& bitmaps_;
   PreferenceFile preferences_;
   LoginItem loginItem_;
-  ApplicationDelegate* application_ = nullptr;  // while it runs
+  std::shared_ptr<ApplicationDelegate> application_;  // while it runs
   EventLoop loop_;
   Bus bus_;
   std::optional<SettingsPortal> settings_;

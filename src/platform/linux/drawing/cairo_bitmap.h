@@ -27,7 +27,8 @@ class CairoBitmap : public Bitmap {
   /// Whether there is a bitmap: memory may be short, the size out of range, or no font installed.
   bool isValid() const;
 
-  Canvas& canvas() override { return canvas_; }
+  /// The canvas, whose y grows upward. Transparent at first.
+  Canvas& canvas() { return canvas_; }
   std::optional<std::string> encodePng() override;
 
  private:

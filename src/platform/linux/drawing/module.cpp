@@ -10,7 +10,17 @@ namespace {
 
 class Factory : public BitmapFactory {
  public:
-  std::unique_ptr<Bitmap> makeBitmap(Size size, double scale, Appearance appearance) override {
+  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
+                               Appearance appearance) override {
+    auto bitmap = made(picture.size, scale, appearance);
+    if (bitmap) {
+      bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
+    }
+    return bitmap;
+  }
+
+ private:
+  static std::unique_ptr<CairoBitmap> made(Size size, double scale, Appearance appearance) {
     try {
       auto bitmap = std::make_unique<CairoBitmap>(size, scale, appearance);
       if (bitmap->isValid()) return bitmap;

@@ -16,7 +16,9 @@ std::string png(Size size, double scale) {
 }
 
 std::unique_ptr<Bitmap> made(double width, double height, double scale = 1.0) {
-  return lumowattBitmapFactory()->makeBitmap({width, height}, scale, Appearance::dark);
+  const Drawing nothing{
+      .size = {width, height}, .flipped = false, .draw = [](Canvas&, const Rect&) {}};
+  return lumowattBitmapFactory()->draw(nothing, scale, Appearance::dark);
 }
 
 }  // namespace
