@@ -1,0 +1,13 @@
+#pragma once
+
+#include "telemetry/battery_service.h"
+
+namespace lumowatt::macos {
+
+/// The battery in the I/O registry: the service of the class "AppleSmartBattery".
+class BatteryRegistry : public BatteryService {
+ public:
+  std::optional<PropertyDictionary> properties() override;
+};
+
+}  // namespace lumowatt::macos

@@ -1,0 +1,65 @@
+#include "platform/macos/battery_registry.h"
+
+#import <Foundation/Foundation.h>
+#import <IOKit/IOKitLib.h>
+
+#include <cstdint>
+#include <utility>
+
+#include "platform/macos/text.h"
+
+namespace lumowatt::macos {
+
+namespace {
+
+bool isText(id object) { return CFGetTypeID((__bridge CFTypeRef)object) == CFStringGetTypeID(); }
+
+PropertyValue makeValue(id object);
+
+/// Something else when there is a key that is not text.
+PropertyValue makeDictionary(NSDictionary<id, id>* dictionary) {
+  PropertyDictionary result;
+  for (id key in dictionary) {
+    if (!isText(key)) return {};
+    result.set(toString(key), makeValue(dictionary[key]));
+  }
+  return PropertyValue::dictionary(std::move(result));
+}
+
+PropertyValue makeValue(id object) {
+  const CFTypeID type = CFGetTypeID((__bridge CFTypeRef)object);
+  if (type == CFNumberGetTypeID() || type == CFBooleanGetTypeID()) {
+    NSNumber* const number = object;
+    return PropertyValue::number(static_cast<std::int64_t>(number.unsignedLongLongValue));
+  }
+  if (type == CFStringGetTypeID()) return PropertyValue::text(toString(object));
+  if (type == CFDictionaryGetTypeID()) return makeDictionary(object);
+  return {};
+}
+
+/// A copy of the service's properties. Nil when there is no such service, or it gives none.
+id copyProperties() {
+  const io_service_t service =
+      IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching("AppleSmartBattery"));
+  if (service == IO_OBJECT_NULL) return nil;
+  CFMutableDictionaryRef properties = nullptr;
+  const kern_return_t status =
+      IORegistryEntryCreateCFProperties(service, &properties, kCFAllocatorDefault, 0);
+  IOObjectRelease(service);
+  id const copy = (__bridge_transfer id)properties;
+  return status == KERN_SUCCESS ? copy : nil;
+}
+
+}  // namespace
+
+std::optional<PropertyDictionary> BatteryRegistry::properties() {
+  @autoreleasepool {
+    id const copy = copyProperties();
+    if (copy == nil) return std::nullopt;
+    const PropertyValue value = makeValue(copy);
+    const PropertyDictionary* const dictionary = value.asDictionary();
+    return dictionary != nullptr ? std::optional(*dictionary) : std::nullopt;
+  }
+}
+
+}  // namespace lumowatt::macos

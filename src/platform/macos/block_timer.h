@@ -1,0 +1,28 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include <functional>
+
+#include "menubar/desktop.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+namespace lumowatt::macos {
+
+/// A timer on the run loop of the thread that makes it.
+class BlockTimer : public Timer {
+ public:
+  /// Calls `tick` every `interval` seconds.
+  BlockTimer(double interval, std::function<void()> tick);
+  BlockTimer(const BlockTimer&) = delete;
+  BlockTimer& operator=(const BlockTimer&) = delete;
+  ~BlockTimer() override;
+
+ private:
+  NSTimer* timer_;
+};
+
+}  // namespace lumowatt::macos
+
+NS_ASSUME_NONNULL_END

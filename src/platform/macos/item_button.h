@@ -1,0 +1,31 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "menubar/desktop.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+namespace lumowatt::macos {
+
+/// The button of an item in the menu bar.
+class ItemButton : public StatusButton {
+ public:
+  explicit ItemButton(NSStatusItem* item) : item_(item) {}
+
+  bool exists() const { return item_.button != nil; }
+
+  void setImage(const std::optional<Image>& image) override;
+  void setImageLeading() override;
+  void setTitle(std::string_view title) override;
+  void setAttributedTitle(const AttributedString& title) override;
+  void setToolTip(std::string_view text) override;
+  void setAccessibilityLabel(std::string_view text) override;
+
+ private:
+  NSStatusItem* item_;
+};
+
+}  // namespace lumowatt::macos
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,53 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "menubar/desktop.h"
+#include "platform/macos/application_delegate.h"
+#include "platform/macos/item_button.h"
+
+NS_ASSUME_NONNULL_BEGIN
+
+namespace lumowatt::macos {
+
+/// A Mac's menu bar, and the services of its system. The item is there when it is made.
+class MacDesktop : public Desktop {
+ public:
+  MacDesktop();
+
+  /// Returns when the event loop ends, as it never does by itself: quitting ends the process.
+  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
+
+  StatusButton* _Nullable button() override { return button_.exists() ? &button_ : nullptr; }
+  void setAutosaveName(std::string_view name) override;
+  void attachMenu() override;
+
+  double now() override;
+  std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
+  bool watchPowerSources(std::function<void()> changed) override;
+
+  bool hasPreference(std::string_view key) override;
+  std::int64_t integerPreference(std::string_view key) override;
+  bool booleanPreference(std::string_view key) override;
+  void setIntegerPreference(std::string_view key, std::int64_t value) override;
+  void setBooleanPreference(std::string_view key, bool value) override;
+  bool reducesMotion() override;
+
+  void copyText(std::string_view text) override;
+  LoginItemStatus loginItemStatus() override;
+  bool registerLoginItem() override;
+  bool unregisterLoginItem() override;
+  void beep() override;
+  void openBatterySettings() override;
+
+ private:
+  NSApplication* application_;
+  NSStatusItem* item_;
+  NSMenu* menu_;
+  ItemButton button_;
+  LumowattApplicationDelegate* _Nullable delegate_ = nil;
+};
+
+}  // namespace lumowatt::macos
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,23 @@
+#include "platform/platform.h"
+
+#include "platform/macos/app_kit_bitmap.h"
+#include "platform/macos/battery_registry.h"
+#include "platform/macos/mac_desktop.h"
+
+namespace lumowatt::platform {
+
+std::unique_ptr<BatteryService> batteryService() {
+  return std::make_unique<macos::BatteryRegistry>();
+}
+
+std::unique_ptr<BitmapFactory> bitmapFactory() {
+  return std::make_unique<macos::AppKitBitmapFactory>();
+}
+
+std::unique_ptr<Desktop> desktop(BitmapFactory& /*bitmaps*/) {
+  @autoreleasepool {
+    return std::make_unique<macos::MacDesktop>();
+  }
+}
+
+}  // namespace lumowatt::platform

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace lumowatt::macos {
+
+/// From now on, each change of a power source makes the application's delegate do its
+/// `powerSourceAction`, in a task of the main queue. False when changes are not told.
+bool watchPowerSources();
+
+}  // namespace lumowatt::macos

@@ -1,0 +1,32 @@
+#include "platform/macos/power_sources.h"
+
+#import <AppKit/AppKit.h>
+#import <IOKit/ps/IOPowerSources.h>
+
+#include "platform/macos/application_delegate.h"
+
+namespace lumowatt::macos {
+
+namespace {
+
+void powerSourceChanged(void* /*context*/) {
+  dispatch_async(dispatch_get_main_queue(), ^{
+    const id delegate = NSApplication.sharedApplication.delegate;
+    if (![delegate isKindOfClass:LumowattApplicationDelegate.class]) return;
+    LumowattApplicationDelegate* const own = delegate;
+    if (own.powerSourceAction != nil) own.powerSourceAction();
+  });
+}
+
+}  // namespace
+
+bool watchPowerSources() {
+  const CFRunLoopSourceRef source =
+      IOPSNotificationCreateRunLoopSource(&powerSourceChanged, nullptr);
+  if (source == nullptr) return false;
+  CFRunLoopAddSource(CFRunLoopGetMain(), source, kCFRunLoopDefaultMode);
+  CFRelease(source);  // the run loop keeps it
+  return true;
+}
+
+}  // namespace lumowatt::macos

@@ -1,0 +1,139 @@
+// What this program, and the compiler for its literals and loops, use of Foundation, as its
+// reference documents it.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+#include <CoreGraphics/CoreGraphics.h>
+#include <dispatch/dispatch.h>
+
+#define NS_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
+#define NS_ASSUME_NONNULL_END _Pragma("clang assume_nonnull end")
+#define NS_ENUM(type, name) \
+  enum name : type name;    \
+  enum name : type
+#define NS_NOESCAPE __attribute__((noescape))
+
+#define YES __objc_yes
+#define NO __objc_no
+#define nil nullptr
+
+typedef bool BOOL;
+typedef long NSInteger;
+typedef unsigned long NSUInteger;
+typedef double NSTimeInterval;
+typedef CGPoint NSPoint;
+typedef CGSize NSSize;
+typedef CGRect NSRect;
+
+static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) { return NSPoint{x, y}; }
+static inline NSSize NSMakeSize(CGFloat w, CGFloat h) { return NSSize{w, h}; }
+static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat w, CGFloat h) {
+  return NSRect{{x, y}, {w, h}};
+}
+
+typedef struct {
+  unsigned long state;
+  id __unsafe_unretained _Nullable* _Nullable itemsPtr;
+  unsigned long* _Nullable mutationsPtr;
+  unsigned long extra[5];
+} NSFastEnumerationState;
+
+NS_ASSUME_NONNULL_BEGIN
+
+@class NSString;
+
+@protocol NSObject
+- (BOOL)isKindOfClass:(Class)aClass;
+@end
+
+@protocol NSCopying
+@end
+
+__attribute__((objc_root_class))
+@interface NSObject<NSObject>
++ (instancetype)alloc;
++ (Class)class;
+- (instancetype)init;
+@end
+
+typedef NSUInteger NSStringEncoding;
+enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
+
+@interface NSString : NSObject <NSCopying>
+@property(nullable, readonly) const char* UTF8String;
+- (nullable instancetype)initWithBytes:(const void*)bytes
+                                length:(NSUInteger)len
+                              encoding:(NSStringEncoding)encoding;
+- (NSUInteger)lengthOfBytesUsingEncoding:(NSStringEncoding)enc;
+@end
+
+@interface NSConstantString : NSString
+@end
+
+@interface NSNumber : NSObject <NSCopying>
++ (NSNumber*)numberWithDouble:(double)value;
+@property(readonly) unsigned long long unsignedLongLongValue;
+@end
+
+@interface NSArray<__covariant ObjectType> : NSObject
++ (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nonnull])objects count:(NSUInteger)cnt;
+@end
+
+@interface NSDictionary<__covariant KeyType, __covariant ObjectType> : NSObject
++ (instancetype)dictionaryWithObject:(ObjectType)object forKey:(KeyType<NSCopying>)key;
++ (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
+                              forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
+                                count:(NSUInteger)cnt;
+- (nullable ObjectType)objectForKeyedSubscript:(KeyType)key;
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
+                                    count:(NSUInteger)len;
+@end
+
+@interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>
+- (void)setObject:(nullable ObjectType)obj forKeyedSubscript:(KeyType<NSCopying>)key;
+@end
+
+@interface NSData : NSObject
+@property(readonly) const void* bytes;
+@property(readonly) NSUInteger length;
+@end
+
+@interface NSError : NSObject
+@end
+
+@interface NSURL : NSObject
++ (nullable instancetype)URLWithString:(NSString*)URLString;
+@end
+
+@interface NSNotification : NSObject
+@end
+
+typedef NSString* NSAttributedStringKey;
+
+@interface NSAttributedString : NSObject
+- (instancetype)initWithString:(NSString*)str
+                    attributes:(nullable NSDictionary<NSAttributedStringKey, id>*)attrs;
+@end
+
+@interface NSMutableAttributedString : NSAttributedString
+- (void)appendAttributedString:(NSAttributedString*)attrString;
+@end
+
+@interface NSTimer : NSObject
++ (NSTimer*)scheduledTimerWithTimeInterval:(NSTimeInterval)interval
+                                   repeats:(BOOL)repeats
+                                     block:(void (^)(NSTimer* timer))block;
+- (void)invalidate;
+@end
+
+@interface NSUserDefaults : NSObject
+@property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
+- (nullable id)objectForKey:(NSString*)defaultName;
+- (NSInteger)integerForKey:(NSString*)defaultName;
+- (BOOL)boolForKey:(NSString*)defaultName;
+- (void)setInteger:(NSInteger)value forKey:(NSString*)defaultName;
+- (void)setBool:(BOOL)value forKey:(NSString*)defaultName;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,22 @@
+// What this program uses of Service Management, as its reference documents it.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NS_ENUM(NSInteger, SMAppServiceStatus) {
+  SMAppServiceStatusNotRegistered,
+  SMAppServiceStatusEnabled,
+  SMAppServiceStatusRequiresApproval,
+  SMAppServiceStatusNotFound,
+};
+
+@interface SMAppService : NSObject
+@property(class, readonly) SMAppService* mainAppService;
+@property(readonly) SMAppServiceStatus status;
+- (BOOL)registerAndReturnError:(NSError* _Nullable* _Nullable)error;
+- (BOOL)unregisterAndReturnError:(NSError* _Nullable* _Nullable)error;
+@end
+
+NS_ASSUME_NONNULL_END
