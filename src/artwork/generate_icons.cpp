@@ -1,4 +1,5 @@
-// Writes the icons of all symbols, templates and tinted ones, into a folder:
+// Writes the icons of all symbols, templates and tinted ones, and the application's own into a
+// folder:
 //
 //   generate_icons FOLDER
 
@@ -8,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "artwork/app_icon.h"
 #include "artwork/battery.h"
 #include "artwork/svg.h"
 #include "graphics/symbol.h"
@@ -16,15 +18,18 @@ namespace lumowatt::artwork {
 
 namespace {
 
-void writeIcon(const std::string& folder, std::string_view symbol,
-               std::optional<SystemColor> tint) {
-  const std::string path = folder + "/" + iconName(symbol, tint) + ".svg";
+void write(const std::string& path, const std::string& contents) {
   std::ofstream file(path);
-  file << svg(symbolPath(symbol).value(), tint) << std::flush;
+  file << contents << std::flush;
   if (!file) {
     std::fprintf(stderr, "generate_icons: cannot write %s\n", path.c_str());
     std::exit(EXIT_FAILURE);
   }
+}
+
+void writeIcon(const std::string& folder, std::string_view symbol,
+               std::optional<SystemColor> tint) {
+  write(folder + "/" + iconName(symbol, tint) + ".svg", svg(symbolPath(symbol).value(), tint));
 }
 
 }  // namespace
@@ -42,5 +47,6 @@ int main(int argc, char** argv) {
     artwork::writeIcon(folder, symbol, std::nullopt);
     for (const auto& tint : artwork::iconTints) artwork::writeIcon(folder, symbol, tint.color);
   }
+  artwork::write(folder + "/com.fernhollow.Lumowatt.svg", artwork::appIcon());
   return EXIT_SUCCESS;
 }

@@ -31,18 +31,18 @@ struct PathWriter {
   }
 };
 
-std::string pathData(const Path& path) {
-  std::string data;
-  for (const auto& element : path) std::visit(PathWriter{data}, element);
-  return data;
-}
-
 const IconTint* find(std::optional<SystemColor> color) {
   const auto found = std::ranges::find(iconTints, color, &IconTint::color);
   return found == iconTints.end() ? nullptr : &*found;
 }
 
 }  // namespace
+
+std::string pathData(const Path& path) {
+  std::string data;
+  for (const auto& element : path) std::visit(PathWriter{data}, element);
+  return data;
+}
 
 std::string iconName(std::string_view symbol, std::optional<SystemColor> tint) {
   std::string name = "lumowatt-" + std::string(symbol) + "-";

@@ -23,6 +23,9 @@ inline constexpr std::array<IconTint, 3> iconTints{{{SystemColor::green, "green"
                                                     {SystemColor::orange, "orange", "#e07600"},
                                                     {SystemColor::red, "red", "#f0403a"}}};
 
+/// A path as SVG's path data.
+std::string pathData(const Path& path);
+
 /// The name of the icon that shows a symbol in a tint or, without one, as a template. A template's
 /// ends in "-symbolic", by which GTK knows that it is to colour it. A colour that is not among the
 /// tints counts as none.

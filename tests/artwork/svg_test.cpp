@@ -15,6 +15,7 @@
 #include "support/fixtures.h"
 #include "support/picture.h"
 #include "support/process.h"
+#include "support/rendered.h"
 
 namespace lumowatt::artwork {
 
@@ -39,13 +40,7 @@ std::string file(std::string_view name, Tint tint) {
 
 /// An icon as it is rendered at a size.
 Picture rendered(std::string_view name, Tint tint, int size) {
-  const TemporaryFolder folder;
-  const std::string png = folder.path() / "icon.png";
-  const std::string side = std::to_string(size);
-  const auto result =
-      runProcess({"rsvg-convert", "-w", side, "-h", side, "-o", png, file(name, tint)});
-  EXPECT_EQ(result.status, 0) << result.errors;
-  return Picture(fileContents(png));
+  return lumowatt::rendered(file(name, tint), size);
 }
 
 Pixel pixel(std::string_view hex) {
@@ -99,6 +94,7 @@ TEST(Icons, AreThereForEverySymbolAndTintAndNoMore) {
     for (const Tint& tint : tints()) expected.insert(iconName(name, tint) + ".svg");
   }
   EXPECT_EQ(expected.size(), 6U * 4U);
+  expected.insert("com.fernhollow.Lumowatt.svg");  // the application's own
   std::set<std::string> found;
   for (const auto& entry : std::filesystem::directory_iterator(icons)) {
     found.insert(entry.path().filename());

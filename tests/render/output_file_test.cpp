@@ -53,6 +53,7 @@ TEST(OutputFile, AFileInThePlaceOfAFolderIsAnError) {
 }
 
 TEST(OutputFile, AFullDeviceIsAnErrorForManyBytesAndForFew) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "a Mac has no such device";
   EXPECT_EQ(writeFile("/dev/full", "x"), Error("No space left on device"));
   EXPECT_EQ(writeFile("/dev/full", std::string(1000000, 'x')), Error("No space left on device"));
 }

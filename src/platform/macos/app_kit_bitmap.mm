@@ -1,6 +1,7 @@
 #include "platform/macos/app_kit_bitmap.h"
 
 #import <AppKit/AppKit.h>
+#import <CoreGraphics/CoreGraphics.h>
 
 #include "platform/macos/app_kit_canvas.h"
 

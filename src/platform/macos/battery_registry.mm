@@ -37,24 +37,25 @@ PropertyValue makeValue(id object) {
   return {};
 }
 
-/// A copy of the service's properties. Nil when there is no such service, or it gives none.
-id copyProperties() {
-  const io_service_t service =
-      IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching("AppleSmartBattery"));
-  if (service == IO_OBJECT_NULL) return nil;
+/// A copy of the service's properties, which the caller releases. Null when it gives none.
+CFMutableDictionaryRef copyProperties(io_service_t service) {
   CFMutableDictionaryRef properties = nullptr;
   const kern_return_t status =
       IORegistryEntryCreateCFProperties(service, &properties, kCFAllocatorDefault, 0);
-  IOObjectRelease(service);
-  id const copy = (__bridge_transfer id)properties;
-  return status == KERN_SUCCESS ? copy : nil;
+  if (status == KERN_SUCCESS) return properties;
+  if (properties != nullptr) CFRelease(properties);
+  return nullptr;
 }
 
 }  // namespace
 
 std::optional<PropertyDictionary> BatteryRegistry::properties() {
   @autoreleasepool {
-    id const copy = copyProperties();
+    const io_service_t service =
+        IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching("AppleSmartBattery"));
+    if (service == IO_OBJECT_NULL) return std::nullopt;
+    id const copy = (__bridge_transfer id)copyProperties(service);
+    IOObjectRelease(service);
     if (copy == nil) return std::nullopt;
     const PropertyValue value = makeValue(copy);
     const PropertyDictionary* const dictionary = value.asDictionary();

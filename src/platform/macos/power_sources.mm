@@ -2,6 +2,7 @@
 
 #import <AppKit/AppKit.h>
 #import <IOKit/ps/IOPowerSources.h>
+#include <dispatch/dispatch.h>
 
 #include "platform/macos/application_delegate.h"
 

@@ -171,7 +171,11 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 
 // Views
 
-@interface NSView : NSResponder
+@protocol NSAccessibility <NSObject>
+@property(nullable, copy) NSString* accessibilityLabel;
+@end
+
+@interface NSView : NSResponder <NSAccessibility>
 - (instancetype)initWithFrame:(NSRect)frameRect;
 @property(nullable, copy) NSString* toolTip;
 @property(nullable, copy) NSString* accessibilityLabel;
@@ -214,7 +218,7 @@ typedef NS_ENUM(NSUInteger, NSImageScaling) {
 
 // The menu bar
 
-extern const CGFloat NSVariableStatusItemLength;
+static const CGFloat NSVariableStatusItemLength = -1.0;
 typedef NSString* NSStatusItemAutosaveName;
 
 @interface NSStatusBarButton : NSButton

@@ -12,12 +12,17 @@
   enum name : type name;    \
   enum name : type
 #define NS_NOESCAPE __attribute__((noescape))
+#define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 
 #define YES __objc_yes
 #define NO __objc_no
 #define nil nullptr
 
+#ifdef BOOL_IS_CHAR  // as on Macs with an Intel processor
+typedef signed char BOOL;
+#else
 typedef bool BOOL;
+#endif
 typedef long NSInteger;
 typedef unsigned long NSUInteger;
 typedef double NSTimeInterval;
@@ -60,7 +65,7 @@ typedef NSUInteger NSStringEncoding;
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
 @interface NSString : NSObject <NSCopying>
-@property(nullable, readonly) const char* UTF8String;
+@property(nullable, readonly) const char* UTF8String NS_RETURNS_INNER_POINTER;
 - (nullable instancetype)initWithBytes:(const void*)bytes
                                 length:(NSUInteger)len
                               encoding:(NSStringEncoding)encoding;
@@ -70,7 +75,10 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @interface NSConstantString : NSString
 @end
 
-@interface NSNumber : NSObject <NSCopying>
+@interface NSValue : NSObject <NSCopying>
+@end
+
+@interface NSNumber : NSValue
 + (NSNumber*)numberWithDouble:(double)value;
 @property(readonly) unsigned long long unsignedLongLongValue;
 @end
@@ -95,7 +103,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSData : NSObject
-@property(readonly) const void* bytes;
+@property(readonly) const void* bytes NS_RETURNS_INNER_POINTER;
 @property(readonly) NSUInteger length;
 @end
 

@@ -1,0 +1,72 @@
+#include "macos/compiler.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <regex>
+#include <sstream>
+
+namespace lumowatt {
+
+namespace {
+
+constexpr const char* room = "platform/macos";
+
+ProcessResult runClang(const std::vector<std::string>& mode, const std::string& file,
+                       const std::filesystem::path& changed) {
+  std::istringstream flags(LUMOWATT_OBJCXX_FLAGS);
+  std::vector<std::string> command{"clang++", "@" LUMOWATT_CLANG_FLAGS};
+  command.insert(command.end(), mode.begin(), mode.end());
+  command.insert(command.end(), std::istream_iterator<std::string>(flags), {});
+  command.insert(command.end(), {"-isystem", LUMOWATT_DECLARATIONS});
+  std::filesystem::path source = macosSources / file;
+  if (!changed.empty()) {
+    command.push_back("-I" + changed.string());
+    const std::filesystem::path other = changed / room / file;
+    if (std::filesystem::exists(other)) source = other;
+  }
+  command.insert(command.end(), {"-I" LUMOWATT_SOURCES, source});
+  return runProcess(command);
+}
+
+}  // namespace
+
+std::vector<std::string> macosFiles(const std::string& extension) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(macosSources)) {
+    if (entry.path().extension() == extension) names.push_back(entry.path().filename());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+ProcessResult typeCheck(const std::string& file, ObjcBool boolType,
+                        const std::filesystem::path& changed) {
+  std::vector<std::string> mode{"-fsyntax-only"};
+  if (boolType == ObjcBool::isChar) mode.emplace_back("-DBOOL_IS_CHAR");
+  return runClang(mode, file, changed);
+}
+
+ProcessResult ownershipCheck(const std::string& file, const std::filesystem::path& changed) {
+  return runClang({"--analyze", "--analyzer-output", "text", "-Xclang",
+                   "-analyzer-checker=osx.cocoa.RetainCount", "-Xclang", "-analyzer-werror",
+                   // Each function alone: by its name the analyzer knows what another one gives.
+                   "-Xclang", "-analyzer-config", "-Xclang", "ipa=none"},
+                  file, changed);
+}
+
+std::vector<std::string> definedMethods(const std::string& file,
+                                        const std::filesystem::path& changed) {
+  const auto result = runClang({"-S", "-emit-llvm", "-o", "-"}, file, changed);
+  EXPECT_EQ(result.status, 0) << result.errors;
+  const std::regex method(R"(define [^\n]*"\\01([-+]\[[^\]]*\])\")");
+  std::vector<std::string> methods;
+  for (std::sregex_iterator each(result.output.begin(), result.output.end(), method), end;
+       each != end; ++each) {
+    methods.push_back((*each)[1]);
+  }
+  return methods;
+}
+
+}  // namespace lumowatt

@@ -1,0 +1,276 @@
+// The Mac's sources, on a machine that has no Mac's headers: each is type-checked and its ownership
+// analysed against declarations of our own, and a list of faults shows that these checks see them.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "macos/compiler.h"
+#include "support/files.h"
+
+namespace lumowatt {
+
+namespace {
+
+/// A mistake that somebody might make in one of the sources.
+struct Fault {
+  std::string name;
+  std::string in;       ///< the file that has it
+  std::string right;    ///< what stands there, once
+  std::string wrong;    ///< what the mistake makes of it
+  std::string seen;     ///< what is said of it
+  std::string of = in;  ///< the source in which it is seen
+};
+
+void PrintTo(const Fault& fault, std::ostream* stream) { *stream << fault.in; }
+
+/// The fault's file as it would be with it.
+class Planted {
+ public:
+  explicit Planted(const Fault& fault) {
+    std::string text = fileContents(macosSources / fault.in);
+    const std::size_t place = text.find(fault.right);
+    EXPECT_NE(place, std::string::npos) << "there is no longer: " << fault.right;
+    EXPECT_EQ(text.find(fault.right, place + 1), std::string::npos) << "twice: " << fault.right;
+    if (place != std::string::npos) text.replace(place, fault.right.size(), fault.wrong);
+    folder_.write("platform/macos/" + fault.in, text);
+  }
+
+  const std::filesystem::path& path() const { return folder_.path(); }
+
+ private:
+  TemporaryFolder folder_;
+};
+
+std::string nameOf(const testing::TestParamInfo<Fault>& info) { return info.param.name; }
+
+std::string nameOfFile(const testing::TestParamInfo<std::string>& info) {
+  return info.param.substr(0, info.param.find('.'));
+}
+
+void expectSeen(const ProcessResult& result, const Fault& fault) {
+  EXPECT_NE(result.status, 0);
+  EXPECT_NE(result.errors.find(fault.seen), std::string::npos) << result.errors;
+}
+
+}  // namespace
+
+class MacSource : public testing::TestWithParam<std::string> {};
+
+TEST_P(MacSource, IsWellTypedWithEitherKindOfBool) {
+  for (const ObjcBool boolType : {ObjcBool::isBool, ObjcBool::isChar}) {
+    const auto result = typeCheck(GetParam(), boolType);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.errors, "");
+  }
+}
+
+TEST_P(MacSource, ReleasesWhatItOwns) {
+  const auto result = ownershipCheck(GetParam());
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors, "");
+}
+
+TEST_P(MacSource, IsPartOfTheBuild) {
+  const std::string build = fileContents(macosSources / "CMakeLists.txt");
+  EXPECT_NE(build.find("  " + GetParam()), std::string::npos);
+}
+
+TEST_P(MacSource, IsThin) {
+  const std::string text = fileContents(macosSources / GetParam());
+  EXPECT_LE(std::count(text.begin(), text.end(), '\n'), 200);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, MacSource, testing::ValuesIn(macosFiles(".mm")), nameOfFile);
+
+class MistypedMacSource : public testing::TestWithParam<Fault> {};
+
+TEST_P(MistypedMacSource, IsSeen) {
+  const Planted planted(GetParam());
+  expectSeen(typeCheck(GetParam().of, ObjcBool::isBool, planted.path()), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, MistypedMacSource,
+    testing::Values(
+        Fault{.name = "MisspeltSelector",
+              .in = "block_timer.mm",
+              .right = "repeats:YES",
+              .wrong = "repeat:YES",
+              .seen = "no known class method for selector"},
+        Fault{.name = "MisspeltClass",
+              .in = "menu_items.mm",
+              .right = "[NSMenuItem separatorItem]",
+              .wrong = "[NSMenuItm separatorItem]",
+              .seen = "use of undeclared identifier 'NSMenuItm'"},
+        Fault{.name = "MisspeltProperty",
+              .in = "item_button.mm",
+              .right = ".toolTip",
+              .wrong = ".tooltip",
+              .seen = "property 'tooltip' not found"},
+        Fault{.name = "MisspeltConstant",
+              .in = "item_button.mm",
+              .right = "NSImageLeading",
+              .wrong = "NSImageLead",
+              .seen = "use of undeclared identifier 'NSImageLead'"},
+        Fault{.name = "UndeclaredSelector",
+              .in = "menu_items.mm",
+              .right = "@selector(toggleColor)",
+              .wrong = "@selector(toggleColour)",
+              .seen = "undeclared selector 'toggleColour'"},
+        Fault{.name = "InstanceMethodOfTheClass",
+              .in = "mac_desktop.mm",
+              .right = "[pasteboard clearContents]",
+              .wrong = "[NSPasteboard clearContents]",
+              .seen = "no known class method for selector 'clearContents'"},
+        Fault{.name = "WrongArgument",
+              .in = "mac_desktop.mm",
+              .right = "setBool:value forKey:toNSString(key)",
+              .wrong = "setBool:value forKey:key",
+              .seen = "no viable conversion"},
+        Fault{.name = "WrongKindOfObject",
+              .in = "item_button.mm",
+              .right = "button.attributedTitle = makeAttributedString(title)",
+              .wrong = "button.title = makeAttributedString(title)",
+              .seen = "incompatible"},
+        Fault{.name = "SwappedArguments",
+              .in = "power_sources.mm",
+              .right = "(CFRunLoopGetMain(), source,",
+              .wrong = "(source, CFRunLoopGetMain(),",
+              .seen = "no matching function for call to 'CFRunLoopAddSource'"},
+        Fault{.name = "CallbackOfAnotherKind",
+              .in = "power_sources.mm",
+              .right = "void powerSourceChanged(void* /*context*/)",
+              .wrong = "void powerSourceChanged(int /*context*/)",
+              .seen = "no matching function for call to 'IOPSNotificationCreateRunLoopSource'"},
+        Fault{.name = "BlockOfAnotherKind",
+              .in = "app_kit_canvas.mm",
+              .right = "^BOOL(NSRect rect)",
+              .wrong = "^BOOL(Rect rect)",
+              .seen = "cannot initialize a parameter of type 'BOOL (^ _Nonnull)(NSRect)'"},
+        Fault{.name = "MissingBridgeCast",
+              .in = "battery_registry.mm",
+              .right = "(__bridge_transfer id)copyProperties",
+              .wrong = "copyProperties",
+              .seen = "cannot initialize a variable of type 'const __strong id'"},
+        Fault{.name = "ReleaseByHand",
+              .in = "block_timer.mm",
+              .right = "[timer_ invalidate]",
+              .wrong = "[timer_ release]",
+              .seen = "release"},
+        Fault{.name = "MissingProtocol",
+              .in = "application_delegate.h",
+              .right = "NSApplicationDelegate, NSMenuDelegate,",
+              .wrong = "NSApplicationDelegate,",
+              .seen = "from incompatible type",
+              .of = "mac_desktop.mm"},
+        Fault{.name = "MissingAction",
+              .in = "application_delegate.mm",
+              .right = "- (void)copyDetails {",
+              .wrong = "- (void)copyDetail {",
+              .seen = "method 'copyDetails' in protocol 'LumowattMenuActions' not implemented"},
+        Fault{.name = "NilWhereThereMustBeOne",
+              .in = "app_kit_bitmap.mm",
+              .right = "colorSpaceName:NSDeviceRGBColorSpace",
+              .wrong = "colorSpaceName:nil",
+              .seen = "null passed to a callee that requires a non-null argument"},
+        Fault{.name = "MaybeNilWhereThereMustBeOne",
+              .in = "app_kit_bitmap.mm",
+              .right = "drawOn(context, image, scale)",
+              .wrong = "drawOn([NSGraphicsContext graphicsContextWithBitmapImageRep:pixels], "
+                       "image, scale)",
+              .seen = "implicit conversion from nullable pointer"},
+        Fault{.name = "ForgottenAction",
+              .in = "menu_items.mm",
+              .right = "    case Action::toggleLogin:\n      return @selector(toggleLogin);\n",
+              .wrong = "",
+              .seen = "enumeration value 'toggleLogin' not handled"}),
+    nameOf);
+
+class LeakingMacSource : public testing::TestWithParam<Fault> {};
+
+TEST_P(LeakingMacSource, IsSeen) {
+  const Planted planted(GetParam());
+  expectSeen(ownershipCheck(GetParam().of, planted.path()), GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, LeakingMacSource,
+    testing::Values(
+        Fault{.name = "Properties",
+              .in = "battery_registry.mm",
+              .right = "(__bridge_transfer id)copyProperties",
+              .wrong = "(__bridge id)copyProperties",
+              .seen = "leak"},
+        Fault{.name = "MatchingDescription",
+              .in = "battery_registry.mm",
+              .right = "kIOMainPortDefault, IOServiceMatching(\"AppleSmartBattery\"));",
+              .wrong = "kIOMainPortDefault, IOServiceMatching(\"AppleSmartBattery\"));"
+                       "\n  if (IOServiceMatching(\"x\") == nullptr) return std::nullopt;",
+              .seen = "leak"},
+        Fault{.name = "PropertiesReleasedTwice",
+              .in = "battery_registry.mm",
+              .right = "  if (properties != nullptr) CFRelease(properties);",
+              .wrong = "  properties = IOServiceMatching(\"x\");\n"
+                       "  CFRelease(properties);\n  CFRelease(properties);",
+              .seen = "used after it is released"}),
+    nameOf);
+
+// What the system calls by name is optional in its protocols, so that no compiler misses it.
+
+namespace {
+
+std::vector<std::string> calledByTheSystem() {
+  return {"applicationDidFinishLaunching:", "menuWillOpen:",
+          // the actions of the menu's items
+          "pick:", "toggleColor", "toggleAnimate", "copyDetails", "toggleLogin", "openSettings"};
+}
+
+/// The methods of the delegate but for those of its own header and of the compiler.
+std::vector<std::string> delegateMethods(const std::filesystem::path& changed = {}) {
+  const std::string own = "-[LumowattApplicationDelegate ";
+  std::vector<std::string> selectors;
+  for (const std::string& method : definedMethods("application_delegate.mm", changed)) {
+    EXPECT_EQ(method.substr(0, own.size()), own);
+    const std::string selector = method.substr(own.size(), method.size() - own.size() - 1);
+    const bool isOther = selector == "initWithApplication:" || selector == "powerSourceAction" ||
+                         selector == "setPowerSourceAction:" || selector[0] == '.';
+    if (!isOther) selectors.push_back(selector);
+  }
+  return selectors;
+}
+
+}  // namespace
+
+TEST(MacDelegate, DefinesWhatTheSystemCallsByNameAndNothingLikeIt) {
+  EXPECT_EQ(delegateMethods(), calledByTheSystem());
+}
+
+TEST(MacDelegate, AMisspeltMethodOfAProtocolIsSeen) {
+  for (const auto& [right, wrong] :
+       {std::pair{"menuWillOpen:", "menuWillOpn:"},
+        std::pair{"applicationDidFinishLaunching:", "applicationDidFinishLaunch:"}}) {
+    const Fault fault{.name = {},
+                      .in = "application_delegate.mm",
+                      .right = "- (void)" + std::string(right),
+                      .wrong = "- (void)" + std::string(wrong),
+                      .seen = {}};
+    EXPECT_NE(delegateMethods(Planted(fault).path()), calledByTheSystem()) << wrong;
+  }
+}
+
+TEST(MacMenu, SendsWhatTheDelegateOrTheApplicationUnderstands) {
+  const std::string text = fileContents(macosSources / "menu_items.mm");
+  std::vector<std::string> sent;
+  const std::string start = "@selector(";
+  for (std::size_t at = text.find(start); at != std::string::npos; at = text.find(start, at + 1)) {
+    const std::size_t begin = at + start.size();
+    sent.push_back(text.substr(begin, text.find(')', begin) - begin));
+  }
+  const std::vector<std::string> understood{"pick:",       "toggleColor", "toggleAnimate",
+                                            "copyDetails", "toggleLogin", "openSettings",
+                                            "terminate:"};
+  EXPECT_EQ(sent, understood);
+}
+
+}  // namespace lumowatt
