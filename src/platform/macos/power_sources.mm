@@ -22,8 +22,7 @@ void powerSourceChanged(void* /*context*/) {
 }  // namespace
 
 bool watchPowerSources() {
-  const CFRunLoopSourceRef source =
-      IOPSNotificationCreateRunLoopSource(&powerSourceChanged, nullptr);
+  CFRunLoopSourceRef source = IOPSNotificationCreateRunLoopSource(&powerSourceChanged, nullptr);
   if (source == nullptr) return false;
   CFRunLoopAddSource(CFRunLoopGetMain(), source, kCFRunLoopDefaultMode);
   CFRelease(source);  // the run loop keeps it
