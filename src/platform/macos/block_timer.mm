@@ -4,14 +4,21 @@
 
 namespace lumowatt::macos {
 
-BlockTimer::BlockTimer(double interval, std::function<void()> tick) {
-  const std::function<void()> action = std::move(tick);
-  timer_ = [NSTimer scheduledTimerWithTimeInterval:interval
-                                           repeats:YES
-                                             block:^(NSTimer*) {
-                                               action();
-                                             }];
+namespace {
+
+NSTimer* schedule(double interval, std::function<void()> tick) {
+  const auto action = std::move(tick);
+  return [NSTimer scheduledTimerWithTimeInterval:interval
+                                         repeats:YES
+                                           block:^(NSTimer*) {
+                                             action();
+                                           }];
 }
+
+}  // namespace
+
+BlockTimer::BlockTimer(double interval, std::function<void()> tick)
+    : timer_(schedule(interval, std::move(tick))) {}
 
 BlockTimer::~BlockTimer() { [timer_ invalidate]; }
 
