@@ -22,7 +22,7 @@ struct Fault {
   std::string of = in;  ///< the source in which it is seen
 };
 
-void PrintTo(const Fault& fault, std::ostream* stream) { *stream << fault.in; }
+std::ostream& operator<<(std::ostream& stream, const Fault& fault) { return stream << fault.in; }
 
 /// The fault's file as it would be with it.
 class Planted {
