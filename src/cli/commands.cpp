@@ -26,10 +26,11 @@ struct Performer {
   Outcome operator()(const PrintVersion&) const { return success(std::string(version) + "\n"); }
 
   Outcome operator()(const WriteSnapshot& snapshot) const {
+    const auto bitmaps = services.makeBitmaps();
     const auto reading = snapshot.sample ? sampleReading(*snapshot.sample) : read(services.battery);
     if (!reading) return failure(snapshot.sample ? "unknown sample" : "no battery");
     const auto error =
-        writeSnapshot(*reading, snapshot.path, snapshot.sample.has_value(), services.bitmaps);
+        writeSnapshot(*reading, snapshot.path, snapshot.sample.has_value(), *bitmaps);
     return error ? failure(*error) : success("wrote " + snapshot.path + "\n");
   }
 

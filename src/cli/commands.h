@@ -21,7 +21,8 @@ struct Outcome {
 /// What commands use of the machine.
 struct Services {
   BatteryService& battery;
-  BitmapFactory& bitmaps;
+  /// Makes the factory of the bitmaps for a picture; never null.
+  std::function<std::unique_ptr<BitmapFactory>()> makeBitmaps;
   /// Makes the desktop for the item; null when there is none.
   std::function<std::unique_ptr<Desktop>()> makeDesktop;
 };

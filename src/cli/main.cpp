@@ -16,10 +16,9 @@ int main(int argc, char** argv) {
 
   const Command command = parseCommandLine({argv, static_cast<std::size_t>(argc)});
   const auto battery = platform::batteryService();
-  const auto bitmaps = platform::bitmapFactory();
-  const Services services{.battery = *battery, .bitmaps = *bitmaps, .makeDesktop = [&bitmaps] {
-                            return platform::desktop(*bitmaps);
-                          }};
+  const Services services{.battery = *battery,
+                          .makeBitmaps = platform::bitmapFactory,
+                          .makeDesktop = platform::desktop};
   const auto [output, status] = carryOut(command, LUMOWATT_VERSION, services);
   return writeToStandardOutput(output) ? status : EXIT_FAILURE;
 }

@@ -95,7 +95,7 @@ class Desktop {
 
   /// Seconds from a fixed instant, counting also while the machine sleeps, never going back.
   virtual double now() = 0;
-  /// Calls `tick` every `interval` seconds.
+  /// Calls `tick` every `interval` seconds; where a desktop waits for its open menu, not meanwhile.
   virtual std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) = 0;
   /// Calls `changed` after every change of a power source. False when that is not possible.
   virtual bool watchPowerSources(std::function<void()> changed) = 0;

@@ -12,11 +12,10 @@ namespace lumowatt::platform {
 /// The battery of this machine. Never null; a machine without one has no properties to give.
 std::unique_ptr<BatteryService> batteryService();
 
-/// The bitmaps of this machine. Never null; what they need is loaded for the first of them.
+/// The bitmaps of this machine. Never null, even where none can be made.
 std::unique_ptr<BitmapFactory> bitmapFactory();
 
-/// The desktop of this machine, which draws on those bitmaps what it shows outside of the menu bar.
-/// Null when there is none; the reason is then on the standard error.
-std::unique_ptr<Desktop> desktop(BitmapFactory& bitmaps);
+/// The desktop of this machine. Null when there is none; the reason is then on the standard error.
+std::unique_ptr<Desktop> desktop();
 
 }  // namespace lumowatt::platform

@@ -12,11 +12,26 @@ namespace lumowatt {
 
 namespace {
 
+/// The bitmaps of a factory that the test keeps.
+class LentBitmaps : public BitmapFactory {
+ public:
+  explicit LentBitmaps(BitmapFactory& bitmaps) : bitmaps_(bitmaps) {}
+
+  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
+                               Appearance appearance) override {
+    return bitmaps_.draw(picture, scale, appearance);
+  }
+
+ private:
+  BitmapFactory& bitmaps_;
+};
+
 void expectOutcome(const Command& command, BatteryService& battery, BitmapFactory& bitmaps,
                    const std::string& output, int status) {
-  const auto noDesktop = [] { return nullptr; };
-  const Outcome outcome = carryOut(
-      command, "1.0.0", {.battery = battery, .bitmaps = bitmaps, .makeDesktop = noDesktop});
+  const Services services{.battery = battery,
+                          .makeBitmaps = [&] { return std::make_unique<LentBitmaps>(bitmaps); },
+                          .makeDesktop = [] { return nullptr; }};
+  const Outcome outcome = carryOut(command, "1.0.0", services);
   EXPECT_EQ(outcome.output, output);
   EXPECT_EQ(outcome.status, status);
 }
@@ -52,10 +67,9 @@ Outcome showItem(std::string& shown, const std::optional<std::string>& end) {
   properties.set("CurrentCapacity", PropertyValue::number(64));
   properties.set("MaxCapacity", PropertyValue::number(100));
   ScriptedBattery battery(properties);
-  RecordingBitmapFactory bitmaps;
   const auto makeDesktop = [&] { return std::make_unique<BriefDesktop>(shown, end); };
   return carryOut(ShowMenuBarItem{}, "1.0.0",
-                  {.battery = battery, .bitmaps = bitmaps, .makeDesktop = makeDesktop});
+                  {.battery = battery, .makeBitmaps = nullptr, .makeDesktop = makeDesktop});
 }
 
 bool hasCaption(const RecordingBitmapFactory& bitmaps) {

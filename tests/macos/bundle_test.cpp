@@ -16,16 +16,21 @@ namespace lumowatt {
 
 namespace {
 
-/// The property list's values by their keys; a truth value as the name of its element.
+/// The property list's keys with the elements that follow them.
 std::map<std::string, std::string> infoPlist() {
   const std::string text = fileContents(LUMOWATT_INFO_PLIST);
-  const std::regex entry(R"(<key>(\w+)</key>\s*(?:<string>([^<]*)</string>|<(true|false)/>))");
+  const std::regex entry(R"(<key>(\w+)</key>\s*(<(\w+)>[^<]*</\3>|<\w+/>|))");
   std::map<std::string, std::string> values;
+  std::size_t keys = 0;
   for (std::sregex_iterator each(text.begin(), text.end(), entry), end; each != end; ++each) {
-    values[(*each)[1]] = (*each)[2].matched ? (*each)[2] : (*each)[3];
+    values[(*each)[1]] = (*each)[2];
+    ++keys;
   }
+  EXPECT_EQ(keys, values.size()) << "a key occurs twice";
   return values;
 }
+
+std::string text(const std::string& value) { return "<string>" + value + "</string>"; }
 
 struct Block {
   std::string type;
@@ -62,26 +67,29 @@ std::vector<Block> iconBlocks() {
 
 TEST(MacBundle, TheSystemIsToldWhatItAsksFor) {
   const std::map<std::string, std::string> expected{
-      {"CFBundleDevelopmentRegion", "en"},
-      {"CFBundleExecutable", "Lumowatt"},
-      {"CFBundleIconFile", "Lumowatt"},
-      {"CFBundleIdentifier", "com.fernhollow.lumowatt"},
-      {"CFBundleInfoDictionaryVersion", "6.0"},
-      {"CFBundleName", "Lumowatt"},
-      {"CFBundlePackageType", "APPL"},
-      {"CFBundleShortVersionString", LUMOWATT_VERSION},
-      {"CFBundleVersion", LUMOWATT_VERSION},
-      {"LSApplicationCategoryType", "public.app-category.utilities"},
-      {"LSMinimumSystemVersion", "13.3"},
-      {"LSUIElement", "true"},  // no icon in the Dock
-      {"NSHumanReadableCopyright", "Copyright 2026 Fernhollow"},
-      {"NSPrincipalClass", "NSApplication"}};
+      {"CFBundleDevelopmentRegion", text("en")},
+      {"CFBundleExecutable", text("Lumowatt")},
+      {"CFBundleIconFile", text("Lumowatt")},
+      {"CFBundleIdentifier", text("com.fernhollow.lumowatt")},
+      {"CFBundleInfoDictionaryVersion", text("6.0")},
+      {"CFBundleName", text("Lumowatt")},
+      {"CFBundlePackageType", text("APPL")},
+      {"CFBundleShortVersionString", text(LUMOWATT_VERSION)},
+      {"CFBundleVersion", text(LUMOWATT_VERSION)},
+      {"LSApplicationCategoryType", text("public.app-category.utilities")},
+      {"LSMinimumSystemVersion", text("13.3")},
+      {"LSUIElement", "<true/>"},  // no icon in the Dock
+      {"NSHighResolutionCapable", "<true/>"},
+      {"NSHumanReadableCopyright", text("Copyright 2026 Fernhollow")},
+      {"NSPrincipalClass", text("NSApplication")}};
   EXPECT_EQ(infoPlist(), expected);
 }
 
-TEST(MacBundle, ThePropertyListIsWellFormed) {
-  const auto result = runProcess({"xmllint", "--nonet", "--noout", LUMOWATT_INFO_PLIST});
+TEST(MacBundle, ThePropertyListIsOneDictionary) {
+  const auto result = runProcess(
+      {"xmllint", "--nonet", "--xpath", "count(/plist[@version='1.0']/*)", LUMOWATT_INFO_PLIST});
   EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_EQ(result.output, "1\n");
 }
 
 TEST(MacBundle, TheIconHasEverySizeAndIsThatOfTheArtwork) {

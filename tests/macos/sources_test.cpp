@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <regex>
+#include <utility>
 
 #include "macos/compiler.h"
 #include "support/files.h"
@@ -196,24 +198,32 @@ TEST_P(LeakingMacSource, IsSeen) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, LeakingMacSource,
-    testing::Values(
-        Fault{.name = "Properties",
-              .in = "battery_registry.mm",
-              .right = "(__bridge_transfer id)copyProperties",
-              .wrong = "(__bridge id)copyProperties",
-              .seen = "leak"},
-        Fault{.name = "MatchingDescription",
-              .in = "battery_registry.mm",
-              .right = "kIOMainPortDefault, IOServiceMatching(\"AppleSmartBattery\"));",
-              .wrong = "kIOMainPortDefault, IOServiceMatching(\"AppleSmartBattery\"));"
-                       "\n  if (IOServiceMatching(\"x\") == nullptr) return std::nullopt;",
-              .seen = "leak"},
-        Fault{.name = "PropertiesReleasedTwice",
-              .in = "battery_registry.mm",
-              .right = "  if (properties != nullptr) CFRelease(properties);",
-              .wrong = "  properties = IOServiceMatching(\"x\");\n"
-                       "  CFRelease(properties);\n  CFRelease(properties);",
-              .seen = "used after it is released"}),
+    testing::Values(Fault{.name = "Properties",
+                          .in = "battery_registry.mm",
+                          .right = "(__bridge_transfer id)copyProperties",
+                          .wrong = "(__bridge id)copyProperties",
+                          .seen = "leak"},
+                    Fault{.name = "MatchingDescription",
+                          .in = "battery_registry.mm",
+                          .right = "  if (status == KERN_SUCCESS) return properties;",
+                          .wrong = "  if (IOServiceMatching(\"x\") == nullptr) return properties;",
+                          .seen = "leak"},
+                    Fault{.name = "RunLoopSource",
+                          .in = "power_sources.mm",
+                          .right = "  CFRelease(source);",
+                          .wrong = "",
+                          .seen = "leak"},
+                    Fault{.name = "RunLoopSourceReleasedTwice",
+                          .in = "power_sources.mm",
+                          .right = "  CFRelease(source);",
+                          .wrong = "  CFRelease(source);\n  CFRelease(source);",
+                          .seen = "used after it is released"},
+                    Fault{.name = "PropertiesReleasedTwice",
+                          .in = "battery_registry.mm",
+                          .right = "  if (properties != nullptr) CFRelease(properties);",
+                          .wrong = "  properties = IOServiceMatching(\"x\");\n"
+                                   "  CFRelease(properties);\n  CFRelease(properties);",
+                          .seen = "used after it is released"}),
     nameOf);
 
 // What the system calls by name is optional in its protocols, so that no compiler misses it.
@@ -259,18 +269,77 @@ TEST(MacDelegate, AMisspeltMethodOfAProtocolIsSeen) {
   }
 }
 
-TEST(MacMenu, SendsWhatTheDelegateOrTheApplicationUnderstands) {
-  const std::string text = fileContents(macosSources / "menu_items.mm");
-  std::vector<std::string> sent;
-  const std::string start = "@selector(";
-  for (std::size_t at = text.find(start); at != std::string::npos; at = text.find(start, at + 1)) {
-    const std::size_t begin = at + start.size();
-    sent.push_back(text.substr(begin, text.find(')', begin) - begin));
+namespace {
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+/// What the two groups of a pattern match in a source, from its start on.
+Pairs matches(const std::string& file, const std::string& pattern) {
+  const std::string text = fileContents(macosSources / file);
+  const std::regex expression(pattern);
+  Pairs found;
+  for (std::sregex_iterator each(text.begin(), text.end(), expression), end; each != end; ++each) {
+    found.emplace_back((*each)[1], (*each)[2]);
   }
-  const std::vector<std::string> understood{"pick:",       "toggleColor", "toggleAnimate",
-                                            "copyDetails", "toggleLogin", "openSettings",
-                                            "terminate:"};
-  EXPECT_EQ(sent, understood);
+  return found;
 }
+
+Pairs actions() {
+  return {{"pick", "pick"},
+          {"toggleColor", "toggleColor"},
+          {"toggleAnimate", "toggleAnimate"},
+          {"copyDetails", "copyDetails"},
+          {"toggleLogin", "toggleLogin"},
+          {"openSettings", "openSettings"}};
+}
+
+}  // namespace
+
+TEST(MacMenu, SendsEachActionToItsHandlerAndTheLastToTheApplication) {
+  Pairs sent = actions();
+  sent.emplace_back("terminate", "terminate");
+  EXPECT_EQ(matches("menu_items.mm", R"(case Action::(\w+):\s*return @selector\((\w+):?\))"), sent);
+}
+
+TEST(MacDelegate, HasEachHandlerPerformItsAction) {
+  EXPECT_EQ(
+      matches("application_delegate.mm",
+              R"(- \(void\)(\w+)[^\n]*\n  _application->perform\(\{\.action = Action::(\w+))"),
+      actions());
+}
+
+/// A name or a choice that has a right place, and that no compiler can judge.
+struct Name {
+  std::string in;
+  std::string text;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Name& name) { return stream << name.text; }
+
+class MacName : public testing::TestWithParam<Name> {};
+
+TEST_P(MacName, StandsWhereItBelongsAndOnce) {
+  const std::string source = fileContents(macosSources / GetParam().in);
+  const std::size_t place = source.find(GetParam().text);
+  EXPECT_NE(place, std::string::npos);
+  EXPECT_EQ(source.find(GetParam().text, place + 1), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, MacName,
+    testing::Values(Name{"battery_registry.mm", "IOServiceMatching(\"AppleSmartBattery\")"},
+                    Name{"mac_desktop.mm",
+                         "@\"x-apple.systempreferences:com.apple.Battery-Settings.extension\""},
+                    Name{"mac_desktop.mm",
+                         "setActivationPolicy:NSApplicationActivationPolicyAccessory"},
+                    Name{"mac_desktop.mm", "statusItemWithLength:NSVariableStatusItemLength"},
+                    Name{"mac_desktop.mm", "clock_gettime(CLOCK_MONOTONIC_RAW"},
+                    Name{"mac_desktop.mm", "forType:NSPasteboardTypeString"},
+                    Name{"power_sources.mm", "source, kCFRunLoopDefaultMode"},
+                    Name{"block_timer.mm", "repeats:YES"},
+                    Name{"menu_items.mm", "imageScaling = NSImageScaleNone"},
+                    Name{"item_button.mm", "imagePosition = NSImageLeading"},
+                    Name{"app_kit_bitmap.mm", "colorSpaceName:NSDeviceRGBColorSpace"},
+                    Name{"app_kit_bitmap.mm", "representationUsingType:NSBitmapImageFileTypePNG"}));
 
 }  // namespace lumowatt

@@ -274,7 +274,7 @@ TEST_P(ReadMachine, GivesTheReadingOfItsDictionary) {
   EXPECT_EQ(reading.charging, expected["charging"]);
   EXPECT_EQ(reading.full, expected["full"]);
   EXPECT_EQ(optional(reading.minutes), expected["minutes"]);
-  EXPECT_EQ(reading.adapterName, expected["adapterName"]);
+  EXPECT_EQ(reading.adapterName, expected["adapterName"].get<std::string>());
   EXPECT_EQ(reading.adapterWatts, expected["adapterWatts"]);
   EXPECT_EQ(reading.wallVolts, expected["wallVolts"]);
   EXPECT_EQ(reading.wallAmps, expected["wallAmps"]);

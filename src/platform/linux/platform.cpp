@@ -13,12 +13,13 @@ std::unique_ptr<BatteryService> batteryService() {
 
 std::unique_ptr<BitmapFactory> bitmapFactory() { return std::make_unique<DrawingModule>(); }
 
-std::unique_ptr<Desktop> desktop(BitmapFactory& bitmaps) {
+std::unique_ptr<Desktop> desktop() {
   const auto make = reinterpret_cast<decltype(&lumowattDesktop)>(
       loadModule("lumowatt-desktop.so", "lumowattDesktop"));
   if (make == nullptr) return nullptr;
   const std::string icons = companion("icons", "share/lumowatt");
-  return std::unique_ptr<Desktop>(make(executablePath().c_str(), icons.c_str(), bitmaps));
+  return std::unique_ptr<Desktop>(
+      make(executablePath().c_str(), icons.c_str(), bitmapFactory().release()));
 }
 
 }  // namespace lumowatt::platform

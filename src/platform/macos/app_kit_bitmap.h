@@ -4,9 +4,12 @@
 
 namespace lumowatt::macos {
 
-/// Bitmaps of AppKit's. Making one makes the shared application object, which is not run.
+/// Bitmaps of AppKit's. It makes the shared application object, without which there are no fonts
+/// and no colours, but does not run it.
 class AppKitBitmapFactory : public BitmapFactory {
  public:
+  AppKitBitmapFactory();
+
   std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
                                Appearance appearance) override;
 };

@@ -66,10 +66,11 @@ void drawOn(NSGraphicsContext* context, NSImage* image, double scale) {
 
 }  // namespace
 
+AppKitBitmapFactory::AppKitBitmapFactory() { [NSApplication sharedApplication]; }
+
 std::unique_ptr<Bitmap> AppKitBitmapFactory::draw(const Drawing& picture, double scale,
                                                   Appearance appearance) {
   @autoreleasepool {
-    [NSApplication sharedApplication];  // without it there are no fonts and no colours
     NSImage* const image = makeDrawing(picture);
     NSBitmapImageRep* const pixels = makePixels(image.size, scale);
     if (pixels == nil) return nullptr;

@@ -37,6 +37,20 @@ PropertyValue makeValue(id object) {
   return {};
 }
 
+/// The service of the battery as long as it lives; 0 when there is none.
+class Service {
+ public:
+  Service() = default;
+  Service(const Service&) = delete;
+  Service& operator=(const Service&) = delete;
+  ~Service() {
+    if (handle != IO_OBJECT_NULL) IOObjectRelease(handle);
+  }
+
+  const io_service_t handle =
+      IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching("AppleSmartBattery"));
+};
+
 /// A copy of the service's properties, which the caller releases. Null when it gives none.
 CFMutableDictionaryRef copyProperties(io_service_t service) {
   CFMutableDictionaryRef properties = nullptr;
@@ -51,11 +65,9 @@ CFMutableDictionaryRef copyProperties(io_service_t service) {
 
 std::optional<PropertyDictionary> BatteryRegistry::properties() {
   @autoreleasepool {
-    const io_service_t service =
-        IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching("AppleSmartBattery"));
-    if (service == IO_OBJECT_NULL) return std::nullopt;
-    id const copy = (__bridge_transfer id)copyProperties(service);
-    IOObjectRelease(service);
+    const Service service;
+    if (service.handle == IO_OBJECT_NULL) return std::nullopt;
+    id const copy = (__bridge_transfer id)copyProperties(service.handle);
     if (copy == nil) return std::nullopt;
     const PropertyValue value = makeValue(copy);
     const PropertyDictionary* const dictionary = value.asDictionary();

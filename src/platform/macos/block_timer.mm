@@ -11,7 +11,12 @@ NSTimer* schedule(double interval, std::function<void()> tick) {
   return [NSTimer scheduledTimerWithTimeInterval:interval
                                          repeats:YES
                                            block:^(NSTimer*) {
-                                             action();
+                                             // The tick may end its own timer, and this block.
+                                             const auto running = action;
+                                             // Ticks can be all that happens for days.
+                                             @autoreleasepool {
+                                               running();
+                                             }
                                            }];
 }
 

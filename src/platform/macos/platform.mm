@@ -11,10 +11,12 @@ std::unique_ptr<BatteryService> batteryService() {
 }
 
 std::unique_ptr<BitmapFactory> bitmapFactory() {
-  return std::make_unique<macos::AppKitBitmapFactory>();
+  @autoreleasepool {
+    return std::make_unique<macos::AppKitBitmapFactory>();
+  }
 }
 
-std::unique_ptr<Desktop> desktop(BitmapFactory& /*bitmaps*/) {
+std::unique_ptr<Desktop> desktop() {
   @autoreleasepool {
     return std::make_unique<macos::MacDesktop>();
   }

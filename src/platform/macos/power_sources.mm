@@ -12,17 +12,24 @@ namespace {
 
 void powerSourceChanged(void* /*context*/) {
   dispatch_async(dispatch_get_main_queue(), ^{
-    const id delegate = NSApplication.sharedApplication.delegate;
-    if (![delegate isKindOfClass:LumowattApplicationDelegate.class]) return;
-    LumowattApplicationDelegate* const own = delegate;
-    if (own.powerSourceAction != nil) own.powerSourceAction();
+    @autoreleasepool {
+      const id delegate = NSApplication.sharedApplication.delegate;
+      if (![delegate isKindOfClass:LumowattApplicationDelegate.class]) return;
+      LumowattApplicationDelegate* const own = delegate;
+      if (own.powerSourceAction != nil) own.powerSourceAction();
+    }
   });
+}
+
+/// The caller's to release. Null when changes cannot be told.
+CFRunLoopSourceRef createSource() {
+  return IOPSNotificationCreateRunLoopSource(&powerSourceChanged, nullptr);
 }
 
 }  // namespace
 
 bool watchPowerSources() {
-  CFRunLoopSourceRef source = IOPSNotificationCreateRunLoopSource(&powerSourceChanged, nullptr);
+  CFRunLoopSourceRef source = createSource();
   if (source == nullptr) return false;
   CFRunLoopAddSource(CFRunLoopGetMain(), source, kCFRunLoopDefaultMode);
   CFRelease(source);  // the run loop keeps it

@@ -47,9 +47,10 @@ void endBySignals(sd_event* loop) {
 
 }  // namespace
 
-LinuxDesktop::LinuxDesktop(const std::string& program, std::string icons, BitmapFactory& bitmaps)
+LinuxDesktop::LinuxDesktop(const std::string& program, std::string icons,
+                           std::unique_ptr<BitmapFactory> bitmaps)
     : icons_(std::move(icons)),
-      bitmaps_(bitmaps),
+      bitmaps_(std::move(bitmaps)),
       preferences_(configurationFile("lumowatt/preferences")),
       loginItem_(configurationFile("autostart/com.fernhollow.Lumowatt.desktop"), program) {}
 
@@ -111,7 +112,7 @@ std::function<void()> LinuxDesktop::followed(std::function<void()> action) {
 void LinuxDesktop::choose(const MenuItem& item) {
   if (item.view) {
     const Appearance appearance = settings_->appearance();
-    viewer_.show(application_->chartPicture(appearance), appearance, bitmaps_);
+    viewer_.show(application_->chartPicture(appearance), appearance, *bitmaps_);
   } else if (item.action == Action::terminate) {
     sd_event_exit(loop_.get(), 0);
   } else {

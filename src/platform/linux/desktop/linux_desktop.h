@@ -21,8 +21,9 @@ namespace lumowatt::desktop {
 class LinuxDesktop : public Desktop {
  public:
   /// For the executable at the path `program`, with its icons in the folder `icons`. What has to be
-  /// drawn is drawn on the bitmaps, which must outlive it.
-  LinuxDesktop(const std::string& program, std::string icons, BitmapFactory& bitmaps);
+  /// drawn is drawn on the bitmaps.
+  LinuxDesktop(const std::string& program, std::string icons,
+               std::unique_ptr<BitmapFactory> bitmaps);
 
   /// Ends at once, and well, when there is such an item in this session already.
   std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
@@ -58,7 +59,7 @@ class LinuxDesktop : public Desktop {
   void setPreference(std::string_view key, std::string_view value);
 
   std::string icons_;
-  BitmapFactory& bitmaps_;
+  std::unique_ptr<BitmapFactory> bitmaps_;
   PreferenceFile preferences_;
   LoginItem loginItem_;
   std::shared_ptr<ApplicationDelegate> application_;  // while it runs

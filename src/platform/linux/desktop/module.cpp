@@ -3,6 +3,7 @@
 #include "platform/linux/desktop/linux_desktop.h"
 
 lumowatt::Desktop* lumowattDesktop(const char* program, const char* icons,
-                                   lumowatt::BitmapFactory& bitmaps) {
-  return new lumowatt::desktop::LinuxDesktop(program, icons, bitmaps);
+                                   lumowatt::BitmapFactory* bitmaps) {
+  return new lumowatt::desktop::LinuxDesktop(program, icons,
+                                             std::unique_ptr<lumowatt::BitmapFactory>(bitmaps));
 }
