@@ -10,7 +10,7 @@ namespace lumowatt {
 
 inline const std::filesystem::path macosSources = LUMOWATT_MACOS_SOURCES;
 
-/// The names of the Mac's sources, sorted.
+/// The names of the Mac's sources with that extension, sorted.
 std::vector<std::string> macosFiles(const std::string& extension);
 
 /// What `BOOL` is: on Macs with an Intel processor a signed char, else a bool.

@@ -78,12 +78,16 @@ TEST_P(MacSource, IsPartOfTheBuild) {
   EXPECT_NE(build.find("  " + GetParam()), std::string::npos);
 }
 
-TEST_P(MacSource, IsThin) {
-  const std::string text = fileContents(macosSources / GetParam());
-  EXPECT_LE(std::count(text.begin(), text.end(), '\n'), 200);
-}
-
 INSTANTIATE_TEST_SUITE_P(All, MacSource, testing::ValuesIn(macosFiles(".mm")), nameOfFile);
+
+TEST(MacSources, AreThinWithTheirHeaders) {
+  for (const char* const extension : {".mm", ".h"}) {
+    for (const std::string& file : macosFiles(extension)) {
+      const std::string text = fileContents(macosSources / file);
+      EXPECT_LE(std::count(text.begin(), text.end(), '\n'), 200) << file;
+    }
+  }
+}
 
 class MistypedMacSource : public testing::TestWithParam<Fault> {};
 
