@@ -29,7 +29,8 @@ void write(const std::string& path, const std::string& contents) {
 
 void writeIcon(const std::string& folder, std::string_view symbol,
                std::optional<SystemColor> tint) {
-  write(folder + "/" + iconName(symbol, tint) + ".svg", svg(symbolPath(symbol).value(), tint));
+  write(folder + "/" + iconName(symbol, tint) + ".svg",
+        symbolIcon(symbolPath(symbol).value(), tint));
 }
 
 }  // namespace

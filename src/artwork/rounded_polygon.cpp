@@ -11,7 +11,11 @@ Point between(Point from, Point to, double share) {
   return {from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share};
 }
 
-double distance(Point a, Point b) { return std::hypot(b.x - a.x, b.y - a.y); }
+double distance(Point a, Point b) {
+  const double x = b.x - a.x;
+  const double y = b.y - a.y;
+  return std::sqrt(x * x + y * y);
+}
 
 /// How far along the edge from `corner` to `neighbour` a rounding may reach.
 double room(const Corner& corner, const Corner& neighbour) {

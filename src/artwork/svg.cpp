@@ -1,11 +1,13 @@
 #include "artwork/svg.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <initializer_list>
 #include <variant>
 
 #include "artwork/battery.h"
-#include "format/number.h"
+#include "telemetry/rounding.h"
 
 namespace lumowatt::artwork {
 
@@ -26,7 +28,7 @@ struct PathWriter {
     data += letter;
     for (const Point& point : points) {
       if (data.back() != letter) data += ' ';
-      data += fixed(point.x, 3) + "," + fixed(point.y, 3);
+      data += decimal(point.x) + "," + decimal(point.y);
     }
   }
 };
@@ -37,6 +39,18 @@ const IconTint* find(std::optional<SystemColor> color) {
 }
 
 }  // namespace
+
+std::string decimal(double value) {
+  constexpr std::int64_t one = 1000;
+  const std::int64_t thousandths = roundedHalfAwayFromZero(value * one).value_or(0);
+  std::string text = thousandths < 0 ? "-" : "";
+  text += std::to_string(std::abs(thousandths / one));
+  if (const std::int64_t rest = std::abs(thousandths % one); rest != 0) {
+    text += "." + std::to_string(one + rest).substr(1);  // with the zeros in front
+    text.erase(text.find_last_not_of('0') + 1);
+  }
+  return text;
+}
 
 std::string pathData(const Path& path) {
   std::string data;
@@ -51,19 +65,31 @@ std::string iconName(std::string_view symbol, std::optional<SystemColor> tint) {
   return name.append(known != nullptr ? known->name : "symbolic");
 }
 
-std::string svg(const Path& area, std::optional<SystemColor> tint) {
-  const std::string side = fixed(gridSize, 0);
-  std::string style;
-  std::string fill = R"(class="ColorScheme-Text" fill="currentColor")";
+std::string area(const Path& path, std::optional<SystemColor> tint, std::string_view attributes) {
+  std::string element = "<path ";
   if (const IconTint* const known = find(tint)) {
-    fill = "fill=\"" + std::string(known->value) + "\"";
+    const std::string value(known->value);
+    element += "fill=\"" + value + "\" style=\"fill:" + value + " !important\" ";
   } else {
-    style = R"(<style type="text/css" id="current-color-scheme">)"
-            ".ColorScheme-Text{color:#909090}</style>\n";
+    element += R"(class="ColorScheme-Text" fill="currentColor" )";
   }
-  return R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" + side + R"(" height=")" + side +
-         R"(" viewBox="0 0 )" + side + " " + side + "\">\n" + style + "<path " + fill +
-         R"( fill-rule="evenodd" d=")" + pathData(area) + "\"/>\n</svg>\n";
+  return element.append(attributes).append(" d=\"").append(pathData(path)).append("\"/>\n");
+}
+
+std::string svg(const Size& size, const std::string& elements, double magnification) {
+  const std::string width = decimal(size.width);
+  const std::string height = decimal(size.height);
+  return R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" +
+         decimal(size.width * magnification) + "\" height=\"" +
+         decimal(size.height * magnification) + R"(" viewBox="0 0 )" + width + " " + height +
+         "\">\n" +
+         R"(<style type="text/css" id="current-color-scheme">.ColorScheme-Text{color:#909090})"
+         "</style>\n" +
+         elements + "</svg>\n";
+}
+
+std::string symbolIcon(const Path& path, std::optional<SystemColor> tint) {
+  return svg({gridSize, gridSize}, area(path, tint, R"(fill-rule="evenodd")"));
 }
 
 }  // namespace lumowatt::artwork

@@ -23,6 +23,10 @@ inline constexpr std::array<IconTint, 3> iconTints{{{SystemColor::green, "green"
                                                     {SystemColor::orange, "orange", "#e07600"},
                                                     {SystemColor::red, "red", "#f0403a"}}};
 
+/// A length or coordinate as SVG has it, to the nearest thousandth, which is to be below a million:
+/// "2", "0.75".
+std::string decimal(double value);
+
 /// A path as SVG's path data.
 std::string pathData(const Path& path);
 
@@ -31,8 +35,15 @@ std::string pathData(const Path& path);
 /// tints counts as none.
 std::string iconName(std::string_view symbol, std::optional<SystemColor> tint);
 
-/// An area on the symbols' square as an SVG file: in a tint or, without one, as a template, which
-/// panels colour through its style sheet (KDE) or its shapes (GTK); where none does, it is grey.
-std::string svg(const Path& area, std::optional<SystemColor> tint);
+/// An area with these attributes, as an element of an icon: in a tint, which stays what it is also
+/// in an icon that GTK colours, or without one as a template. Panels colour that through the file's
+/// style sheet (KDE) or its shapes (GTK); where none does, it is grey.
+std::string area(const Path& path, std::optional<SystemColor> tint, std::string_view attributes);
+
+/// An icon of that size as an SVG file, shown so many times as large where nobody asks for a size.
+std::string svg(const Size& size, const std::string& elements, double magnification = 1.0);
+
+/// The icon of an area on the symbols' square, in a tint or as a template.
+std::string symbolIcon(const Path& path, std::optional<SystemColor> tint);
 
 }  // namespace lumowatt::artwork

@@ -4,10 +4,23 @@
 
 namespace lumowatt {
 
+namespace {
+
+constexpr double heavyDrain = -15.0;  // W
+
+}  // namespace
+
 std::string duration(std::optional<std::int64_t> minutes) {
   if (!minutes) return "calculating";
   if (*minutes < 60) return std::to_string(*minutes) + " min";
   return std::to_string(*minutes / 60) + " h " + std::to_string(*minutes % 60) + " min";
+}
+
+std::string clock(std::int64_t minutes) {
+  const std::int64_t hours = minutes / 60;
+  const std::int64_t rest = minutes % 60;
+  const bool oneDigit = rest >= 0 && rest < 10;
+  return std::to_string(hours) + (oneDigit ? ":0" : ":") + std::to_string(rest);
 }
 
 std::string watts(double value, bool signedValue) {
@@ -41,6 +54,18 @@ std::optional<Color> accent(const Reading& reading) {
   if (reading.external) return reading.full ? std::optional(systemGreen) : std::nullopt;
   if (reading.percent <= 10) return systemRed;
   if (reading.percent <= 20) return systemOrange;
+  return std::nullopt;
+}
+
+std::optional<SystemColor> trendAccent(const Reading& reading) {
+  switch (trend(reading)) {
+    case Trend::up:
+      return SystemColor::green;
+    case Trend::down:
+      return reading.batteryWatts < heavyDrain ? std::optional(SystemColor::orange) : std::nullopt;
+    case Trend::steady:
+      break;
+  }
   return std::nullopt;
 }
 

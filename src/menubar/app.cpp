@@ -13,6 +13,7 @@
 #include "render/chart_picture.h"
 #include "render/glyph.h"
 #include "render/sparkline.h"
+#include "render/tiles.h"
 #include "telemetry/fatal.h"
 #include "telemetry/read.h"
 
@@ -148,6 +149,10 @@ std::optional<Image> App::symbolImage(const Reading& reading) const {
 
 AttributedString App::titleText(const Reading& reading) const {
   return title(reading, titleExtras(mode()), useColor());
+}
+
+std::vector<Tile> App::titleTiles() const {
+  return last_ ? tiles(*last_, titleExtras(mode()), useColor()) : std::vector<Tile>{};
 }
 
 // The preferences

@@ -54,6 +54,7 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
 
   std::string chartText() const override;
   Drawing chartPicture(Appearance appearance) const override;
+  std::vector<Tile> titleTiles() const override;
 
   // What the items of the menu do.
 

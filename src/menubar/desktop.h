@@ -6,9 +6,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "graphics/attributed_string.h"
 #include "graphics/image.h"
+#include "graphics/tile.h"
 #include "menubar/menu.h"
 
 namespace lumowatt {
@@ -35,6 +37,10 @@ class ApplicationDelegate {
   /// picture of its own.
   virtual std::string chartText() const = 0;
   virtual Drawing chartPicture(Appearance appearance) const = 0;
+
+  /// The title of the last reading, for a desktop whose menu bar shows icons alone. None before
+  /// there was a reading.
+  virtual std::vector<Tile> titleTiles() const = 0;
 
   /// An item of the menu was chosen whose action is not the desktop's own.
   virtual void perform(const MenuItem& item) = 0;

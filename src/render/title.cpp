@@ -8,27 +8,9 @@ namespace lumowatt {
 
 namespace {
 
-constexpr double heavyDrain = -15.0;  // W
-
 Color arrowColor(const Reading& reading, bool colored) {
   if (!colored) return SystemColor::label;
-  switch (trend(reading)) {
-    case Trend::up:
-      return systemGreen;
-    case Trend::down:
-      return reading.batteryWatts < heavyDrain ? systemOrange : secondaryLabel;
-    case Trend::steady:
-      break;
-  }
-  return secondaryLabel;
-}
-
-/// Hours and minutes as on a clock, "1:35".
-std::string clock(std::int64_t minutes) {
-  const std::int64_t hours = minutes / 60;
-  const std::int64_t rest = minutes % 60;
-  const bool oneDigit = rest >= 0 && rest < 10;
-  return std::to_string(hours) + (oneDigit ? ":0" : ":") + std::to_string(rest);
+  return trendAccent(reading).value_or(SystemColor::secondaryLabel);
 }
 
 /// The figures beside the percentage; empty when there are none.

@@ -126,7 +126,7 @@ TEST(Icons, ATintedOneHasItsColorInIt) {
   for (const IconTint& tint : iconTints) {
     const std::string contents = fileContents(file(symbol::battery50, tint.color));
     EXPECT_NE(contents.find("<path fill=\"" + std::string(tint.value) + "\""), std::string::npos);
-    EXPECT_EQ(contents.find("current"), std::string::npos);
+    EXPECT_EQ(contents.find("currentColor"), std::string::npos);
   }
 }
 

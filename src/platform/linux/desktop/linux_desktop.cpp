@@ -11,6 +11,7 @@
 #include "platform/linux/desktop/boottime.h"
 #include "platform/linux/desktop/loop_timer.h"
 #include "platform/linux/desktop/programs.h"
+#include "platform/linux/desktop/session_bus.h"
 #include "platform/linux/desktop/user_file.h"
 
 namespace lumowatt::desktop {
@@ -22,16 +23,7 @@ constexpr auto applicationId = "com.fernhollow.Lumowatt";
 
 constexpr int largeBlock = 128 * 1024;
 
-constexpr auto noSessionBus = "no session bus";
-
 void complain(const char* what) { std::fprintf(stderr, "lumowatt: %s\n", what); }
-
-/// Of an error on the bus, as libsystemd has them.
-void complainOfBus(int error) {
-  const char* const reason =
-      error == -ENOMEDIUM ? "the environment does not say where it is" : std::strerror(-error);
-  std::fprintf(stderr, "lumowatt: the session bus: %s\n", reason);
-}
 
 /// Lets the loop end by the signals that ask a process to end.
 void endBySignals(sd_event* loop) {
@@ -55,12 +47,11 @@ LinuxDesktop::LinuxDesktop(const std::string& program, std::string icons,
       loginItem_(configurationFile("autostart/com.fernhollow.Lumowatt.desktop"), program) {}
 
 std::optional<std::string> LinuxDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
-  if (!connect()) return noSessionBus;
-  const int named = sd_bus_request_name(bus_.get(), applicationId, 0);
+  const int named = connect();
   if (named == -EEXIST) return std::nullopt;
   if (named < 0) {
-    complainOfBus(named);
-    return noSessionBus;
+    std::fprintf(stderr, "lumowatt: the session bus: %s\n", busFailure(named));
+    return "no session bus";
   }
   // What a large message took is to go back to the system when it is answered.
   ::mallopt(M_MMAP_THRESHOLD, largeBlock);
@@ -69,43 +60,43 @@ std::optional<std::string> LinuxDesktop::run(std::shared_ptr<ApplicationDelegate
 
   application_ = std::move(delegate);
   settings_.emplace(bus_.get());
-  item_.emplace(bus_.get(), loop_.get(), icons_);
+  button_.emplace(bus_.get(), loop_.get(), icons_, *application_,
+                  [this](const MenuItem& item) { choose(item); });
   application_->applicationDidFinishLaunching();
-  item_->show();
+  button_->show();
   const int status = sd_event_loop(loop_.get());
+  button_.reset();
   application_.reset();
   if (status < 0) return std::strerror(-status);
   return status == 0 ? std::nullopt : std::optional<std::string>("session bus lost");
 }
 
-bool LinuxDesktop::connect() {
+/// Connects to the session, as the one process in it that shows the item: -EEXIST when there is
+/// another.
+int LinuxDesktop::connect() {
   sd_event* loop = nullptr;
   int status = sd_event_new(&loop);
   loop_.reset(loop);
-  sd_bus* bus = nullptr;
-  if (status >= 0) status = sd_bus_open_user(&bus);
-  bus_.reset(bus);
-  if (status >= 0) status = sd_bus_set_exit_on_disconnect(bus, 1);
-  if (status >= 0) status = sd_bus_attach_event(bus, loop, SD_EVENT_PRIORITY_NORMAL);
-  if (status < 0) complainOfBus(status);
-  return status >= 0;
+  if (status >= 0) status = openSessionBus(loop, bus_);
+  if (status >= 0) status = sd_bus_set_exit_on_disconnect(bus_.get(), 1);
+  return status < 0 ? status : sd_bus_request_name(bus_.get(), applicationId, 0);
 }
 
 // The status item
 
 void LinuxDesktop::setAutosaveName(std::string_view name) {
-  if (item_) item_->setId(name);
+  if (button_) button_->setId(name);
 }
 
 void LinuxDesktop::attachMenu() {
-  menu_.emplace(bus_.get(), *application_, [this](const MenuItem& item) { choose(item); });
+  if (button_) button_->attachMenu();
 }
 
 /// An action of the application's, after which the menu follows the item.
 std::function<void()> LinuxDesktop::followed(std::function<void()> action) {
   return [this, action = std::move(action)] {
     action();
-    if (menu_) menu_->follow(item_->toolTip());
+    if (button_) button_->followMenu();
   };
 }
 

@@ -7,13 +7,12 @@
 #include "graphics/canvas.h"
 #include "menubar/desktop.h"
 #include "platform/linux/desktop/login_item.h"
-#include "platform/linux/desktop/menu_server.h"
+#include "platform/linux/desktop/panel_button.h"
 #include "platform/linux/desktop/picture_viewer.h"
 #include "platform/linux/desktop/power_monitor.h"
 #include "platform/linux/desktop/preference_file.h"
 #include "platform/linux/desktop/sd.h"
 #include "platform/linux/desktop/settings_portal.h"
-#include "platform/linux/desktop/status_item.h"
 
 namespace lumowatt::desktop {
 
@@ -28,7 +27,7 @@ class LinuxDesktop : public Desktop {
   /// Ends at once, and well, when there is such an item in this session already.
   std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
-  StatusButton* button() override { return item_ ? &*item_ : nullptr; }
+  StatusButton* button() override { return button_ ? &*button_ : nullptr; }
   void setAutosaveName(std::string_view name) override;
   void attachMenu() override;
 
@@ -53,7 +52,7 @@ class LinuxDesktop : public Desktop {
   void openBatterySettings() override;
 
  private:
-  bool connect();
+  int connect();
   void choose(const MenuItem& item);
   std::function<void()> followed(std::function<void()> action);
   void setPreference(std::string_view key, std::string_view value);
@@ -66,8 +65,7 @@ class LinuxDesktop : public Desktop {
   EventLoop loop_;
   Bus bus_;
   std::optional<SettingsPortal> settings_;
-  std::optional<StatusItem> item_;
-  std::optional<MenuServer> menu_;
+  std::optional<PanelButton> button_;
   std::optional<PowerMonitor> power_;
   PictureViewer viewer_;
 };

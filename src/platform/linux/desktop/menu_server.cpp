@@ -39,9 +39,11 @@ int readIds(sd_bus_message* message, std::span<const std::int32_t>& ids) {
   return status;
 }
 
-/// How many rows of a menu are its report: those before the first separator.
-std::ptrdiff_t reportRows(const Menu& menu) {
-  return std::ranges::find_if(menu, &MenuItem::isSeparator) - menu.begin();
+/// How many rows of a menu are its report: those before the first separator that can be seen.
+std::ptrdiff_t reportRows(const MenuEntry& root) {
+  const auto end = std::ranges::find_if(root.children, &MenuEntry::isSeparator);
+  return std::count_if(root.children.begin(), end,
+                       [](const MenuEntry& entry) { return entry.isVisible; });
 }
 
 /// A reply to a call.
@@ -272,7 +274,7 @@ void MenuServer::follow(std::string_view report) {
   if (report == report_) return;
   report_ = report;
   const bool isKnown = !layout_.root().children.empty();
-  const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(application_.menu());
+  const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(layout_.root());
   if (!isKnown || !(hasOtherRows || boottime() < openUntil_)) return;
   application_.updateMenu();
   tellChanges();

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "artwork/svg.h"
-#include "graphics/symbol.h"
 #include "platform/linux/desktop/menu_server.h"
+#include "platform/linux/desktop/panel_watch.h"
 #include "platform/linux/desktop/text.h"
 
 namespace lumowatt::desktop {
@@ -14,10 +13,8 @@ namespace {
 
 constexpr auto itemPath = "/StatusNotifierItem";
 constexpr auto itemInterface = "org.kde.StatusNotifierItem";
-constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
 
 constexpr char hardware[] = "Hardware";
-constexpr char applicationName[] = "Lumowatt";
 constexpr char active[] = "Active";
 
 int getMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
@@ -58,15 +55,6 @@ std::string labelGuide(std::string label) {
   return label;
 }
 
-/// The icon of a symbol. What is no symbol is shown as an empty battery: without an icon many
-/// panels show nothing at all.
-std::string iconOf(const std::optional<Image>& image) {
-  const auto* const symbol = image ? std::get_if<Symbol>(&image->content) : nullptr;
-  if (symbol == nullptr) return artwork::iconName(symbol::battery0, std::nullopt);
-  const auto* const tint = symbol->tint ? std::get_if<SystemColor>(&*symbol->tint) : nullptr;
-  return artwork::iconName(symbol->name, tint != nullptr ? std::optional(*tint) : std::nullopt);
-}
-
 }  // namespace
 
 template <std::string StatusItem::*text>
@@ -96,13 +84,13 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_PROPERTY("Category", "s", constant<hardware>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Id", "s", getText<&StatusItem::id_>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Title", "s", constant<applicationName>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Title", "s", getText<&StatusItem::title_>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Status", "s", constant<active>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("WindowId", "i", constant<0>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "s", getText<&StatusItem::iconFolder_>, 0,
                     SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", getText<&StatusItem::icon_>, 0, 0),
-    SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText<&StatusItem::iconDescription_>, 0, 0),
+    SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText<&StatusItem::description_>, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabel", "s", getText<&StatusItem::label_>, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getLabelGuide, 0, 0),
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
@@ -119,7 +107,7 @@ const sd_bus_vtable StatusItem::table[] = {
 };
 
 StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons)
-    : bus_(bus), iconFolder_(std::move(icons)), icon_(iconOf(std::nullopt)) {
+    : bus_(bus), iconFolder_(std::move(icons)) {
   sd_bus_slot* object = nullptr;
   sd_bus_add_object_vtable(bus, &object, itemPath, itemInterface, table, this);
   object_.reset(object);
@@ -129,39 +117,24 @@ StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons)
   sd_event_source_set_enabled(sending, SD_EVENT_OFF);
 }
 
-void StatusItem::setImage(const std::optional<Image>& image) {
-  std::string icon = iconOf(image);
-  if (icon == icon_) return;
-  icon_ = std::move(icon);
-  announce(newIcon);
+void StatusItem::setIcon(std::string_view name) { set(icon_, name, newIcon); }
+
+void StatusItem::setLabel(std::string_view label) { set(label_, label, newLabel | newToolTip); }
+
+void StatusItem::setToolTip(std::string_view text) { set(toolTip_, text, newToolTip); }
+
+void StatusItem::setDescription(std::string_view text) { set(description_, text, newDescription); }
+
+void StatusItem::setTexts(const StatusItem& other) {
+  setLabel(other.label_);
+  setToolTip(other.toolTip_);
+  setDescription(other.description_);
 }
 
-void StatusItem::setTitle(std::string_view title) {
-  const std::string_view label = trimmed(title);  // panels keep a distance of their own
-  if (label == label_) return;
-  label_ = label;
-  announce(newLabel | newToolTip);
-}
-
-void StatusItem::setAttributedTitle(const AttributedString& title) {
-  std::string text;
-  for (const TextRun& run : title) text += run.text;
-  setTitle(text);
-}
-
-void StatusItem::setToolTip(std::string_view text) {
-  if (text == toolTip_) return;
-  toolTip_ = text;
-  announce(newToolTip);
-}
-
-void StatusItem::setAccessibilityLabel(std::string_view text) {
-  if (text == iconDescription_) return;
-  iconDescription_ = text;
-  announce(newDescription);
-}
-
-void StatusItem::announce(unsigned signals) {
+void StatusItem::set(std::string& property, std::string_view value, unsigned signals) {
+  if (value == property) return;
+  property = value;
+  if (!isKnown_) return;
   signals_ |= signals;
   sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
 }
@@ -181,17 +154,9 @@ int StatusItem::sendSignals(sd_event_source*, void* item) {
   return 0;
 }
 
-// A panel appears as the owner of the watcher's name.
-
-void StatusItem::show() {
-  sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);  // nobody knows the item yet
-  signals_ = 0;
-  panels_.emplace(bus_, watcherName, [this] { registerItem(); });
-  registerItem();
-}
-
-/// Where nobody owns the name the call fails, and the item waits for one who does.
+/// A panel takes an item by the name of its connection, which has none but this.
 void StatusItem::registerItem() {
+  isKnown_ = true;
   const char* self = nullptr;
   sd_bus_get_unique_name(bus_, &self);
   sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,

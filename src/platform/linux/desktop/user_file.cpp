@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/linux/desktop/descriptor.h"
 #include "platform/linux/desktop/text.h"
 
 namespace lumowatt::desktop {
@@ -19,28 +20,6 @@ namespace {
 constexpr std::size_t sizeLimit = 65536;
 constexpr mode_t newFolder = 0700;
 constexpr mode_t newFile = 0600;
-
-/// An open file, closed at the end of its life.
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() { static_cast<void>(close()); }
-
-  int number() const { return number_; }
-
-  /// False when what was written could not be kept.
-  bool close() {
-    if (number_ < 0) return true;
-    const int closed = ::close(number_);
-    number_ = -1;
-    return closed == 0;
-  }
-
- private:
-  int number_;
-};
 
 std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
 
@@ -58,20 +37,9 @@ std::string target(const std::string& path) {
   return ::realpath(path.c_str(), resolved.data()) != nullptr ? resolved.data() : path;
 }
 
-bool writeAll(int descriptor, std::string_view contents) {
-  while (!contents.empty()) {
-    const ssize_t written = ::write(descriptor, contents.data(), contents.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    contents.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 /// Fills the new file; false when it is not complete, and safe on the disk.
-bool fill(int descriptor, std::string_view contents, mode_t mode) {
-  return ::fchmod(descriptor, mode) == 0 && writeAll(descriptor, contents) &&
-         ::fsync(descriptor) == 0;
+bool fill(const Descriptor& file, std::string_view contents, mode_t mode) {
+  return ::fchmod(file.number(), mode) == 0 && file.write(contents) && ::fsync(file.number()) == 0;
 }
 
 }  // namespace
@@ -91,7 +59,7 @@ std::string configurationFile(std::string_view name) {
 
 FileContents readUserFile(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  if (file.number() < 0) return {.isThere = errno != ENOENT};
+  if (!file.isOpen()) return {.isThere = errno != ENOENT};
   struct stat status {};
   if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {.isThere = true};
 
@@ -117,9 +85,9 @@ bool replaceUserFile(const std::string& path, std::string_view contents) {
 
   std::string temporary = place + ".XXXXXX";
   Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
-  if (file.number() < 0) return false;
+  if (!file.isOpen()) return false;
   const bool complete =
-      fill(file.number(), contents, isThere ? status.st_mode & 07777U : newFile) && file.close();
+      fill(file, contents, isThere ? status.st_mode & 07777U : newFile) && file.close();
   if (complete && std::rename(temporary.c_str(), place.c_str()) == 0) return true;
   ::unlink(temporary.c_str());
   return false;

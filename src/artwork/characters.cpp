@@ -1,0 +1,168 @@
+#include "artwork/characters.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <vector>
+
+#include "artwork/rounded_polygon.h"
+#include "artwork/stroke_outline.h"
+
+namespace lumowatt::artwork {
+
+namespace {
+
+/// A point in a character: 0 is where the ink touches the left or the upper side, 1 where it
+/// touches the right or the lower one. The rounding is a share of the way from left to right.
+struct Bend {
+  double x;
+  double y;
+  double rounding = 0.0;
+};
+
+enum class Kind {
+  line,
+  loop,  ///< a line that comes back to its first point
+  dot,   ///< a square as wide as lines are thick
+  area,
+};
+
+struct Figure {
+  Kind kind = Kind::line;
+  std::span<const Bend> bends = {};
+};
+
+struct Character {
+  std::string_view text;
+  double width;                   ///< as a share of a digit's
+  std::array<Figure, 3> figures;  ///< the first ones; the rest are empty
+  double weight = 1.0;            ///< as a share of the lettering's
+};
+
+constexpr double half = 0.5;  // as round as can be: from side to side
+
+constexpr Bend zero[] = {{0, 0, half}, {1, 0, half}, {1, 1, half}, {0, 1, half}};
+constexpr Bend one[] = {{0.12, 0.2}, {0.66, 0}, {0.66, 1}};
+constexpr Bend two[] = {{0, 0.22},     {0, 0, half}, {1, 0, half}, {1, 0.45, 0.3},
+                        {0, 0.9, 0.1}, {0, 1},       {1, 1}};
+constexpr Bend threeTop[] = {{0, 0.16}, {0, 0, half}, {1, 0, half}, {1, 0.47, 0.4}, {0.4, 0.47}};
+constexpr Bend threeBottom[] = {
+    {0.4, 0.47}, {1, 0.47, half}, {1, 1, half}, {0, 1, half}, {0, 0.84}};
+constexpr Bend fourHook[] = {{0.42, 0.03}, {0, 0.78, 0.12}, {1, 0.78}};
+constexpr Bend fourStem[] = {{0.8, 0.48}, {0.8, 1}};
+constexpr Bend five[] = {{0.95, 0},    {0.08, 0},    {0, 0.42}, {1, 0.42, half},
+                         {1, 1, half}, {0, 1, half}, {0, 0.84}};
+constexpr Bend sixBowl[] = {{0, 0.43, half}, {1, 0.43, half}, {1, 1, half}, {0, 1, half}};
+constexpr Bend sixStem[] = {{0, 0.7}, {0, 0, half}, {1, 0, half}, {1, 0.14}};
+constexpr Bend seven[] = {{0, 0}, {1, 0, 0.1}, {0.3, 0.97}};
+constexpr Bend eightTop[] = {{0, 0, half}, {1, 0, half}, {1, 0.47, half}, {0, 0.47, half}};
+constexpr Bend eightBottom[] = {{0, 0.47, half}, {1, 0.47, half}, {1, 1, half}, {0, 1, half}};
+constexpr Bend nineBowl[] = {{0, 0, half}, {1, 0, half}, {1, 0.57, half}, {0, 0.57, half}};
+constexpr Bend nineStem[] = {{0, 0.86}, {0, 1, half}, {1, 1, half}, {1, 0.3}};
+
+constexpr Bend slash[] = {{0.8, 0.03}, {0.2, 0.97}};
+constexpr Bend upperRing[] = {{0, 0, 0.18}, {0.36, 0, 0.18}, {0.36, 0.38, 0.18}, {0, 0.38, 0.18}};
+constexpr Bend lowerRing[] = {{0.64, 0.62, 0.18}, {1, 0.62, 0.18}, {1, 1, 0.18}, {0.64, 1, 0.18}};
+
+constexpr Bend bar[] = {{0, 0.52}, {1, 0.52}};
+constexpr Bend post[] = {{0.5, 0.29}, {0.5, 0.75}};
+constexpr Bend point[] = {{0.5, 1}};
+constexpr Bend upperPoint[] = {{0.5, 0.22}};
+constexpr Bend lowerPoint[] = {{0.5, 0.88}};
+constexpr Bend middlePoint[] = {{0.5, 0.52}};
+constexpr Bend zigzag[] = {{0, 0}, {0.25, 0.93}, {0.5, 0.2}, {0.75, 0.93}, {1, 0}};
+
+constexpr Bend upward[] = {{0.5, 0.2}, {1, 0.75}, {0, 0.75}};
+constexpr Bend downward[] = {{0, 0.25}, {1, 0.25}, {0.5, 0.8}};
+constexpr Bend disc[] = {{0.2, 0.2, 0.3}, {0.8, 0.2, 0.3}, {0.8, 0.8, 0.3}, {0.2, 0.8, 0.3}};
+
+constexpr double narrow = 0.4;
+constexpr double signWidth = 0.8;
+constexpr double arrowWidth = 1.0;
+
+constexpr std::array<Character, 22> characters{{
+    {"0", 1.0, {{{Kind::loop, zero}}}},
+    {"1", 1.0, {{{Kind::line, one}}}},
+    {"2", 1.0, {{{Kind::line, two}}}},
+    {"3", 1.0, {{{Kind::line, threeTop}, {Kind::line, threeBottom}}}},
+    {"4", 1.0, {{{Kind::line, fourHook}, {Kind::line, fourStem}}}},
+    {"5", 1.0, {{{Kind::line, five}}}},
+    {"6", 1.0, {{{Kind::loop, sixBowl}, {Kind::line, sixStem}}}},
+    {"7", 1.0, {{{Kind::line, seven}}}},
+    {"8", 1.0, {{{Kind::loop, eightTop}, {Kind::loop, eightBottom}}}},
+    {"9", 1.0, {{{Kind::loop, nineBowl}, {Kind::line, nineStem}}}},
+    {"%", 1.6, {{{Kind::line, slash}, {Kind::loop, upperRing}, {Kind::loop, lowerRing}}}, 0.7},
+    {"−", signWidth, {{{Kind::line, bar}}}},
+    {"-", signWidth, {{{Kind::line, bar}}}},
+    {"+", signWidth, {{{Kind::line, bar}, {Kind::line, post}}}},
+    {".", narrow, {{{Kind::dot, point}}}},
+    {"·", narrow, {{{Kind::dot, middlePoint}}}},
+    {" ", narrow, {}},
+    {":", narrow, {{{Kind::dot, upperPoint}, {Kind::dot, lowerPoint}}}},
+    {"W", 1.6, {{{Kind::line, zigzag}}}},
+    {"▲", arrowWidth, {{{Kind::area, upward}}}},
+    {"▼", arrowWidth, {{{Kind::area, downward}}}},
+    {"•", arrowWidth, {{{Kind::area, disc}}}},
+}};
+
+/// A figure in the character whose left side is at `x`.
+struct FigureWriter {
+  const Character& character;
+  const Lettering& lettering;
+  double x;
+
+  Path path(const Figure& figure) const {
+    const double weight = lettering.weight * character.weight;
+    // What is drawn by a line reaches half of its thickness beyond the line's middle.
+    const double margin = figure.kind == Kind::area ? 0.0 : weight / 2.0;
+    const double across = lettering.width * character.width - 2 * margin;
+    const double down = lettering.height - 2 * margin;
+    std::vector<Corner> corners;
+    corners.reserve(figure.bends.size());
+    for (const Bend& bend : figure.bends) {
+      corners.push_back(
+          {{x + margin + bend.x * across, margin + bend.y * down}, bend.rounding * across});
+    }
+    switch (figure.kind) {
+      case Kind::line:
+        return strokeOutline(corners, false, weight);
+      case Kind::loop:
+        return strokeOutline(corners, true, weight);
+      case Kind::dot:
+        return square(corners[0].at, margin);
+      case Kind::area:
+        break;
+    }
+    return roundedPolygon(corners);
+  }
+
+  static Path square(Point middle, double reach) {
+    const auto [x, y] = middle;
+    return roundedPolygon({{{x - reach, y - reach}},
+                           {{x + reach, y - reach}},
+                           {{x + reach, y + reach}},
+                           {{x - reach, y + reach}}});
+  }
+};
+
+}  // namespace
+
+std::optional<TextOutline> outline(std::string_view text, const Lettering& lettering) {
+  TextOutline result{};
+  while (!text.empty()) {
+    const auto* const character = std::ranges::find_if(
+        characters, [&](const Character& known) { return text.starts_with(known.text); });
+    if (character == characters.end()) return std::nullopt;
+    if (result.width > 0.0) result.width += lettering.gap;
+    for (const Figure& figure : character->figures) {
+      if (figure.bends.empty()) continue;
+      const Path path = FigureWriter{*character, lettering, result.width}.path(figure);
+      result.area.insert(result.area.end(), path.begin(), path.end());
+    }
+    result.width += lettering.width * character->width;
+    text.remove_prefix(character->text.size());
+  }
+  return result;
+}
+
+}  // namespace lumowatt::artwork

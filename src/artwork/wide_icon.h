@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "graphics/attributed_string.h"
+#include "graphics/image.h"
+
+namespace lumowatt::artwork {
+
+/// A symbol, in its tint, and the title beside it as the SVG file of one icon that is wider than it
+/// is high. A run of the title with a character that has no outline is left out, and so is what is
+/// no symbol.
+std::string wideIcon(const std::optional<Symbol>& symbol, const AttributedString& title);
+
+}  // namespace lumowatt::artwork

@@ -1,0 +1,19 @@
+#include "platform/linux/desktop/session_bus.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace lumowatt::desktop {
+
+int openSessionBus(sd_event* loop, Bus& bus) {
+  sd_bus* opened = nullptr;
+  const int status = sd_bus_open_user(&opened);
+  bus.reset(opened);
+  return status < 0 ? status : sd_bus_attach_event(opened, loop, SD_EVENT_PRIORITY_NORMAL);
+}
+
+const char* busFailure(int error) {
+  return error == -ENOMEDIUM ? "the environment does not say where it is" : std::strerror(-error);
+}
+
+}  // namespace lumowatt::desktop
