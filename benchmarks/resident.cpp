@@ -1,13 +1,15 @@
 // What programs cost that stay and watch the battery:
 //
-//   resident SECONDS CHARGE COMMAND...
+//   resident SECONDS PANEL CHARGE COMMAND...
 //
 // Starts the commands, each one argument and split at its blanks, and measures them side by side
 // for that long; then runs CHARGE, a shell command that plugs the charger in, and measures them
-// again. It is the panel of the session meanwhile, and tells how long the first command takes from
-// its start until it is registered there. The ratios to the first command are what to look at.
+// again. It is the panel of the session meanwhile, as a process of the name PANEL, and tells how
+// long the first command takes from its start until it is registered there. The ratios to the first
+// command are what to look at.
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
@@ -196,12 +198,13 @@ void measure(const char* title, double seconds, Panel& panel,
 }  // namespace
 
 int main(int argc, char** argv) {
-  const double seconds = argc > 3 ? std::atof(argv[1]) : 0.0;
+  const double seconds = argc > 4 ? std::atof(argv[1]) : 0.0;
   if (seconds <= 0.0) {
-    std::fprintf(stderr, "usage: resident SECONDS CHARGE COMMAND...\n");
+    std::fprintf(stderr, "usage: resident SECONDS PANEL CHARGE COMMAND...\n");
     return 2;
   }
-  std::vector<Program> programs(argv + 3, argv + argc);
+  std::vector<Program> programs(argv + 4, argv + argc);
+  ::prctl(PR_SET_NAME, argv[2]);
   Panel panel;
   const double registration = registrationTime(panel, programs.front());
   std::printf("registered after %.1f ms (median): %s\n", registration,
@@ -211,7 +214,7 @@ int main(int argc, char** argv) {
   for (Program& each : programs) each.start();
   panel.serve(settling);
   measure("idle", seconds, panel, programs);
-  if (std::system(argv[2]) != 0) fail(argv[2]);
+  if (std::system(argv[3]) != 0) fail(argv[3]);
   panel.serve(settling);
   measure("charging", seconds, panel, programs);
   for (const Program& each : programs) each.end();

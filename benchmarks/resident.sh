@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
 # What the item costs that stays in the panel, beside other battery monitors:
 #
-#   benchmarks/resident.sh [SECONDS]
+#   benchmarks/resident.sh [SECONDS [PANEL]]
 #
 # All of them run at the same time over a copy of one laptop's power-supply folder, which is mounted
 # over this machine's own in a private namespace, on private buses and a screen in memory, first idle and then
-# with the charger in. Needs the packages cbatticon, xfce4-power-manager, upower, xvfb and dbus.
+# with the charger in. The panel is one that shows the title as an icon of its own; with another name
+# of a process, such as gnome-shell, as a label. Needs the packages cbatticon, xfce4-power-manager, upower, xvfb and dbus.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 seconds=${1:-60}
+panel=${2:-panel-1-systray}
 machine=$PWD/tests/fixtures/linux/01-thinkpad-lnv45n1-discharging/class/power_supply
 
 if [[ ${LUMOWATT_BENCHMARK:-} != inside ]]; then
@@ -27,7 +29,7 @@ if [[ ${LUMOWATT_BENCHMARK:-} != inside ]]; then
   sync # pages of a file that is still to be written count as dirty
   namespace=(unshare --mount)
   [[ $(id -u) -eq 0 ]] || namespace+=(--map-root-user)
-  LUMOWATT_BENCHMARK=inside exec "${namespace[@]}" "$0" "$seconds"
+  LUMOWATT_BENCHMARK=inside exec "${namespace[@]}" "$0" "$seconds" "$panel"
 fi
 
 scratch=$(mktemp -d)
@@ -60,5 +62,5 @@ until upower -d 2>/dev/null | grep daemon-version >/dev/null; do
   sleep 0.1
 done
 
-build/release/resident "$seconds" "echo 1 >$supplies/AC/online; echo Charging >$supplies/BAT0/status" \
+build/release/resident "$seconds" "$panel" "echo 1 >$supplies/AC/online; echo Charging >$supplies/BAT0/status" \
   build/release/lumowatt cbatticon "xfce4-power-manager --no-daemon"

@@ -69,7 +69,7 @@ void add(Path& path, Corners corners) {
 /// Where the gap left of the bolt's edge from `start` to `end` begins at the height `y`.
 Point besideEdge(Point start, Point end, double y) {
   const double slope = (end.x - start.x) / (end.y - start.y);
-  return {start.x + slope * (y - start.y) - boltGap * std::hypot(1.0, slope), y};
+  return {start.x + slope * (y - start.y) - boltGap * std::sqrt(1.0 + slope * slope), y};
 }
 
 Corners bolt() {

@@ -28,6 +28,8 @@ struct Symbol {
   /// A template has the colour of what surrounds it, and follows that when it changes.
   bool isTemplate = false;
   std::optional<double> pointSize = std::nullopt;  ///< absent: the size that fits where it is shown
+
+  friend bool operator==(const Symbol&, const Symbol&) = default;
 };
 
 /// A picture as a value. The platform makes it at the moment it is shown or drawn.

@@ -33,31 +33,32 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
       tiles_(loop, glyph_, application, choose_) {
   glyph_.setId(applicationName);
   glyph_.setTitle(applicationName);
-  setImage(std::nullopt);
-}
-
-void PanelButton::setImage(const std::optional<Image>& image) {
-  const auto* const symbol = image ? std::get_if<Symbol>(&image->content) : nullptr;
-  symbol_ = symbol != nullptr ? std::optional(*symbol) : std::nullopt;
   showGlyph();
 }
 
-void PanelButton::setTitle(std::string_view title) {
-  title_.clear();
-  setLabel(title);
+void PanelButton::setImage(const std::optional<Image>& image) {
+  const auto* const found = image ? std::get_if<Symbol>(&image->content) : nullptr;
+  const auto symbol = found != nullptr ? std::optional(*found) : std::nullopt;
+  if (symbol == symbol_) return;
+  symbol_ = symbol;
+  showGlyph();
 }
+
+void PanelButton::setTitle(std::string_view title) { showTitle({}, title); }
 
 void PanelButton::setAttributedTitle(const AttributedString& title) {
-  title_ = title;
   std::string text;
   for (const TextRun& run : title) text += run.text;
-  setLabel(trimmed(text));  // panels keep a distance of their own
+  showTitle(title, trimmed(text));  // panels keep a distance of their own
 }
 
-void PanelButton::setLabel(std::string_view label) {
+void PanelButton::showTitle(const AttributedString& title, std::string_view label) {
+  const bool isAnother = title != title_;
+  title_ = title;
   glyph_.setLabel(label);
   tiles_.followTexts();
-  showTitle();
+  showTiles();
+  if (isAnother) showGlyph();
 }
 
 void PanelButton::setToolTip(std::string_view text) {
@@ -70,10 +71,9 @@ void PanelButton::setAccessibilityLabel(std::string_view text) {
   tiles_.followTexts();
 }
 
-void PanelButton::showTitle() {
+void PanelButton::showTiles() {
   const bool hasTiles = form_ == TitleForm::tiles && !title_.empty();
   tiles_.show(hasTiles ? application_.titleTiles() : std::vector<Tile>{});
-  showGlyph();
 }
 
 void PanelButton::showGlyph() {
@@ -98,7 +98,8 @@ void PanelButton::show() {
 
 void PanelButton::enterPanel(const std::string& process) {
   form_ = titleForm(process);
-  showTitle();
+  showGlyph();
+  showTiles();
   glyph_.registerItem();
   tiles_.registerItems();
 }

@@ -43,9 +43,9 @@ class PanelButton : public StatusButton {
 
  private:
   void enterPanel(const std::string& process);
-  void setLabel(std::string_view label);
+  void showTitle(const AttributedString& title, std::string_view label);
+  void showTiles();
   void showGlyph();
-  void showTitle();
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
