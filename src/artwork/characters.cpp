@@ -52,13 +52,13 @@ constexpr Bend fourHook[] = {{0.42, 0.03}, {0, 0.78, 0.12}, {1, 0.78}};
 constexpr Bend fourStem[] = {{0.8, 0.48}, {0.8, 1}};
 constexpr Bend five[] = {{0.95, 0},    {0.08, 0},    {0, 0.42}, {1, 0.42, half},
                          {1, 1, half}, {0, 1, half}, {0, 0.84}};
-constexpr Bend sixBowl[] = {{0, 0.43, half}, {1, 0.43, half}, {1, 1, half}, {0, 1, half}};
-constexpr Bend sixStem[] = {{0, 0.7}, {0, 0, half}, {1, 0, half}, {1, 0.14}};
+constexpr Bend sixBowl[] = {{0, 0.45, half}, {1, 0.45, half}, {1, 1, half}, {0, 1, half}};
+constexpr Bend sixStem[] = {{0, 0.7}, {0, 0, half}, {1, 0, half}, {1, 0.1}};
 constexpr Bend seven[] = {{0, 0}, {1, 0, 0.1}, {0.3, 0.97}};
 constexpr Bend eightTop[] = {{0, 0, half}, {1, 0, half}, {1, 0.47, half}, {0, 0.47, half}};
 constexpr Bend eightBottom[] = {{0, 0.47, half}, {1, 0.47, half}, {1, 1, half}, {0, 1, half}};
-constexpr Bend nineBowl[] = {{0, 0, half}, {1, 0, half}, {1, 0.57, half}, {0, 0.57, half}};
-constexpr Bend nineStem[] = {{0, 0.86}, {0, 1, half}, {1, 1, half}, {1, 0.3}};
+constexpr Bend nineBowl[] = {{0, 0, half}, {1, 0, half}, {1, 0.55, half}, {0, 0.55, half}};
+constexpr Bend nineStem[] = {{0, 0.9}, {0, 1, half}, {1, 1, half}, {1, 0.3}};
 
 constexpr Bend slash[] = {{0.8, 0.03}, {0.2, 0.97}};
 constexpr Bend upperRing[] = {{0, 0, 0.18}, {0.36, 0, 0.18}, {0.36, 0.38, 0.18}, {0, 0.38, 0.18}};
@@ -70,7 +70,7 @@ constexpr Bend point[] = {{0.5, 1}};
 constexpr Bend upperPoint[] = {{0.5, 0.22}};
 constexpr Bend lowerPoint[] = {{0.5, 0.88}};
 constexpr Bend middlePoint[] = {{0.5, 0.52}};
-constexpr Bend zigzag[] = {{0, 0}, {0.25, 0.93}, {0.5, 0.2}, {0.75, 0.93}, {1, 0}};
+constexpr Bend zigzag[] = {{0, 0}, {0.25, 0.9}, {0.5, 0.2}, {0.75, 0.9}, {1, 0}};
 
 constexpr Bend upward[] = {{0.5, 0.2}, {1, 0.75}, {0, 0.75}};
 constexpr Bend downward[] = {{0, 0.25}, {1, 0.25}, {0.5, 0.8}};

@@ -25,7 +25,7 @@ constexpr RowStyle alone{5.0, {.height = 11.0, .width = 5.6, .gap = 1.0, .weight
 constexpr RowStyle bold{0.0, {.height = 10.0, .width = 5.6, .gap = 1.0, .weight = 2.0}};
 constexpr RowStyle plain{13.0, {.height = 9.0, .width = 4.4, .gap = 0.8, .weight = 1.5}};
 constexpr RowStyle aboveMark{1.0, {.height = 13.0, .width = 6.2, .gap = 1.0, .weight = 2.2}};
-constexpr RowStyle mark{14.5, {.height = 9.0, .width = 8.0, .gap = 0.0, .weight = 0.0}};
+constexpr RowStyle mark{14.8, {.height = 9.0, .width = 8.0, .gap = 0.0, .weight = 0.0}};
 
 constexpr std::array<std::string_view, 3> marks{"▲", "▼", "•"};
 

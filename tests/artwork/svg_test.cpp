@@ -75,6 +75,22 @@ std::vector<double> column(const Picture& picture, int x) {
 
 }  // namespace
 
+TEST(Decimal, IsAsShortAsThousandthsCanBe) {
+  EXPECT_EQ(decimal(0.0), "0");
+  EXPECT_EQ(decimal(22.0), "22");
+  EXPECT_EQ(decimal(0.75), "0.75");
+  EXPECT_EQ(decimal(1.005), "1.005");
+  EXPECT_EQ(decimal(12.3456), "12.346");
+  EXPECT_EQ(decimal(0.0004), "0");
+  EXPECT_EQ(decimal(100.0), "100");
+}
+
+TEST(Decimal, HasItsSignAlsoBelowOne) {
+  EXPECT_EQ(decimal(-0.25), "-0.25");
+  EXPECT_EQ(decimal(-3.5), "-3.5");
+  EXPECT_EQ(decimal(-0.0004), "0");
+}
+
 TEST(IconName, TellsTheSymbolAndTheTint) {
   EXPECT_EQ(iconName("battery.25percent", std::nullopt), "lumowatt-battery-25percent-symbolic");
   EXPECT_EQ(iconName("battery.25percent", SystemColor::green), "lumowatt-battery-25percent-green");

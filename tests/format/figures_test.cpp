@@ -144,4 +144,25 @@ TEST(Accent, FullOnBatteryCountsAsOnBattery) {
   EXPECT_EQ(accent(reading), systemOrange);
 }
 
+TEST(Clock, HasTwoDigitsOfMinutes) {
+  EXPECT_EQ(clock(95), "1:35");
+  EXPECT_EQ(clock(5), "0:05");
+  EXPECT_EQ(clock(0), "0:00");
+  EXPECT_EQ(clock(614), "10:14");
+  EXPECT_EQ(clock(-75), "-1:-15");
+}
+
+TEST(TrendAccent, IsGreenWhileChargingAndOrangeBeyondFifteenWattsOut) {
+  const auto accentOf = [](double watts) {
+    Reading reading;
+    reading.batteryWatts = watts;
+    return trendAccent(reading);
+  };
+  EXPECT_EQ(accentOf(0.31), SystemColor::green);
+  EXPECT_EQ(accentOf(0.3), std::nullopt);
+  EXPECT_EQ(accentOf(-15.0), std::nullopt);
+  EXPECT_EQ(accentOf(-15.01), SystemColor::orange);
+  EXPECT_EQ(accentOf(std::numeric_limits<double>::quiet_NaN()), std::nullopt);
+}
+
 }  // namespace lumowatt

@@ -58,7 +58,7 @@ BusPeer::BusPeer(const SessionBus& session) {
 
 int BusPeer::record(sd_bus_message* signal, void* peer, sd_bus_error*) {
   static_cast<BusPeer*>(peer)->signals_.push_back(
-      {sd_bus_message_get_member(signal), readValues(signal)});
+      {sd_bus_message_get_sender(signal), sd_bus_message_get_member(signal), readValues(signal)});
   return 0;
 }
 
@@ -101,11 +101,13 @@ void BusPeer::takePart() const {
   while (sd_bus_process(bus(), nullptr) > 0) continue;
 }
 
-std::vector<std::string> BusPeer::signalNames() const {
+std::vector<std::string> BusPeer::signalNames(const std::string& sender) const {
   takePart();
   std::vector<std::string> names;
   names.reserve(signals_.size());
-  for (const Signal& signal : signals_) names.push_back(signal.name);
+  for (const Signal& signal : signals_) {
+    if (sender.empty() || signal.sender == sender) names.push_back(signal.name);
+  }
   return names;
 }
 
@@ -144,10 +146,11 @@ int Panel::takeRegistration(sd_bus_message* call, void* panel, sd_bus_error*) {
   return sd_bus_reply_method_return(call, "");
 }
 
-Json Panel::property(const char* name) const {
-  return callApplication("/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get", "ss",
-                         "org.kde.StatusNotifierItem", name)
-      .values.at(0);
+Json Panel::property(const char* name, const char* item) const {
+  sd_bus_message* const call =
+      newCall(item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get");
+  EXPECT_GE(sd_bus_message_append(call, "ss", "org.kde.StatusNotifierItem", name), 0);
+  return answer(call).values.at(0);
 }
 
 Json Panel::properties(const char* object, const char* interface) const {

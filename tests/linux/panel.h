@@ -61,8 +61,9 @@ class BusPeer {
     waitUntil([&] { return hasHeard(name); });
   }
 
-  /// The names of the signals that were recorded, with all that were sent before the last answer.
-  std::vector<std::string> signalNames() const;
+  /// The names of the signals that were recorded, with all that were sent before the last answer;
+  /// of one sender alone where its connection is named.
+  std::vector<std::string> signalNames(const std::string& sender = "") const;
 
   /// The values of the last of these signals; fails the test when there is none.
   Json signal(const std::string& name) const;
@@ -71,6 +72,7 @@ class BusPeer {
 
  private:
   struct Signal {
+    std::string sender;
     std::string name;
     Json values;
   };
@@ -94,9 +96,13 @@ class Panel : public BusPeer {
   /// The names that were registered, in order.
   std::vector<std::string> registered;
 
-  void waitForItem() const {
-    waitUntil([this] { return !registered.empty(); });
+  void waitForItem() const { waitForItems(1); }
+  void waitForItems(std::size_t count) const {
+    waitUntil([this, count] { return registered.size() >= count; });
   }
+
+  /// The name of the application on the bus.
+  static constexpr auto application = "com.fernhollow.Lumowatt";
 
   /// Calls a method of the item or of its menu; the values as sd_bus_message_append has them.
   template <typename... Values>
@@ -111,11 +117,12 @@ class Panel : public BusPeer {
 
   /// A call of a method of the menu, to be filled and answered.
   sd_bus_message* newMenuCall(const char* method) const {
-    return newCall("com.fernhollow.Lumowatt", "/MenuBar", "com.canonical.dbusmenu", method);
+    return newCall(application, "/MenuBar", "com.canonical.dbusmenu", method);
   }
 
-  /// A property of the item, and all of the item or the menu.
-  Json property(const char* name) const;
+  /// A property of the item, or of one that was registered under this name, and all of the item or
+  /// the menu.
+  Json property(const char* name, const char* item = application) const;
   Json properties(const char* object, const char* interface) const;
 
   /// Opens the menu; whether it changed.
@@ -136,7 +143,7 @@ class Panel : public BusPeer {
   template <typename... Values>
   Answer callApplication(const char* object, const char* interface, const char* method,
                          const char* types, Values... values) const {
-    sd_bus_message* const call = newCall("com.fernhollow.Lumowatt", object, interface, method);
+    sd_bus_message* const call = newCall(application, object, interface, method);
     EXPECT_GE(sd_bus_message_append(call, types, values...), 0);
     return answer(call);
   }

@@ -277,6 +277,21 @@ TEST_F(AppTest, TheChartForMenusOfTextTellsTheHistory) {
   EXPECT_TRUE(app->chartText().ends_with(" 50–60%"));
 }
 
+TEST_F(AppTest, TheTilesAreThoseOfTheModeAndTheColors) {
+  using Tiles = std::vector<Tile>;
+  EXPECT_EQ(app->titleTiles(), Tiles{}) << "before there is a reading";
+  show({.watts = 12.0, .external = true, .charging = true, .minutes = 95});
+  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"+12.0", SystemColor::green}}}));
+  app->setMode(Mode::percentTime);
+  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲1:35", SystemColor::green}}}));
+  app->setUseColor(false);
+  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲1:35"}}}));
+  app->setMode(Mode::percent);
+  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲"}}}));
+  app->setMode(Mode::all);
+  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲"}}, {{"+12.0"}, {"1:35"}}}));
+}
+
 TEST_F(AppTest, TheChartsPictureHasTheColorThatTheMenusHas) {
   const auto lineColor = [this] {
     const Drawing picture = app->chartPicture(Appearance::dark);

@@ -1,0 +1,92 @@
+#include "artwork/characters.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace lumowatt::artwork {
+
+namespace {
+
+constexpr Lettering lettering{.height = 10.0, .width = 5.0, .gap = 1.0, .weight = 1.5};
+
+double width(std::string_view text) { return outline(text, lettering).value().width; }
+
+/// Visits each point that a path has, those that bend its curves among them.
+template <typename Visit>
+void forEachPoint(const Path& path, Visit visit) {
+  for (const auto& element : path) {
+    if (const auto* const move = std::get_if<MoveTo>(&element)) visit(move->to);
+    if (const auto* const line = std::get_if<LineTo>(&element)) visit(line->to);
+    if (const auto* const curve = std::get_if<CurveTo>(&element)) {
+      visit(curve->control1);
+      visit(curve->control2);
+      visit(curve->to);
+    }
+  }
+}
+
+}  // namespace
+
+class Character : public testing::TestWithParam<std::string_view> {};
+
+TEST_P(Character, IsWithinItsBox) {
+  const auto [area, width] = outline(GetParam(), lettering).value();
+  ASSERT_FALSE(area.empty());
+  // The ends of a slanting line are cut square, and reach a little further.
+  constexpr double slant = 0.5;
+  forEachPoint(area, [width = width](const Point& point) {
+    EXPECT_GE(point.x, -slant);
+    EXPECT_LE(point.x, width + slant);
+    EXPECT_GE(point.y, -slant);
+    EXPECT_LE(point.y, lettering.height + slant);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Character,
+                         testing::Values("0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "%", "−",
+                                         "-", "+", ".", ":", "·", "W", "▲", "▼", "•"));
+
+TEST(Characters, DigitsAreEquallyWide) {
+  for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+    EXPECT_EQ(width(digit), lettering.width) << digit;
+  }
+}
+
+TEST(Characters, SignsAreEquallyWideAndSoAreArrowsAndPoints) {
+  EXPECT_EQ(width("−"), width("+"));
+  EXPECT_EQ(width("-"), width("+"));
+  EXPECT_EQ(width("▲"), width("▼"));
+  EXPECT_EQ(width("▲"), width("•"));
+  EXPECT_EQ(width("."), width(":"));
+}
+
+TEST(Characters, StandSideBySideWithAGap) {
+  EXPECT_EQ(width("64"), 5.0 + 1.0 + 5.0);
+  EXPECT_EQ(width("8:0"), 5.0 + 1.0 + width(":") + 1.0 + 5.0);
+  const Path both = outline("11", lettering).value().area;
+  const Path first = outline("1", lettering).value().area;
+  ASSERT_EQ(both.size(), 2 * first.size());
+  const Point start = std::get<MoveTo>(first[0]).to;
+  EXPECT_EQ(std::get<MoveTo>(both[first.size()]).to, (Point{start.x + 6.0, start.y}));
+}
+
+TEST(Characters, ABlankIsAGapWithoutInk) {
+  EXPECT_TRUE(outline(" ", lettering).value().area.empty());
+  EXPECT_GT(width("1 1"), width("11"));
+  EXPECT_GT(width(" 1"), width("1"));
+}
+
+TEST(Characters, NothingHasNoWidth) {
+  const auto [area, width] = outline("", lettering).value();
+  EXPECT_TRUE(area.empty());
+  EXPECT_EQ(width, 0.0);
+}
+
+TEST(Characters, ATextWithAnotherCharacterHasNoOutline) {
+  for (const char* text : {"nan", "12x", "x12", "5 %\n", "−inf", "\xe2\x88", "５"}) {
+    EXPECT_FALSE(outline(text, lettering)) << text;
+  }
+}
+
+}  // namespace lumowatt::artwork

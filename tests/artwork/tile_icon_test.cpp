@@ -1,0 +1,186 @@
+// The tiles' icons as text, and what a panel's renderer makes of them.
+
+#include "artwork/tile_icon.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+
+#include "support/files.h"
+#include "support/process.h"
+#include "support/rendered.h"
+
+namespace lumowatt::artwork {
+
+namespace {
+
+constexpr Pixel nothing{0, 0, 0, 0};
+
+/// A tile as it is rendered at a size.
+Picture rendered(const Tile& tile, int size) {
+  const TemporaryFolder folder;
+  folder.write("tile.svg", tileIcon(tile));
+  return lumowatt::rendered(folder.path() / "tile.svg", size);
+}
+
+Rect ink(const Picture& picture) {
+  return picture.inkBounds({0.0, 0.0, 1.0 * picture.width(), 1.0 * picture.height()}, nothing);
+}
+
+/// How much of a row of pixels is covered.
+double rowCoverage(const Picture& picture, int y) {
+  double sum = 0.0;
+  for (int x = 0; x < picture.width(); ++x) sum += picture.at(x, y).alpha / 255.0;
+  return sum;
+}
+
+/// How different two pictures are: the sum over all pixels, in pixels.
+double distance(const Picture& a, const Picture& b) {
+  double sum = 0.0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) {
+      sum += std::abs(a.at(x, y).alpha - b.at(x, y).alpha) / 255.0;
+    }
+  }
+  return sum;
+}
+
+const std::vector<Tile> everyKind{{{"64%"}, {"▼"}},    {{"64%"}, {"−8.3"}},  {{"100%"}, {"+12.3"}},
+                                  {{"5%"}, {"▲2:15"}}, {{"64%"}, {"10:05"}}, {{"−8.3"}, {"2:15"}},
+                                  {{"78%"}, {"−120"}}, {{"49%"}, {"•"}},     {{"23%"}, {"−6.7"}}};
+
+}  // namespace
+
+TEST(TileIcon, IsValid) {
+  for (const Tile& tile : everyKind) {
+    const TemporaryFolder folder;
+    folder.write("tile.svg", tileIcon(tile));
+    const auto result = runProcess({"xmllint", "--noout", folder.path() / "tile.svg"});
+    EXPECT_EQ(result.status, 0) << result.errors;
+  }
+}
+
+TEST(TileIcon, IsMadeOfPathsThatPanelsColor) {
+  const std::string icon = tileIcon({{"64%"}, {"−8.3"}});
+  EXPECT_NE(icon.find(R"(<style type="text/css" id="current-color-scheme">)"
+                      ".ColorScheme-Text{color:#909090}</style>"),
+            std::string::npos);
+  EXPECT_NE(icon.find(R"(<path class="ColorScheme-Text" fill="currentColor")"), std::string::npos);
+  EXPECT_EQ(icon.find("<text"), std::string::npos);
+}
+
+class RenderedTile : public testing::TestWithParam<int> {};
+
+TEST_P(RenderedTile, EachCharacterHasInkAndLooksLikeNoOther) {
+  std::map<std::string, Picture> pictures;
+  for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+    const auto picture = pictures.emplace(text, rendered({{text}, {text}}, GetParam())).first;
+    EXPECT_GT(picture->second.coverage(), 0.06 * GetParam() * GetParam()) << text;
+  }
+  for (const char* text : {"%", "−", "+", "W", "▲", "▼", "•"}) {
+    const auto picture = pictures.emplace(text, rendered({{text}, {text}}, GetParam())).first;
+    EXPECT_GT(picture->second.coverage(), 0.02 * GetParam() * GetParam()) << text;
+  }
+  for (const auto& [text, picture] : pictures) {
+    for (const auto& [other, otherPicture] : pictures) {
+      if (text == other) continue;
+      EXPECT_GT(distance(picture, otherPicture), 0.012 * GetParam() * GetParam())
+          << text << " and " << other;
+    }
+  }
+}
+
+TEST_P(RenderedTile, APointAndAColonAreSeenBetweenDigits) {
+  const Picture plain = rendered({{"88"}, {"88"}}, GetParam());
+  for (const char* text : {"8.8", "8:8"}) {
+    const Picture picture = rendered({{text}, {text}}, GetParam());
+    EXPECT_GT(picture.coverage(), plain.coverage() + 0.01 * GetParam() * GetParam()) << text;
+  }
+}
+
+TEST_P(RenderedTile, HasInkInBothRowsThatDoNotTouch) {
+  for (const Tile& tile : everyKind) {
+    const Picture picture = rendered(tile, GetParam());
+    // Above, between and below the middle of the gap, wherever that is.
+    std::string runs;
+    for (int y = 0; y < GetParam(); ++y) {
+      const char kind = rowCoverage(picture, y) < 0.15 ? '.' : '#';
+      if (runs.empty() || runs.back() != kind) runs += kind;
+    }
+    const std::size_t start = runs.find('#');
+    EXPECT_EQ(runs.substr(start, 3), "#.#") << tile[0].text << " " << tile[1].text << " " << runs;
+  }
+}
+
+TEST_P(RenderedTile, IsWithinItsSquareAndAsHighAsThat) {
+  for (const Tile& tile : everyKind) {
+    const Rect bounds = ink(rendered(tile, GetParam()));
+    EXPECT_GE(bounds.height, 0.9 * GetParam()) << tile[0].text << " " << tile[1].text;
+    // As much room on the left as on the right: nothing is cut off.
+    EXPECT_NEAR(bounds.minX(), GetParam() - bounds.maxX(), 0.13 * GetParam())
+        << tile[0].text << " " << tile[1].text;
+  }
+}
+
+TEST_P(RenderedTile, KeepsItsWidthsWhateverItsDigits) {
+  // What stands beside the digits stays where it is, pixel by pixel.
+  const Picture reference = rendered({{"88%"}, {"−8.8"}}, GetParam());
+  const int side = GetParam();
+  for (const char digit : std::string("0123456789")) {
+    const std::string d(1, digit);
+    const Picture picture = rendered({{d + d + "%"}, {"−" + d + "." + d}}, side);
+    for (int y = 0; y < side; ++y) {
+      for (int x = 0; x < side; ++x) {
+        const bool isPercent = y < side / 2 && x >= side * 14 / 22;
+        const bool isSign = y > side * 12 / 22 && x < side * 5 / 22;
+        if (!isPercent && !isSign) continue;
+        EXPECT_EQ(picture.at(x, y), reference.at(x, y)) << d << " at " << x << " " << y;
+      }
+    }
+  }
+}
+
+TEST_P(RenderedTile, ARowThatIsTooWideIsNarrowed) {
+  const Rect bounds = ink(rendered({{"100%"}, {"−123456.7"}}, GetParam()));
+  EXPECT_GE(bounds.width, 0.9 * GetParam());
+  const Rect wide = ink(rendered({{"−1:-15"}}, GetParam()));
+  EXPECT_GE(wide.minX(), 0.0);
+  EXPECT_GE(wide.width, 0.9 * GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, RenderedTile, testing::Values(16, 22, 44));
+
+TEST(TileIcon, APanelsColorReplacesATemplatesAndNotATint) {
+  // As GTK does it: a style sheet that sets the fill of the shapes.
+  const TemporaryFolder folder;
+  folder.write("style.css", "path { fill: #0000ff !important; }");
+  folder.write("tile.svg", tileIcon({{"88%"}, {"+28.2", SystemColor::green}}));
+  const std::string png = folder.path() / "icon.png";
+  const auto result = runProcess({"rsvg-convert", "--stylesheet", folder.path() / "style.css", "-w",
+                                  "88", "-h", "88", "-o", png, folder.path() / "tile.svg"});
+  ASSERT_EQ(result.status, 0) << result.errors;
+  const Picture picture(fileContents(png));
+  int blue = 0;
+  int green = 0;
+  for (int y = 0; y < 88; ++y) {
+    for (int x = 0; x < 88; ++x) {
+      const Pixel pixel = picture.at(x, y);
+      if (pixel.alpha < 255) continue;
+      ++(y < 44 ? blue : green);
+      EXPECT_EQ(pixel, y < 44 ? (Pixel{0, 0, 255, 255}) : (Pixel{0x26, 0xa6, 0x50, 255}));
+    }
+  }
+  EXPECT_GT(blue, 300);
+  EXPECT_GT(green, 300);
+}
+
+TEST(TileIcon, LeavesOutARowThatCannotBeDrawn) {
+  EXPECT_EQ(tileIcon({{"64%"}, {"−nan"}}).find("d=\"\""), std::string::npos);
+  EXPECT_GT(rendered({{"64%"}, {"−nan"}}, 22).coverage(), 20.0);
+  EXPECT_EQ(ink(rendered({{"nan"}}, 22)).width, 0.0);
+}
+
+TEST(TileIcon, WithoutRowsIsEmpty) { EXPECT_EQ(rendered(Tile{}, 22).coverage(), 0.0); }
+
+}  // namespace lumowatt::artwork
