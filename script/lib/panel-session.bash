@@ -7,8 +7,9 @@
 # Starts everything but the panel and the item: begin_session PROGRAM MACHINE PICTURES [SCALE], with
 # a folder as in tests/fixtures/linux, and one in which pictures are left.
 begin_session() {
-  local program=$1 machine=$2 scale=${4:-1} sanitizer
+  local program=$1 machine=$2 sanitizer
   pictures=$3
+  scale=${4:-1}
   session=$(mktemp -d)
   trap end_session EXIT
   mkdir -p "$session/laptop" "$pictures"
@@ -174,13 +175,12 @@ is_on_bus() {
 
 is_not_on_bus() { ! is_on_bus "$1"; }
 
-is_registered() {
+# How many items the panel has.
+are_registered() { # COUNT
   local watcher=org.kde.StatusNotifierWatcher
   [[ $(bus_call $watcher /StatusNotifierWatcher org.freedesktop.DBus.Properties.Get $watcher \
-    RegisteredStatusNotifierItems) == *"/StatusNotifierItem'"* ]]
+    RegisteredStatusNotifierItems | grep -o "/StatusNotifierItem'" | wc -l) -eq $1 ]]
 }
-
-is_not_registered() { ! is_registered; }
 
 # The item's menu
 
@@ -192,36 +192,54 @@ has_row() { menu_call GetLayout 0 1 "['label']" | grep -q "$1"; } # TEXT
 
 take_picture() { import -silent -window root "$pictures/$1.png"; } # NAME
 
-# The panel without its border, through options of ImageMagick's: panel_picture OPTIONS.
+# The panel without its border, through ImageMagick: panel_picture ARGUMENTS.
 panel_picture() {
   local window
   window=$(xdotool search --onlyvisible --maxdepth 1 --class '^xfce4-panel$' 2>/dev/null)
-  convert "x:$window" -shave 2x2 +repage -fuzz 10% "$@" info: 2>/dev/null
+  convert "x:$window" -shave 2x2 +repage "$@" 2>/dev/null
 }
 
-# Where there is more than background, as WIDTHxHEIGHT+X+Y; of width 0 where there is not.
-icon_box() { panel_picture -format '%@\n'; }
-
-# Whether there is an icon with the proportions of a battery.
-is_icon_drawn() {
-  local width height
-  IFS=x+ read -r width height _ < <(icon_box)
-  ((width >= 12 && 2 * width > 3 * height))
+# Where the icons in the panel are, without the pointer on them: for each from the left its first
+# column and its width. There is more room between them than within them.
+icons() {
+  panel_picture -colorspace Gray -scale 'x1!' -depth 8 gray:- | od -An -v -tu1 -w1 |
+    awk -v room=$((5 * scale)) '
+      NR == 1 { background = $1 }
+      ($1 - background) ^ 2 <= 1 { next }
+      start && NR - end > room { print start - 1, end - start + 1; start = 0 }
+      !start { start = NR }
+      { end = NR }
+      END { if (start) print start - 1, end - start + 1 }'
 }
 
-# Whether the icon, without the pointer on it, is red, grey or green.
-is_icon() {
+are_drawn() { [[ $(icons | wc -l) -eq $1 ]]; } # COUNT
+
+# The panel puts what comes later to the left.
+read_glyph() {
+  local glyph
+  glyph=$(icons | tail -1)
+  [[ -n $glyph ]] && read -r glyph_start glyph_width <<<"$glyph"
+}
+
+# Whether the glyph is red, grey or green.
+is_glyph() {
   local -A more_green=([red]=-1 [grey]=0 [green]=1)
-  [[ $(panel_picture -trim -format '%[fx:(mean.g-mean.r>0.05)-(mean.r-mean.g>0.05)]') == \
-    "${more_green[$1]}" ]]
+  read_glyph &&
+    [[ $(panel_picture -crop "${glyph_width}x+${glyph_start}+0" +repage -fuzz 10% -trim \
+      -format '%[fx:(mean.g-mean.r>0.05)-(mean.r-mean.g>0.05)]' info:) == "${more_green[$1]}" ]]
 }
 
-is_icon_gone() { [[ $(icon_box) == 0x0* ]]; }
+# How light the tile beside the glyph is at its lightest and its darkest, in percent.
+tile_lightness() {
+  local start width
+  read -r start width < <(icons | tail -2 | head -1)
+  panel_picture -crop "${width}x+${start}+0" +repage -colorspace Gray \
+    -format '%[fx:round(100*maxima)] %[fx:round(100*minima)]\n' info:
+}
 
-point_at_icon() {
-  local width height x y
-  IFS=x+ read -r width height x y < <(icon_box)
-  xdotool mousemove $((x + width / 2)) $((y + height / 2))
+point_at_glyph() {
+  read_glyph || return
+  xdotool mousemove $((glyph_start + glyph_width / 2)) $((15 * scale))
 }
 
 point_at_nothing() { xdotool mousemove 10 "${screen_size#*x}"; }
@@ -238,13 +256,13 @@ popups() {
 are_open() { [[ $(popups "$2" | wc -l) -eq $1 ]]; }
 
 show_tool_tip() {
-  point_at_icon
+  point_at_glyph
   await "a tool tip" are_open 1 TOOLTIP
 }
 
 # Opens the item's menu, whose window is then $menu.
 open_menu() {
-  point_at_icon
+  point_at_glyph
   xdotool click 1
   await "the menu" are_open 1 MENU
   menu=$(popups MENU)
