@@ -1,7 +1,8 @@
 #include "artwork/palette.h"
 
-#include <cmath>
 #include <variant>
+
+#include "telemetry/rounding.h"
 
 namespace lumowatt::artwork {
 
@@ -38,7 +39,9 @@ constexpr Shades shades(SystemColor color) {
   return {rgba(0x0000001a), rgba(0xffffff1a)};
 }
 
-double rounded(double component) { return std::round(component * 255.0) / 255.0; }
+double rounded(double component) {
+  return static_cast<double>(roundedHalfAwayFromZero(component * 255.0).value_or(0)) / 255.0;
+}
 
 /// Gives each kind of colour its components.
 struct Resolver {

@@ -34,8 +34,8 @@ struct PathWriter {
 };
 
 const IconTint* find(std::optional<SystemColor> color) {
-  const auto found = std::ranges::find(iconTints, color, &IconTint::color);
-  return found == iconTints.end() ? nullptr : &*found;
+  const auto* const found = std::ranges::find(iconTints, color, &IconTint::color);
+  return found == iconTints.end() ? nullptr : found;
 }
 
 }  // namespace

@@ -33,19 +33,22 @@ Picture rendered(const std::string& icon, int height) {
   return Picture(fileContents(png));
 }
 
-/// Whether any pixel of the columns from `start` up to `end` has ink of the colour.
-bool hasInk(const Picture& picture, int start, int end, const Pixel& color) {
+/// Whether a pixel of the columns from `start` up to `end` has that colour, more or less.
+bool hasInk(const Picture& picture, int start, int end, const Pixel& color, int tolerance = 2) {
   for (int x = start; x < end; ++x) {
     for (int y = 0; y < picture.height(); ++y) {
-      if (picture.at(x, y).alpha == 255 && difference(picture.at(x, y), color) <= 2) return true;
+      const Pixel pixel = picture.at(x, y);
+      const Pixel opaque{pixel.red, pixel.green, pixel.blue, 255};
+      if (pixel.alpha > 200 && difference(opaque, color) <= tolerance) return true;
     }
   }
   return false;
 }
 
-constexpr Pixel grey{0x90, 0x90, 0x90, 255};
-constexpr Pixel green{0x26, 0xa6, 0x50, 255};
-constexpr Pixel orange{0xe0, 0x76, 0x00, 255};
+// Those that the palette has for a dark background.
+constexpr Pixel white{255, 255, 255, 255};
+constexpr Pixel green{0x32, 0xd7, 0x4b, 255};
+constexpr Pixel orange{0xff, 0x9f, 0x0a, 255};
 
 }  // namespace
 
@@ -62,9 +65,11 @@ TEST(WideIcon, HasTheGlyphAndTheTitleSideBySide) {
   for (const int height : {16, 22, 64}) {
     const Picture picture = rendered(wideIcon(battery, title), height);
     EXPECT_GT(picture.width(), 5 * height);
-    EXPECT_TRUE(hasInk(picture, 0, height, grey)) << height;
-    EXPECT_TRUE(hasInk(picture, height + 1, 2 * height, grey)) << height;
-    EXPECT_TRUE(hasInk(picture, picture.width() - height / 2, picture.width(), grey)) << height;
+    constexpr int blurred = 70;  // where lines are about as thick as a pixel
+    EXPECT_TRUE(hasInk(picture, 0, height, white)) << height;
+    EXPECT_TRUE(hasInk(picture, height + 1, 2 * height, white, blurred)) << height;
+    EXPECT_TRUE(hasInk(picture, picture.width() - height / 2, picture.width(), white, blurred))
+        << height;
   }
 }
 
@@ -82,13 +87,25 @@ TEST(WideIcon, HasTheColorsOfTheGlyphAndOfTheRuns) {
   EXPECT_TRUE(hasInk(picture, 0, 64, orange));
   EXPECT_FALSE(hasInk(picture, 64, picture.width(), orange));
   EXPECT_TRUE(hasInk(picture, 64, picture.width(), green));
-  EXPECT_TRUE(hasInk(picture, 64, picture.width(), grey));
+  EXPECT_TRUE(hasInk(picture, 64, picture.width(), white));
+}
+
+TEST(WideIcon, HasADarkEdgeThatLightGroundShows) {
+  const Picture picture = rendered(wideIcon(battery, title), 64);
+  int dark = 0;
+  for (int x = 0; x < picture.width(); ++x) {
+    for (int y = 0; y < picture.height(); ++y) {
+      const Pixel pixel = picture.at(x, y);
+      if (pixel.alpha > 150 && pixel.red < 10) ++dark;
+    }
+  }
+  EXPECT_GT(dark, 20 * 64);
 }
 
 TEST(WideIcon, WithoutASymbolIsTheTitle) {
   const Picture picture = rendered(wideIcon(std::nullopt, {run("64%")}), 64);
   EXPECT_LT(picture.width(), 2 * 64);
-  EXPECT_TRUE(hasInk(picture, 0, 30, grey));
+  EXPECT_TRUE(hasInk(picture, 0, 30, white));
 }
 
 TEST(WideIcon, LeavesOutARunThatCannotBeDrawn) {
