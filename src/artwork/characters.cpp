@@ -76,9 +76,10 @@ constexpr Bend upward[] = {{0.5, 0.2}, {1, 0.75}, {0, 0.75}};
 constexpr Bend downward[] = {{0, 0.25}, {1, 0.25}, {0.5, 0.8}};
 constexpr Bend disc[] = {{0.2, 0.2, 0.3}, {0.8, 0.2, 0.3}, {0.8, 0.8, 0.3}, {0.2, 0.8, 0.3}};
 
-constexpr double narrow = 0.4;
+constexpr double pointWidth = 0.4;
+constexpr double colonWidth = 0.55;
 constexpr double signWidth = 0.8;
-constexpr double arrowWidth = 1.0;
+constexpr double arrowWidth = 0.8;
 
 constexpr std::array<Character, 22> characters{{
     {"0", 1.0, {{{Kind::loop, zero}}}},
@@ -95,10 +96,10 @@ constexpr std::array<Character, 22> characters{{
     {"−", signWidth, {{{Kind::line, bar}}}},
     {"-", signWidth, {{{Kind::line, bar}}}},
     {"+", signWidth, {{{Kind::line, bar}, {Kind::line, post}}}},
-    {".", narrow, {{{Kind::dot, point}}}},
-    {"·", narrow, {{{Kind::dot, middlePoint}}}},
-    {" ", narrow, {}},
-    {":", narrow, {{{Kind::dot, upperPoint}, {Kind::dot, lowerPoint}}}},
+    {".", pointWidth, {{{Kind::dot, point}}}},
+    {"·", pointWidth, {{{Kind::dot, middlePoint}}}},
+    {" ", pointWidth, {}},
+    {":", colonWidth, {{{Kind::dot, upperPoint}, {Kind::dot, lowerPoint}}}},
     {"W", 1.6, {{{Kind::line, zigzag}}}},
     {"▲", arrowWidth, {{{Kind::area, upward}}}},
     {"▼", arrowWidth, {{{Kind::area, downward}}}},

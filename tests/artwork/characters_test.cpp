@@ -53,12 +53,11 @@ TEST(Characters, DigitsAreEquallyWide) {
   }
 }
 
-TEST(Characters, SignsAreEquallyWideAndSoAreArrowsAndPoints) {
+TEST(Characters, SignsAreEquallyWideAndSoAreArrows) {
   EXPECT_EQ(width("−"), width("+"));
   EXPECT_EQ(width("-"), width("+"));
   EXPECT_EQ(width("▲"), width("▼"));
   EXPECT_EQ(width("▲"), width("•"));
-  EXPECT_EQ(width("."), width(":"));
 }
 
 TEST(Characters, StandSideBySideWithAGap) {
