@@ -1,4 +1,5 @@
 #include "linux/item_fixture.h"
+#include "linux/process_name.h"
 #include "support/open_counter.h"
 
 namespace lumowatt {
@@ -7,13 +8,15 @@ namespace {
 
 constexpr int refreshesPerHour = 3600 / 5;
 
-/// The item with time in a hurry.
+/// The item with time in a hurry, in a panel that shows the title as icons.
 class Hour : public ItemTest {
  protected:
+  Hour() : name_("panel-2-systray") {}
+
   /// Starts the item in a time that is 360 times as fast.
   void startInAHurry() {
     item = startAnother(LUMOWATT_HURRYING_CLOCK);
-    panel->waitForItem();
+    panel->waitForItems(2);
     counter_.watch(machine.powerSupplyFolder() / "BAT0");
   }
 
@@ -33,6 +36,7 @@ class Hour : public ItemTest {
   }
 
  private:
+  ProcessName name_;
   OpenCounter counter_;
 };
 

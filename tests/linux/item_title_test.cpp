@@ -1,11 +1,10 @@
 // The title on panels that show no labels.
 
-#include <sys/prctl.h>
-
 #include <algorithm>
 #include <csignal>
 
 #include "linux/item_fixture.h"
+#include "linux/process_name.h"
 
 namespace lumowatt {
 
@@ -20,21 +19,6 @@ constexpr int percentAndTime = 30103;
 constexpr int everything = 30104;
 constexpr int colors = 202;
 constexpr int quit = 302;
-
-/// This process, with a name by which the application knows a panel.
-class ProcessName {
- public:
-  explicit ProcessName(const char* name) {
-    ::prctl(PR_GET_NAME, old_);
-    ::prctl(PR_SET_NAME, name);
-  }
-  ProcessName(const ProcessName&) = delete;
-  ProcessName& operator=(const ProcessName&) = delete;
-  ~ProcessName() { ::prctl(PR_SET_NAME, old_); }
-
- private:
-  char old_[16] = {};
-};
 
 /// The application in a session whose panel is the process of the test's name.
 class TitleTest : public ItemTest {
@@ -69,7 +53,7 @@ class TitleTest : public ItemTest {
   /// Has the session another panel, as a process of that name.
   void replacePanel(const char* process) {
     panel.reset();
-    ::prctl(PR_SET_NAME, process);
+    name_.set(process);
     panel = std::make_unique<Panel>(session);
   }
 
