@@ -8,7 +8,7 @@
 #include "graphics/color.h"
 #include "graphics/path.h"
 
-/// Symbols as the icons that a Linux panel shows by name.
+/// Icons for Linux panels, as SVG files.
 namespace lumowatt::artwork {
 
 /// A colour in which there is an icon of each symbol. Whether the panel behind it is light or dark
@@ -23,8 +23,7 @@ inline constexpr std::array<IconTint, 3> iconTints{{{SystemColor::green, "green"
                                                     {SystemColor::orange, "orange", "#e07600"},
                                                     {SystemColor::red, "red", "#f0403a"}}};
 
-/// A length or coordinate as SVG has it, to the nearest thousandth, which is to be below a million:
-/// "2", "0.75".
+/// A length or coordinate as SVG has it, to the nearest thousandth: "2", "0.75".
 std::string decimal(double value);
 
 /// A path as SVG's path data.
@@ -40,7 +39,8 @@ std::string iconName(std::string_view symbol, std::optional<SystemColor> tint);
 /// style sheet (KDE) or its shapes (GTK); where none does, it is grey.
 std::string area(const Path& path, std::optional<SystemColor> tint, std::string_view attributes);
 
-/// An icon of that size as an SVG file, shown so many times as large where nobody asks for a size.
+/// An icon of that size as an SVG file, with the style sheet of templates, shown so many times as
+/// large where nobody asks for a size.
 std::string svg(const Size& size, const std::string& elements, double magnification = 1.0);
 
 /// The icon of an area on the symbols' square, in a tint or as a template.

@@ -102,6 +102,13 @@ TEST(WideIcon, HasADarkEdgeThatLightGroundShows) {
   EXPECT_GT(dark, 20 * 64);
 }
 
+TEST(WideIcon, TheDotBetweenFiguresIsInTheMiddle) {
+  // What the dot adds to a blank of the same width.
+  const Picture picture = rendered(wideIcon(std::nullopt, {run("·")}), 64);
+  const Rect ink = picture.inkBounds({0.0, 0.0, 1.0 * picture.width(), 64.0}, {0, 0, 0, 0});
+  EXPECT_NEAR(ink.minY() + ink.height / 2.0, 32.0, 3.0);
+}
+
 TEST(WideIcon, WithoutASymbolIsTheTitle) {
   const Picture picture = rendered(wideIcon(std::nullopt, {run("64%")}), 64);
   EXPECT_LT(picture.width(), 2 * 64);

@@ -1,7 +1,13 @@
 // The title on panels that show no labels.
 
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 
 #include "linux/item_fixture.h"
 #include "linux/process_name.h"
@@ -23,7 +29,8 @@ constexpr int quit = 302;
 /// The application in a session whose panel is the process of the test's name.
 class TitleTest : public ItemTest {
  protected:
-  explicit TitleTest(const char* panelProcess) : name_(panelProcess) {}
+  explicit TitleTest(const char* panelProcess, const std::string& busConfiguration = "")
+      : ItemTest(busConfiguration), name_(panelProcess) {}
 
   std::filesystem::path icons() const { return user.path() / "runtime/lumowatt"; }
 
@@ -81,6 +88,13 @@ class Tiles : public TitleTest {
   }
 };
 
+/// The same on a bus that takes no more than the panel and one connection of the application's.
+class CrowdedTiles : public TitleTest {
+ protected:
+  CrowdedTiles()
+      : TitleTest("panel-2-systray", "<limit name='max_connections_per_user'>2</limit>") {}
+};
+
 /// A panel whose icons may be wide.
 class Wide : public TitleTest {
  protected:
@@ -129,6 +143,8 @@ TEST_F(Tiles, HaveTheTextsOfTheGlyph) {
   machine.set("BAT0/power_now", "6100000");
   panel->open();
   EXPECT_EQ(panel->property("ToolTip", connection(1)).at(2), "98% ▼ −6.1 W");
+  EXPECT_EQ(panel->property("IconAccessibleDesc", connection(1)),
+            "Battery 98 percent, On battery, −6.1 W");
 }
 
 TEST_F(Tiles, HaveTheMenuOfTheGlyph) {
@@ -233,6 +249,20 @@ TEST_F(Tiles, ChoosingFromTheMenuOfATileThatGoesAwayByItIsDone) {
   EXPECT_EQ(fileContents(preferences()), "mode=0\n");
 }
 
+TEST_F(Tiles, AChoiceIsTickedInTheMenusOfAll) {
+  startWithTile();
+  const auto isTicked = [this](std::size_t index) {
+    sd_bus_message* const call =
+        panel->newCall(connection(index), "/MenuBar", "com.canonical.dbusmenu", "GetProperty");
+    EXPECT_GE(sd_bus_message_append(call, "is", colors, "toggle-state"), 0);
+    return panel->answer(call).values.at(0) == 1;
+  };
+  EXPECT_TRUE(isTicked(1));
+  choose(colors, "Colors");  // in the glyph's
+  EXPECT_FALSE(isTicked(0));
+  EXPECT_FALSE(isTicked(1));
+}
+
 TEST_F(Tiles, AMenuThatWasOpenedElsewhereHasTheSameRows) {
   startWithTile();
   const auto rowsOf = [this](std::size_t index) {
@@ -290,6 +320,8 @@ TEST_F(Tiles, GiveWayToTheLabelInAPanelThatShowsIt) {
   replacePanel("gnome-shell");
   panel->waitForItem();
   panel->waitUntil([&] { return !panel->isOwned(tile.c_str()); });
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_EQ(iconFiles(), Names{});
   EXPECT_EQ(panel->property("Id"), "Lumowatt");
 }
@@ -300,6 +332,8 @@ TEST_F(Tiles, GiveWayToAWideIcon) {
   replacePanel("waybar");
   panel->waitForItem();
   panel->waitUntil([&] { return !panel->isOwned(tile.c_str()); });
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_TRUE(panel->property("IconName").get<std::string>().starts_with(icons().string()));
 }
 
@@ -349,6 +383,7 @@ TEST_F(Tiles, WithoutARuntimeFolderTheGlyphIsAlone) {
   start();
   panel->open();
   chooseMode(everything);
+  panel->settle();
   EXPECT_EQ(panel->registered.size(), 1U);
   item->send(SIGTERM);
   const ProcessResult result = item->wait();
@@ -374,8 +409,58 @@ TEST_F(Tiles, ThatCannotBeWrittenAreAwayRatherThanOld) {
   EXPECT_EQ(panel->property("Id", connection(2)), "Lumowatt-title");
 }
 
+TEST_F(Tiles, ThatCouldNotBeWrittenAreShownLaterThoughTheTextIsTheSame) {
+  user.write("runtime/lumowatt", "");
+  start();
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), 1U);
+  std::filesystem::remove(icons());
+  panel->open();
+  panel->waitForItems(2);
+  EXPECT_EQ(iconFiles(), Names{icon(1)});
+}
+
+TEST_F(Tiles, WhoseConnectionIsLostComeBack) {
+  startWithTile();
+  // The newest socket of the process is the tile's.
+  const int process = static_cast<int>(::syscall(SYS_pidfd_open, item->id(), 0));
+  ASSERT_GE(process, 0);
+  int newest = -1;
+  const auto folder = std::filesystem::path("/proc") / std::to_string(item->id()) / "fd";
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    const std::string target = std::filesystem::read_symlink(entry.path());
+    if (target.starts_with("socket:"))
+      newest = std::max(newest, std::stoi(entry.path().filename()));
+  }
+  const int socket = static_cast<int>(::syscall(SYS_pidfd_getfd, process, newest, 0));
+  ASSERT_GE(socket, 0) << std::strerror(errno);
+  EXPECT_EQ(::shutdown(socket, SHUT_RDWR), 0);
+  ::close(socket);
+  ::close(process);
+  panel->waitUntil([this] { return !isThere(1); });
+  panel->open();
+  panel->waitForItems(3);
+  EXPECT_EQ(panel->property("Id", connection(2)), "Lumowatt-title");
+  EXPECT_TRUE(isThere(0));
+}
+
+TEST_F(CrowdedTiles, ThatTheBusDoesNotTakeAreNotShown) {
+  start();
+  panel->open();
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), 1U);
+  EXPECT_EQ(iconFiles(), Names{});
+  item->send(SIGTERM);
+  const ProcessResult result = item->wait();
+  EXPECT_TRUE(result.errors.starts_with("lumowatt: the title is not shown beside the glyph: "))
+      << result.errors;
+  EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << result.errors;
+  EXPECT_EQ(result.status, 0);
+}
+
 TEST_F(Wide, IsOneItemWithTheTitleInItsIcon) {
   start();
+  panel->settle();
   EXPECT_EQ(panel->registered.size(), 1U);
   ASSERT_EQ(iconFiles().size(), 1U);
   EXPECT_EQ(icon(), icons() / (iconFiles()[0] + ".svg"));
@@ -430,6 +515,10 @@ TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {
   variables = {{"XDG_RUNTIME_DIR", ""}};
   start();
   EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: the title is not shown in the icon: its icons cannot be written into the "
+            "session's runtime folder\n");
 }
 
 TEST_F(Wide, GivesWayToTheGlyphInAPanelWithLabels) {
@@ -451,7 +540,7 @@ TEST_F(Wide, LeavesNoFileAtTheEnd) {
 TEST_F(Label, IsAllThatAPanelGetsThatShowsIt) {
   start();
   chooseMode(everything);
-  panel->open();
+  panel->settle();
   EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-100percent-symbolic");
   EXPECT_EQ(iconFiles(), Names{});

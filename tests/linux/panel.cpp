@@ -97,6 +97,11 @@ void BusPeer::waitUntil(const std::function<bool()>& isSo) const {
   });
 }
 
+void BusPeer::settle() const {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+  waitUntil([end] { return std::chrono::steady_clock::now() > end; });
+}
+
 void BusPeer::takePart() const {
   while (sd_bus_process(bus(), nullptr) > 0) continue;
 }

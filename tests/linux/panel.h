@@ -57,6 +57,8 @@ class BusPeer {
 
   /// Takes part until something is so; fails the test when it is not so in a long time.
   void waitUntil(const std::function<bool()>& isSo) const;
+  /// Takes part for a while, in which something more might happen.
+  void settle() const;
   void waitForSignal(const std::string& name) const {
     waitUntil([&] { return hasHeard(name); });
   }

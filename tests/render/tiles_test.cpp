@@ -73,6 +73,14 @@ TEST(Tiles, AFullBatteryIsAtOneHundredPercent) {
   EXPECT_EQ(tiles(reading, power, true), (Tiles{{{"100%"}, {"+0.0"}}}));
 }
 
+TEST(Tiles, AnyPercentageIsShown) {
+  for (const std::int64_t percent : {-5, 0, 7, 250}) {
+    Reading reading = flowing(-8.34);
+    reading.percent = percent;
+    EXPECT_EQ(tiles(reading, power, false).at(0).at(0).text, std::to_string(percent) + "%");
+  }
+}
+
 TEST(Tiles, ThePowersSignFollowsTheValueAndNotItsDigits) {
   EXPECT_EQ(powerOf(-0.04), "−0.0");
   EXPECT_EQ(powerOf(0.04), "+0.0");

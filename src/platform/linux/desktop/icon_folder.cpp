@@ -65,7 +65,9 @@ std::optional<IconFolder::Names> IconFolder::hold(const std::vector<std::string>
   Names names;
   for (const std::string& svg : svgs) {
     names.push_back(prefix_ + hashOf(svg) + "-symbolic");
-    if (contains(names_, names.back()) || write(names.back(), svg)) continue;
+    const bool isThere =
+        contains(names_, names.back()) && ::access(file(names.back()).c_str(), F_OK) == 0;
+    if (isThere || write(names.back(), svg)) continue;
     keep({});
     return std::nullopt;
   }
@@ -88,8 +90,12 @@ bool IconFolder::write(const std::string& name, std::string_view svg) const {
 /// Removes all icons but those with these names.
 void IconFolder::keep(const Names& names) {
   names_ = names;
-  const std::unique_ptr<DIR, Close> folder(::fdopendir(openFolder(path_)));
-  if (!folder) return;
+  const int descriptor = openFolder(path_);
+  const std::unique_ptr<DIR, Close> folder(::fdopendir(descriptor));
+  if (!folder) {
+    if (descriptor >= 0) ::close(descriptor);
+    return;
+  }
   while (const dirent* const entry = ::readdir(folder.get())) {
     std::string_view file = entry->d_name;
     if (!file.starts_with(prefix_) || !file.ends_with(suffix)) continue;

@@ -18,6 +18,9 @@ class IconFolder {
   IconFolder& operator=(const IconFolder&) = delete;
   ~IconFolder();
 
+  /// What it means when `hold` fails.
+  static constexpr auto failure = "its icons cannot be written into the session's runtime folder";
+
   const std::string& path() const { return path_; }
 
   /// The path of the icon of that name.

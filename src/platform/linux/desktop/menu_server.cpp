@@ -260,8 +260,6 @@ void MenuServer::choose(std::int32_t id) {
   if (item == nullptr) return;
   openUntil_ = 0;  // a choice closes the menu
   choose_(*item);
-  application_.updateMenu();
-  tellChanges();
 }
 
 bool MenuServer::open() {
@@ -270,14 +268,18 @@ bool MenuServer::open() {
   return tellChanges();
 }
 
+void MenuServer::update() {
+  const bool isKnown = !layout_.root().children.empty();
+  if (!isKnown) return;
+  application_.updateMenu();
+  tellChanges();
+}
+
 void MenuServer::follow(std::string_view report) {
   if (report == report_) return;
   report_ = report;
-  const bool isKnown = !layout_.root().children.empty();
   const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(layout_.root());
-  if (!isKnown || !(hasOtherRows || boottime() < openUntil_)) return;
-  application_.updateMenu();
-  tellChanges();
+  if (hasOtherRows || boottime() < openUntil_) update();
 }
 
 }  // namespace lumowatt::desktop

@@ -20,9 +20,13 @@ class MenuServer {
   /// Where panels find it.
   static constexpr char path[] = "/MenuBar";
 
-  /// Calls `choose` with each item that is chosen. The application must outlive it.
+  /// Calls `choose` with each item that is chosen, which is to update the menu afterwards, wherever
+  /// it is shown. The application must outlive it.
   MenuServer(sd_bus* bus, ApplicationDelegate& application,
              std::function<void(const MenuItem&)> choose);
+
+  /// Makes it what the application's menu would be now, for those who know it already.
+  void update();
 
   /// Follows the report that the menu holds, a line a row: shows what changed when somebody may be
   /// looking at the menu, or when it has other rows. Panels lay a menu out before they ask for it.

@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "menubar/desktop.h"
+#include "platform/linux/desktop/complaint.h"
+#include "platform/linux/desktop/icon_folder.h"
 #include "platform/linux/desktop/menu_server.h"
 #include "platform/linux/desktop/panel_watch.h"
 #include "platform/linux/desktop/sd.h"
@@ -42,10 +44,19 @@ class PanelButton : public StatusButton {
   void followMenu();
 
  private:
+  enum Change : unsigned { toGlyph = 1, toTitle = 2, toPanel = 4 };
+
   void enterPanel(const std::string& process);
-  void showTitle(const AttributedString& title, std::string_view label);
-  void showTiles();
+  void setLabel(std::string_view label);
+
+  /// Has what depends on a change be shown when all is said that changes now.
+  void announce(unsigned changes);
+  static int present(sd_event_source* source, void* button);
   void showGlyph();
+  void showTiles(bool isNewPanel);
+
+  /// Does what an item of one of the menus says, and updates them all.
+  std::function<void(const MenuItem&)> updating(std::function<void(const MenuItem&)> choose);
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
@@ -53,10 +64,13 @@ class PanelButton : public StatusButton {
   StatusItem glyph_;
   std::optional<MenuServer> menu_;
   TitleTiles tiles_;
+  IconFolder wideIcons_;
+  Complaint complaint_{"the title is not shown in the icon"};
   TitleForm form_ = TitleForm::label;
   std::optional<Symbol> symbol_;
   AttributedString title_;  ///< empty where a text stands in its place
-  IconFolder wideIcons_{"lumowatt-wide-"};
+  unsigned changes_ = 0;
+  EventSource presenting_;
   std::optional<PanelWatch> panels_;
 };
 

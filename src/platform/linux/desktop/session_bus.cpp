@@ -7,9 +7,12 @@ namespace lumowatt::desktop {
 
 int openSessionBus(sd_event* loop, Bus& bus) {
   sd_bus* opened = nullptr;
-  const int status = sd_bus_open_user(&opened);
+  int status = sd_bus_open_user(&opened);
   bus.reset(opened);
-  return status < 0 ? status : sd_bus_attach_event(opened, loop, SD_EVENT_PRIORITY_NORMAL);
+  const char* name = nullptr;  // which the bus gives to those that it takes
+  if (status >= 0) status = sd_bus_get_unique_name(opened, &name);
+  if (status >= 0) status = sd_bus_attach_event(opened, loop, SD_EVENT_PRIORITY_NORMAL);
+  return status;
 }
 
 const char* busFailure(int error) {

@@ -4,8 +4,8 @@
 
 namespace lumowatt::desktop {
 
-/// Opens a connection to the session's bus, for the loop. Negative when there is none, as
-/// libsystemd has its errors.
+/// Opens a connection to the session's bus, for the loop, and waits until the bus has taken it.
+/// Negative when it does not, as libsystemd has its errors.
 int openSessionBus(sd_event* loop, Bus& bus);
 
 /// The reason of such an error.

@@ -1,6 +1,6 @@
 #include "platform/linux/desktop/title_tiles.h"
 
-#include <cstdio>
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -21,58 +21,56 @@ void nameAfter(const StatusItem& glyph, std::size_t tile, StatusItem& item) {
 
 }  // namespace
 
-TitleTiles::TitleTiles(sd_event* loop, const StatusItem& glyph, ApplicationDelegate& application,
+TitleTiles::TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
+                       ApplicationDelegate& application,
                        std::function<void(const MenuItem&)> choose)
-    : loop_(loop), glyph_(glyph), application_(application), choose_(std::move(choose)) {
-  sd_event_source* updating = nullptr;
-  sd_event_add_defer(loop, &updating, update, this);
-  updating_.reset(updating);
-  sd_event_source_set_enabled(updating, SD_EVENT_OFF);
-}
+    : loop_(loop),
+      glyph_(glyph),
+      application_(application),
+      choose_(std::move(choose)),
+      icons_(prefix) {}
 
-void TitleTiles::show(std::vector<Tile> tiles) {
-  wanted_ = std::move(tiles);
-  if (wanted_ != shown_) sd_event_source_set_enabled(updating_.get(), SD_EVENT_ONESHOT);
-}
-
-int TitleTiles::update(sd_event_source*, void* tiles) {
-  auto& self = *static_cast<TitleTiles*>(tiles);
-  const char* const failure = self.present();
-  if (failure != nullptr) {
-    self.icons_.hold({});
-    self.items_.clear();
-    self.shown_.clear();
-    if (self.failure_ == nullptr) {
-      std::fprintf(stderr, "lumowatt: the title is not shown beside the glyph: %s\n", failure);
-    }
+void TitleTiles::show(const std::vector<Tile>& tiles, bool isNewPanel) {
+  if (!areConnected()) {  // those are gone from the panel
+    items_.clear();
+    shown_.clear();
   }
-  self.failure_ = failure;
-  return 0;
+  if (tiles == shown_ && !isNewPanel) return;
+  const char* const failure = present(tiles, isNewPanel);
+  if (failure != nullptr) {
+    items_.clear();
+    icons_.hold({});
+  }
+  shown_ = failure == nullptr ? tiles : std::vector<Tile>{};  // so that it is tried again
+  complaint_.update(failure);
 }
 
-const char* TitleTiles::present() {
+bool TitleTiles::areConnected() const {
+  return std::ranges::all_of(items_,
+                             [](const Item& item) { return sd_bus_is_open(item.bus.get()) > 0; });
+}
+
+const char* TitleTiles::present(const std::vector<Tile>& tiles, bool isNewPanel) {
   std::vector<std::string> svgs;
-  svgs.reserve(wanted_.size());
-  for (const Tile& tile : wanted_) svgs.push_back(artwork::tileIcon(tile));
+  svgs.reserve(tiles.size());
+  for (const Tile& tile : tiles) svgs.push_back(artwork::tileIcon(tile));
   const auto names = icons_.hold(svgs);
-  if (!names) return "its icons cannot be written into the session's runtime folder";
+  if (!names) return IconFolder::failure;
 
   while (items_.size() > names->size()) items_.pop_back();
-  auto item = items_.begin();
-  for (const std::string& name : *names) {
-    const bool isNew = item == items_.end();
-    if (isNew) {
-      Bus bus;
-      if (const int status = openSessionBus(loop_, bus); status < 0) return busFailure(status);
-      item = items_.emplace(item, std::move(bus), loop_, icons_.path(), application_, choose_);
-      nameAfter(glyph_, items_.size(), item->status);
-      item->status.setTexts(glyph_);
-    }
-    item->status.setIcon(name);
-    if (isNew) item->status.registerItem();
-    ++item;
+  while (items_.size() < names->size()) {
+    Bus bus;
+    if (const int status = openSessionBus(loop_, bus); status < 0) return busFailure(status);
+    Item& item = items_.emplace_back(std::move(bus), loop_, icons_.path(), application_, choose_);
+    nameAfter(glyph_, items_.size(), item.status);
+    item.status.setTexts(glyph_);
   }
-  shown_ = wanted_;
+  auto name = names->begin();
+  for (Item& item : items_) {
+    item.status.setIcon(*name++);
+    if (isNewPanel || !item.isRegistered) item.status.registerItem();
+    item.isRegistered = true;
+  }
   return nullptr;
 }
 
@@ -84,8 +82,8 @@ void TitleTiles::followMenus(std::string_view report) {
   for (Item& item : items_) item.menu.follow(report);
 }
 
-void TitleTiles::registerItems() {
-  for (Item& item : items_) item.status.registerItem();
+void TitleTiles::updateMenus() {
+  for (Item& item : items_) item.menu.update();
 }
 
 }  // namespace lumowatt::desktop

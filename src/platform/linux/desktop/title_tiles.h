@@ -7,6 +7,7 @@
 
 #include "graphics/tile.h"
 #include "menubar/desktop.h"
+#include "platform/linux/desktop/complaint.h"
 #include "platform/linux/desktop/icon_folder.h"
 #include "platform/linux/desktop/menu_server.h"
 #include "platform/linux/desktop/sd.h"
@@ -18,14 +19,15 @@ namespace lumowatt::desktop {
 /// labels.
 class TitleTiles {
  public:
-  /// The items have the texts of the glyph's and its menu. All that is given must outlive them.
-  TitleTiles(sd_event* loop, const StatusItem& glyph, ApplicationDelegate& application,
-             std::function<void(const MenuItem&)> choose);
+  /// The items have the texts of the glyph's and its menu, and icons whose names begin with
+  /// `prefix`. All that is given must outlive them.
+  TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
+             ApplicationDelegate& application, std::function<void(const MenuItem&)> choose);
 
-  /// Shows these tiles and no more, once all is done that happens now, which may come from a menu
-  /// of theirs. Shows none, rather than some that were true once, when that fails; the reason is
-  /// then on the standard error.
-  void show(std::vector<Tile> tiles);
+  /// Shows these tiles and no more, in a panel that is new or has been there before. Not to be
+  /// called from one of their menus: a tile may go away by it. Shows none, rather than some that
+  /// were true once, when that fails; the reason is then on the standard error.
+  void show(const std::vector<Tile>& tiles, bool isNewPanel);
 
   /// Gives the items the texts of the glyph's.
   void followTexts();
@@ -33,8 +35,8 @@ class TitleTiles {
   /// Has their menus follow the report.
   void followMenus(std::string_view report);
 
-  /// Registers the items that there are with another panel.
-  void registerItems();
+  /// Makes their menus what the application's would be now.
+  void updateMenus();
 
  private:
   /// A panel shows an item as long as its connection lasts, so each has its own.
@@ -48,23 +50,22 @@ class TitleTiles {
     Bus bus;
     StatusItem status;
     MenuServer menu;
+    bool isRegistered = false;
   };
 
-  static int update(sd_event_source* source, void* tiles);
+  bool areConnected() const;
 
-  /// Makes what is shown what is wanted. Returns what went wrong; null when nothing did.
-  const char* present();
+  /// Returns what went wrong; null when they are shown.
+  const char* present(const std::vector<Tile>& tiles, bool isNewPanel);
 
   sd_event* loop_;
   const StatusItem& glyph_;
   ApplicationDelegate& application_;
   std::function<void(const MenuItem&)> choose_;
-  IconFolder icons_{"lumowatt-title-"};
-  std::vector<Tile> wanted_;
+  IconFolder icons_;
   std::vector<Tile> shown_;
   std::list<Item> items_;
-  const char* failure_ = nullptr;  ///< that was told of
-  EventSource updating_;
+  Complaint complaint_{"the title is not shown beside the glyph"};
 };
 
 }  // namespace lumowatt::desktop

@@ -91,6 +91,14 @@ TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
   EXPECT_EQ(std::filesystem::last_write_time(file), time);
 }
 
+TEST_F(IconFolderTest, PutsBackAFileThatIsGone) {
+  IconFolder folder("test-");
+  const std::string file = folder.file(folder.hold({"one"}).value().at(0));
+  std::filesystem::remove_all(path());
+  ASSERT_TRUE(folder.hold({"one"}));
+  EXPECT_EQ(fileContents(file), "one");
+}
+
 TEST_F(IconFolderTest, IsTheUsersAlone) {
   IconFolder folder("test-");
   const std::string file = folder.file(folder.hold({"one"}).value().at(0));

@@ -13,6 +13,7 @@ TEST(TitleForm, IsTilesOnPanelsThatShowIconsAlone) {
 TEST(TitleForm, IsTilesOnXfceWhateverTheNumberOfItsTray) {
   EXPECT_EQ(titleForm("panel-2-systray"), TitleForm::tiles);
   EXPECT_EQ(titleForm("panel-13-systra"), TitleForm::tiles);  // the kernel keeps 15 characters
+  EXPECT_EQ(titleForm("panel-1234-syst"), TitleForm::tiles);
 }
 
 TEST(TitleForm, IsWideOnWaybar) { EXPECT_EQ(titleForm("waybar"), TitleForm::wide); }
@@ -27,7 +28,10 @@ TEST(TitleForm, IsALabelOnPanelsThatShowOne) {
 TEST(TitleForm, IsALabelOnAPanelThatIsNotKnown) {
   EXPECT_EQ(titleForm(""), TitleForm::label);
   EXPECT_EQ(titleForm("xfce4-panel-but-another"), TitleForm::label);
-  EXPECT_EQ(titleForm("mykded5"), TitleForm::label);
+  for (const char* process : {"mykded5", "kded", "kded55", "waybar2", "panel-foo", "panel-2-clock",
+                              "panel--systray", "panel-2", "panel-2-systray2", "lxqt-pane"}) {
+    EXPECT_EQ(titleForm(process), TitleForm::label) << process;
+  }
 }
 
 }  // namespace lumowatt::desktop
