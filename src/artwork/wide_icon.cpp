@@ -25,9 +25,11 @@ constexpr std::string_view edge =
 constexpr double textEdge = 1.0;
 constexpr double symbolEdge = 0.5;  // a wider one would fill the gaps within it
 
-/// A colour as attributes, that of text where there is none.
+/// A colour as attributes: that of text where there is none, or a faint one, which would be too
+/// faint at this size.
 std::string fill(const std::optional<Color>& color) {
-  const Rgba paint = resolved(color.value_or(SystemColor::label), Appearance::dark);
+  const bool isText = !color || *color == secondaryLabel;
+  const Rgba paint = resolved(isText ? SystemColor::label : *color, Appearance::dark);
   const auto percent = [](double component) { return decimal(100.0 * component) + "%"; };
   return "fill=\"rgb(" + percent(paint.red) + "," + percent(paint.green) + "," +
          percent(paint.blue) + ")\" fill-opacity=\"" + decimal(paint.alpha) + "\" ";
