@@ -15,8 +15,8 @@ namespace {
 /// A point in a character: 0 is where the ink touches the left or the upper side, 1 where it
 /// touches the right or the lower one. The rounding is a share of the way from left to right.
 struct Bend {
-  double x;
-  double y;
+  double x = 0.0;
+  double y = 0.0;
   double rounding = 0.0;
 };
 

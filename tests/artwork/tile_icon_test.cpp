@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 
@@ -128,15 +129,18 @@ TEST_P(RenderedTile, KeepsItsWidthsWhateverItsDigits) {
   const Picture reference = rendered({{"88%"}, {"−8.8"}}, GetParam());
   const int side = GetParam();
   for (const char digit : std::string("0123456789")) {
-    const std::string d(1, digit);
-    const Picture picture = rendered({{d + d + "%"}, {"−" + d + "." + d}}, side);
+    std::string percent = "88%";
+    std::string power = "−8.8";
+    std::ranges::replace(percent, '8', digit);
+    std::ranges::replace(power, '8', digit);
+    const Picture picture = rendered({{percent}, {power}}, side);
     for (int y = 0; y < side; ++y) {
       for (int x = 0; x < side; ++x) {
         const bool isPercent = y < side / 2 && x >= side * 14 / 22;
         const bool isSign = y > side * 12 / 22 && x < side * 5 / 22;
         if (!isPercent && !isSign) continue;
         EXPECT_NEAR(picture.at(x, y).alpha, reference.at(x, y).alpha, 8)
-            << d << " at " << x << " " << y;
+            << digit << " at " << x << " " << y;
       }
     }
   }

@@ -16,7 +16,7 @@ class ProcessName {
   ProcessName& operator=(const ProcessName&) = delete;
   ~ProcessName() { set(own_); }
 
-  void set(const char* name) { ::prctl(PR_SET_NAME, name); }
+  static void set(const char* name) { ::prctl(PR_SET_NAME, name); }
 
  private:
   char own_[16] = {};

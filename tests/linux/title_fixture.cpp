@@ -19,7 +19,7 @@ Names TitleTest::iconFiles() const {
 
 void TitleTest::replacePanel(const char* process) {
   panel.reset();
-  name_.set(process);
+  ProcessName::set(process);
   panel = std::make_unique<Panel>(session);
 }
 
