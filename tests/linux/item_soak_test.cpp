@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
 #include "linux/item_fixture.h"
 #include "linux/process_name.h"
 #include "support/open_counter.h"
@@ -35,6 +39,16 @@ class Hour : public ItemTest {
     }
   }
 
+  /// How many files the item has open that it does not open just for a reading.
+  long lastingFiles() const {
+    long least = item->openFiles();
+    for (int i = 0; i < 50; ++i) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(3));
+      least = std::min<long>(least, item->openFiles());
+    }
+    return least;
+  }
+
  private:
   ProcessName name_;
   OpenCounter counter_;
@@ -46,9 +60,9 @@ TEST_F(Hour, LeavesMemoryAndDescriptorsAsTheyWereAndEndsWithAChart) {
   startInAHurry();
   use(refreshesPerHour * 5 / 4);  // the history is as long as it gets
   const long memory = item->residentMemory();
-  const long files = item->openFiles();
+  const long files = lastingFiles();
   use(refreshesPerHour);
-  EXPECT_EQ(item->openFiles(), files);
+  EXPECT_EQ(lastingFiles(), files);
   if (!sanitized) {
     EXPECT_LE(item->residentMemory(), memory + 64);
   }
