@@ -1,4 +1,4 @@
-// Writes the icons of all symbols, templates and tinted ones, and the application's own into a
+// Writes the icons of all symbols, templates and tinted ones, and the application's own ones into a
 // folder:
 //
 //   generate_icons FOLDER
@@ -48,6 +48,9 @@ int main(int argc, char** argv) {
     artwork::writeIcon(folder, symbol, std::nullopt);
     for (const auto& tint : artwork::iconTints) artwork::writeIcon(folder, symbol, tint.color);
   }
-  artwork::write(folder + "/com.fernhollow.Lumowatt.svg", artwork::appIcon());
+  const std::string application = folder + "/com.fernhollow.Lumowatt";
+  artwork::write(application + ".svg", artwork::appIcon());
+  artwork::write(application + "-symbolic.svg",
+                 artwork::symbolIcon(artwork::symbolPath(symbol::battery100Bolt).value(), {}));
   return EXIT_SUCCESS;
 }

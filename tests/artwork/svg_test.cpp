@@ -110,7 +110,8 @@ TEST(Icons, AreThereForEverySymbolAndTintAndNoMore) {
     for (const Tint& tint : tints()) expected.insert(iconName(name, tint) + ".svg");
   }
   EXPECT_EQ(expected.size(), 6U * 4U);
-  expected.insert("com.fernhollow.Lumowatt.svg");  // the application's own
+  // The application's own.
+  expected.insert({"com.fernhollow.Lumowatt.svg", "com.fernhollow.Lumowatt-symbolic.svg"});
   std::set<std::string> found;
   for (const auto& entry : std::filesystem::directory_iterator(icons)) {
     found.insert(entry.path().filename());

@@ -28,7 +28,7 @@ std::unique_ptr<Process> ItemTest::startAnother(const std::string& library) cons
   environment.insert(environment.end(), own.begin(), own.end());
   environment.insert(environment.end(), variables.begin(), variables.end());
   std::vector<std::string> command = prefix;
-  command.emplace_back(LUMOWATT_PROGRAM);
+  command.push_back(program);
   return std::make_unique<Process>(command, environment);
 }
 

@@ -39,8 +39,9 @@ class ItemTest : public testing::Test {
   std::filesystem::path preferences() const { return configuration() / "lumowatt/preferences"; }
   std::filesystem::path traces() const { return user.path() / "traces"; }
 
-  /// What the program gets of the environment beside the machine and the bus, and the command that
-  /// it is started by.
+  /// The program, what it gets of the environment beside the machine and the bus, and the command
+  /// that it is started by.
+  std::string program = LUMOWATT_PROGRAM;
   Environment variables;
   std::vector<std::string> prefix;
 

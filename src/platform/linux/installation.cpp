@@ -9,27 +9,35 @@
 
 namespace lumowatt {
 
+namespace {
+
+bool isThere(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
+
+}  // namespace
+
 std::string executablePath() {
   std::array<char, PATH_MAX> path{};
   const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
   return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "";
 }
 
-std::string companion(const std::string& name, const std::string& folder) {
+std::string companion(std::string_view built, std::string_view installed) {
   const std::string executable = executablePath();
   if (executable.empty()) return "";  // the working directory would be nowhere to look
   const std::string here = executable.substr(0, executable.rfind('/') + 1);
-  std::string beside = here + name;
-  if (::access(beside.c_str(), F_OK) == 0) return beside;
-  return here + "../" + folder + "/" + name;
+  std::string beside = here + std::string(built);
+  if (!here.ends_with("/bin/")) return beside;  // what lies elsewhere may be anybody's
+  std::string path = here + "../" + std::string(installed);
+  return isThere(path) || !isThere(beside) ? path : beside;
 }
 
 void* loadModule(const char* module, const char* symbol) {
-  const std::string path = companion(module, "lib/lumowatt");
+  const std::string path = companion(module, std::string("lib/lumowatt/") + module);
   if (path.empty()) {
     std::fprintf(stderr, "lumowatt: cannot tell where %s is without /proc\n", module);
     return nullptr;
   }
+  // With a slash in its path, the linker looks nowhere else.
   void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* const found = library != nullptr ? ::dlsym(library, symbol) : nullptr;
   if (found == nullptr) std::fprintf(stderr, "lumowatt: %s\n", ::dlerror());

@@ -1,17 +1,20 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 /// What belongs to the program beside the executable. In a build it lies in the executable's own
-/// folder; an installation has it in a folder such as "lib/lumowatt" beside the executable's.
+/// folder. An installation has the executable in a folder "bin", and the rest beside that, wherever
+/// the whole lies. The environment has no say in it.
 namespace lumowatt {
 
 /// The path of this process's executable; empty when it is not known.
 std::string executablePath();
 
-/// The path of what lies beside the executable under that name or, in an installation, in `folder`;
-/// empty when the executable's is not known. It need not be there.
-std::string companion(const std::string& name, const std::string& folder);
+/// The path of what an installation has at `installed` beside its folder "bin", such as
+/// "share/lumowatt/icons", and a build under the name `built`; empty when the executable's is not
+/// known. It need not be there.
+std::string companion(std::string_view built, std::string_view installed);
 
 /// Loads a module of the program, such as "lumowatt-drawing.so", and finds what it exports under
 /// the name `symbol`. It stays loaded. Null when it cannot be loaded; the reason is then on the

@@ -17,7 +17,7 @@ std::unique_ptr<Desktop> desktop() {
   const auto make = reinterpret_cast<decltype(&lumowattDesktop)>(
       loadModule("lumowatt-desktop.so", "lumowattDesktop"));
   if (make == nullptr) return nullptr;
-  const std::string icons = companion("icons", "share/lumowatt");
+  const std::string icons = companion("icons", "share/lumowatt/icons");
   return std::unique_ptr<Desktop>(
       make(executablePath().c_str(), icons.c_str(), bitmapFactory().release()));
 }

@@ -1,0 +1,34 @@
+# Makes of what was installed for the package what Debian's policy asks for, and finds out what the
+# package depends on. Run by CPack.
+set(folder ${CPACK_TEMPORARY_DIRECTORY})
+set(usr ${folder}/usr)
+set(documents ${usr}/share/doc/lumowatt)
+
+function(run)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+  set(output ${output} PARENT_SCOPE)
+endfunction()
+
+file(REMOVE ${documents}/LICENSE)
+file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright ${CMAKE_CURRENT_LIST_DIR}/changelog
+  DESTINATION ${documents})
+run(gzip --best --no-name ${documents}/changelog ${usr}/share/man/man1/lumowatt.1)
+file(RENAME ${usr}/share/zsh/site-functions ${usr}/share/zsh/vendor-completions)
+
+# The executable must find its libraries; what a module lacks is missed only when it is wanted.
+file(MAKE_DIRECTORY ${folder}/DEBIAN)  # by which it knows the root of a package
+file(WRITE ${folder}/debian/control "Source: lumowatt\n\nPackage: lumowatt\nArchitecture: any\n")
+execute_process(
+  COMMAND dpkg-shlibdeps -O
+    -dDepends ${usr}/bin/lumowatt
+    -dRecommends ${usr}/lib/lumowatt/lumowatt-desktop.so ${usr}/lib/lumowatt/lumowatt-drawing.so
+  WORKING_DIRECTORY ${folder}
+  OUTPUT_VARIABLE libraries
+  COMMAND_ERROR_IS_FATAL ANY)
+file(REMOVE_RECURSE ${folder}/DEBIAN ${folder}/debian)
+string(REGEX MATCH "shlibs:Depends=([^\n]*)" found "${libraries}")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS ${CMAKE_MATCH_1})
+string(REGEX MATCH "shlibs:Recommends=([^\n]*)" found "${libraries}")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "${CMAKE_MATCH_1}, default-dbus-session-bus | dbus-session-bus, \
+fonts-inter | fonts-cantarell | fonts-noto-core | fonts-roboto-unhinted | fonts-dejavu-core, \
+wl-clipboard | xclip, xdg-utils")
