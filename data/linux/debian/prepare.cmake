@@ -15,6 +15,12 @@ file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright ${CMAKE_CURRENT_LIST_DIR}/changelo
 run(gzip --best --no-name ${documents}/changelog ${usr}/share/man/man1/lumowatt.1)
 file(RENAME ${usr}/share/zsh/site-functions ${usr}/share/zsh/vendor-completions)
 
+# For everybody, whoever makes it.
+set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+set(executable ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
+file(CHMOD_RECURSE ${usr} FILE_PERMISSIONS ${readable} DIRECTORY_PERMISSIONS ${executable})
+file(CHMOD ${usr}/bin/lumowatt PERMISSIONS ${executable})
+
 # The executable must find its libraries; what a module lacks is missed only when it is wanted.
 file(MAKE_DIRECTORY ${folder}/DEBIAN)  # by which it knows the root of a package
 file(WRITE ${folder}/debian/control "Source: lumowatt\n\nPackage: lumowatt\nArchitecture: any\n")
