@@ -119,6 +119,13 @@ TEST_F(Actions, CopiesTheDetailsOfTheLastReading) {
             "Battery power: −8.3 W  (0.00 V, +0.000 A)\nSystem use: 0.0 W\nCycle count: 0");
 }
 
+TEST_F(Actions, CopiesTheDetailsThatTheMenuShows) {
+  setBattery({.percent = 33});
+  choose("Copy details");
+  EXPECT_TRUE(desktop.pasteboard.starts_with("On battery\nCharge: 33% (0 of 0 mAh)\n"))
+      << desktop.pasteboard;
+}
+
 TEST_F(Actions, WithoutAReadingLeavesThePasteboardAsItIs) {
   app->copyDetails();
   EXPECT_EQ(desktop.pasteboard, "(untouched)");

@@ -36,5 +36,5 @@ string(REGEX MATCH "shlibs:Depends=([^\n]*)" found "${libraries}")
 set(CPACK_DEBIAN_PACKAGE_DEPENDS ${CMAKE_MATCH_1})
 string(REGEX MATCH "shlibs:Recommends=([^\n]*)" found "${libraries}")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "${CMAKE_MATCH_1}, default-dbus-session-bus | dbus-session-bus, \
-fonts-inter | fonts-cantarell | fonts-noto-core | fonts-roboto-unhinted | fonts-dejavu-core, \
+fonts-inter | fonts-cantarell | fonts-noto-core | fonts-roboto-unhinted, \
 wl-clipboard | xclip, xdg-utils")
