@@ -1,9 +1,10 @@
-// Runs some commands in turns and compares their medians:
+// Runs some commands in turns, in another order each time, and compares their medians:
 //
 //   interleave ROUNDS COMMAND...
 //
 // Each command is one argument, split at its blanks. Whatever disturbs the machine disturbs all of
-// them alike, so the ratios to the first command are what to look at.
+// them alike, so the ratios to the first command are what to look at. The result is a table in
+// Markdown.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -79,6 +81,12 @@ Figure median(const std::vector<Cost>& costs, Figure Cost::*figure) {
   return *middle;
 }
 
+/// The command without the folder that its program is in.
+std::string shown(const std::string& command) {
+  const std::size_t slash = command.substr(0, command.find(' ')).rfind('/');
+  return slash == std::string::npos ? command : command.substr(slash + 1);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -90,19 +98,25 @@ int main(int argc, char** argv) {
   std::vector<Contender> contenders;
   for (int i = 2; i < argc; ++i) contenders.push_back({argv[i], split(argv[i]), {}});
 
+  std::vector<Contender*> order;
+  order.reserve(contenders.size());
+  for (Contender& contender : contenders) order.push_back(&contender);
+  std::minstd_rand random;
   constexpr int warmUp = 20;
   for (int round = -warmUp; round < rounds; ++round) {
-    for (Contender& contender : contenders) {
-      const Cost cost = run(contender);
-      if (round >= 0) contender.costs.push_back(cost);
+    std::shuffle(order.begin(), order.end(),
+                 random);  // a large program leaves little in the caches
+    for (Contender* const contender : order) {
+      const Cost cost = run(*contender);
+      if (round >= 0) contender->costs.push_back(cost);
     }
   }
 
   const double first = median(contenders.front().costs, &Cost::milliseconds);
-  std::printf("median ms   ratio   memory KiB   command\n");
+  std::printf("| command | ratio | ms | memory, KiB |\n|---|--:|--:|--:|\n");
   for (const Contender& contender : contenders) {
     const double milliseconds = median(contender.costs, &Cost::milliseconds);
-    std::printf("%9.3f  %6.2f  %11ld   %s\n", milliseconds, milliseconds / first,
-                median(contender.costs, &Cost::kibibytes), contender.command.c_str());
+    std::printf("| `%s` | %.2f | %.2f | %ld |\n", shown(contender.command).c_str(),
+                milliseconds / first, milliseconds, median(contender.costs, &Cost::kibibytes));
   }
 }

@@ -6,7 +6,7 @@
 // for that long; then runs CHARGE, a shell command that plugs the charger in, and measures them
 // again. It is the panel of the session meanwhile, as a process of the name PANEL, and tells how
 // long the first command takes from its start until it is registered there. The ratios to the first
-// command are what to look at.
+// command are what to look at. The result is tables in Markdown.
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -57,6 +57,12 @@ class Program {
   }
 
   const std::string& command() const { return command_; }
+
+  /// The command without the folder that its program is in.
+  std::string shownCommand() const {
+    const std::size_t slash = command_.substr(0, command_.find(' ')).rfind('/');
+    return slash == std::string::npos ? command_ : command_.substr(slash + 1);
+  }
 
   /// The time that it has had the processor, in milliseconds, and how often it began to wait for
   /// something; both of all its threads.
@@ -180,18 +186,22 @@ void measure(const char* title, double seconds, Panel& panel,
   before.reserve(programs.size());
   for (const Program& each : programs) before.push_back({each.processorTime(), each.waits()});
   panel.serve(Milliseconds(seconds * 1e3));
-  std::printf("%s, %.0f s\n   RSS KiB    ratio   dirty KiB    ratio   CPU ms/min   wakeups/min\n",
-              title, seconds);
+  std::printf(
+      "\n%s:\n\n"
+      "| program | resident, KiB | ratio | its own, KiB | ratio | processor, ms/min | wakeups/min "
+      "|\n"
+      "|---|--:|--:|--:|--:|--:|--:|\n",
+      title);
   const double minute = 60.0 / seconds;
   const double rss = programs.front().residentMemory();
   const double dirty = programs.front().privateDirtyMemory();
   for (std::size_t i = 0; i < programs.size(); ++i) {
     const Program& each = programs[i];
-    std::printf("%10.0f   %6.2f  %10.0f   %6.2f   %10.1f   %11.0f   %s\n", each.residentMemory(),
-                each.residentMemory() / rss, each.privateDirtyMemory(),
+    std::printf("| `%s` | %.0f | %.2f | %.0f | %.2f | %.1f | %.0f |\n", each.shownCommand().c_str(),
+                each.residentMemory(), each.residentMemory() / rss, each.privateDirtyMemory(),
                 each.privateDirtyMemory() / dirty,
                 (each.processorTime() - before[i].processor) * minute,
-                (each.waits() - before[i].waits) * minute, each.command().c_str());
+                (each.waits() - before[i].waits) * minute);
   }
 }
 
@@ -207,15 +217,15 @@ int main(int argc, char** argv) {
   ::prctl(PR_SET_NAME, argv[2]);
   Panel panel;
   const double registration = registrationTime(panel, programs.front());
-  std::printf("registered after %.1f ms (median): %s\n", registration,
-              programs.front().command().c_str());
+  std::printf("`%s` is registered %.1f ms after its start (median).\n",
+              programs.front().shownCommand().c_str(), registration);
 
   constexpr Milliseconds settling{10'000};
   for (Program& each : programs) each.start();
   panel.serve(settling);
-  measure("idle", seconds, panel, programs);
+  measure("Idle", seconds, panel, programs);
   if (std::system(argv[3]) != 0) fail(argv[3]);
   panel.serve(settling);
-  measure("charging", seconds, panel, programs);
+  measure("Charging", seconds, panel, programs);
   for (const Program& each : programs) each.end();
 }

@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
-# What the item costs that stays in the panel, beside other battery monitors:
+# What the item costs that stays in the panel, beside the other battery monitors that are installed:
 #
 #   benchmarks/resident.sh [SECONDS [PANEL]]
 #
 # All of them run at the same time over a copy of one laptop's power-supply folder, which is mounted
-# over this machine's own in a private namespace, on private buses and a screen in memory, first idle and then
-# with the charger in. The panel is one that shows the title as an icon of its own; with another name
-# of a process, such as gnome-shell, as a label. Needs the packages cbatticon, xfce4-power-manager, upower, xvfb and dbus.
+# over this machine's own in a private namespace, on private buses and a screen in memory, first idle
+# and then with the charger in. The panel is one that shows the title as an icon of its own; with
+# another name of a process, such as gnome-shell, as a label. The program is the release build's, or
+# $LUMOWATT. Needs the packages dbus, xvfb and upower.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -14,14 +15,15 @@ seconds=${1:-60}
 panel=${2:-panel-1-systray}
 machine=$PWD/tests/fixtures/linux/01-thinkpad-lnv45n1-discharging/class/power_supply
 
+export LUMOWATT=${LUMOWATT:-$PWD/build/release/lumowatt}
+
 if [[ ${LUMOWATT_BENCHMARK:-} != inside ]]; then
   missing=()
-  for command in cbatticon xfce4-power-manager upower Xvfb dbus-daemon; do
+  for command in upower Xvfb dbus-daemon; do
     command -v "$command" >/dev/null || missing+=("$command")
   done
   if [[ ${#missing[@]} -gt 0 ]]; then
-    echo "Missing: ${missing[*]}. On Debian:" \
-      "apt-get install cbatticon xfce4-power-manager upower xvfb dbus" >&2
+    echo "Missing: ${missing[*]}. On Debian: apt-get install upower xvfb dbus" >&2
     exit 1
   fi
   script/build release lumowatt
@@ -62,5 +64,10 @@ until upower -d 2>/dev/null | grep daemon-version >/dev/null; do
   sleep 0.1
 done
 
-build/release/resident "$seconds" "$panel" "echo 1 >$supplies/AC/online; echo Charging >$supplies/BAT0/status" \
-  build/release/lumowatt cbatticon "xfce4-power-manager --no-daemon"
+programs=("$LUMOWATT")
+for monitor in cbatticon "xfce4-power-manager --no-daemon" "mate-power-manager --no-daemon" \
+  lxqt-powermanagement; do
+  if command -v "${monitor%% *}" >/dev/null; then programs+=("$monitor"); fi
+done
+build/release/resident "$seconds" "$panel" \
+  "echo 1 >$supplies/AC/online; echo Charging >$supplies/BAT0/status" "${programs[@]}"

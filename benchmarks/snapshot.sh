@@ -3,6 +3,8 @@
 # and font and writes a PNG of the same size:
 #
 #   benchmarks/snapshot.sh [ROUNDS]
+#
+# The program is the release build's, or $LUMOWATT.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -11,7 +13,9 @@ script/build release lumowatt
 script/build release bare_picture
 script/build release interleave
 
+bin=$PWD/build/release
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-build/release/interleave "$rounds" "build/release/bare_picture $scratch/bare.png" \
-  "build/release/lumowatt --snapshot $scratch/snapshot.png --sample draining"
+cd "$scratch"
+"$bin/interleave" "$rounds" "${LUMOWATT:-$bin/lumowatt} --snapshot item.png --sample draining" \
+  "$bin/bare_picture bare.png"

@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Everything that is measured, on this machine, as tables in Markdown:
+#
+#   benchmarks/all.sh
+#
+# The program is the one of the Debian package, unpacked. It takes five minutes; nothing else should
+# run meanwhile.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+package=$(script/package "$scratch" 2>/dev/null)
+dpkg-deb --extract "$package" "$scratch"
+export LUMOWATT=$scratch/usr/bin/lumowatt
+sync # pages of a file that is still to be written count as dirty
+
+os() { sed -n 's/^PRETTY_NAME="\(.*\)"/\1/p' /etc/os-release; }
+processor() { sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -n 1; }
+memory() { awk '/^MemTotal/ { printf "%.0f GiB", $2 / 1048576 }' /proc/meminfo; }
+
+echo "$(processor), $(nproc) cores, $(memory); $(os), Linux $(uname -r);" \
+  "$(c++ --version | head -n 1). Version $("$LUMOWATT" --version), installed size" \
+  "$(dpkg-deb --field "$package" Installed-Size) KiB."
+printf '\n## One reading\n\n'
+benchmarks/dump.sh
+printf '\n## A snapshot\n\n'
+benchmarks/snapshot.sh
+printf '\n## The item in the panel\n\n'
+benchmarks/resident.sh
+printf '\n## A refresh\n\n'
+benchmarks/refresh.sh
