@@ -47,17 +47,18 @@ class Laptop {
   Laptop& operator=(const Laptop&) = delete;
   ~Laptop() { std::filesystem::remove_all(folder_); }
 
-  power_supply::Service service() const { return {folder_, "/nonexistent"}; }
+  power_supply::Service service() const { return {folder_.string(), "/nonexistent"}; }
 
  private:
   void add(const std::string& name, const Attributes& attributes) const {
-    std::filesystem::create_directory(folder_ + "/" + name);
+    const std::filesystem::path device = folder_ / name;
+    std::filesystem::create_directory(device);
     for (const auto& [attribute, value] : attributes) {
-      std::ofstream(folder_ + "/" + name + "/" + attribute) << value << "\n";
+      std::ofstream(device / attribute) << value << "\n";
     }
   }
 
-  std::string folder_;
+  std::filesystem::path folder_;
 };
 
 /// An application that has been running until it remembers as many samples.
@@ -77,7 +78,7 @@ struct Running {
 void readSupplies(benchmark::State& state) {
   const Laptop laptop(state.range());
   power_supply::Service service = laptop.service();
-  for (auto _ : state) benchmark::DoNotOptimize(service.properties());
+  while (state.KeepRunning()) benchmark::DoNotOptimize(service.properties());
   state.SetComplexityN(state.range());
 }
 BENCHMARK(readSupplies)
@@ -90,13 +91,13 @@ void dumpReading(benchmark::State& state) {
   const Laptop laptop(2);
   power_supply::Service service = laptop.service();
   const auto reading = read(service);
-  for (auto _ : state) benchmark::DoNotOptimize(dump(reading.value()));
+  while (state.KeepRunning()) benchmark::DoNotOptimize(dump(reading.value()));
 }
 BENCHMARK(dumpReading)->Name("print a reading");
 
 void refresh(benchmark::State& state) {
   Running running(state.range());
-  for (auto _ : state) running.app->refresh();
+  while (state.KeepRunning()) running.app->refresh();
   state.SetComplexityN(state.range());
 }
 // An hour is 121 samples.
@@ -104,7 +105,7 @@ BENCHMARK(refresh)->Name("refresh the item")->Arg(1)->Arg(30)->Arg(60)->Arg(121)
 
 void openMenu(benchmark::State& state) {
   Running running(state.range());
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     running.app->menuWillOpen();
     benchmark::DoNotOptimize(running.app->chartText());
   }

@@ -31,7 +31,7 @@ struct File {
   const char* path;
 };
 
-void PrintTo(const File& file, std::ostream* out) { *out << file.path; }
+std::ostream& operator<<(std::ostream& out, const File& file) { return out << file.path; }
 
 class Hardening : public testing::TestWithParam<File> {
  protected:

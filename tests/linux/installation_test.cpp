@@ -13,7 +13,7 @@ struct Place {
   const char* link;    // a link that leads to the program, if any
 };
 
-void PrintTo(const Place& place, std::ostream* out) { *out << place.name; }
+std::ostream& operator<<(std::ostream& out, const Place& place) { return out << place.name; }
 
 class Installation : public ItemTest, public testing::WithParamInterface<Place> {
  protected:
