@@ -73,7 +73,7 @@ bool PreferenceFile::set(std::string_view key, std::string_view value) const {
     if (!text.empty() && !text.ends_with('\n')) text += '\n';
     text.append(key).append("=").append(value).append("\n");
   }
-  return replaceUserFile(path_, text);
+  return text.size() <= userFileLimit && replaceUserFile(path_, text);
 }
 
 }  // namespace lumowatt::desktop

@@ -23,8 +23,8 @@ class PreferenceFile {
   /// Whether the value is "true", "yes", "on" or "1", in letters of either case.
   bool boolean(std::string_view key) const;
 
-  /// Stores a value. False when that fails, as it does when the file is there but cannot be read:
-  /// its lines would be lost.
+  /// Stores a value. False when that fails, as it does when the file is there but cannot be read,
+  /// or could not be afterwards: its lines would be lost.
   bool set(std::string_view key, std::string_view value) const;
 
  private:

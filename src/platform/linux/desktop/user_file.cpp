@@ -17,7 +17,6 @@ namespace lumowatt::desktop {
 
 namespace {
 
-constexpr std::size_t sizeLimit = 65536;
 constexpr mode_t newFolder = 0700;
 constexpr mode_t newFile = 0600;
 
@@ -65,7 +64,7 @@ FileContents readUserFile(const std::string& path) {
 
   std::string text;
   std::array<char, 4096> chunk{};
-  while (text.size() <= sizeLimit) {
+  while (text.size() <= userFileLimit) {
     const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) break;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,7 +15,10 @@ std::string configurationFolder();
 /// The path of a file below that folder; empty when there is no such folder.
 std::string configurationFile(std::string_view name);
 
-/// What a regular file of at most 64 KiB holds.
+/// The largest file that is read, in bytes.
+inline constexpr std::size_t userFileLimit = 65536;
+
+/// What a regular file within that limit holds.
 struct FileContents {
   bool isThere = false;
   std::optional<std::string> text =

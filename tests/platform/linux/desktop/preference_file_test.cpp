@@ -138,6 +138,17 @@ TEST_F(PreferenceFileTest, ThatCannotBeReadIsNotOverwritten) {
   EXPECT_TRUE(std::filesystem::is_fifo(path()));
 }
 
+TEST_F(PreferenceFileTest, ThatIsAsLargeAsCanBeReadDoesNotGrow) {
+  const std::string largest = "mode=1\n" + std::string(65536 - 8, '#') + "\n";
+  write(largest);
+  EXPECT_EQ(preferences.integer("mode"), 1);
+  EXPECT_FALSE(preferences.set("color", "false"));
+  EXPECT_FALSE(preferences.set("mode", "10"));
+  EXPECT_EQ(text(), largest);
+  EXPECT_TRUE(preferences.set("mode", "2"));
+  EXPECT_EQ(preferences.integer("mode"), 2);
+}
+
 TEST_F(PreferenceFileTest, InAFolderThatCannotBeMadeCannotBeSet) {
   folder.write("lumowatt", "a file");
   EXPECT_FALSE(preferences.has("mode"));
