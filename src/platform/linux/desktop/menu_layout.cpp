@@ -113,6 +113,7 @@ MenuLayout::Change MenuLayout::present(const Menu& menu, std::string_view chart)
   for (const auto& [id, item] : numbered(menu)) {
     entries[id] = entryOf(*item, id, chart);
     items_[id] = *item;
+    if (!item->isEnabled) continue;  // nobody gets to what is below it
     for (std::size_t i = 0; i < item->submenu.size(); ++i) {
       items_[entries[id].children[i].id] = item->submenu[i];
     }

@@ -173,6 +173,16 @@ TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
   EXPECT_TRUE(layout.choosable(102)->view.has_value());
 }
 
+TEST_F(MenuLayoutTest, WhatIsBelowADisabledItemCannotBeChosen) {
+  MenuItem parent{.title = "Choices", .submenu = {{.title = "one", .action = Action::pick}}};
+  layout.present({parent}, "");
+  EXPECT_NE(layout.choosable(10101), nullptr);
+  parent.isEnabled = false;
+  layout.present({parent}, "");
+  EXPECT_EQ(entry(10101).label, "one");
+  EXPECT_EQ(layout.choosable(10101), nullptr);
+}
+
 TEST_F(MenuLayoutTest, AGroupOfAHundredEndsBeforeTheNextSeparator) {
   Menu menu(150, {.title = "line", .isEnabled = false});
   menu.push_back({.isSeparator = true});
