@@ -1,11 +1,11 @@
 /// Panels that call the menu, and a menu that changes meanwhile. A line is a call as busctl has it
 /// (`Event isvu 202 clicked s x 0`, with "!" in front for one that wants no answer), or what
 /// happens to the application: `menu llv-tc(rr)` is the menu from its next update on, `update`
-/// updates it, `follow TEXT` gives a report to follow.
+/// updates it, `chart TEXT` is another chart, `follow TEXT` gives a report to follow.
 
 #include "platform/linux/desktop/menu_server.h"
 
-#include <algorithm>
+#include <set>
 
 #include "menu_panel.h"
 #include "support.h"
@@ -17,6 +17,7 @@ namespace lumowatt::fuzz {
 namespace {
 
 using desktop::MenuServer;
+using Ids = std::set<std::int32_t>;
 
 /// How the text of the chart begins, which may change before the menu shows it.
 const std::string chart = "chart ";
@@ -138,10 +139,16 @@ class Session {
     if (isError) return;
     if (isCall(call, "GetLayout", "iias")) requireLayout(call, reply, id);
     if (isCall(call, "GetGroupProperties", "aias")) requireGroup(call, reply);
+    if (isCall(call, "EventGroup", "a(isvu)")) requireUnknown(reply);
     if (isCall(call, "AboutToShow", "i")) {
       int changed = 0;
       sd_bus_message_read(reply, "b", &changed);
-      require((changed != 0) == isTold, "about to show: a change that is told", "");
+      require((changed != 0) == isTold, "a change is told, and answered");
+    }
+    if (isCall(call, "AboutToShowGroup", "ai")) {
+      const auto changed = readIds(reply);
+      require(changed == (isTold ? Ids{0} : Ids{}), "a change of the group is told, and answered");
+      requireUnknown(reply);
     }
   }
 
@@ -168,13 +175,9 @@ class Session {
   }
 
   void requireGroup(sd_bus_message* call, sd_bus_message* reply) const {
-    const void* array = nullptr;
-    std::size_t bytes = 0;
-    sd_bus_message_read_array(call, 'i', &array, &bytes);
-    const auto* const ids = static_cast<const std::int32_t*>(array);
-    std::set<std::int32_t> asked(ids, ids + bytes / sizeof *ids);
+    const Ids asked = readIds(call);
     const auto names = readNames(call);
-    std::set<std::int32_t> known;
+    Ids known;
     for (const auto& [id, item] : panel_.items()) {
       if (asked.empty() || asked.contains(id)) known.insert(id);
     }
@@ -187,6 +190,21 @@ class Session {
       sd_bus_message_exit_container(reply);
     }
     require(known.empty(), "an item is left out of a group");
+  }
+
+  /// Requires that the ids that come next in a reply are of no items.
+  void requireUnknown(sd_bus_message* reply) const {
+    for (const std::int32_t id : readIds(reply)) {
+      require(!panel_.knows(id), "an item that is called unknown", std::to_string(id));
+    }
+  }
+
+  static Ids readIds(sd_bus_message* message) {
+    const void* array = nullptr;
+    std::size_t bytes = 0;
+    sd_bus_message_read_array(message, 'i', &array, &bytes);
+    const auto* const ids = static_cast<const std::int32_t*>(array);
+    return {ids, ids + bytes / sizeof *ids};
   }
 
   static std::set<std::string> readNames(sd_bus_message* call) {
