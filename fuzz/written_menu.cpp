@@ -33,7 +33,7 @@ std::optional<MenuItem> itemOf(char letter) {
       return item;
     case 'v':
     case 'V':
-      item.view = ItemView{};
+      item.view = ItemView{.frame = {}, .content = {.frame = {}, .image = {Symbol{}}}};
       return item;
     default:
       return std::nullopt;
