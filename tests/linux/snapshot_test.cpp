@@ -187,8 +187,8 @@ TEST(SnapshotProgram, TakesNoModuleThatTheEnvironmentNames) {
   const Installation alone("bin");
   alone.addModule("elsewhere");
   const std::string elsewhere = alone.root().path() / "elsewhere";
-  const auto result = runProcess({"env", "--chdir=" + elsewhere, alone.program(), "--snapshot",
-                                  alone.picture(), "--sample", "low"},
+  const auto result = runProcess({"/usr/bin/env", "--chdir=" + elsewhere, alone.program(),
+                                  "--snapshot", alone.picture(), "--sample", "low"},
                                  {{"LD_LIBRARY_PATH", elsewhere}, {"PATH", elsewhere}});
   EXPECT_EQ(result.output, "error=no bitmap\n");
   EXPECT_EQ(result.status, 1);

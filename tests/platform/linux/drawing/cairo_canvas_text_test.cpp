@@ -125,28 +125,30 @@ TEST(CairoCanvas, ABaselineOffsetRaisesARun) {
   EXPECT_NEAR(top(-2.0) - top(0.0), 4.0 * 2.0, 1.0);
 }
 
+namespace {
+
+/// A dash so large that its middle is all ink, in whichever font.
+Picture dash(std::optional<Color> color) {
+  return drawnInImage({150.0, 150.0}, true, [&](Canvas& canvas) {
+    canvas.drawText({{"—", systemFont(100.0), color}}, {5.0, 5.0});
+  });
+}
+
+Pixel middle(const Picture& picture) {
+  const Rect found = ink(picture);
+  return picture.at(static_cast<int>(found.x + found.width / 2),
+                    static_cast<int>(found.y + found.height / 2));
+}
+
+}  // namespace
+
 TEST(CairoCanvas, TextWithoutAColorIsBlack) {
-  const auto picture = [](std::optional<Color> color) {
-    return drawnInImage({40.0, 40.0}, true, [&](Canvas& canvas) {
-      canvas.drawText({{"█", systemFont(20.0), color}}, {5.0, 5.0});
-    });
-  };
-  const Picture plain = picture(std::nullopt);
-  const Rect found = ink(plain);
-  EXPECT_EQ(plain.at(static_cast<int>(found.x + found.width / 2),
-                     static_cast<int>(found.y + found.height / 2)),
-            (Pixel{0, 0, 0, 255}));
-  EXPECT_EQ(found, ink(picture(black)));
+  EXPECT_EQ(middle(dash(std::nullopt)), (Pixel{0, 0, 0, 255}));
+  EXPECT_EQ(ink(dash(std::nullopt)), ink(dash(black)));
 }
 
 TEST(CairoCanvas, FaintTextIsFaint) {
-  const Picture picture = drawnInImage({40.0, 40.0}, true, [&](Canvas& canvas) {
-    canvas.drawText({{"█", systemFont(20.0), secondaryLabel}}, {5.0, 5.0});
-  });
-  const Rect found = ink(picture);
-  EXPECT_EQ(picture.at(static_cast<int>(found.x + found.width / 2),
-                       static_cast<int>(found.y + found.height / 2)),
-            (Pixel{0, 0, 0, 128}));
+  EXPECT_EQ(middle(dash(secondaryLabel)), (Pixel{0, 0, 0, 128}));
 }
 
 TEST(CairoCanvas, TextStaysOnOneLine) {
