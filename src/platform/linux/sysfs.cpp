@@ -19,6 +19,12 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+/// What gives no text at all may be a pipe that nobody writes to.
+bool isRegular(int file) {
+  struct stat status {};
+  return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 }  // namespace
 
 Class::Class(const std::string& path) : folder_(::opendir(path.c_str())) {
@@ -41,13 +47,14 @@ Device::~Device() {
 std::optional<std::string> Device::text(const char* attribute) {
   if (folder_ < 0) return std::nullopt;
   // Not blocking, in case something else than an attribute lies there.
-  const int file = ::openat(folder_, attribute, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  const int file = ::openat(folder_, attribute, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (file < 0) return std::nullopt;
   char buffer[1024];
   const ssize_t length = ::read(file, buffer, sizeof buffer);
   if (length < 0 && errno == ENODEV) refused_ = true;
+  const bool complete = length >= 0 && static_cast<std::size_t>(length) < sizeof buffer &&
+                        (length > 0 || isRegular(file));
   ::close(file);
-  const bool complete = length >= 0 && static_cast<std::size_t>(length) < sizeof buffer;
   if (!complete) return std::nullopt;
   answered_ = true;
   return std::string(trimmed({buffer, static_cast<std::size_t>(length)}));

@@ -45,8 +45,8 @@ class Device {
   const std::string& name() const { return name_; }
 
   /// An attribute's text without the white space around it: any bytes, and none for an empty
-  /// file. Absent when the file is missing, unreadable, or longer than anything of use. Opens and
-  /// reads the file afresh, and never blocks.
+  /// file. Absent when the file is missing, unreadable, longer than anything of use, or a pipe or
+  /// device that gives nothing. Opens and reads it afresh, and waits for nobody but a driver.
   std::optional<std::string> text(const char* attribute);
 
   /// An attribute that is a decimal integer with an optional sign. Absent when it is anything

@@ -1,7 +1,11 @@
 #include "platform/linux/sysfs.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include "support/files.h"
 
@@ -81,10 +85,57 @@ TEST_F(Sysfs, AnAttributeThatIsMissingOrNoFileIsAbsent) {
   EXPECT_TRUE(device.isListed());
 }
 
-TEST_F(Sysfs, AnAttributeThatWouldBlockIsAbsent) {
-  ASSERT_EQ(::mkfifo((folder.path() / "BAT0/fifo").c_str(), 0600), 0);
+TEST_F(Sysfs, AnAttributeThatIsAPipeWithNothingInItIsAbsent) {
+  const std::string pipe = folder.path() / "BAT0/pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   const Class devices(folder.path());
-  EXPECT_EQ(Device(devices, "BAT0").number("fifo"), std::nullopt);
+  Device device(devices, "BAT0");
+  EXPECT_EQ(device.text("pipe"), std::nullopt) << "without a writer";
+  const int writer = ::open(pipe.c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_GE(writer, 0);
+  EXPECT_EQ(device.text("pipe"), std::nullopt) << "with a writer that never writes";
+  ::close(writer);
+}
+
+TEST_F(Sysfs, AnAttributeThatIsADeviceIsAbsent) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  for (const char* const target : {"/dev/null", "/dev/zero", "/dev/full", "/dev/tty"}) {
+    std::filesystem::remove(folder.path() / "BAT0/device");
+    std::filesystem::create_symlink(target, folder.path() / "BAT0/device");
+    EXPECT_EQ(device.text("device"), std::nullopt) << target;
+  }
+}
+
+TEST_F(Sysfs, AnAttributeThatIsASocketOrALoopOfLinksIsAbsent) {
+  sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+  const std::string path = folder.path() / "BAT0/socket";
+  ASSERT_LT(path.copy(address.sun_path, sizeof address.sun_path - 1), sizeof address.sun_path - 1);
+  const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  std::filesystem::create_symlink("loop", folder.path() / "BAT0/loop");
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  EXPECT_EQ(device.text("socket"), std::nullopt);
+  EXPECT_EQ(device.text("loop"), std::nullopt);
+  ::close(socket);
+}
+
+TEST_F(Sysfs, AClassThatIsAPipeAFileOrALoopHasNoDevices) {
+  ASSERT_EQ(::mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink("loop", folder.path() / "loop");
+  folder.write("file", "BAT0");
+  for (const char* const name : {"pipe", "loop", "file"}) {
+    EXPECT_TRUE(Class(folder.path() / name).deviceNames().empty()) << name;
+  }
+}
+
+TEST_F(Sysfs, ADeviceThatIsAPipeHasNothing) {
+  ASSERT_EQ(::mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
+  const Class devices(folder.path());
+  Device device(devices, "pipe");
+  EXPECT_FALSE(device.text("type"));
+  EXPECT_FALSE(device.isListed());
 }
 
 TEST_F(Sysfs, ADeviceThatIsAFileHasNothing) {

@@ -1,6 +1,7 @@
 #include "platform/linux/power_supply/apple_sensors.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "support/mock_machine.h"
 
@@ -51,6 +52,24 @@ TEST(AppleSensors, AfterALabelThatCannotBeReadAreStillFound) {
   const MeasuredPower measured = readAppleSensors(machine.hwmonFolder());
   EXPECT_FALSE(measured.systemMilliwatts);
   EXPECT_DOUBLE_EQ(measured.inputMilliwatts.value(), 12345.678);
+}
+
+TEST(AppleSensors, ThatArePipesMeasureNothingAndTheOthersAreStillFound) {
+  const MockMachine machine;
+  const auto pipe = [&machine](const std::string& name) {
+    std::filesystem::remove(machine.hwmonFolder() / name);
+    ASSERT_EQ(::mkfifo((machine.hwmonFolder() / name).c_str(), 0600), 0);
+  };
+  machine.sensors("hwmon0", chip);
+  pipe("hwmon0/name");
+  machine.sensors("hwmon1", chip);
+  pipe("hwmon1/power1_label");
+  pipe("hwmon1/curr1_input");
+  const MeasuredPower measured = readAppleSensors(machine.hwmonFolder());
+  EXPECT_FALSE(measured.systemMilliwatts);
+  EXPECT_FALSE(measured.inputMilliamps);
+  EXPECT_DOUBLE_EQ(measured.inputMilliwatts.value(), 12345.678);
+  EXPECT_DOUBLE_EQ(measured.inputMillivolts.value(), 20100);
 }
 
 TEST(AppleSensors, OfAnotherMachineMeasureNothing) {

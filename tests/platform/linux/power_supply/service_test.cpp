@@ -136,6 +136,37 @@ TEST(Service, IsReadAfreshEachTime) {
   EXPECT_TRUE(service.properties());
 }
 
+TEST(Service, ASupplyWhoseTypeIsAPipeIsNoSupply) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack());
+  const json alone = machine.properties();
+  machine.supply("BAT1", chargePack({{"type", missing}}));
+  machine.supply("AC", {{"online", "1\n"}});
+  for (const char* const name : {"BAT1/type", "AC/type"}) {
+    ASSERT_EQ(::mkfifo((machine.powerSupplyFolder() / name).c_str(), 0600), 0);
+  }
+  EXPECT_EQ(machine.properties(), alone);
+}
+
+TEST(Service, AChargerWhoseAttributesArePipesIsOffline) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack());
+  machine.supply("AC", {{"type", "Mains\n"}});
+  const json offline = machine.properties();
+  for (const char* const name : {"online", "input_power_limit", "model_name"}) {
+    ASSERT_EQ(::mkfifo((machine.powerSupplyFolder() / "AC" / name).c_str(), 0600), 0);
+  }
+  EXPECT_EQ(machine.properties(), offline);
+}
+
+TEST(Service, AFolderThatIsAPipeHasNoBattery) {
+  const MockMachine machine;
+  machine.supply("BAT0", chargePack());
+  std::filesystem::remove_all(machine.powerSupplyFolder());
+  ASSERT_EQ(::mkfifo(machine.powerSupplyFolder().c_str(), 0600), 0);
+  EXPECT_EQ(machine.properties(), nullptr);
+}
+
 // Whatever is wrong with one attribute, the result is that of a machine that does not have it.
 class BadAttribute : public testing::TestWithParam<std::string> {};
 
@@ -173,6 +204,7 @@ TEST_P(BadAttribute, CountsAsAbsent) {
   const int writer = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
   EXPECT_EQ(machine.properties(), absent) << "nothing to read yet: EAGAIN";
   ::close(writer);
+  EXPECT_EQ(machine.properties(), absent) << "nobody to write anything";
 }
 
 INSTANTIATE_TEST_SUITE_P(Pack, BadAttribute,
