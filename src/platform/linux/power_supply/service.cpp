@@ -50,8 +50,8 @@ std::vector<Pack> readPacks(const Class& supplies, const std::vector<std::string
     packs.push_back(pack);
     left.push_back(name);
   }
-  // Where one has gone, the others are read again: a pack that is alone is read differently.
-  return left.size() == names.size() ? packs : readPacks(supplies, left);
+  // Where the others have gone, the one that is left is read again: alone, it is read differently.
+  return names.size() > 1 && left.size() == 1 ? readPacks(supplies, left) : packs;
 }
 
 /// `chargers` with what the online ones can give. One that has gone meanwhile is left out.

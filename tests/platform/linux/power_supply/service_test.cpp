@@ -22,6 +22,16 @@ json propertiesWith(const Attributes& changes) {
   return machine.properties();
 }
 
+/// Adds ten thousand supplies that are all the same device.
+void addThousands(const MockMachine& machine, const Attributes& attributes) {
+  machine.supply("../device", attributes);
+  std::filesystem::create_directories(machine.powerSupplyFolder());
+  for (int i = 0; i < 10'000; ++i) {
+    std::filesystem::create_directory_symlink(
+        "../device", machine.powerSupplyFolder() / ("supply" + std::to_string(i)));
+  }
+}
+
 }  // namespace
 
 TEST(LaptopPacks, AreBatteriesOfTheSystem) {
@@ -121,6 +131,30 @@ TEST(Service, SeveralPacksThatCountChargeAreOneBattery) {
   EXPECT_EQ(properties["AppleRawMaxCapacity"], 8000) << "88 Wh at 11 V";
   EXPECT_EQ(properties["Amperage"], -1000);
   EXPECT_EQ(properties["AvgTimeToEmpty"], 165) << "33 Wh at 12 W";
+}
+
+TEST(Service, ThousandsOfPortsAndPeripheralsDoNotHideThePack) {
+  for (const Attributes& attributes :
+       {Attributes{{"type", "USB\n"}, {"online", "0\n"}}, chargePack({{"scope", "Device\n"}})}) {
+    const MockMachine machine;
+    machine.supply("macsmc-battery", chargePack());
+    const json alone = machine.properties();
+    addThousands(machine, attributes);
+    EXPECT_EQ(machine.properties(), alone);
+  }
+}
+
+TEST(Service, ThousandsOfPacksAreOneBattery) {
+  // Of 50 Wh at 10 V (5 Ah) each, and of 5 W at 12.5 V (400 mA).
+  const MockMachine machine;
+  addThousands(machine, energyPack());
+  const json properties = machine.properties();
+  EXPECT_EQ(properties["CurrentCapacity"], 50);
+  EXPECT_EQ(properties["AppleRawMaxCapacity"], 50'000'000);
+  EXPECT_EQ(properties["AppleRawCurrentCapacity"], 25'000'000);
+  EXPECT_EQ(properties["DesignCapacity"], 60'000'000);
+  EXPECT_EQ(properties["Voltage"], 12'500);
+  EXPECT_EQ(properties["Amperage"], -4'000'000);
 }
 
 TEST(Service, IsReadAfreshEachTime) {

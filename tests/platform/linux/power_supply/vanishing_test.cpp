@@ -1,27 +1,12 @@
 // A supply that goes while it is read, at every moment at which it can: each dictionary must be one
-// with it or one without. The moments are the calls of openat, of which this program has its own.
+// with it or one without.
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include <functional>
 
+#include "platform/linux/power_supply/opening_moments.h"
 #include "support/mock_machine.h"
-
-namespace {
-
-int callsUntilEvent = 0;  // none is due when 0
-std::function<void()> event;
-
-}  // namespace
-
-// Like the C library's, for files that exist; before the last of the calls, the event happens.
-extern "C" int openat(int folder, const char* path, int flags, ...) {
-  if (callsUntilEvent > 0 && --callsUntilEvent == 0) event();
-  return static_cast<int>(::syscall(SYS_openat, folder, path, flags, 0));
-}
 
 namespace lumowatt::power_supply {
 
@@ -68,13 +53,12 @@ void expectOldOrNew(const std::vector<Supply>& others, const Supply& supply,
     ASSERT_NE(before, without);
 
     happened = false;
-    event = [&] {
+    atOpening(moments + 1, [&] {
       happened = true;
       happening(machine);
-    };
-    callsUntilEvent = moments + 1;
+    });
     const json during = machine.properties();
-    callsUntilEvent = 0;
+    atOpening(0, nullptr);
 
     const json after = machine.properties();
     EXPECT_TRUE(during == before || during == after || during == without)
@@ -114,6 +98,32 @@ TEST(Vanishing, TheFirstOfTwoPacks) {
 TEST(Vanishing, TheSecondOfTwoPacks) {
   const Attributes charge = chargePack({{"time_to_empty_now", "3600"}});
   expectOldOrNewHoweverItGoes({mains, pack}, {"BAT1", charge}, energyPack());
+}
+
+TEST(Vanishing, TheLastOfManyPacksWheneverItIsReadCostsOneReading) {
+  constexpr int count = 100;
+  const MockMachine machine;
+  const auto name = [](int pack) { return "BAT" + std::to_string(100 + pack); };
+  for (int pack = 0; pack < count; ++pack) plug(machine, {name(pack), energyPack()});
+  int before = openings();
+  machine.properties();
+  const int undisturbed = openings() - before;
+  constexpr int toKnowAPack = 4;  // its folder, type, scope and presence
+  const int toReadAPack = undisturbed / count - toKnowAPack;
+
+  int last = count - 1;
+  const std::function<void()> goes = [&] {
+    std::filesystem::remove(machine.powerSupplyFolder() / name(last));
+    --last;
+    atOpening(toReadAPack * last + 1, goes);
+  };
+  before = openings();
+  atOpening(toKnowAPack * count + toReadAPack * last + 1, goes);
+  const json during = machine.properties();
+  EXPECT_LE(openings() - before, undisturbed);
+  atOpening(0, nullptr);
+  EXPECT_EQ(last, count - 2);
+  EXPECT_EQ(during, machine.properties());
 }
 
 TEST(Vanishing, AChargerWithARating) {
