@@ -19,6 +19,11 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+/// After a file could not be opened: throws if that says nothing about the file.
+void requireNoShortage() {
+  if (errno == EMFILE || errno == ENFILE || errno == ENOMEM) throw Shortage{errno};
+}
+
 /// What gives no text at all may be a pipe that nobody writes to.
 bool isRegular(int file) {
   struct stat status {};
@@ -28,7 +33,10 @@ bool isRegular(int file) {
 }  // namespace
 
 Class::Class(const std::string& path) : folder_(::opendir(path.c_str())) {
-  if (!folder_) return;
+  if (!folder_) {
+    requireNoShortage();
+    return;
+  }
   while (const dirent* entry = ::readdir(folder_.get())) {
     if (entry->d_name[0] != '.') deviceNames_.emplace_back(entry->d_name);
   }
@@ -38,7 +46,9 @@ Class::Class(const std::string& path) : folder_(::opendir(path.c_str())) {
 Device::Device(const Class& devices, const std::string& name)
     : classFolder_(devices.folder_ ? ::dirfd(devices.folder_.get()) : -1),
       name_(name),
-      folder_(::openat(classFolder_, name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {}
+      folder_(::openat(classFolder_, name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {
+  if (folder_ < 0) requireNoShortage();
+}
 
 Device::~Device() {
   if (folder_ >= 0) ::close(folder_);
@@ -48,7 +58,10 @@ std::optional<std::string> Device::text(const char* attribute) {
   if (folder_ < 0) return std::nullopt;
   // Not blocking, in case something else than an attribute lies there.
   const int file = ::openat(folder_, attribute, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-  if (file < 0) return std::nullopt;
+  if (file < 0) {
+    requireNoShortage();
+    return std::nullopt;
+  }
   char buffer[1024];
   const ssize_t length = ::read(file, buffer, sizeof buffer);
   if (length < 0 && errno == ENODEV) refused_ = true;

@@ -13,10 +13,17 @@
 /// file per attribute (Documentation/filesystems/sysfs.rst).
 namespace lumowatt::sysfs {
 
+/// Thrown when a file cannot be opened because the machine, or this process, is short of something:
+/// files that are open, or memory. What else was read would be half of the truth.
+struct Shortage {
+  int error;
+};
+
 /// A class folder such as /sys/class/power_supply, held open. One that cannot be opened has no
 /// devices.
 class Class {
  public:
+  /// Throws a shortage.
   explicit Class(const std::string& path);
 
   /// The names of the devices that it listed when it was opened, sorted by their bytes.
@@ -37,6 +44,7 @@ class Class {
 /// of the device. Must not outlive its class.
 class Device {
  public:
+  /// Throws a shortage.
   Device(const Class& devices, const std::string& name);
   Device(const Device&) = delete;
   Device& operator=(const Device&) = delete;
@@ -47,10 +55,11 @@ class Device {
   /// An attribute's text without the white space around it: any bytes, and none for an empty
   /// file. Absent when the file is missing, unreadable, longer than anything of use, or a pipe or
   /// device that gives nothing. Opens and reads it afresh, and waits for nobody but a driver.
+  /// Throws a shortage.
   std::optional<std::string> text(const char* attribute);
 
   /// An attribute that is a decimal integer with an optional sign. Absent when it is anything
-  /// else or does not fit 64 bits.
+  /// else or does not fit 64 bits. Throws a shortage.
   std::optional<std::int64_t> number(const char* attribute);
 
   /// Whether the class still lists this very device. If not, it was removed meanwhile, and what

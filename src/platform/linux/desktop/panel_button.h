@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "menubar/desktop.h"
-#include "platform/linux/desktop/complaint.h"
+#include "platform/linux/complaint.h"
 #include "platform/linux/desktop/icon_folder.h"
 #include "platform/linux/desktop/menu_server.h"
 #include "platform/linux/desktop/panel_watch.h"

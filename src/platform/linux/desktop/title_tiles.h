@@ -7,7 +7,7 @@
 
 #include "graphics/tile.h"
 #include "menubar/desktop.h"
-#include "platform/linux/desktop/complaint.h"
+#include "platform/linux/complaint.h"
 #include "platform/linux/desktop/icon_folder.h"
 #include "platform/linux/desktop/menu_server.h"
 #include "platform/linux/desktop/sd.h"

@@ -2,6 +2,7 @@
 
 #include <strings.h>
 
+#include <cstring>
 #include <utility>
 
 #include "platform/linux/power_supply/dictionary.h"
@@ -73,7 +74,16 @@ std::vector<Charger> withRatings(const Class& supplies, std::vector<Charger> cha
 Service::Service(std::string powerSupplyFolder, std::string hwmonFolder)
     : powerSupplyFolder_(std::move(powerSupplyFolder)), hwmonFolder_(std::move(hwmonFolder)) {}
 
-std::optional<PropertyDictionary> Service::properties() {
+std::optional<PropertyDictionary> Service::properties() try {
+  auto properties = read();
+  complaint_.update(nullptr);
+  return properties;
+} catch (const sysfs::Shortage& shortage) {
+  complaint_.update(std::strerror(shortage.error));
+  return std::nullopt;
+}
+
+std::optional<PropertyDictionary> Service::read() const {
   const Class supplies(powerSupplyFolder_);
   auto [packNames, chargers] = survey(supplies);
   const std::vector<Pack> packs = readPacks(supplies, packNames);

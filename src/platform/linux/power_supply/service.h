@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/linux/complaint.h"
 #include "telemetry/battery_service.h"
 
 namespace lumowatt::power_supply {
@@ -13,12 +14,16 @@ class Service : public BatteryService {
   /// that measure more. On a running system these are below /sys/class.
   Service(std::string powerSupplyFolder, std::string hwmonFolder);
 
-  /// Nothing when no battery of the laptop's own is listed.
+  /// Nothing when no battery of the laptop's own is listed, nor when one could be read in part
+  /// alone because files or memory are short, which is told on the standard error.
   std::optional<PropertyDictionary> properties() override;
 
  private:
+  std::optional<PropertyDictionary> read() const;
+
   std::string powerSupplyFolder_;
   std::string hwmonFolder_;
+  Complaint complaint_{"the battery cannot be read"};
 };
 
 }  // namespace lumowatt::power_supply

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-namespace lumowatt::desktop {
+namespace lumowatt {
 
 /// Something that may fail again and again, and is told of once until it goes well.
 class Complaint {
@@ -21,4 +21,4 @@ class Complaint {
   bool isTold_ = false;
 };
 
-}  // namespace lumowatt::desktop
+}  // namespace lumowatt
