@@ -6,9 +6,11 @@
 #include "cli/commands.h"
 #include "cli/standard_output.h"
 #include "platform/platform.h"
+#include "telemetry/out_of_memory.h"
 
 int main(int argc, char** argv) {
   using namespace lumowatt;
+  endWhenOutOfMemory();
   // A pipe that nobody reads, or a file that may not grow, is to be an error with a reason and not
   // the end of the process.
   std::signal(SIGPIPE, SIG_IGN);

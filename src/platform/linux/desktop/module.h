@@ -6,6 +6,6 @@
 /// The one thing that lumowatt-desktop.so exports: makes the desktop, for the executable at the
 /// path `program` with its icons in the folder `icons`. It is the caller's, and the bitmaps, on
 /// which it draws what it shows outside of the panel, become its own. Nothing is thrown out of the
-/// module, unless memory is short, which ends the process.
+/// module: the end of the memory ends the process.
 extern "C" [[gnu::visibility("default")]] lumowatt::Desktop* lumowattDesktop(
     const char* program, const char* icons, lumowatt::BitmapFactory* bitmaps);

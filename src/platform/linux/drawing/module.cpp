@@ -1,32 +1,32 @@
 #include "platform/linux/drawing/module.h"
 
+#include <malloc.h>
+
+#include <cstddef>
 #include <new>
 
 #include "platform/linux/drawing/cairo_bitmap.h"
+#include "telemetry/out_of_memory.h"
 
 namespace lumowatt::drawing {
 
 namespace {
 
+/// More than the libraries take for a picture. Where memory is refused to them, Fontconfig does not
+/// end or crashes, and GLib ends the process by a signal.
+constexpr std::size_t roomOfLibraries = 64U << 20U;
+
+void requireRoom() { ::operator delete(::operator new(roomOfLibraries)); }
+
 class Factory : public BitmapFactory {
  public:
   std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
                                Appearance appearance) override {
-    auto bitmap = made(picture.size, scale, appearance);
-    if (bitmap) {
-      bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
-    }
+    requireRoom();
+    auto bitmap = std::make_unique<CairoBitmap>(picture.size, scale, appearance);
+    if (!bitmap->isValid()) return nullptr;
+    bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
     return bitmap;
-  }
-
- private:
-  static std::unique_ptr<CairoBitmap> made(Size size, double scale, Appearance appearance) {
-    try {
-      auto bitmap = std::make_unique<CairoBitmap>(size, scale, appearance);
-      if (bitmap->isValid()) return bitmap;
-    } catch (const std::bad_alloc&) {  // the same as a bitmap that Cairo cannot make
-    }
-    return nullptr;
   }
 };
 
@@ -35,6 +35,8 @@ class Factory : public BitmapFactory {
 }  // namespace lumowatt::drawing
 
 extern "C" lumowatt::BitmapFactory* lumowattBitmapFactory() {
+  lumowatt::endWhenOutOfMemory();
+  ::mallopt(M_ARENA_MAX, 1);  // or each of Pango's threads reserves 64 MiB of addresses
   static lumowatt::drawing::Factory factory;
   return &factory;
 }

@@ -3,6 +3,6 @@
 #include "graphics/canvas.h"
 
 /// The one thing that lumowatt-drawing.so exports: its bitmaps, on Cairo and Pango. The factory
-/// lives as long as the process. Nothing is thrown out of the module, unless memory is short while
-/// something is drawn, which ends the process as it does in GLib.
+/// lives as long as the process. Nothing is thrown out of the module: the end of the
+/// memory ends the process, as it does in GLib.
 extern "C" [[gnu::visibility("default")]] lumowatt::BitmapFactory* lumowattBitmapFactory();

@@ -6,7 +6,6 @@
 #include <csetjmp>
 #include <cstdint>
 #include <cstring>
-#include <new>
 #include <vector>
 
 namespace lumowatt::drawing {
@@ -14,14 +13,8 @@ namespace lumowatt::drawing {
 namespace {
 
 void append(png_structp png, png_bytep bytes, png_size_t count) {
-  bool appended = false;
-  try {
-    static_cast<std::string*>(png_get_io_ptr(png))
-        ->append(reinterpret_cast<const char*>(bytes), count);
-    appended = true;
-  } catch (const std::bad_alloc&) {  // to be over before the error below jumps away
-  }
-  if (!appended) png_error(png, "out of memory");
+  static_cast<std::string*>(png_get_io_ptr(png))
+      ->append(reinterpret_cast<const char*>(bytes), count);
 }
 
 void flushNothing(png_structp) {}
@@ -68,7 +61,7 @@ bool write(png_structp png, png_infop info, const Pixels& pixels, double pixelsP
 
 }  // namespace
 
-std::optional<std::string> encodePng(const Pixels& pixels, double pixelsPerInch) try {
+std::optional<std::string> encodePng(const Pixels& pixels, double pixelsPerInch) {
   std::string file;
   std::vector<png_byte> row(static_cast<std::size_t>(pixels.width) * 4);
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
@@ -78,8 +71,6 @@ std::optional<std::string> encodePng(const Pixels& pixels, double pixelsPerInch)
   png_destroy_write_struct(&png, &info);
   if (!written) return std::nullopt;
   return file;
-} catch (const std::bad_alloc&) {
-  return std::nullopt;
 }
 
 }  // namespace lumowatt::drawing

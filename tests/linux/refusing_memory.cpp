@@ -1,0 +1,55 @@
+// A library to preload: from a certain call on, there is no memory. The variable REFUSED_FROM says
+// from the how manieth. POWER_SUPPLY_FOLDER is the folder of a laptop, which the program finds
+// below /sys: the library that mocks one otherwise does not do without memory itself.
+
+#include <dirent.h>
+#include <dlfcn.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+
+extern "C" {
+
+void* __libc_malloc(size_t size);
+void* __libc_calloc(size_t count, size_t size);
+void* __libc_realloc(void* block, size_t size);
+
+}  // extern "C"
+
+namespace {
+
+bool isRefused() {
+  static std::atomic<long> calls = 0;
+  const char* const from = std::getenv("REFUSED_FROM");
+  if (from == nullptr || ++calls < std::atol(from)) return false;
+  errno = ENOMEM;
+  return true;
+}
+
+}  // namespace
+
+extern "C" {
+
+__attribute__((visibility("default"))) void* malloc(size_t size) noexcept {
+  return isRefused() ? nullptr : __libc_malloc(size);
+}
+
+__attribute__((visibility("default"))) void* calloc(size_t count, size_t size) noexcept {
+  return isRefused() ? nullptr : __libc_calloc(count, size);
+}
+
+__attribute__((visibility("default"))) void* realloc(void* block, size_t size) noexcept {
+  return isRefused() ? nullptr : __libc_realloc(block, size);
+}
+
+__attribute__((visibility("default"))) DIR* opendir(const char* path) {
+  const char* const folder = std::getenv("POWER_SUPPLY_FOLDER");
+  const bool isOther = folder == nullptr || std::strcmp(path, "/sys/class/power_supply") != 0;
+  const auto next = reinterpret_cast<DIR* (*)(const char*)>(::dlsym(RTLD_NEXT, "opendir"));
+  return next(isOther ? path : folder);
+}
+
+}  // extern "C"
