@@ -190,7 +190,25 @@ TEST_F(Preferences, OnAFullDiskStayAsTheyWere) {
   choose(202, "Colors");
   EXPECT_EQ(effect(), (Effect{3, true, true}));
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
+  const std::filesystem::directory_iterator files(preferences().parent_path());
+  EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "nothing else is left";
   EXPECT_TRUE(item->isRunning());
+}
+
+TEST_F(Preferences, OnADeviceWithoutSpaceStayAsTheyWereWithTheBellAndALine) {
+  write("mode=3\nmine=1\n");
+  install("canberra-gtk-play", "touch $traces/bell");
+  item = startAnother(LUMOWATT_REFUSING_SPACE);
+  panel->waitForItem();
+  panel->open();
+  choose(202, "Colors");
+  trace("bell");
+  EXPECT_EQ(effect(), (Effect{3, true, true}));
+  EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
+  const std::filesystem::directory_iterator files(preferences().parent_path());
+  EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "nothing else is left";
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
 }
 
 }  // namespace lumowatt

@@ -56,7 +56,7 @@ TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
-            "lumowatt: there is no wl-copy or xclip to copy the details with\n");
+            "lumowatt: no wl-copy or xclip can be started to copy the details\n");
 }
 
 TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {
@@ -168,6 +168,21 @@ TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
             "lumowatt: the chart is not shown: there is no program to show it\n");
+}
+
+TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
+  install("canberra-gtk-play", telling);
+  install("xdg-open", "touch $traces/opened");
+  item = startAnother(LUMOWATT_REFUSING_SPACE);
+  panel->waitForItem();
+  panel->open();
+  choose(102, "Collecting history…");
+  EXPECT_EQ(trace("told"), "--id bell\n");
+  const std::filesystem::directory_iterator files(user.path() / "runtime");
+  EXPECT_EQ(std::distance(begin(files), end(files)), 0);
+  EXPECT_FALSE(std::filesystem::exists(traces() / "opened"));
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "lumowatt: the chart is not shown: its file cannot be written\n");
 }
 
 TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {

@@ -333,6 +333,15 @@ TEST_F(Tiles, ThatCannotBeWrittenAreAwayRatherThanOld) {
   EXPECT_EQ(panel->property("Id", connection(2)), "Lumowatt-title");
 }
 
+TEST_F(Tiles, ThatFindNoSpaceAreAwayAndLeaveNoFile) {
+  item = startAnother(LUMOWATT_REFUSING_SPACE);
+  panel->waitForItem();
+  panel->open();
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), 1U);
+  EXPECT_EQ(iconFiles(), Names{});
+}
+
 TEST_F(Tiles, ThatCouldNotBeWrittenAreShownLaterThoughTheTextIsTheSame) {
   user.write("runtime/lumowatt", "");
   start();

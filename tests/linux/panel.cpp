@@ -43,6 +43,9 @@ void SessionBus::end() {
   daemon_->wait();
 }
 
+void SessionBus::pause() const { daemon_->send(SIGSTOP); }
+void SessionBus::resume() const { daemon_->send(SIGCONT); }
+
 BusPeer::BusPeer(const SessionBus& session) {
   sd_bus* bus = nullptr;
   EXPECT_GE(sd_bus_new(&bus), 0);

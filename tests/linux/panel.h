@@ -27,6 +27,10 @@ class SessionBus {
   /// The bus goes away.
   void end();
 
+  /// The bus stands still, with all that was sent to it, and goes on.
+  void pause() const;
+  void resume() const;
+
  private:
   TemporaryFolder folder_;
   std::unique_ptr<Process> daemon_;

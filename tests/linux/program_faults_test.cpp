@@ -110,6 +110,24 @@ TEST(ProgramFaults, ASnapshotWithFewFilesIsRightOrNone) {
   EXPECT_EQ(snapshotWithin("--nofile=12", expected), 0);
 }
 
+TEST(ProgramFaults, WithoutProcADumpIsTheSameAndThereIsNoPictureAndNoItem) {
+  const Machine machine(anyMachine);
+  const auto run = [&machine](std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(),
+                     {"unshare", "--mount", "--map-root-user", "sh", "-c",
+                      "mount -t tmpfs none /proc && exec \"$0\" \"$@\"", LUMOWATT_PROGRAM});
+    return runProcess(arguments, machine.environment());
+  };
+  if (run({"--version"}).status != 0) GTEST_SKIP() << "/proc cannot be hidden here";
+  expectResult(run({"--dump"}), dumpOfAnyMachine(), 0);
+  const ProcessResult picture = run({"--snapshot", "/nowhere/out.png"});
+  EXPECT_EQ(picture.output, "error=no bitmap\n");
+  EXPECT_EQ(picture.errors, "lumowatt: cannot tell where lumowatt-drawing.so is without /proc\n");
+  const ProcessResult item = run({});
+  EXPECT_EQ(item.output, "error=no desktop\n");
+  EXPECT_EQ(item.errors, "lumowatt: cannot tell where lumowatt-desktop.so is without /proc\n");
+}
+
 #if !LUMOWATT_SANITIZED  // AddressSanitizer needs memory that it does not use, and refuses none
 
 TEST(ProgramFaults, ADumpWithoutMemoryFromAnyMomentOnIsNoneAndALineThatSaysSo) {

@@ -13,9 +13,10 @@
 
 extern "C" {
 
-void* __libc_malloc(size_t size);
-void* __libc_calloc(size_t count, size_t size);
-void* __libc_realloc(void* block, size_t size);
+// The C library's own, by the names that it gives them beside the usual ones.
+void* trueMalloc(size_t size) __asm__("__libc_malloc");
+void* trueCalloc(size_t count, size_t size) __asm__("__libc_calloc");
+void* trueRealloc(void* block, size_t size) __asm__("__libc_realloc");
 
 }  // extern "C"
 
@@ -34,15 +35,15 @@ bool isRefused() {
 extern "C" {
 
 __attribute__((visibility("default"))) void* malloc(size_t size) noexcept {
-  return isRefused() ? nullptr : __libc_malloc(size);
+  return isRefused() ? nullptr : trueMalloc(size);
 }
 
 __attribute__((visibility("default"))) void* calloc(size_t count, size_t size) noexcept {
-  return isRefused() ? nullptr : __libc_calloc(count, size);
+  return isRefused() ? nullptr : trueCalloc(count, size);
 }
 
 __attribute__((visibility("default"))) void* realloc(void* block, size_t size) noexcept {
-  return isRefused() ? nullptr : __libc_realloc(block, size);
+  return isRefused() ? nullptr : trueRealloc(block, size);
 }
 
 __attribute__((visibility("default"))) DIR* opendir(const char* path) {

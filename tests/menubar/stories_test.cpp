@@ -89,6 +89,20 @@ TEST_F(Story, ABatteryThatIsTakenOutAndPutBack) {
   EXPECT_EQ(app->history().size(), 4U);
 }
 
+TEST_F(Story, AnotherBatteryInThePlaceOfTheFirst) {
+  setBattery({.percent = 80});
+  app->applicationDidFinishLaunching();
+  desktop.pass(60.0);
+  setBattery({.percent = 20, .watts = -5.0});
+  desktop.pass(30.0);
+  EXPECT_EQ(desktop.plainTitle(), " 20% ▼ −5.0 W");
+  EXPECT_TRUE(desktop.accessibilityLabel.starts_with("Battery 20 percent"));
+  // The chart is of the machine's charge, whatever it comes from.
+  std::vector<std::int64_t> charges;
+  for (const Sample& sample : app->history()) charges.push_back(sample.percent);
+  EXPECT_EQ(charges, (std::vector<std::int64_t>{80, 80, 80, 20}));
+}
+
 TEST_F(Story, PreferencesChangedFromTheMenuWhileCharging) {
   setBattery({.percent = 40, .watts = 20.0, .external = true, .charging = true, .minutes = 90});
   app->applicationDidFinishLaunching();

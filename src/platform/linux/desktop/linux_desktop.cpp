@@ -144,7 +144,7 @@ void LinuxDesktop::setPreference(std::string_view key, std::string_view value) {
 
 void LinuxDesktop::copyText(std::string_view text) {
   if (startFirst(clipboardCommands(), text)) return;
-  complain("there is no wl-copy or xclip to copy the details with");
+  complain("no wl-copy or xclip can be started to copy the details");
   beep();
 }
 
