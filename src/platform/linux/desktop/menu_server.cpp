@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/linux/desktop/boottime.h"
+#include "platform/linux/desktop/session_bus.h"
 
 namespace lumowatt::desktop {
 
@@ -276,7 +277,7 @@ void MenuServer::update() {
 }
 
 void MenuServer::follow(std::string_view report) {
-  if (report == report_) return;
+  if (report == report_ || isBehind(bus_)) return;
   report_ = report;
   const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(layout_.root());
   if (hasOtherRows || boottime() < openUntil_) update();

@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/session_bus.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 
 namespace lumowatt::desktop {
@@ -17,6 +18,12 @@ int openSessionBus(sd_event* loop, Bus& bus) {
 
 const char* busFailure(int error) {
   return error == -ENOMEDIUM ? "the environment does not say where it is" : std::strerror(-error);
+}
+
+bool isBehind(sd_bus* bus) {
+  constexpr std::uint64_t few = 16;
+  std::uint64_t waiting = 0;
+  return sd_bus_get_n_queued_write(bus, &waiting) >= 0 && waiting > few;
 }
 
 }  // namespace lumowatt::desktop

@@ -11,4 +11,7 @@ int openSessionBus(sd_event* loop, Bus& bus);
 /// The reason of such an error.
 const char* busFailure(int error);
 
+/// Whether messages pile up in this process because the bus does not take them.
+bool isBehind(sd_bus* bus);
+
 }  // namespace lumowatt::desktop

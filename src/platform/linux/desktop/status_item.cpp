@@ -5,6 +5,7 @@
 
 #include "platform/linux/desktop/menu_server.h"
 #include "platform/linux/desktop/panel_watch.h"
+#include "platform/linux/desktop/session_bus.h"
 #include "platform/linux/desktop/text.h"
 
 namespace lumowatt::desktop {
@@ -132,15 +133,16 @@ void StatusItem::setTexts(const StatusItem& other) {
 }
 
 void StatusItem::set(std::string& property, std::string_view value, unsigned signals) {
-  if (value == property) return;
-  property = value;
-  if (!isKnown_) return;
-  signals_ |= signals;
-  sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
+  if (value != property) {
+    property = value;
+    if (isKnown_) signals_ |= signals;
+  }
+  if (signals_ != 0) sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
 }
 
 int StatusItem::sendSignals(sd_event_source*, void* item) {
   auto& self = *static_cast<StatusItem*>(item);
+  if (isBehind(self.bus_)) return 0;  // till something is set again
   const unsigned signals = std::exchange(self.signals_, 0U);
   const auto emit = [&self](const char* signal, const char* types, auto... values) {
     sd_bus_emit_signal(self.bus_, itemPath, itemInterface, signal, types, values...);

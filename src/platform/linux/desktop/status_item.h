@@ -56,7 +56,8 @@ class StatusItem {
   enum Signal : unsigned { newIcon = 1, newDescription = 2, newLabel = 4, newToolTip = 8 };
 
   /// Sets a property, and when it is another one, has these signals sent when all is said that
-  /// changes now.
+  /// changes now, and the bus takes them. Else they are sent when a property is set later, to
+  /// whatever it be.
   void set(std::string& property, std::string_view value, unsigned signals);
   static int sendSignals(sd_event_source* source, void* item);
 
