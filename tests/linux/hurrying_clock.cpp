@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::int64_t factor = 360;
 constexpr std::int64_t second = 1'000'000'000;
+constexpr std::int64_t night = std::int64_t{8} * 3600 * second;
 
 template <typename Function>
 Function* next(const char* name) {
@@ -31,7 +32,7 @@ std::int64_t trueTime() {
 
 std::int64_t slept() {
   const char* const file = std::getenv("SLEPT_FILE");
-  return file != nullptr && ::access(file, F_OK) == 0 ? 8 * 3600 * second : 0;
+  return file != nullptr && ::access(file, F_OK) == 0 ? night : 0;
 }
 
 /// When the program asked for the first time: until then, both times are the same.

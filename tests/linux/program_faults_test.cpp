@@ -115,7 +115,7 @@ TEST(ProgramFaults, WithoutProcADumpIsTheSameAndThereIsNoPictureAndNoItem) {
   const auto run = [&machine](std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(),
                      {"unshare", "--mount", "--map-root-user", "sh", "-c",
-                      "mount -t tmpfs none /proc && exec \"$0\" \"$@\"", LUMOWATT_PROGRAM});
+                      R"(mount -t tmpfs none /proc && exec "$0" "$@")", LUMOWATT_PROGRAM});
     return runProcess(arguments, machine.environment());
   };
   if (run({"--version"}).status != 0) GTEST_SKIP() << "/proc cannot be hidden here";

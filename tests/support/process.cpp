@@ -42,6 +42,8 @@ Process::Process(const std::vector<std::string>& command, const Environment& env
     redirect("/dev/null", O_RDONLY, STDIN_FILENO);
     redirect(output, O_WRONLY | O_APPEND, STDOUT_FILENO);
     redirect(errors, O_WRONLY | O_APPEND, STDERR_FILENO);
+    // What else whoever runs the tests has open is not the program's.
+    ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     ::execvp(arguments[0], arguments.data());
     ::_exit(127);
   }
