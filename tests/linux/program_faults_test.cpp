@@ -110,6 +110,27 @@ TEST(ProgramFaults, ASnapshotWithFewFilesIsRightOrNone) {
   EXPECT_EQ(snapshotWithin("--nofile=12", expected), 0);
 }
 
+TEST(ProgramFaults, ASnapshotWithFewFilesLeavesTheCacheOfFontsAsItShouldBe) {
+  const TemporaryFolder folder;
+  const std::filesystem::path cache = folder.path() / "cache";
+  folder.write("fonts.conf",
+               "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\"><fontconfig>"
+               "<dir>/usr/share/fonts</dir><cachedir>" +
+                   cache.string() + "</cachedir></fontconfig>");
+  const auto run = [&](const std::string& files) {
+    return runProcess({"prlimit", "--nofile=" + files, LUMOWATT_PROGRAM, "--snapshot",
+                       folder.path() / "out.png", "--sample", "low"},
+                      {{"FONTCONFIG_FILE", folder.path() / "fonts.conf"}});
+  };
+  for (int files = 4; files <= 8; ++files) {
+    std::filesystem::remove_all(cache);
+    const ProcessResult without = run(std::to_string(files));
+    EXPECT_EQ(without.output, "error=no bitmap\n") << files;
+    EXPECT_NE(without.errors.find("lumowatt: "), std::string::npos) << files;
+    EXPECT_EQ(run("64").status, 0) << files;
+  }
+}
+
 TEST(ProgramFaults, WithoutProcADumpIsTheSameAndThereIsNoPictureAndNoItem) {
   const Machine machine(anyMachine);
   const auto run = [&machine](std::vector<std::string> arguments) {

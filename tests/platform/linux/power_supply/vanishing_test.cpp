@@ -103,8 +103,8 @@ TEST(Vanishing, TheSecondOfTwoPacks) {
 TEST(Vanishing, TheLastOfManyPacksWheneverItIsReadCostsOneReading) {
   constexpr int count = 100;
   const MockMachine machine;
-  const auto name = [](int pack) { return "BAT" + std::to_string(100 + pack); };
-  for (int pack = 0; pack < count; ++pack) plug(machine, {name(pack), energyPack()});
+  const auto name = [](int index) { return "BAT" + std::to_string(100 + index); };
+  for (int i = 0; i < count; ++i) plug(machine, {name(i), energyPack()});
   int before = openings();
   machine.properties();
   const int undisturbed = openings() - before;
