@@ -8,54 +8,23 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+# shellcheck source=benchmarks/laptop.bash
+source benchmarks/laptop.bash
+
 rounds=${1:-500}
-machine=$PWD/tests/fixtures/linux/01-thinkpad-lnv45n1-discharging/class/power_supply
-
-export LUMOWATT=${LUMOWATT:-$PWD/build/release/lumowatt}
-
-has() { command -v "$1" >/dev/null; }
-
-if [[ ${LUMOWATT_BENCHMARK:-} != inside ]]; then
-  script/build release lumowatt
-  script/build release interleave
-  namespace=(unshare --mount)
-  [[ $(id -u) -eq 0 ]] || namespace+=(--map-root-user)
-  LUMOWATT_BENCHMARK=inside exec "${namespace[@]}" "$0" "$rounds"
-fi
-
-mount --bind "$machine" /sys/class/power_supply
-
-scratch=$(mktemp -d)
-pids=()
-finish() {
-  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
-  rm -rf "$scratch"
-}
-trap finish EXIT
-
 interleave=$PWD/build/release/interleave
-cd /sys/class/power_supply
+begin_laptop interleave "$rounds"
+
+cd "$supplies"
 contenders=("$LUMOWATT --dump" true "cat $(echo ./*/uevent)")
 if has acpi; then contenders+=("acpi -b"); fi
 if has i3status; then
-  export HOME=$scratch # where it looks for what to show
   printf '%s\n' 'general { output_format = none }' 'order += "battery all"' \
     'battery all { format = "%percentage %consumption" }' >"$HOME/.i3status.conf"
   contenders+=("i3status --run-once")
 fi
 if has upower && has dbus-daemon; then
-  # A system bus of our own, for its daemon. That finds no battery, because a mounted folder is no
-  # device to udev; what its client takes is less than on a laptop, if anything.
-  dbus-daemon --session --nofork --address="unix:path=$scratch/bus" 2>"$scratch/bus.log" &
-  pids+=($!)
-  export DBUS_SYSTEM_BUS_ADDRESS=unix:path=$scratch/bus
-  until [[ -S $scratch/bus ]]; do sleep 0.1; done
-  /usr/libexec/upowerd >"$scratch/upowerd.log" 2>&1 &
-  pids+=($!)
-  until upower -d 2>/dev/null | grep daemon-version >/dev/null; do
-    kill -0 "${pids[-1]}" # it ended: so does this
-    sleep 0.1
-  done
+  begin_upower
   contenders+=("upower -d")
 fi
 

@@ -11,58 +11,27 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+# shellcheck source=benchmarks/laptop.bash
+source benchmarks/laptop.bash
+
 seconds=${1:-60}
 panel=${2:-panel-1-systray}
-machine=$PWD/tests/fixtures/linux/01-thinkpad-lnv45n1-discharging/class/power_supply
-
-export LUMOWATT=${LUMOWATT:-$PWD/build/release/lumowatt}
-
-if [[ ${LUMOWATT_BENCHMARK:-} != inside ]]; then
-  missing=()
-  for command in upower Xvfb dbus-daemon; do
-    command -v "$command" >/dev/null || missing+=("$command")
-  done
-  if [[ ${#missing[@]} -gt 0 ]]; then
-    echo "Missing: ${missing[*]}. On Debian: apt-get install upower xvfb dbus" >&2
+for command in upower Xvfb dbus-daemon; do
+  if ! has "$command"; then
+    echo "Missing: $command. On Debian: apt-get install upower xvfb dbus" >&2
     exit 1
   fi
-  script/build release lumowatt
-  script/build release resident
-  sync # pages of a file that is still to be written count as dirty
-  namespace=(unshare --mount)
-  [[ $(id -u) -eq 0 ]] || namespace+=(--map-root-user)
-  LUMOWATT_BENCHMARK=inside exec "${namespace[@]}" "$0" "$seconds" "$panel"
-fi
-
-scratch=$(mktemp -d)
-pids=()
-finish() {
-  for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done
-  rm -rf "$scratch"
-}
-trap finish EXIT
-supplies=/sys/class/power_supply
-mount -t tmpfs none $supplies # in memory, as the kernel's is: nobody is to wait for a disk
-cp -r "$machine/." $supplies
-
-export HOME=$scratch XDG_CONFIG_HOME=$scratch/config XDG_RUNTIME_DIR=$scratch NO_AT_BRIDGE=1
-for bus in session system; do
-  dbus-daemon --session --nofork --address="unix:path=$scratch/$bus" 2>"$scratch/$bus.log" &
-  pids+=($!)
 done
+begin_laptop resident "$seconds" "$panel"
+
+begin_bus session
 export DBUS_SESSION_BUS_ADDRESS=unix:path=$scratch/session
-export DBUS_SYSTEM_BUS_ADDRESS=unix:path=$scratch/system
+begin_upower
 Xvfb -displayfd 3 -screen 0 800x600x24 3>"$scratch/display" 2>"$scratch/screen.log" &
 pids+=($!)
-until [[ -S $scratch/session && -S $scratch/system && -s $scratch/display ]]; do sleep 0.1; done
+until [[ -s $scratch/display ]]; do sleep 0.1; done
 DISPLAY=:$(<"$scratch/display")
-export DISPLAY
-/usr/libexec/upowerd >"$scratch/upowerd.log" 2>&1 &
-pids+=($!)
-until upower -d 2>/dev/null | grep daemon-version >/dev/null; do
-  kill -0 "${pids[-1]}" # it ended: so does this
-  sleep 0.1
-done
+export DISPLAY NO_AT_BRIDGE=1
 
 programs=("$LUMOWATT")
 for monitor in cbatticon "xfce4-power-manager --no-daemon" "mate-power-manager --no-daemon" \
