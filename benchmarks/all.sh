@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-package=$(script/package "$scratch" 2>/dev/null)
+package=$(script/package "$scratch" 2>"$scratch/log") || { cat "$scratch/log" >&2 && exit 1; }
 dpkg-deb --extract "$package" "$scratch"
 export LUMOWATT=$scratch/usr/bin/lumowatt
 sync # pages of a file that is still to be written count as dirty

@@ -3,14 +3,21 @@
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
-target_compile_options(lumowatt_options INTERFACE
-  -fstack-protector-strong -fstack-clash-protection)
-if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i.86")
-  target_compile_options(lumowatt_options INTERFACE -fcf-protection=full)
-elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64")
-  target_compile_options(lumowatt_options INTERFACE -mbranch-protection=standard)
-endif()
+# Compilers differ in what they know on which processor.
+include(CheckCXXCompilerFlag)
+foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection=full
+    -mbranch-protection=standard)
+  string(MAKE_C_IDENTIFIER "lumowatt_has${flag}" has_flag)
+  set(CMAKE_REQUIRED_FLAGS -Werror)
+  check_cxx_compiler_flag(${flag} ${has_flag})
+  unset(CMAKE_REQUIRED_FLAGS)
+  if(${has_flag})
+    target_compile_options(lumowatt_options INTERFACE ${flag})
+  endif()
+endforeach()
 # It needs an optimising compiler, and knows nothing of sanitizers.
-target_compile_options(lumowatt_options INTERFACE
-  $<$<CONFIG:Release>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=3>)
+if(NOT LUMOWATT_SANITIZE)
+  set(fortify -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
+  target_compile_options(lumowatt_options INTERFACE "$<$<NOT:$<CONFIG:Debug>>:${fortify}>")
+endif()
 target_link_options(lumowatt_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)

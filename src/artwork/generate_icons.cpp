@@ -1,4 +1,4 @@
-// Writes the icons of all symbols, templates and tinted ones, and the application's own ones into a
+// Writes the icons of all symbols, templates and tinted ones, and those of the application, into a
 // folder:
 //
 //   generate_icons FOLDER

@@ -1,5 +1,5 @@
 // A library to preload: from a certain call on, there is no memory. The variable REFUSED_FROM says
-// from the how manieth. POWER_SUPPLY_FOLDER is the folder of a laptop, which the program finds
+// from which on. POWER_SUPPLY_FOLDER is the folder of a laptop, which the program finds
 // below /sys: the library that mocks one otherwise does not do without memory itself.
 
 #include <dirent.h>

@@ -210,7 +210,18 @@ TEST(SnapshotProgram, WithAModuleThatExportsNothingHasNoBitmap) {
   const auto result = wrong.run();
   EXPECT_EQ(result.output, "error=no bitmap\n");
   EXPECT_EQ(result.status, 1);
-  EXPECT_NE(result.errors.find("undefined symbol: lumowattBitmapFactory"), std::string::npos)
+  EXPECT_NE(result.errors.find("undefined symbol: lumowattVersion"), std::string::npos)
+      << result.errors;
+}
+
+TEST(SnapshotProgram, WithAModuleOfAnotherVersionHasNoBitmap) {
+  const Installation upgraded("bin");
+  std::filesystem::copy_file(LUMOWATT_OTHER_VERSION,
+                             upgraded.root().path() / "bin" / "lumowatt-drawing.so");
+  const auto result = upgraded.run();
+  EXPECT_EQ(result.output, "error=no bitmap\n");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(result.errors.ends_with(" is of another version than this process\n"))
       << result.errors;
 }
 

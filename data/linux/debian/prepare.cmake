@@ -1,5 +1,8 @@
 # Makes of what was installed for the package what Debian's policy asks for, and finds out what the
 # package depends on. Run by CPack.
+if(NOT CPACK_GENERATOR STREQUAL "DEB")
+  return()
+endif()
 set(folder ${CPACK_TEMPORARY_DIRECTORY})
 set(usr ${folder}/usr)
 set(documents ${usr}/share/doc/lumowatt)

@@ -6,6 +6,7 @@
 #include <array>
 #include <climits>
 #include <cstdio>
+#include <cstring>
 
 namespace lumowatt {
 
@@ -39,7 +40,12 @@ void* loadModule(const char* module, const char* symbol) {
   }
   // With a slash in its path, the linker looks nowhere else.
   void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-  void* const found = library != nullptr ? ::dlsym(library, symbol) : nullptr;
+  const void* const version = library != nullptr ? ::dlsym(library, "lumowattVersion") : nullptr;
+  if (version != nullptr && std::strcmp(static_cast<const char*>(version), LUMOWATT_VERSION) != 0) {
+    std::fprintf(stderr, "lumowatt: %s is of another version than this process\n", path.c_str());
+    return nullptr;
+  }
+  void* const found = version != nullptr ? ::dlsym(library, symbol) : nullptr;
   if (found == nullptr) std::fprintf(stderr, "lumowatt: %s\n", ::dlerror());
   return found;
 }

@@ -17,8 +17,8 @@ std::string executablePath();
 std::string companion(std::string_view built, std::string_view installed);
 
 /// Loads a module of the program, such as "lumowatt-drawing.so", and finds what it exports under
-/// the name `symbol`. It stays loaded. Null when it cannot be loaded; the reason is then on the
-/// standard error.
+/// the name `symbol`. It stays loaded. Null when it cannot be loaded, or is of another version, as
+/// after an upgrade; the reason is then on the standard error.
 void* loadModule(const char* module, const char* symbol);
 
 }  // namespace lumowatt

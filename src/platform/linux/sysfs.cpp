@@ -19,7 +19,7 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/// After a file could not be opened: throws if that says nothing about the file.
+/// After a file could not be opened, or a folder read: throws if that says nothing about the file.
 void requireNoShortage() {
   if (errno == EMFILE || errno == ENFILE || errno == ENOMEM) throw Shortage{errno};
 }
@@ -37,9 +37,11 @@ Class::Class(const std::string& path) : folder_(::opendir(path.c_str())) {
     requireNoShortage();
     return;
   }
-  while (const dirent* entry = ::readdir(folder_.get())) {
+  // At the end of the folder, readdir leaves errno as it was.
+  for (errno = 0; const dirent* entry = ::readdir(folder_.get()); errno = 0) {
     if (entry->d_name[0] != '.') deviceNames_.emplace_back(entry->d_name);
   }
+  requireNoShortage();
   std::sort(deviceNames_.begin(), deviceNames_.end());
 }
 

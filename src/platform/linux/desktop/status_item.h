@@ -55,9 +55,9 @@ class StatusItem {
 
   enum Signal : unsigned { newIcon = 1, newDescription = 2, newLabel = 4, newToolTip = 8 };
 
-  /// Sets a property, and when it is another one, has these signals sent when all is said that
-  /// changes now, and the bus takes them. Else they are sent when a property is set later, to
-  /// whatever it be.
+  /// Sets a property, and when it is another one, has these signals sent once all is said that
+  /// changes now. Where the bus is behind, they wait until a property is set the next time, changed
+  /// or not.
   void set(std::string& property, std::string_view value, unsigned signals);
   static int sendSignals(sd_event_source* source, void* item);
 
