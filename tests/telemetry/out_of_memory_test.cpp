@@ -16,6 +16,13 @@ void askInVain() {
 
 }  // namespace
 
+TEST(OutOfMemory, IsHandledOnceThatIsAskedFor) {
+  ASSERT_EQ(std::get_new_handler(), nullptr);
+  endWhenOutOfMemory();
+  EXPECT_NE(std::get_new_handler(), nullptr);
+  std::set_new_handler(nullptr);
+}
+
 TEST(OutOfMemoryDeathTest, EndsTheProcessWithAMessageAndStatus1) {
   EXPECT_EXIT(askInVain(), testing::ExitedWithCode(1), "^lumowatt: out of memory\n$");
 }
