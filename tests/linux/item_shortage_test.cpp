@@ -70,13 +70,14 @@ TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
 #if !LUMOWATT_SANITIZED  // AddressSanitizer refuses no memory
 
 TEST_F(ItemShortage, OfMemoryFromAnyMomentOnEndsItWithALineThatSaysSo) {
+  constexpr auto preloaded = "LD_PRELOAD=" LUMOWATT_HURRYING_CLOCK " " LUMOWATT_REFUSING_MEMORY;
   // From the first call on, then in larger and larger steps, well into its life in the panel.
   for (int from = 1; from < 1500; from += 1 + from / 16) {
     prefix = {"/usr/bin/timeout",
               "--signal=KILL",
               "20",
               "/usr/bin/env",
-              "LD_PRELOAD=" LUMOWATT_HURRYING_CLOCK " " LUMOWATT_REFUSING_MEMORY,
+              preloaded,
               "POWER_SUPPLY_FOLDER=" + machine.powerSupplyFolder().string(),
               "REFUSED_FROM=" + std::to_string(from)};
     item = startAnother();
