@@ -13,8 +13,8 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-using desktop::Bus;
-using desktop::BusMessage;
+using freedesktop::Bus;
+using freedesktop::BusMessage;
 
 Bus newBus(int socket) {
   sd_bus* bus = nullptr;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/desktop/sd.h"
+#include "platform/freedesktop/bus/sd.h"
 
 namespace lumowatt::fuzz {
 
@@ -30,8 +30,8 @@ std::map<std::string, std::string> readProperties(sd_bus_message* message);
 
 /// What came back for a call.
 struct Answers {
-  std::vector<desktop::BusMessage> replies;  ///< errors as well
-  std::vector<desktop::BusMessage> signals;
+  std::vector<freedesktop::BusMessage> replies;  ///< errors as well
+  std::vector<freedesktop::BusMessage> signals;
 };
 
 /// Two ends of a connection in one process: the item's, and that of a panel.
@@ -47,8 +47,8 @@ class Connection {
   Answers exchange(sd_bus_message* call) const;
 
  private:
-  desktop::Bus item_;
-  desktop::Bus panel_;
+  freedesktop::Bus item_;
+  freedesktop::Bus panel_;
 };
 
 /// What a panel remembers of a menu by what it is told.
@@ -60,7 +60,7 @@ class Panel {
   void fetch();
 
   /// Takes what it is told. Says whether there was anything.
-  bool hear(const std::vector<desktop::BusMessage>& signals);
+  bool hear(const std::vector<freedesktop::BusMessage>& signals);
 
   /// Requires that asking again would tell nothing new.
   void requireUpToDate();

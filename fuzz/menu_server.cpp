@@ -3,7 +3,7 @@
 /// happens to the application: `menu llv-tc(rr)` is the menu from its next update on, `update`
 /// updates it, `chart TEXT` is another chart, `follow TEXT` gives a report to follow.
 
-#include "platform/linux/desktop/menu_server.h"
+#include "platform/freedesktop/menu/server.h"
 
 #include <set>
 
@@ -16,7 +16,7 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-using desktop::MenuServer;
+using freedesktop::MenuServer;
 using Ids = std::set<std::int32_t>;
 
 /// How the text of the chart begins, which may change before the menu shows it.
@@ -74,7 +74,7 @@ class Session {
   void call(std::string_view line) {
     const bool isAnswered = !line.starts_with('!');
     if (!isAnswered) line.remove_prefix(1);
-    const desktop::BusMessage message = callOf(connection_.panel(), line);
+    const freedesktop::BusMessage message = callOf(connection_.panel(), line);
     if (!message) return;
     sd_bus_message_set_expect_reply(message.get(), isAnswered ? 1 : 0);
     const Answers answers = connection_.exchange(message.get());

@@ -13,8 +13,8 @@
 #include <set>
 
 #include "machine.h"
+#include "platform/linux/power_supply/printable.h"
 #include "platform/linux/power_supply/service.h"
-#include "platform/linux/printable.h"
 #include "reading_rules.h"
 #include "support.h"
 #include "telemetry/read.h"

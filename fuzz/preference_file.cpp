@@ -2,7 +2,7 @@
 /// asks, and "<folder", "<pipe", "<link", "<missing" or "<1000" make the file a folder, a pipe, at
 /// the end of a link, missing, or larger by so many bytes. After a line "--" comes what is in it.
 
-#include "platform/linux/desktop/preference_file.h"
+#include "platform/freedesktop/user/preference_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -19,7 +19,7 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-using desktop::PreferenceFile;
+using freedesktop::PreferenceFile;
 
 constexpr std::size_t sizeLimit = 65536;
 constexpr mode_t permissions = 0640;

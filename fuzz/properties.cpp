@@ -9,13 +9,13 @@
 #include <limits>
 
 #include "artwork/tile_icon.h"
+#include "base/fatal.h"
 #include "menubar/mode.h"
 #include "reading_rules.h"
 #include "render/block_chart.h"
 #include "render/sparkline.h"
 #include "render/tiles.h"
 #include "support.h"
-#include "telemetry/fatal.h"
 #include "telemetry/read.h"
 
 namespace lumowatt {

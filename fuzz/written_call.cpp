@@ -3,7 +3,7 @@
 #include <charconv>
 #include <string>
 
-#include "platform/linux/desktop/menu_server.h"
+#include "platform/freedesktop/menu/server.h"
 #include "support.h"
 
 namespace lumowatt::fuzz {
@@ -110,14 +110,14 @@ const char* interfaceOf(std::string_view method) {
 
 }  // namespace
 
-desktop::BusMessage callOf(sd_bus* bus, std::string_view line) {
+freedesktop::BusMessage callOf(sd_bus* bus, std::string_view line) {
   Words words(line);
   const std::string method = words.text();
   const std::string types = words.text();
   sd_bus_message* made = nullptr;
-  const int status = sd_bus_message_new_method_call(bus, &made, nullptr, desktop::MenuServer::path,
-                                                    interfaceOf(method), method.c_str());
-  desktop::BusMessage message(made);
+  const int status = sd_bus_message_new_method_call(
+      bus, &made, nullptr, freedesktop::MenuServer::path, interfaceOf(method), method.c_str());
+  freedesktop::BusMessage message(made);
   if (status < 0 || !add(made, types, words)) return nullptr;
   return message;
 }

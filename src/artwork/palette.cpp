@@ -2,7 +2,7 @@
 
 #include <variant>
 
-#include "telemetry/rounding.h"
+#include "base/rounding.h"
 
 namespace lumowatt::artwork {
 

@@ -7,7 +7,7 @@
 #include <variant>
 
 #include "artwork/battery.h"
-#include "telemetry/rounding.h"
+#include "base/rounding.h"
 
 namespace lumowatt::artwork {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "format/number.h"
+#include "base/number.h"
 
 namespace lumowatt {
 

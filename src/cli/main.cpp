@@ -2,11 +2,11 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include "base/out_of_memory.h"
 #include "cli/command_line.h"
 #include "cli/commands.h"
 #include "cli/standard_output.h"
 #include "platform/platform.h"
-#include "telemetry/out_of_memory.h"
 
 int main(int argc, char** argv) {
   using namespace lumowatt;

@@ -1,7 +1,7 @@
 #include "format/details.h"
 
+#include "base/number.h"
 #include "format/figures.h"
-#include "format/number.h"
 
 namespace lumowatt {
 

@@ -1,6 +1,6 @@
 #include "format/figures.h"
 
-#include "format/number.h"
+#include "base/number.h"
 
 namespace lumowatt {
 

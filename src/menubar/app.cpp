@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "base/fatal.h"
 #include "format/details.h"
 #include "format/figures.h"
 #include "graphics/symbol.h"
@@ -14,7 +15,6 @@
 #include "render/glyph.h"
 #include "render/sparkline.h"
 #include "render/tiles.h"
-#include "telemetry/fatal.h"
 #include "telemetry/read.h"
 
 namespace lumowatt {

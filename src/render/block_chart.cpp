@@ -4,9 +4,9 @@
 #include <array>
 #include <string_view>
 
+#include "base/rounding.h"
 #include "render/history_scale.h"
 #include "render/sparkline.h"
-#include "telemetry/rounding.h"
 
 namespace lumowatt {
 

@@ -2,10 +2,10 @@
 
 #include <string>
 
+#include "base/rounding.h"
 #include "graphics/canvas.h"
 #include "render/history_scale.h"
 #include "render/sparkline.h"
-#include "telemetry/rounding.h"
 
 namespace lumowatt {
 

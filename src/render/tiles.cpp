@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/number.h"
 #include "format/figures.h"
-#include "format/number.h"
 
 namespace lumowatt {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "telemetry/fatal.h"
-#include "telemetry/rounding.h"
+#include "base/fatal.h"
+#include "base/rounding.h"
 
 namespace lumowatt {
 

@@ -6,11 +6,11 @@
 #include <regex>
 #include <vector>
 
-#include "artwork/icns.h"
 #include "support/files.h"
 #include "support/picture.h"
 #include "support/process.h"
 #include "support/rendered.h"
+#include "tools/icns.h"
 
 namespace lumowatt {
 

@@ -34,8 +34,10 @@ ProcessResult runClang(const std::vector<std::string>& mode, const std::string& 
 
 std::vector<std::string> macosFiles(const std::string& extension) {
   std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(macosSources)) {
-    if (entry.path().extension() == extension) names.push_back(entry.path().filename());
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(macosSources)) {
+    if (entry.path().extension() == extension) {
+      names.push_back(entry.path().lexically_relative(macosSources));
+    }
   }
   std::sort(names.begin(), names.end());
   return names;

@@ -47,7 +47,9 @@ class Planted {
 std::string nameOf(const testing::TestParamInfo<Fault>& info) { return info.param.name; }
 
 std::string nameOfFile(const testing::TestParamInfo<std::string>& info) {
-  return info.param.substr(0, info.param.find('.'));
+  std::string name = info.param.substr(0, info.param.find('.'));
+  std::ranges::replace(name, '/', '_');
+  return name;
 }
 
 void expectSeen(const ProcessResult& result, const Fault& fault) {
@@ -105,22 +107,22 @@ INSTANTIATE_TEST_SUITE_P(
               .wrong = "repeat:YES",
               .seen = "no known class method for selector"},
         Fault{.name = "MisspeltClass",
-              .in = "menu_items.mm",
+              .in = "menu_bar/menu_items.mm",
               .right = "[NSMenuItem separatorItem]",
               .wrong = "[NSMenuItm separatorItem]",
               .seen = "use of undeclared identifier 'NSMenuItm'"},
         Fault{.name = "MisspeltProperty",
-              .in = "item_button.mm",
+              .in = "menu_bar/item_button.mm",
               .right = ".toolTip",
               .wrong = ".tooltip",
               .seen = "property 'tooltip' not found"},
         Fault{.name = "MisspeltConstant",
-              .in = "item_button.mm",
+              .in = "menu_bar/item_button.mm",
               .right = "NSImageLeading",
               .wrong = "NSImageLead",
               .seen = "use of undeclared identifier 'NSImageLead'"},
         Fault{.name = "UndeclaredSelector",
-              .in = "menu_items.mm",
+              .in = "menu_bar/menu_items.mm",
               .right = "@selector(toggleColor)",
               .wrong = "@selector(toggleColour)",
               .seen = "undeclared selector 'toggleColour'"},
@@ -135,7 +137,7 @@ INSTANTIATE_TEST_SUITE_P(
               .wrong = "setBool:value forKey:key",
               .seen = "no viable conversion"},
         Fault{.name = "WrongKindOfObject",
-              .in = "item_button.mm",
+              .in = "menu_bar/item_button.mm",
               .right = "button.attributedTitle = makeAttributedString(title)",
               .wrong = "button.title = makeAttributedString(title)",
               .seen = "incompatible"},
@@ -150,7 +152,7 @@ INSTANTIATE_TEST_SUITE_P(
               .wrong = "void powerSourceChanged(int /*context*/)",
               .seen = "no matching function for call to 'IOPSNotificationCreateRunLoopSource'"},
         Fault{.name = "BlockOfAnotherKind",
-              .in = "app_kit_canvas.mm",
+              .in = "drawing/app_kit_canvas.mm",
               .right = "^BOOL(NSRect rect)",
               .wrong = "^BOOL(Rect rect)",
               .seen = "cannot initialize a parameter of type 'BOOL (^ _Nonnull)(NSRect)'"},
@@ -165,29 +167,29 @@ INSTANTIATE_TEST_SUITE_P(
               .wrong = "[timer_ release]",
               .seen = "release"},
         Fault{.name = "MissingProtocol",
-              .in = "application_delegate.h",
+              .in = "menu_bar/application_delegate.h",
               .right = "NSApplicationDelegate, NSMenuDelegate,",
               .wrong = "NSApplicationDelegate,",
               .seen = "from incompatible type",
               .of = "mac_desktop.mm"},
         Fault{.name = "MissingAction",
-              .in = "application_delegate.mm",
+              .in = "menu_bar/application_delegate.mm",
               .right = "- (void)copyDetails {",
               .wrong = "- (void)copyDetail {",
               .seen = "method 'copyDetails' in protocol 'LumowattMenuActions' not implemented"},
         Fault{.name = "NilWhereThereMustBeOne",
-              .in = "app_kit_bitmap.mm",
+              .in = "drawing/app_kit_bitmap.mm",
               .right = "colorSpaceName:NSDeviceRGBColorSpace",
               .wrong = "colorSpaceName:nil",
               .seen = "null passed to a callee that requires a non-null argument"},
         Fault{.name = "MaybeNilWhereThereMustBeOne",
-              .in = "app_kit_bitmap.mm",
+              .in = "drawing/app_kit_bitmap.mm",
               .right = "drawOn(context, image, scale)",
               .wrong = "drawOn([NSGraphicsContext graphicsContextWithBitmapImageRep:pixels], "
                        "image, scale)",
               .seen = "implicit conversion from nullable pointer"},
         Fault{.name = "ForgottenAction",
-              .in = "menu_items.mm",
+              .in = "menu_bar/menu_items.mm",
               .right = "    case Action::toggleLogin:\n      return @selector(toggleLogin);\n",
               .wrong = "",
               .seen = "enumeration value 'toggleLogin' not handled"}),
@@ -244,7 +246,7 @@ std::vector<std::string> calledByTheSystem() {
 std::vector<std::string> delegateMethods(const std::filesystem::path& changed = {}) {
   const std::string own = "-[LumowattApplicationDelegate ";
   std::vector<std::string> selectors;
-  for (const std::string& method : definedMethods("application_delegate.mm", changed)) {
+  for (const std::string& method : definedMethods("menu_bar/application_delegate.mm", changed)) {
     EXPECT_EQ(method.substr(0, own.size()), own);
     const std::string selector = method.substr(own.size(), method.size() - own.size() - 1);
     const bool isOther = selector == "initWithApplication:" || selector == "powerSourceAction" ||
@@ -265,7 +267,7 @@ TEST(MacDelegate, AMisspeltMethodOfAProtocolIsSeen) {
        {std::pair{"menuWillOpen:", "menuWillOpn:"},
         std::pair{"applicationDidFinishLaunching:", "applicationDidFinishLaunch:"}}) {
     const Fault fault{.name = {},
-                      .in = "application_delegate.mm",
+                      .in = "menu_bar/application_delegate.mm",
                       .right = "- (void)" + std::string(right),
                       .wrong = "- (void)" + std::string(wrong),
                       .seen = {}};
@@ -302,12 +304,14 @@ Pairs actions() {
 TEST(MacMenu, SendsEachActionToItsHandlerAndTheLastToTheApplication) {
   Pairs sent = actions();
   sent.emplace_back("terminate", "terminate");
-  EXPECT_EQ(matches("menu_items.mm", R"(case Action::(\w+):\s*return @selector\((\w+):?\))"), sent);
+  EXPECT_EQ(
+      matches("menu_bar/menu_items.mm", R"(case Action::(\w+):\s*return @selector\((\w+):?\))"),
+      sent);
 }
 
 TEST(MacDelegate, HasEachHandlerPerformItsAction) {
   EXPECT_EQ(
-      matches("application_delegate.mm",
+      matches("menu_bar/application_delegate.mm",
               R"(- \(void\)(\w+)[^\n]*\n  _application->perform\(\{\.action = Action::(\w+))"),
       actions());
 }
@@ -331,19 +335,19 @@ TEST_P(MacName, StandsWhereItBelongsAndOnce) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, MacName,
-    testing::Values(Name{"battery_registry.mm", "IOServiceMatching(\"AppleSmartBattery\")"},
-                    Name{"mac_desktop.mm",
-                         "@\"x-apple.systempreferences:com.apple.Battery-Settings.extension\""},
-                    Name{"mac_desktop.mm",
-                         "setActivationPolicy:NSApplicationActivationPolicyAccessory"},
-                    Name{"mac_desktop.mm", "statusItemWithLength:NSVariableStatusItemLength"},
-                    Name{"mac_desktop.mm", "clock_gettime(CLOCK_MONOTONIC_RAW"},
-                    Name{"mac_desktop.mm", "forType:NSPasteboardTypeString"},
-                    Name{"power_sources.mm", "source, kCFRunLoopDefaultMode"},
-                    Name{"block_timer.mm", "repeats:YES"},
-                    Name{"menu_items.mm", "imageScaling = NSImageScaleNone"},
-                    Name{"item_button.mm", "imagePosition = NSImageLeading"},
-                    Name{"app_kit_bitmap.mm", "colorSpaceName:NSDeviceRGBColorSpace"},
-                    Name{"app_kit_bitmap.mm", "representationUsingType:NSBitmapImageFileTypePNG"}));
+    testing::Values(
+        Name{"battery_registry.mm", "IOServiceMatching(\"AppleSmartBattery\")"},
+        Name{"mac_desktop.mm",
+             "@\"x-apple.systempreferences:com.apple.Battery-Settings.extension\""},
+        Name{"mac_desktop.mm", "setActivationPolicy:NSApplicationActivationPolicyAccessory"},
+        Name{"mac_desktop.mm", "statusItemWithLength:NSVariableStatusItemLength"},
+        Name{"mac_desktop.mm", "clock_gettime(CLOCK_MONOTONIC_RAW"},
+        Name{"mac_desktop.mm", "forType:NSPasteboardTypeString"},
+        Name{"power_sources.mm", "source, kCFRunLoopDefaultMode"},
+        Name{"block_timer.mm", "repeats:YES"},
+        Name{"menu_bar/menu_items.mm", "imageScaling = NSImageScaleNone"},
+        Name{"menu_bar/item_button.mm", "imagePosition = NSImageLeading"},
+        Name{"drawing/app_kit_bitmap.mm", "colorSpaceName:NSDeviceRGBColorSpace"},
+        Name{"drawing/app_kit_bitmap.mm", "representationUsingType:NSBitmapImageFileTypePNG"}));
 
 }  // namespace lumowatt

@@ -1,8 +1,8 @@
 #include "platform/platform.h"
 
-#include "platform/linux/desktop/module.h"
-#include "platform/linux/drawing_module.h"
+#include "platform/linux/desktop_module.h"
 #include "platform/linux/installation.h"
+#include "platform/linux/loaded_bitmaps.h"
 #include "platform/linux/power_supply/service.h"
 
 namespace lumowatt::platform {

@@ -3,8 +3,8 @@
 #import <AppKit/AppKit.h>
 
 #include "menubar/desktop.h"
-#include "platform/macos/application_delegate.h"
-#include "platform/macos/item_button.h"
+#include "platform/macos/menu_bar/application_delegate.h"
+#include "platform/macos/menu_bar/item_button.h"
 
 NS_ASSUME_NONNULL_BEGIN
 

@@ -1,7 +1,7 @@
 #include "platform/platform.h"
 
-#include "platform/macos/app_kit_bitmap.h"
 #include "platform/macos/battery_registry.h"
+#include "platform/macos/drawing/app_kit_bitmap.h"
 #include "platform/macos/mac_desktop.h"
 
 namespace lumowatt::platform {

@@ -4,7 +4,7 @@
 #import <IOKit/ps/IOPowerSources.h>
 #include <dispatch/dispatch.h>
 
-#include "platform/macos/application_delegate.h"
+#include "platform/macos/menu_bar/application_delegate.h"
 
 namespace lumowatt::macos {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/linux/printable.h"
+#include "platform/linux/power_supply/printable.h"
 
 namespace lumowatt::power_supply {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/sysfs.h"
+#include "platform/linux/power_supply/sysfs.h"
 
 namespace lumowatt::power_supply {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "telemetry/rounding.h"
+#include "base/rounding.h"
 
 namespace lumowatt::power_supply {
 

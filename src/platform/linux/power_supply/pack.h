@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/power_supply/battery.h"
-#include "platform/linux/sysfs.h"
+#include "platform/linux/power_supply/sysfs.h"
 
 namespace lumowatt::power_supply {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/rounding.h"
 #include "platform/linux/power_supply/equivalent_battery.h"
-#include "telemetry/rounding.h"
 
 namespace lumowatt::power_supply {
 

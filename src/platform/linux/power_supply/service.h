@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/linux/complaint.h"
+#include "base/complaint.h"
 #include "telemetry/battery_service.h"
 
 namespace lumowatt::power_supply {

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cairo.h>
+
+#include "graphics/canvas.h"
+#include "platform/cairo/text_layout.h"
+
+namespace lumowatt::cairo {
+
+/// A canvas on a Cairo context.
+class CairoCanvas : public Canvas {
+ public:
+  /// Draws on `cairo`, which must outlive it, and whose y must grow upward.
+  CairoCanvas(cairo_t* cairo, Appearance appearance);
+
+  /// Whether it can draw text. Where not, nothing may be drawn.
+  bool hasFonts() const { return textLayout_.isValid(); }
+
+  void fill(const Rect& rect, const Color& color) override;
+  void fillRoundedRect(const Rect& rect, double radius, const Color& color) override;
+  void stroke(const Path& path, const Stroke& stroke, const Color& color) override;
+  void drawText(const AttributedString& text, Point origin) override;
+  Size textSize(const AttributedString& text) override;
+
+  /// A symbol is drawn as large as fits into the rectangle, in its middle; a template in the colour
+  /// of text.
+  void drawImage(const Image& image, const Rect& rect) override;
+
+ private:
+  void drawDrawing(const Drawing& drawing, const Rect& rect);
+  void drawSymbol(const Symbol& symbol, const Rect& rect);
+  void setColor(const Color& color);
+
+  cairo_t* cairo_;
+  Appearance appearance_;
+  TextLayout textLayout_;
+  bool flipped_ = false;
+};
+
+}  // namespace lumowatt::cairo

@@ -1,0 +1,39 @@
+#include "platform/freedesktop/bus/loop_timer.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <utility>
+
+#include "base/rounding.h"
+#include "platform/freedesktop/bus/boottime.h"
+
+namespace lumowatt::freedesktop {
+
+LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick)
+    : interval_(static_cast<std::uint64_t>(roundedHalfAwayFromZero(interval * 1e6).value_or(0))),
+      tick_(std::move(tick)) {
+  // The later a tick may be, the more of them share one waking of the machine.
+  const std::uint64_t accuracy = interval_ / 20;
+  sd_event_source* source = nullptr;
+  const int status = sd_event_add_time(loop, &source, CLOCK_BOOTTIME, boottime() + interval_,
+                                       accuracy, &LoopTimer::fired, this);
+  source_.reset(source);
+  if (status < 0) {
+    std::fprintf(stderr, "lumowatt: there is no timer: %s\n", std::strerror(-status));
+  }
+}
+
+int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {
+  const auto* const self = static_cast<LoopTimer*>(timer);
+  const std::uint64_t now = boottime();
+  const std::uint64_t next = due + self->interval_;
+  sd_event_source_set_time(source, next > now ? next : now + self->interval_);
+  sd_event_source_set_enabled(source, SD_EVENT_ONESHOT);
+  const auto tick = self->tick_;  // which may end the timer
+  tick();
+  return 0;
+}
+
+}  // namespace lumowatt::freedesktop

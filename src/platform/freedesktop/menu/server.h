@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "menubar/desktop.h"
+#include "platform/freedesktop/bus/sd.h"
+#include "platform/freedesktop/menu/layout.h"
+#include "platform/freedesktop/menu/properties.h"
+
+namespace lumowatt::freedesktop {
+
+/// The menu as panels see it: an object of the com.canonical.dbusmenu interface. Callers are
+/// strangers: what the menu does not offer is an error to them.
+class MenuServer {
+ public:
+  /// Where panels find it.
+  static constexpr char path[] = "/MenuBar";
+
+  /// Calls `choose` with each item that is chosen, which is to update the menu afterwards, wherever
+  /// it is shown. The application must outlive it.
+  MenuServer(sd_bus* bus, ApplicationDelegate& application,
+             std::function<void(const MenuItem&)> choose);
+
+  /// Makes it what the application's menu would be now, for those who know it already.
+  void update();
+
+  /// Follows the report that the menu holds, a line a row: shows what changed when somebody may be
+  /// looking at the menu, or when it has other rows. Panels lay a menu out before they ask for it.
+  void follow(std::string_view report);
+
+ private:
+  static const sd_bus_vtable table[];
+
+  int getLayout(sd_bus_message* call, sd_bus_error* error);
+  int getGroupProperties(sd_bus_message* call, sd_bus_error* error);
+  int getProperty(sd_bus_message* call, sd_bus_error* error);
+  int event(sd_bus_message* call, sd_bus_error* error);
+  int eventGroup(sd_bus_message* call, sd_bus_error* error);
+  int aboutToShow(sd_bus_message* call, sd_bus_error* error);
+  int aboutToShowGroup(sd_bus_message* call, sd_bus_error* error);
+
+  /// The menu is about to be looked at; whether it changed by that.
+  bool open();
+
+  /// Tells how the menu differs from the one that was told last; false when it does not.
+  bool tellChanges();
+
+  /// For those who ask before the menu was ever about to open.
+  void ensureLayout();
+
+  /// Takes an event on an item; false when the menu has no such item.
+  bool take(std::int32_t id, std::string_view event);
+  void choose(std::int32_t id);
+
+  sd_bus* bus_;
+  ApplicationDelegate& application_;
+  std::function<void(const MenuItem&)> choose_;
+  MenuLayout layout_;
+  std::uint32_t revision_ = 1;
+  std::string report_;           // the one that was followed last
+  std::uint64_t openUntil_ = 0;  // by `boottime`; the menu may be open till then
+  BusSlot object_;
+};
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "graphics/canvas.h"
+#include "menubar/desktop.h"
+#include "platform/freedesktop/bus/sd.h"
+#include "platform/freedesktop/tray/panel_button.h"
+#include "platform/freedesktop/user/login_item.h"
+#include "platform/freedesktop/user/picture_viewer.h"
+#include "platform/freedesktop/user/preference_file.h"
+#include "platform/freedesktop/user/settings_portal.h"
+
+namespace lumowatt::freedesktop {
+
+/// The desktop of a session with a bus: its panel, and the user's files and programs. What tells of
+/// power sources is the system's business.
+class SessionDesktop : public Desktop {
+ public:
+  /// For the executable at the path `program`, with its icons in the folder `icons`. What has to be
+  /// drawn is drawn on the bitmaps.
+  SessionDesktop(const std::string& program, std::string icons,
+                 std::unique_ptr<BitmapFactory> bitmaps);
+
+  /// Ends at once, and well, when there is such an item in this session already.
+  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
+
+  StatusButton* button() override { return button_ ? &*button_ : nullptr; }
+  void setAutosaveName(std::string_view name) override;
+  void attachMenu() override;
+
+  double now() override;
+  std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
+
+  bool hasPreference(std::string_view key) override { return preferences_.has(key); }
+  std::int64_t integerPreference(std::string_view key) override {
+    return preferences_.integer(key);
+  }
+  bool booleanPreference(std::string_view key) override { return preferences_.boolean(key); }
+  void setIntegerPreference(std::string_view key, std::int64_t value) override;
+  void setBooleanPreference(std::string_view key, bool value) override;
+  bool reducesMotion() override { return settings_ && settings_->reducesMotion(); }
+
+  void copyText(std::string_view text) override;
+  LoginItemStatus loginItemStatus() override { return loginItem_.status(); }
+  bool registerLoginItem() override { return loginItem_.add(); }
+  bool unregisterLoginItem() override { return loginItem_.remove(); }
+  void beep() override;
+  void openBatterySettings() override;
+
+ protected:
+  sd_event* loop() const { return loop_.get(); }
+
+  /// An action of the application's, after which the menu follows the item.
+  std::function<void()> followed(std::function<void()> action);
+
+ private:
+  int connect();
+  void choose(const MenuItem& item);
+  void setPreference(std::string_view key, std::string_view value);
+
+  std::string icons_;
+  std::unique_ptr<BitmapFactory> bitmaps_;
+  PreferenceFile preferences_;
+  LoginItem loginItem_;
+  std::shared_ptr<ApplicationDelegate> application_;  // while it runs
+  EventLoop loop_;
+  Bus bus_;
+  std::optional<SettingsPortal> settings_;
+  std::optional<PanelButton> button_;
+  PictureViewer viewer_;
+};
+
+}  // namespace lumowatt::freedesktop

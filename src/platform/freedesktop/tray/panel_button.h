@@ -1,0 +1,77 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "base/complaint.h"
+#include "menubar/desktop.h"
+#include "platform/freedesktop/bus/sd.h"
+#include "platform/freedesktop/menu/server.h"
+#include "platform/freedesktop/tray/icon_folder.h"
+#include "platform/freedesktop/tray/panel_watch.h"
+#include "platform/freedesktop/tray/status_item.h"
+#include "platform/freedesktop/tray/title_form.h"
+#include "platform/freedesktop/tray/title_tiles.h"
+
+namespace lumowatt::freedesktop {
+
+/// What the application has in the panel: the item that is the glyph and, on a panel that shows no
+/// labels, the title's tiles. All of them have the same tool tip and the same menu.
+class PanelButton : public StatusButton {
+ public:
+  /// The glyph's icons lie in the folder `icons`. Calls `choose` with each item of the menu that is
+  /// chosen. The application must outlive it.
+  PanelButton(sd_bus* bus, sd_event* loop, std::string icons, ApplicationDelegate& application,
+              std::function<void(const MenuItem&)> choose);
+
+  void setImage(const std::optional<Image>& image) override;
+  void setImageLeading() override {}  // panels have it so
+  void setTitle(std::string_view title) override;
+  void setAttributedTitle(const AttributedString& title) override;
+  void setToolTip(std::string_view text) override;
+  void setAccessibilityLabel(std::string_view text) override;
+
+  /// The name by which a panel keeps the glyph's place.
+  void setId(std::string_view id) { glyph_.setId(id); }
+  void attachMenu();
+
+  /// Shows itself in the panel that is there, and in each that appears later.
+  void show();
+
+  /// Has the menu follow the tool tip, which is the menu's report.
+  void followMenu();
+
+ private:
+  enum Change : unsigned { toGlyph = 1, toTitle = 2, toPanel = 4 };
+
+  void enterPanel(const std::string& process);
+  void setLabel(std::string_view label);
+
+  /// Has what depends on a change be shown when all is said that changes now.
+  void announce(unsigned changes);
+  static int present(sd_event_source* source, void* button);
+  void showGlyph();
+  void showTiles(bool isNewPanel);
+
+  /// Does what an item of one of the menus says, and updates them all.
+  std::function<void(const MenuItem&)> updating(std::function<void(const MenuItem&)> choose);
+
+  sd_bus* bus_;
+  ApplicationDelegate& application_;
+  std::function<void(const MenuItem&)> choose_;
+  StatusItem glyph_;
+  std::optional<MenuServer> menu_;
+  TitleTiles tiles_;
+  IconFolder wideIcons_;
+  Complaint complaint_{"the title is not shown in the icon"};
+  TitleForm form_ = TitleForm::label;
+  std::optional<Symbol> symbol_;
+  AttributedString title_;  ///< empty where a text stands in its place
+  unsigned changes_ = 0;
+  EventSource presenting_;
+  std::optional<PanelWatch> panels_;
+};
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,168 @@
+#include "platform/freedesktop/tray/status_item.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/freedesktop/bus/session_bus.h"
+#include "platform/freedesktop/menu/server.h"
+#include "platform/freedesktop/tray/panel_watch.h"
+#include "platform/freedesktop/user/text.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+constexpr auto itemPath = "/StatusNotifierItem";
+constexpr auto itemInterface = "org.kde.StatusNotifierItem";
+
+constexpr char hardware[] = "Hardware";
+constexpr char active[] = "Active";
+
+int getMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+            sd_bus_error*) {
+  return sd_bus_message_append(reply, "o", MenuServer::path);
+}
+
+/// For what a panel may tell and means nothing here.
+int acceptCall(sd_bus_message* call, void*, sd_bus_error*) {
+  return sd_bus_reply_method_return(call, "");
+}
+
+/// Text for tool tips, which some panels take for markup and some do not.
+std::string withoutMarkup(std::string_view text) {
+  std::string plain;
+  for (const char letter : text) {
+    switch (letter) {
+      case '&':
+        plain += '+';
+        break;
+      case '<':
+        plain += "‹";
+        break;
+      case '>':
+        plain += "›";
+        break;
+      default:
+        plain += letter;
+    }
+  }
+  return plain;
+}
+
+/// A text as wide as the label will be with any digits.
+std::string labelGuide(std::string label) {
+  std::ranges::replace_if(
+      label, [](char letter) { return letter >= '0' && letter <= '9'; }, '8');
+  return label;
+}
+
+}  // namespace
+
+template <std::string StatusItem::*text>
+int StatusItem::getText(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                        void* item, sd_bus_error*) {
+  return sd_bus_message_append(reply, "s", (static_cast<StatusItem*>(item)->*text).c_str());
+}
+
+int StatusItem::getLabelGuide(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                              void* item, sd_bus_error*) {
+  const auto& self = *static_cast<StatusItem*>(item);
+  return sd_bus_message_append(reply, "s", labelGuide(self.label_).c_str());
+}
+
+/// An icon by its name, one as pixels, the title and the text below. Some panels show the title
+/// alone, so that it is what the item's label is.
+int StatusItem::getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                           void* item, sd_bus_error*) {
+  const auto& self = *static_cast<StatusItem*>(item);
+  return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, withoutMarkup(self.label_).c_str(),
+                               withoutMarkup(self.toolTip_).c_str());
+}
+
+// Choosing the item does nothing but open its menu: without "Activate", panels that would call it
+// open the menu instead.
+const sd_bus_vtable StatusItem::table[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_PROPERTY("Category", "s", constant<hardware>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Id", "s", getText<&StatusItem::id_>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Title", "s", getText<&StatusItem::title_>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Status", "s", constant<active>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("WindowId", "i", constant<0>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("IconThemePath", "s", getText<&StatusItem::iconFolder_>, 0,
+                    SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("IconName", "s", getText<&StatusItem::icon_>, 0, 0),
+    SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText<&StatusItem::description_>, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabel", "s", getText<&StatusItem::label_>, 0, 0),
+    SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getLabelGuide, 0, 0),
+    SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
+    SD_BUS_PROPERTY("ItemIsMenu", "b", constant<true>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_METHOD("SecondaryActivate", "ii", "", acceptCall, 0),
+    SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", acceptCall, 0),
+    SD_BUS_METHOD("Scroll", "is", "", acceptCall, 0),
+    SD_BUS_SIGNAL("NewIcon", "", 0),
+    SD_BUS_SIGNAL("NewIconAccessibleDesc", "", 0),
+    SD_BUS_SIGNAL("NewToolTip", "", 0),
+    SD_BUS_SIGNAL("XAyatanaNewLabel", "ss", 0),
+    SD_BUS_VTABLE_END,
+};
+
+StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons)
+    : bus_(bus), iconFolder_(std::move(icons)) {
+  sd_bus_slot* object = nullptr;
+  sd_bus_add_object_vtable(bus, &object, itemPath, itemInterface, table, this);
+  object_.reset(object);
+  sd_event_source* sending = nullptr;
+  sd_event_add_defer(loop, &sending, sendSignals, this);
+  sending_.reset(sending);
+  sd_event_source_set_enabled(sending, SD_EVENT_OFF);
+}
+
+void StatusItem::setIcon(std::string_view name) { set(icon_, name, newIcon); }
+
+void StatusItem::setLabel(std::string_view label) { set(label_, label, newLabel | newToolTip); }
+
+void StatusItem::setToolTip(std::string_view text) { set(toolTip_, text, newToolTip); }
+
+void StatusItem::setDescription(std::string_view text) { set(description_, text, newDescription); }
+
+void StatusItem::setTexts(const StatusItem& other) {
+  setLabel(other.label_);
+  setToolTip(other.toolTip_);
+  setDescription(other.description_);
+}
+
+void StatusItem::set(std::string& property, std::string_view value, unsigned signals) {
+  if (value != property) {
+    property = value;
+    if (isKnown_) signals_ |= signals;
+  }
+  if (signals_ != 0) sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
+}
+
+int StatusItem::sendSignals(sd_event_source*, void* item) {
+  auto& self = *static_cast<StatusItem*>(item);
+  if (isBehind(self.bus_)) return 0;  // till something is set again
+  const unsigned signals = std::exchange(self.signals_, 0U);
+  const auto emit = [&self](const char* signal, const char* types, auto... values) {
+    sd_bus_emit_signal(self.bus_, itemPath, itemInterface, signal, types, values...);
+  };
+  if (signals & newIcon) emit("NewIcon", "");
+  if (signals & newDescription) emit("NewIconAccessibleDesc", "");
+  if (signals & newLabel) {
+    emit("XAyatanaNewLabel", "ss", self.label_.c_str(), labelGuide(self.label_).c_str());
+  }
+  if (signals & newToolTip) emit("NewToolTip", "");
+  return 0;
+}
+
+/// A panel takes an item by the name of its connection, which has none but this.
+void StatusItem::registerItem() {
+  isKnown_ = true;
+  const char* self = nullptr;
+  sd_bus_get_unique_name(bus_, &self);
+  sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
+                           "RegisterStatusNotifierItem", nullptr, nullptr, "s", self);
+}
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <list>
+#include <string_view>
+#include <vector>
+
+#include "base/complaint.h"
+#include "graphics/tile.h"
+#include "menubar/desktop.h"
+#include "platform/freedesktop/bus/sd.h"
+#include "platform/freedesktop/menu/server.h"
+#include "platform/freedesktop/tray/icon_folder.h"
+#include "platform/freedesktop/tray/status_item.h"
+
+namespace lumowatt::freedesktop {
+
+/// The title as items of their own beside the glyph's, one for each tile, for a panel that shows no
+/// labels.
+class TitleTiles {
+ public:
+  /// The items have the texts of the glyph's and its menu, and icons whose names begin with
+  /// `prefix`. All that is given must outlive them.
+  TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
+             ApplicationDelegate& application, std::function<void(const MenuItem&)> choose);
+
+  /// Shows these tiles and no more, in a panel that is new or has been there before. Not to be
+  /// called from one of their menus: a tile may go away by it. Shows none, rather than some that
+  /// were true once, when that fails; the reason is then on the standard error.
+  void show(const std::vector<Tile>& tiles, bool isNewPanel);
+
+  /// Gives the items the texts of the glyph's.
+  void followTexts();
+
+  /// Has their menus follow the report.
+  void followMenus(std::string_view report);
+
+  /// Makes their menus what the application's would be now.
+  void updateMenus();
+
+ private:
+  /// A panel shows an item as long as its connection lasts, so each has its own.
+  struct Item {
+    Item(Bus connection, sd_event* loop, const std::string& icons, ApplicationDelegate& application,
+         const std::function<void(const MenuItem&)>& choose)
+        : bus(std::move(connection)),
+          status(bus.get(), loop, icons),
+          menu(bus.get(), application, choose) {}
+
+    Bus bus;
+    StatusItem status;
+    MenuServer menu;
+    bool isRegistered = false;
+  };
+
+  bool areConnected() const;
+
+  /// Returns what went wrong; null when they are shown.
+  const char* present(const std::vector<Tile>& tiles, bool isNewPanel);
+
+  sd_event* loop_;
+  const StatusItem& glyph_;
+  ApplicationDelegate& application_;
+  std::function<void(const MenuItem&)> choose_;
+  IconFolder icons_;
+  std::vector<Tile> shown_;
+  std::list<Item> items_;
+  Complaint complaint_{"the title is not shown beside the glyph"};
+};
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Desktop entries (freedesktop.org), as far as one for the autostart needs it.
+namespace lumowatt::freedesktop {
+
+/// A value of the group "Desktop Entry", with its escapes undone. Absent when it has none.
+std::optional<std::string> entryValue(std::string_view entry, std::string_view key);
+
+/// The program of an "Exec" value, with its quotes undone; empty when there is none.
+std::string execProgram(std::string_view exec);
+
+/// The path of a program as an "Exec" value, quoted and escaped as a file has it.
+std::string execValue(std::string_view program);
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,79 @@
+#include "platform/freedesktop/user/preference_file.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
+#include "platform/freedesktop/user/text.h"
+#include "platform/freedesktop/user/user_file.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+/// Where the value of a key stands in a text.
+struct Span {
+  std::size_t start;
+  std::size_t length;
+};
+
+/// The value of the first line with the key, its end of line left out.
+std::optional<Span> find(std::string_view text, std::string_view key) {
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = std::min(text.find('\n', start), text.size());
+    const std::string_view line = text.substr(start, end - start);
+    const std::size_t sign = line.find('=');
+    if (sign != std::string_view::npos && trimmed(line.substr(0, sign)) == key) {
+      return Span{start + sign + 1, line.size() - sign - 1};
+    }
+    start = end + 1;
+  }
+  return std::nullopt;
+}
+
+char lower(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+}  // namespace
+
+std::optional<std::string> PreferenceFile::value(std::string_view key) const {
+  const auto text = readUserFile(path_).text;
+  const auto span = text ? find(*text, key) : std::nullopt;
+  if (!span) return std::nullopt;
+  return std::string(trimmed(std::string_view(*text).substr(span->start, span->length)));
+}
+
+bool PreferenceFile::has(std::string_view key) const { return value(key).has_value(); }
+
+std::int64_t PreferenceFile::integer(std::string_view key) const {
+  const std::string text = value(key).value_or("");
+  std::int64_t number = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (result.ec != std::errc::result_out_of_range) return number;
+  using Limits = std::numeric_limits<std::int64_t>;
+  return text.starts_with('-') ? Limits::min() : Limits::max();
+}
+
+bool PreferenceFile::boolean(std::string_view key) const {
+  constexpr std::array<std::string_view, 4> yes{"true", "yes", "on", "1"};
+  std::string text = value(key).value_or("");
+  std::ranges::transform(text, text.begin(), lower);
+  return std::ranges::find(yes, text) != yes.end();
+}
+
+bool PreferenceFile::set(std::string_view key, std::string_view value) const {
+  const FileContents file = readUserFile(path_);
+  if (file.isThere && !file.text) return false;
+  std::string text = file.text.value_or("");
+  if (const auto span = find(text, key)) {
+    text.replace(span->start, span->length, value);
+  } else {
+    if (!text.empty() && !text.ends_with('\n')) text += '\n';
+    text.append(key).append("=").append(value).append("\n");
+  }
+  return text.size() <= userFileLimit && replaceUserFile(path_, text);
+}
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,95 @@
+#include "platform/freedesktop/user/user_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/freedesktop/user/text.h"
+#include "platform/posix/descriptor.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+constexpr mode_t newFolder = 0700;
+constexpr mode_t newFile = 0600;
+
+std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
+
+void makeFolders(const std::string& folder) {
+  for (std::size_t end = folder.find('/', 1); end != std::string::npos;
+       end = folder.find('/', end + 1)) {
+    ::mkdir(folder.substr(0, end).c_str(), newFolder);
+  }
+  ::mkdir(folder.c_str(), newFolder);
+}
+
+/// Where a chain of symbolic links ends, if at a file that is there; else the path itself.
+std::string target(const std::string& path) {
+  std::array<char, PATH_MAX> resolved{};
+  return ::realpath(path.c_str(), resolved.data()) != nullptr ? resolved.data() : path;
+}
+
+/// Fills the new file; false when it is not complete, and safe on the disk.
+bool fill(const Descriptor& file, std::string_view contents, mode_t mode) {
+  return ::fchmod(file.number(), mode) == 0 && file.write(contents) && ::fsync(file.number()) == 0;
+}
+
+}  // namespace
+
+std::string configurationFolder() {
+  std::string configuration = environmentVariable("XDG_CONFIG_HOME");
+  if (configuration.starts_with('/')) return configuration;
+  const std::string home = environmentVariable("HOME");
+  return home.starts_with('/') ? home + "/.config" : "";
+}
+
+std::string configurationFile(std::string_view name) {
+  std::string path = configurationFolder();
+  if (!path.empty()) path.append("/").append(name);
+  return path;
+}
+
+FileContents readUserFile(const std::string& path) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file.isOpen()) return {.isThere = errno != ENOENT};
+  struct stat status {};
+  if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {.isThere = true};
+
+  std::string text;
+  std::array<char, 4096> chunk{};
+  while (text.size() <= userFileLimit) {
+    const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) break;
+    if (count == 0) return {.isThere = true, .text = text};
+    text.append(chunk.data(), static_cast<std::size_t>(count));
+  }
+  return {.isThere = true};
+}
+
+bool replaceUserFile(const std::string& path, std::string_view contents) {
+  if (path.empty()) return false;
+  const std::string place = target(path);
+  makeFolders(folderOf(place));
+  struct stat status {};
+  const bool isThere = ::stat(place.c_str(), &status) == 0;
+  if (isThere && !S_ISREG(status.st_mode)) return false;
+
+  std::string temporary = place + ".XXXXXX";
+  Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+  if (!file.isOpen()) return false;
+  const bool complete =
+      fill(file, contents, isThere ? status.st_mode & 07777U : newFile) && file.close();
+  if (complete && std::rename(temporary.c_str(), place.c_str()) == 0) return true;
+  ::unlink(temporary.c_str());
+  return false;
+}
+
+}  // namespace lumowatt::freedesktop

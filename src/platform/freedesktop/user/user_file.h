@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The small files that a user has of this program.
+namespace lumowatt::freedesktop {
+
+/// The folder of the user's configuration, as freedesktop.org has it:
+/// $XDG_CONFIG_HOME when that is an absolute path, else ".config" in $HOME. Empty when neither is.
+std::string configurationFolder();
+
+/// The path of a file below that folder; empty when there is no such folder.
+std::string configurationFile(std::string_view name);
+
+/// The largest file that is read, in bytes.
+inline constexpr std::size_t userFileLimit = 65536;
+
+/// What a regular file within that limit holds.
+struct FileContents {
+  bool isThere = false;
+  std::optional<std::string> text =
+      std::nullopt;  ///< absent: it cannot be read, or is no such file
+};
+
+/// Reads a file, without ever waiting for a pipe or a device.
+FileContents readUserFile(const std::string& path);
+
+/// Puts a file with `contents` at `path`, with the folders on the way to it, all of it or nothing:
+/// what is there stays as it is when it fails. A file at the end of a symbolic link is replaced
+/// itself, and keeps its permissions; a new one is the user's alone. False when it fails, as it
+/// does for an empty path.
+bool replaceUserFile(const std::string& path, std::string_view contents);
+
+}  // namespace lumowatt::freedesktop

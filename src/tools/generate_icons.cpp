@@ -1,0 +1,56 @@
+// Writes the icons of all symbols, templates and tinted ones, and those of the application, into a
+// folder:
+//
+//   generate_icons FOLDER
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <optional>
+#include <string>
+
+#include "artwork/battery.h"
+#include "artwork/svg.h"
+#include "graphics/symbol.h"
+#include "tools/app_icon.h"
+
+namespace lumowatt::artwork {
+
+namespace {
+
+void write(const std::string& path, const std::string& contents) {
+  std::ofstream file(path);
+  file << contents << std::flush;
+  if (!file) {
+    std::fprintf(stderr, "generate_icons: cannot write %s\n", path.c_str());
+    std::exit(EXIT_FAILURE);
+  }
+}
+
+void writeIcon(const std::string& folder, std::string_view symbol,
+               std::optional<SystemColor> tint) {
+  write(folder + "/" + iconName(symbol, tint) + ".svg",
+        symbolIcon(symbolPath(symbol).value(), tint));
+}
+
+}  // namespace
+
+}  // namespace lumowatt::artwork
+
+int main(int argc, char** argv) {
+  using namespace lumowatt;
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: generate_icons FOLDER\n");
+    return 2;
+  }
+  const std::string folder = argv[1];
+  for (const std::string_view symbol : symbol::all) {
+    artwork::writeIcon(folder, symbol, std::nullopt);
+    for (const auto& tint : artwork::iconTints) artwork::writeIcon(folder, symbol, tint.color);
+  }
+  const std::string application = folder + "/com.fernhollow.Lumowatt";
+  artwork::write(application + ".svg", artwork::appIcon());
+  artwork::write(application + "-symbolic.svg",
+                 artwork::symbolIcon(artwork::symbolPath(symbol::battery100Bolt).value(), {}));
+  return EXIT_SUCCESS;
+}

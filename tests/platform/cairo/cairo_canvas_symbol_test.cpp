@@ -1,0 +1,94 @@
+// Symbols on the canvas.
+
+#include "platform/cairo/cairo_canvas.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/cairo/drawn.h"
+
+namespace lumowatt::cairo {
+
+TEST(CairoCanvas, DrawsASymbolInItsTintInTheMiddleOfItsRectangle) {
+  const Symbol symbol{.name = "battery.100percent", .tint = red, .pointSize = 16.0};
+  const Picture picture = drawnInImage(
+      {40.0, 40.0}, true,
+      [&](Canvas& canvas) {
+        canvas.drawImage({symbol}, {4.0, 6.0, 26.0, 22.0});
+      },
+      4.0);
+  const Rect found = ink(picture);
+  // 16 units wide: a unit is 26 / 16 points. The body is 7.46 units high.
+  EXPECT_EQ(found.minX(), 4 * 4.0);
+  EXPECT_EQ(found.maxX(), 4 * 30.0);
+  EXPECT_NEAR((found.minY() + found.maxY()) / 2, 4 * 17.0, 0.5);
+  EXPECT_NEAR(found.height, 4 * 7.46 * 26.0 / 16.0, 2.0);
+  EXPECT_EQ(picture.at(4 * 14, 4 * 17), redPixel);
+}
+
+TEST(CairoCanvas, DrawsASymbolAsLargeAsTheHeightAllows) {
+  const Symbol symbol{.name = "battery.100percent.bolt", .tint = red};
+  const Picture picture = drawnInImage({100.0, 31.0}, true, [&](Canvas& canvas) {
+    canvas.drawImage({symbol}, {0.0, 0.0, 100.0, 31.0});
+  });
+  // 12.4 units high: a unit is 2.5 points, the width 40 of the 100.
+  const Rect found = ink(picture);
+  EXPECT_EQ(found.minX(), 30.0);
+  EXPECT_EQ(found.maxX(), 70.0);
+  EXPECT_LE(found.height, 31.0);
+  EXPECT_GE(found.height, 29.0);
+}
+
+TEST(CairoCanvas, DrawsASymbolUprightInEitherSpace) {
+  const Symbol symbol{.name = "battery.100percent.bolt", .tint = red};
+  const auto picture = [&](bool flipped) {
+    return drawnInImage({64.0, 64.0}, flipped, [&](Canvas& canvas) {
+      canvas.drawImage({symbol}, {0.0, 0.0, 64.0, 64.0});
+    });
+  };
+  const Picture flipped = picture(true);
+  const Picture upright = picture(false);
+  for (int x = 0; x < 64; ++x) {
+    for (int y = 0; y < 64; ++y) EXPECT_LE(difference(flipped.at(x, y), upright.at(x, y)), 2);
+  }
+  // The bolt's upper tip leans to the right, the lower one to the left.
+  const Rect top = flipped.inkBounds({0.0, 0.0, 64.0, 12.0}, nothing);
+  const Rect bottom = flipped.inkBounds({0.0, 52.0, 64.0, 12.0}, nothing);
+  EXPECT_GT(top.minX(), bottom.maxX());
+}
+
+TEST(CairoCanvas, ASymbolHasTheHolesOfItsShape) {
+  const auto middle = [](const char* name) {
+    return drawn({64.0, 64.0},
+                 [&](Canvas& canvas) {
+                   canvas.drawImage({Symbol{.name = name, .tint = red}}, {0.0, 0.0, 64.0, 64.0});
+                 })
+        .at(28, 32);
+  };
+  EXPECT_EQ(middle("battery.0percent"), nothing);
+  EXPECT_EQ(middle("battery.25percent"), nothing);
+  EXPECT_EQ(middle("battery.75percent"), redPixel);
+}
+
+TEST(CairoCanvas, DrawsATemplateInTheColorOfText) {
+  const Symbol symbol{.name = "battery.100percent", .isTemplate = true};
+  const auto middle = [&](Appearance appearance) {
+    return drawn(
+               {64.0, 64.0},
+               [&](Canvas& canvas) {
+                 canvas.drawImage({symbol}, {0.0, 0.0, 64.0, 64.0});
+               },
+               1.0, appearance)
+        .at(28, 32);
+  };
+  EXPECT_EQ(middle(Appearance::light), (Pixel{0, 0, 0, 217}));
+  EXPECT_EQ(middle(Appearance::dark), (Pixel{255, 255, 255, 217}));
+}
+
+TEST(CairoCanvas, LeavesOutASymbolThatItDoesNotKnow) {
+  const Picture picture = drawn({8.0, 8.0}, [](Canvas& canvas) {
+    canvas.drawImage({Symbol{.name = "battery.30percent", .tint = red}}, {0.0, 0.0, 8.0, 8.0});
+  });
+  EXPECT_EQ(picture.coverage(), 0.0);
+}
+
+}  // namespace lumowatt::cairo

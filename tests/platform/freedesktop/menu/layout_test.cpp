@@ -1,0 +1,196 @@
+#include "platform/freedesktop/menu/layout.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "menubar/status_menu.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+using Ids = std::vector<std::int32_t>;
+
+MenuContents contents() {
+  return {.reading = {},
+          .history = {},
+          .mode = Mode::percentPower,
+          .useColor = true,
+          .animate = false,
+          .opensAtLogin = false,
+          .version = "1.0.0"};
+}
+
+/// The menu of a reading with a line more than the usual six.
+Menu longerMenu() {
+  MenuContents menu = contents();
+  menu.reading.temperatureC = 30.0;
+  return statusMenu(menu);
+}
+
+Ids ids(const std::vector<MenuEntry>& entries) {
+  Ids all;
+  all.reserve(entries.size());
+  for (const MenuEntry& entry : entries) all.push_back(entry.id);
+  return all;
+}
+
+class MenuLayoutTest : public testing::Test {
+ protected:
+  const MenuEntry& entry(std::int32_t id) const {
+    static const MenuEntry none;
+    const MenuEntry* const found = layout.find(id);
+    EXPECT_NE(found, nullptr) << id;
+    return found != nullptr ? *found : none;
+  }
+
+  MenuLayout layout;
+};
+
+}  // namespace
+
+TEST_F(MenuLayoutTest, IsEmptyAtFirst) {
+  EXPECT_EQ(layout.root().id, 0);
+  EXPECT_TRUE(layout.root().children.empty());
+  EXPECT_EQ(layout.find(0), &layout.root());
+  EXPECT_EQ(layout.find(1), nullptr);
+}
+
+TEST_F(MenuLayoutTest, NumbersItemsByGroupAndPlace) {
+  const auto change = layout.present(statusMenu(contents()), "chart");
+  EXPECT_TRUE(change.isStructural);
+  EXPECT_EQ(ids(layout.root().children), (Ids{1, 2, 3, 4, 5, 6, 100, 101, 102, 200, 201, 202, 203,
+                                              204, 205, 206, 300, 301, 302}));
+  EXPECT_EQ(ids(entry(201).children), (Ids{30101, 30102, 30103, 30104}));
+}
+
+TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
+  layout.present(statusMenu(contents()), "▁▂▃ 45–64%");
+  using Toggle = MenuEntry::Toggle;
+  EXPECT_EQ(entry(1), (MenuEntry{.id = 1, .label = "On battery", .isEnabled = false}));
+  EXPECT_EQ(entry(100), (MenuEntry{.id = 100, .isSeparator = true}));
+  EXPECT_EQ(entry(101),
+            (MenuEntry{.id = 101, .label = "Charge over the last hour", .isEnabled = false}));
+  EXPECT_EQ(entry(102), (MenuEntry{.id = 102, .label = "▁▂▃ 45–64%"}));
+  EXPECT_TRUE(entry(201).isEnabled);
+  EXPECT_EQ(entry(30101), (MenuEntry{.id = 30101, .label = "Percent", .toggle = Toggle::radio}));
+  EXPECT_EQ(entry(30102), (MenuEntry{.id = 30102,
+                                     .label = "Percent and battery power",
+                                     .toggle = Toggle::radio,
+                                     .isOn = true}));
+  EXPECT_EQ(entry(202),
+            (MenuEntry{.id = 202, .label = "Colors", .toggle = Toggle::checkmark, .isOn = true}));
+  EXPECT_EQ(entry(203),
+            (MenuEntry{.id = 203, .label = "Charging animation", .toggle = Toggle::checkmark}));
+  EXPECT_EQ(entry(204), (MenuEntry{.id = 204, .label = "Copy details", .shortcut = 'c'}));
+  EXPECT_EQ(entry(206), (MenuEntry{.id = 206, .label = "Battery settings…"}));
+  EXPECT_EQ(entry(302), (MenuEntry{.id = 302, .label = "Quit Lumowatt", .shortcut = 'q'}));
+}
+
+TEST_F(MenuLayoutTest, VisitsEachItemWithTheOnesBelowItAfterIt) {
+  Menu menu{{.title = "first", .submenu = {{.title = "below"}}}, {.title = "second"}};
+  layout.present(menu, "");
+  Ids visited;
+  layout.forEach([&](const MenuEntry& visitedEntry) { visited.push_back(visitedEntry.id); });
+  EXPECT_EQ(visited, (Ids{0, 1, 10101, 2}));
+}
+
+TEST_F(MenuLayoutTest, DoublesUnderscores) {
+  layout.present({{.title = "a_b__c", .action = Action::copyDetails}}, "");
+  EXPECT_EQ(entry(1).label, "a__b____c");
+}
+
+TEST_F(MenuLayoutTest, PresentedAgainWithoutAChangeTellsNone) {
+  layout.present(statusMenu(contents()), "chart");
+  const MenuEntry before = layout.root();
+  const auto change = layout.present(statusMenu(contents()), "chart");
+  EXPECT_FALSE(change.isStructural);
+  EXPECT_TRUE(change.entries.empty());
+  EXPECT_EQ(layout.root(), before);
+}
+
+TEST_F(MenuLayoutTest, TellsTheItemsThatDiffer) {
+  layout.present(statusMenu(contents()), "chart");
+  MenuContents menu = contents();
+  menu.useColor = false;
+  menu.mode = Mode::all;
+  menu.reading.percent = 50;
+  const auto change = layout.present(statusMenu(menu), "other chart");
+  EXPECT_FALSE(change.isStructural);
+  EXPECT_EQ(ids(change.entries), (Ids{2, 102, 30102, 30104, 202}));
+  EXPECT_EQ(change.entries[0].label, "Charge: 50% (0 of 0 mAh)");
+  EXPECT_FALSE(change.entries[2].isOn);
+  EXPECT_TRUE(change.entries[3].isOn);
+}
+
+TEST_F(MenuLayoutTest, AFurtherLineIsANewItemAndTheOthersKeepTheirIds) {
+  layout.present(statusMenu(contents()), "chart");
+  const auto change = layout.present(longerMenu(), "chart");
+  EXPECT_TRUE(change.isStructural);
+  EXPECT_TRUE(change.entries.empty());
+  EXPECT_EQ(ids(layout.root().children).at(6), 7);
+  EXPECT_EQ(entry(7).label, "Temperature: 30.0 °C");
+  EXPECT_EQ(entry(204).label, "Copy details");
+}
+
+TEST_F(MenuLayoutTest, ALineThatIsGoneStaysInvisibleUntilItIsBack) {
+  layout.present(longerMenu(), "chart");
+  auto change = layout.present(statusMenu(contents()), "chart");
+  EXPECT_FALSE(change.isStructural);
+  EXPECT_EQ(ids(change.entries), Ids{7});
+  EXPECT_FALSE(entry(7).isVisible);
+  change = layout.present(longerMenu(), "chart");
+  EXPECT_FALSE(change.isStructural);
+  EXPECT_EQ(ids(change.entries), Ids{7});
+  EXPECT_TRUE(entry(7).isVisible);
+}
+
+TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
+  layout.present(statusMenu(contents()), "chart");
+  layout.present(statusMenuWithoutBattery(), "");
+  for (const MenuEntry& child : layout.root().children) {
+    EXPECT_EQ(child.isVisible, child.id == 1) << child.id;
+  }
+  EXPECT_EQ(entry(1).label, "No battery found");
+  EXPECT_FALSE(entry(1).isEnabled);
+  for (const MenuEntry& child : layout.root().children) {
+    EXPECT_EQ(layout.choosable(child.id), nullptr) << child.id;
+  }
+  EXPECT_EQ(layout.choosable(30102), nullptr) << "below what cannot be seen";
+}
+
+TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
+  layout.present(statusMenu(contents()), "chart");
+  std::set<std::int32_t> choosable;
+  for (std::int32_t id = -10; id < 40000; ++id) {
+    if (layout.choosable(id) != nullptr) choosable.insert(id);
+  }
+  EXPECT_EQ(choosable, (std::set<std::int32_t>{102, 202, 203, 204, 205, 206, 302, 30101, 30102,
+                                               30103, 30104}));
+  EXPECT_EQ(layout.choosable(204)->action, Action::copyDetails);
+  EXPECT_EQ(layout.choosable(30104)->tag, 3);
+  EXPECT_TRUE(layout.choosable(102)->view.has_value());
+}
+
+TEST_F(MenuLayoutTest, WhatIsBelowADisabledItemCannotBeChosen) {
+  MenuItem parent{.title = "Choices", .submenu = {{.title = "one", .action = Action::pick}}};
+  layout.present({parent}, "");
+  EXPECT_NE(layout.choosable(10101), nullptr);
+  parent.isEnabled = false;
+  layout.present({parent}, "");
+  EXPECT_EQ(entry(10101).label, "one");
+  EXPECT_EQ(layout.choosable(10101), nullptr);
+}
+
+TEST_F(MenuLayoutTest, AGroupOfAHundredEndsBeforeTheNextSeparator) {
+  Menu menu(150, {.title = "line", .isEnabled = false});
+  menu.push_back({.isSeparator = true});
+  menu.push_back({.title = "Quit", .action = Action::terminate});
+  layout.present(menu, "");
+  EXPECT_EQ(layout.root().children.size(), 99U + 2U);
+  EXPECT_TRUE(entry(100).isSeparator);
+  EXPECT_EQ(entry(101).label, "Quit");
+}
+
+}  // namespace lumowatt::freedesktop

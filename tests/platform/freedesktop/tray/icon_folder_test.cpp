@@ -1,0 +1,189 @@
+#include "platform/freedesktop/tray/icon_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <csignal>
+#include <filesystem>
+#include <set>
+
+#include "support/environment.h"
+#include "support/files.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+using std::filesystem::perms;
+using Files = std::set<std::string>;
+
+/// A session with a runtime folder.
+class IconFolderTest : public testing::Test {
+ protected:
+  std::filesystem::path path() const { return runtime.path() / "lumowatt"; }
+
+  Files files() const {
+    Files names;
+    if (!std::filesystem::exists(path())) return names;
+    for (const auto& entry : std::filesystem::directory_iterator(path())) {
+      names.insert(entry.path().filename());
+    }
+    return names;
+  }
+
+  static perms permissions(const std::filesystem::path& path) {
+    return std::filesystem::status(path).permissions();
+  }
+
+  TemporaryFolder runtime;
+  ScopedVariable variable{"XDG_RUNTIME_DIR", runtime.path()};
+};
+
+}  // namespace
+
+TEST_F(IconFolderTest, HoldsWhatItIsGiven) {
+  IconFolder folder("test-");
+  const auto names = folder.hold({"<svg>one</svg>", "<svg>two</svg>"});
+  ASSERT_TRUE(names);
+  ASSERT_EQ(names->size(), 2U);
+  EXPECT_EQ(folder.path(), path());
+  EXPECT_EQ(folder.file((*names)[0]), path() / ((*names)[0] + ".svg"));
+  EXPECT_EQ(fileContents(folder.file((*names)[0])), "<svg>one</svg>");
+  EXPECT_EQ(fileContents(folder.file((*names)[1])), "<svg>two</svg>");
+  EXPECT_EQ(files().size(), 2U);
+}
+
+TEST_F(IconFolderTest, NamesAreThoseOfTemplatesAndTellTheContents) {
+  IconFolder folder("test-");
+  const std::string one = folder.hold({"one"}).value().at(0);
+  const std::string two = folder.hold({"two"}).value().at(0);
+  EXPECT_TRUE(one.starts_with("test-")) << one;
+  EXPECT_TRUE(one.ends_with("-symbolic")) << one;
+  EXPECT_NE(one, two);
+  EXPECT_EQ(folder.hold({"one"}).value().at(0), one);
+  // FNV-1a of "one" with 64 bits.
+  EXPECT_EQ(one, "test-1a08aa1921ca5caf-symbolic");
+}
+
+TEST_F(IconFolderTest, RemovesWhatItIsNotToHoldAnyMore) {
+  IconFolder folder("test-");
+  const auto first = folder.hold({"one", "two"});
+  const auto second = folder.hold({"two", "three"});
+  EXPECT_EQ((*second)[0], (*first)[1]);
+  EXPECT_EQ(files(), (Files{(*second)[0] + ".svg", (*second)[1] + ".svg"}));
+  folder.hold({});
+  EXPECT_EQ(files(), Files{});
+}
+
+TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
+  IconFolder folder("test-");
+  const std::string file = folder.file(folder.hold({"one"}).value().at(0));
+  const auto time = std::filesystem::last_write_time(file);
+  const auto inode = [&file] {
+    struct stat status {};
+    EXPECT_EQ(::stat(file.c_str(), &status), 0);
+    return status.st_ino;
+  };
+  const auto before = inode();
+  folder.hold({"one", "two"});
+  EXPECT_EQ(inode(), before);
+  EXPECT_EQ(std::filesystem::last_write_time(file), time);
+}
+
+TEST_F(IconFolderTest, PutsBackAFileThatIsGone) {
+  IconFolder folder("test-");
+  const std::string file = folder.file(folder.hold({"one"}).value().at(0));
+  std::filesystem::remove_all(path());
+  ASSERT_TRUE(folder.hold({"one"}));
+  EXPECT_EQ(fileContents(file), "one");
+}
+
+TEST_F(IconFolderTest, IsTheUsersAlone) {
+  IconFolder folder("test-");
+  const std::string file = folder.file(folder.hold({"one"}).value().at(0));
+  EXPECT_EQ(permissions(file), perms::owner_read | perms::owner_write);
+  EXPECT_EQ(permissions(path()), perms::owner_all);
+}
+
+TEST_F(IconFolderTest, IsGoneAtTheEnd) {
+  { IconFolder("test-").hold({"one"}); }
+  EXPECT_FALSE(std::filesystem::exists(path()));
+}
+
+TEST_F(IconFolderTest, ForgetsWhatAFormerRunLeft) {
+  runtime.write("lumowatt/test-0123456789abcdef-symbolic.svg", "old");
+  const IconFolder folder("test-");
+  EXPECT_EQ(files(), Files{});
+}
+
+TEST_F(IconFolderTest, LeavesTheFilesOfOthersAlone) {
+  runtime.write("lumowatt/other-1.svg", "");
+  runtime.write("lumowatt/test-notes.txt", "");
+  {
+    IconFolder folder("test-");
+    folder.hold({"one"});
+    folder.hold({"two"});
+  }
+  EXPECT_EQ(files(), (Files{"other-1.svg", "test-notes.txt"}));
+}
+
+TEST_F(IconFolderTest, TwoShareTheFolder) {
+  IconFolder one("one-");
+  IconFolder two("two-");
+  const auto ofOne = one.hold({"same"});
+  const auto ofTwo = two.hold({"same"});
+  EXPECT_EQ(files(), (Files{(*ofOne)[0] + ".svg", (*ofTwo)[0] + ".svg"}));
+  one.hold({});
+  EXPECT_EQ(files(), Files{(*ofTwo)[0] + ".svg"});
+}
+
+TEST_F(IconFolderTest, DoesNotFollowALinkInTheFilesPlace) {
+  runtime.write("precious", "kept");
+  IconFolder folder("test-");
+  const std::string name = folder.hold({"one"}).value().at(0);
+  folder.hold({});
+  std::filesystem::create_symlink(runtime.path() / "precious", folder.file(name));
+  ASSERT_TRUE(folder.hold({"one"}));
+  EXPECT_EQ(fileContents(runtime.path() / "precious"), "kept");
+  EXPECT_FALSE(std::filesystem::is_symlink(folder.file(name)));
+  EXPECT_EQ(fileContents(folder.file(name)), "one");
+}
+
+TEST_F(IconFolderTest, DoesNotFollowALinkInTheFoldersPlace) {
+  const TemporaryFolder elsewhere;
+  elsewhere.write("test-a.svg", "kept");
+  std::filesystem::create_directory_symlink(elsewhere.path(), path());
+  IconFolder folder("test-");
+  EXPECT_FALSE(folder.hold({"one"}));
+  EXPECT_EQ(fileContents(elsewhere.path() / "test-a.svg"), "kept");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(elsewhere.path()), {}), 1);
+}
+
+TEST_F(IconFolderTest, IsEmptyAfterAFailure) {
+  IconFolder folder("test-");
+  ASSERT_TRUE(folder.hold({"one"}));
+  // No file may be longer than this, as if the disk were full.
+  const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlimit small{.rlim_cur = 8, .rlim_max = limit.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  EXPECT_FALSE(folder.hold({"one", "longer than that"}));
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+  std::signal(SIGXFSZ, ignored);
+  EXPECT_EQ(files(), Files{});
+  EXPECT_TRUE(folder.hold({"one", "longer than that"}));
+  EXPECT_EQ(files().size(), 2U);
+}
+
+TEST(IconFolder, WithoutARuntimeFolderHoldsNothing) {
+  for (const char* value : {"", "relative/run"}) {
+    const ScopedVariable variable("XDG_RUNTIME_DIR", value);
+    IconFolder folder("test-");
+    EXPECT_FALSE(folder.hold({"one"}));
+    EXPECT_TRUE(folder.hold({}));
+  }
+}
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,105 @@
+#include "platform/freedesktop/user/login_item.h"
+
+#include <gtest/gtest.h>
+
+#include "support/environment.h"
+#include "support/files.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+class LoginItemTest : public testing::Test {
+ protected:
+  LoginItemTest() {
+    addProgram("bin/lumowatt");
+    addProgram("with space/lumo\"watt");
+  }
+
+  void addProgram(const std::string& name) const {
+    folder.write(name, "#!/bin/sh\n");
+    std::filesystem::permissions(folder.path() / name, std::filesystem::perms(0755));
+  }
+
+  std::string entry() const { return folder.path() / "autostart" / "lumowatt.desktop"; }
+  std::string program() const { return folder.path() / "bin" / "lumowatt"; }
+
+  /// The status with an entry of these lines.
+  LoginItemStatus statusOf(const std::string& lines) const {
+    folder.write("autostart/lumowatt.desktop", "[Desktop Entry]\n" + lines);
+    return item().status();
+  }
+
+  LoginItem item() const { return {entry(), program()}; }
+
+  TemporaryFolder folder;
+};
+
+}  // namespace
+
+TEST_F(LoginItemTest, WithoutAnEntryIsNotRegistered) {
+  EXPECT_EQ(item().status(), LoginItemStatus::notRegistered);
+}
+
+TEST_F(LoginItemTest, OnceAddedIsEnabledAndOnceRemovedIsNot) {
+  EXPECT_TRUE(item().add());
+  EXPECT_EQ(item().status(), LoginItemStatus::enabled);
+  EXPECT_EQ(fileContents(entry()),
+            "[Desktop Entry]\nType=Application\nName=Lumowatt\n"
+            "Comment=Battery item for the panel\nExec=\"" +
+                program() + "\"\nTerminal=false\n");
+  EXPECT_TRUE(item().remove());
+  EXPECT_EQ(item().status(), LoginItemStatus::notRegistered);
+  EXPECT_FALSE(std::filesystem::exists(entry()));
+  EXPECT_TRUE(item().remove()) << "it is away";
+}
+
+TEST_F(LoginItemTest, APathOfAnyCharactersWorks) {
+  const LoginItem odd(entry(), folder.path() / "with space" / "lumo\"watt");
+  EXPECT_TRUE(odd.add());
+  EXPECT_EQ(odd.status(), LoginItemStatus::enabled);
+}
+
+TEST_F(LoginItemTest, ThatIsHiddenOrSwitchedOffRequiresApproval) {
+  const std::string exec = "Exec=" + program() + "\n";
+  EXPECT_EQ(statusOf(exec), LoginItemStatus::enabled);
+  EXPECT_EQ(statusOf(exec + "Hidden=true\n"), LoginItemStatus::requiresApproval);
+  EXPECT_EQ(statusOf(exec + "Hidden=false\n"), LoginItemStatus::enabled);
+  EXPECT_EQ(statusOf(exec + "X-GNOME-Autostart-enabled=false\n"),
+            LoginItemStatus::requiresApproval);
+  EXPECT_EQ(statusOf(exec + "X-MATE-Autostart-enabled=false\n"), LoginItemStatus::requiresApproval);
+  EXPECT_EQ(statusOf("Hidden=true\n"), LoginItemStatus::requiresApproval);
+}
+
+TEST_F(LoginItemTest, AddedAgainIsEnabledAgain) {
+  ASSERT_EQ(statusOf("Exec=x\nHidden=true\n"), LoginItemStatus::requiresApproval);
+  EXPECT_TRUE(item().add());
+  EXPECT_EQ(item().status(), LoginItemStatus::enabled);
+}
+
+TEST_F(LoginItemTest, WhoseProgramIsGoneIsNotFound) {
+  EXPECT_EQ(statusOf("Exec=/nowhere/lumowatt\n"), LoginItemStatus::notFound);
+  EXPECT_EQ(statusOf("Exec=\n"), LoginItemStatus::notFound);
+  EXPECT_EQ(statusOf("Name=no program\n"), LoginItemStatus::notFound);
+  EXPECT_EQ(statusOf("Exec=" + folder.path().string() + "\n"), LoginItemStatus::notFound);
+}
+
+TEST_F(LoginItemTest, WithAProgramInThePathIsEnabled) {
+  const ScopedVariable path("PATH", (folder.path() / "bin").string());
+  EXPECT_EQ(statusOf("Exec=lumowatt --x\n"), LoginItemStatus::enabled);
+  EXPECT_EQ(statusOf("Exec=other\n"), LoginItemStatus::notFound);
+}
+
+TEST_F(LoginItemTest, OfAProgramThatIsGoneCannotBeAdded) {
+  EXPECT_FALSE(LoginItem(entry(), "/nowhere/lumowatt").add());
+  EXPECT_FALSE(std::filesystem::exists(entry()));
+}
+
+TEST_F(LoginItemTest, CannotBeChangedWhereAFolderIsInItsPlace) {
+  std::filesystem::create_directories(entry());
+  EXPECT_EQ(item().status(), LoginItemStatus::notRegistered);
+  EXPECT_FALSE(item().add());
+  EXPECT_FALSE(item().remove());
+}
+
+}  // namespace lumowatt::freedesktop

@@ -1,0 +1,154 @@
+#include "platform/freedesktop/user/user_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <sys/resource.h>
+#include <csignal>
+#include <filesystem>
+
+#include "support/environment.h"
+#include "support/files.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+using std::filesystem::perms;
+
+perms permissions(const std::filesystem::path& path) {
+  return std::filesystem::status(path).permissions();
+}
+
+std::ptrdiff_t entries(const std::filesystem::path& folder) {
+  return std::distance(std::filesystem::directory_iterator(folder), {});
+}
+
+}  // namespace
+
+TEST(ConfigurationFolder, IsWhereTheVariableSays) {
+  const ScopedVariable configuration("XDG_CONFIG_HOME", "/somewhere/config");
+  EXPECT_EQ(configurationFolder(), "/somewhere/config");
+}
+
+TEST(ConfigurationFolder, IsInTheHomeOtherwise) {
+  const ScopedVariable home("HOME", "/home/anna");
+  for (const char* value : {"", "relative/config"}) {
+    const ScopedVariable configuration("XDG_CONFIG_HOME", value);
+    EXPECT_EQ(configurationFolder(), "/home/anna/.config");
+  }
+  const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
+  EXPECT_EQ(configurationFolder(), "/home/anna/.config");
+}
+
+TEST(ConfigurationFolder, IsNowhereWithoutAHome) {
+  const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
+  const ScopedVariable home("HOME", std::nullopt);
+  EXPECT_EQ(configurationFolder(), "");
+}
+
+TEST(ConfigurationFile, IsInTheFolderOrNowhere) {
+  {
+    const ScopedVariable configuration("XDG_CONFIG_HOME", "/etc/mine");
+    EXPECT_EQ(configurationFile("lumowatt/preferences"), "/etc/mine/lumowatt/preferences");
+  }
+  const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
+  const ScopedVariable home("HOME", std::nullopt);
+  EXPECT_EQ(configurationFile("lumowatt/preferences"), "");
+}
+
+TEST(UserFile, IsReadWhole) {
+  const TemporaryFolder folder;
+  const std::string contents("a\0b\n", 4);
+  folder.write("file", contents);
+  const FileContents file = readUserFile(folder.path() / "file");
+  EXPECT_TRUE(file.isThere);
+  EXPECT_EQ(file.text, contents);
+}
+
+TEST(UserFile, ThatIsMissingIsNotThere) {
+  const TemporaryFolder folder;
+  const FileContents file = readUserFile(folder.path() / "none");
+  EXPECT_FALSE(file.isThere);
+  EXPECT_EQ(file.text, std::nullopt);
+}
+
+TEST(UserFile, ThatIsAFolderAPipeOrADeviceCannotBeRead) {
+  const TemporaryFolder folder;
+  const std::string pipe = folder.path() / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  for (const std::string& path : {folder.path().string(), pipe, std::string("/dev/zero")}) {
+    const FileContents file = readUserFile(path);
+    EXPECT_TRUE(file.isThere) << path;
+    EXPECT_EQ(file.text, std::nullopt) << path;
+  }
+}
+
+TEST(UserFile, OfMoreThan64KiBIsNotRead) {
+  const TemporaryFolder folder;
+  folder.write("large", std::string(65537, 'x'));
+  folder.write("fitting", std::string(65536, 'x'));
+  EXPECT_EQ(readUserFile(folder.path() / "large").text, std::nullopt);
+  EXPECT_TRUE(readUserFile(folder.path() / "large").isThere);
+  EXPECT_EQ(readUserFile(folder.path() / "fitting").text, std::string(65536, 'x'));
+}
+
+TEST(ReplaceUserFile, MakesTheFileAndItsFoldersForTheUserAlone) {
+  const TemporaryFolder folder;
+  const auto path = folder.path() / "a" / "b" / "file";
+  EXPECT_TRUE(replaceUserFile(path, "text"));
+  EXPECT_EQ(fileContents(path), "text");
+  EXPECT_EQ(permissions(path), perms(0600));
+  EXPECT_EQ(permissions(path.parent_path()), perms(0700));
+}
+
+TEST(ReplaceUserFile, KeepsThePermissionsOfTheFile) {
+  const TemporaryFolder folder;
+  folder.write("file", "old");
+  std::filesystem::permissions(folder.path() / "file", perms(0640));
+  EXPECT_TRUE(replaceUserFile(folder.path() / "file", "new"));
+  EXPECT_EQ(fileContents(folder.path() / "file"), "new");
+  EXPECT_EQ(permissions(folder.path() / "file"), perms(0640));
+  EXPECT_EQ(entries(folder.path()), 1) << "nothing else is left";
+}
+
+TEST(ReplaceUserFile, ReplacesWhatALinkLeadsTo) {
+  const TemporaryFolder folder;
+  folder.write("dotfiles/file", "old");
+  std::filesystem::create_symlink("dotfiles/file", folder.path() / "link");
+  EXPECT_TRUE(replaceUserFile(folder.path() / "link", "new"));
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.path() / "link"));
+  EXPECT_EQ(fileContents(folder.path() / "dotfiles" / "file"), "new");
+}
+
+TEST(ReplaceUserFile, FailsWhereAFolderIsInItsPlaceOrAFileInThatOfItsFolder) {
+  const TemporaryFolder folder;
+  folder.write("folder/file", "x");
+  EXPECT_FALSE(replaceUserFile(folder.path() / "folder", "text"));
+  EXPECT_FALSE(replaceUserFile(folder.path() / "folder" / "file" / "below", "text"));
+  EXPECT_EQ(fileContents(folder.path() / "folder" / "file"), "x");
+  EXPECT_EQ(entries(folder.path()), 1);
+}
+
+TEST(ReplaceUserFile, FailsWithoutAPath) {
+  EXPECT_FALSE(replaceUserFile("", "text"));
+  EXPECT_FALSE(readUserFile("").isThere);
+}
+
+TEST(ReplaceUserFile, LeavesTheOldFileWhereTheNewDoesNotFit) {
+  const TemporaryFolder folder;
+  folder.write("file", "old");
+  rlimit before{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{.rlim_cur = 10, .rlim_max = before.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  const bool replaced = replaceUserFile(folder.path() / "file", "longer than ten bytes");
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_FALSE(replaced);
+  EXPECT_EQ(fileContents(folder.path() / "file"), "old");
+  EXPECT_EQ(entries(folder.path()), 1);
+}
+
+}  // namespace lumowatt::freedesktop

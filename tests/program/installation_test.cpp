@@ -1,0 +1,97 @@
+// The program as it is installed, in each place where that may be.
+
+#include "program/item_fixture.h"
+
+namespace lumowatt {
+
+namespace {
+
+struct Place {
+  const char* name;
+  const char* prefix;  // below a root of the test's own
+  const char* moved;   // where to the whole goes afterwards, if anywhere
+  const char* link;    // a link that leads to the program, if any
+};
+
+std::ostream& operator<<(std::ostream& out, const Place& place) { return out << place.name; }
+
+class Installation : public ItemTest, public testing::WithParamInterface<Place> {
+ protected:
+  Installation() {
+    const Place& place = GetParam();
+    std::filesystem::path whole = root_.path() / place.prefix;
+    const auto result =
+        runProcess({"cmake", "--install", LUMOWATT_BUILD, "--prefix", whole.string(), "--component",
+                    "Unspecified"});  // whose manifest nobody else writes
+    EXPECT_EQ(result.status, 0) << result.errors;
+    if (place.moved != nullptr) {
+      const std::filesystem::path moved = root_.path() / place.moved;
+      std::filesystem::create_directories(moved.parent_path());
+      std::filesystem::rename(whole, moved);
+      whole = moved;
+    }
+    installed_ = whole / "bin/lumowatt";
+    program = installed_;
+    if (place.link != nullptr) {
+      program = root_.path() / place.link;
+      std::filesystem::create_directories(std::filesystem::path(program).parent_path());
+      std::filesystem::create_symlink(installed_, program);
+    }
+  }
+
+  ProcessResult run(const std::vector<std::string>& arguments) const {
+    std::vector<std::string> command{program};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return runProcess(command, machine.environment());
+  }
+
+  std::string installed() const { return installed_; }
+
+ private:
+  TemporaryFolder root_;
+  std::filesystem::path installed_;
+};
+
+}  // namespace
+
+TEST_P(Installation, TellsItsVersion) {
+  expectResult(run({"--version"}), LUMOWATT_VERSION "\n", 0);
+}
+
+TEST_P(Installation, ReadsTheBattery) {
+  const auto result = run({"--dump"});
+  EXPECT_TRUE(result.output.starts_with("percent=98\ntrend=down\n")) << result.output;
+  EXPECT_EQ(result.status, 0);
+}
+
+TEST_P(Installation, DrawsAPicture) {
+  const std::string path = user.path() / "out.png";
+  expectResult(run({"--snapshot", path, "--sample", "low"}), "wrote " + path + "\n", 0);
+  EXPECT_TRUE(fileContents(path).starts_with("\x89PNG"));
+}
+
+TEST_P(Installation, ShowsTheItemWithIconsThatAreThere) {
+  start();
+  const std::filesystem::path icons = panel->property("IconThemePath").get<std::string>();
+  const std::string icon = panel->property("IconName").get<std::string>();
+  EXPECT_TRUE(std::filesystem::exists(icons / (icon + ".svg"))) << icons << " " << icon;
+}
+
+TEST_P(Installation, OpensTheProgramItselfAtLogin) {
+  start();
+  panel->open();
+  choose(205, "Open at login");
+  const std::string entry =
+      fileContents(configuration() / "autostart/com.fernhollow.Lumowatt.desktop");
+  EXPECT_NE(entry.find("\nExec=\"" + installed() + "\"\n"), std::string::npos) << entry;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , Installation,
+    testing::Values(Place{"System", "usr", nullptr, nullptr},
+                    Place{"Local", "usr/local", nullptr, nullptr},
+                    Place{"Moved", "old", "home/somebody/lumowatt 1.0", nullptr},
+                    Place{"Linked", "opt/lumowatt", nullptr, "home/somebody/bin/lumowatt"}),
+    [](const auto& test) { return test.param.name; });
+
+}  // namespace lumowatt

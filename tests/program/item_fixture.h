@@ -1,0 +1,55 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "program/panel.h"
+#include "program/program.h"
+
+namespace lumowatt {
+
+/// The built program as the item of a session of its own: a mocked machine, a private bus, empty
+/// folders of the user's, and no program but those that the test puts there.
+class ItemTest : public testing::Test {
+ protected:
+  /// On a bus with further elements in its configuration.
+  explicit ItemTest(const std::string& busConfiguration = "") : session(busConfiguration) {}
+
+  /// Starts the program. With a panel it is registered there when this returns.
+  void start();
+
+  /// Kills it, and returns when the session knows.
+  void stop();
+  std::unique_ptr<Process> startAnother(const std::string& library = "") const;
+
+  /// Puts a program into the one folder where programs are looked for. It is a shell script, and
+  /// finds the folder of its traces in $traces.
+  void install(const std::string& name, const std::string& script) const;
+
+  /// The contents of a file that an installed program leaves below `traces`, once it is there.
+  std::string trace(const std::string& name) const;
+
+  /// Chooses an item of the menu, whose title must be that.
+  void choose(int id, const std::string& title) const;
+
+  std::filesystem::path configuration() const { return user.path() / "config"; }
+  std::filesystem::path preferences() const { return configuration() / "lumowatt/preferences"; }
+  std::filesystem::path traces() const { return user.path() / "traces"; }
+
+  /// The program, what it gets of the environment beside the machine and the bus, and the command
+  /// that it is started by.
+  std::string program = LUMOWATT_PROGRAM;
+  Environment variables;
+  std::vector<std::string> prefix;
+
+  TemporaryFolder user;
+  Machine machine{anyMachine};
+  SessionBus session;
+  std::unique_ptr<Panel> panel = std::make_unique<Panel>(session);
+  std::unique_ptr<Process> item;
+};
+
+}  // namespace lumowatt

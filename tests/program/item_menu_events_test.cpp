@@ -1,0 +1,133 @@
+#include <filesystem>
+
+#include "program/item_fixture.h"
+
+namespace lumowatt {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
+
+// Items of the menu by their ids.
+constexpr int powerLine = 4;
+constexpr int firstSeparator = 100;
+constexpr int modes = 201;
+constexpr int percentOnly = 30101;
+constexpr int colors = 202;
+constexpr int about = 301;
+
+/// What panels tell of the menu: items chosen, and what is none of that.
+class MenuEvents : public ItemTest {
+ protected:
+  void SetUp() override { start(); }
+
+  std::string label() const { return panel->property("XAyatanaLabel"); }
+};
+
+}  // namespace
+
+TEST_F(MenuEvents, ChosenModesActAtOnce) {
+  const std::pair<int, const char*> expected[] = {{30101, "98% ▼"},
+                                                  {30103, "98% ▼ 10:14"},
+                                                  {30104, "98% ▼ −4.8 W · 10:14"},
+                                                  {30102, "98% ▼ −4.8 W"}};
+  panel->open();
+  for (const auto& [id, title] : expected) {
+    EXPECT_EQ(panel->click(id), "");
+    EXPECT_EQ(label(), title);
+    for (int other = 30101; other <= 30104; ++other) {
+      EXPECT_EQ(panel->menuProperty(other, "toggle-state"), other == id ? 1 : 0);
+    }
+  }
+}
+
+TEST_F(MenuEvents, ColorsAndAnimationAreSwitches) {
+  machine.set("BAT0/capacity", "9");
+  panel->open();
+  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-red");
+  choose(202, "Colors");
+  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-symbolic");
+  EXPECT_EQ(panel->menuProperty(202, "toggle-state"), 0);
+  choose(203, "Charging animation");
+  EXPECT_EQ(panel->menuProperty(203, "toggle-state"), 0);
+  EXPECT_EQ(fileContents(preferences()), "color=false\nanimate=false\n");
+  choose(202, "Colors");
+  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-red");
+  EXPECT_EQ(fileContents(preferences()), "color=true\nanimate=false\n");
+}
+
+TEST_F(MenuEvents, QuitEndsWellAfterTheAnswer) {
+  panel->open();
+  choose(302, "Quit Lumowatt");
+  const ProcessResult result = item->wait();
+  expectResult(result, "", 0);
+}
+
+TEST_F(MenuEvents, NothingHappensByWhatIsNoChoice) {
+  panel->open();
+  panel->forgetSignals();
+  for (const int id : {0, 1, powerLine, firstSeparator, 101, modes, about}) {
+    EXPECT_EQ(panel->click(id), "") << id;
+  }
+  for (const char* const event : {"hovered", "opened", "closed", "x-shop", "", "CLICKED"}) {
+    EXPECT_EQ(panel->send(percentOnly, event), "") << event;
+    EXPECT_EQ(panel->send(302, event), "") << event;
+  }
+  EXPECT_TRUE(item->isRunning());
+  EXPECT_EQ(label(), "98% ▼ −4.8 W");
+  EXPECT_FALSE(std::filesystem::exists(preferences()));
+  EXPECT_EQ(panel->signalNames(), Names{});
+}
+
+TEST_F(MenuEvents, AnEventOnAnUnknownItemIsAnError) {
+  EXPECT_EQ(panel->click(colors), invalidArguments) << "before there was a menu";
+  panel->open();
+  for (const int id : {-1, 10, 99, 103, 30105, 30201, INT32_MAX, INT32_MIN}) {
+    EXPECT_EQ(panel->click(id), invalidArguments) << id;
+  }
+}
+
+TEST_F(MenuEvents, AnEventOfAnotherTypeIsAnError) {
+  panel->open();
+  EXPECT_EQ(panel->callMenu("Event", "is", colors, "clicked").error, invalidArguments);
+  EXPECT_EQ(panel->callMenu("Event", "ssvu", "x", "clicked", "i", 0, 0U).error, invalidArguments);
+  EXPECT_EQ(panel->callMenu("NoSuchMethod").error, "org.freedesktop.DBus.Error.UnknownMethod");
+}
+
+TEST_F(MenuEvents, AnItemOfAMenuThatIsNoMoreIsNotChosen) {
+  panel->open();
+  machine.set("BAT0/temp", "301");
+  panel->open();
+  machine.remove("BAT0/temp");
+  panel->open();
+  panel->forgetSignals();
+  EXPECT_EQ(panel->click(10), "");
+  EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+}
+
+TEST_F(MenuEvents, OfAGroupOfEventsTheFirstChoiceCounts) {
+  panel->open();
+  const Answer answer = panel->callMenu("EventGroup", "a(isvu)", 5,           //
+                                        99, "clicked", "i", 0, 0U,            //
+                                        powerLine, "clicked", "i", 0, 0U,     //
+                                        percentOnly, "clicked", "s", "", 0U,  //
+                                        302, "clicked", "i", 0, 0U,           //
+                                        30103, "clicked", "i", 0, 0U);
+  EXPECT_EQ(answer.values, Json{Json{99}});
+  EXPECT_EQ(label(), "98% ▼");
+  EXPECT_TRUE(item->isRunning());
+}
+
+TEST_F(MenuEvents, AGroupOfUnknownItemsIsAnError) {
+  panel->open();
+  EXPECT_EQ(panel
+                ->callMenu("EventGroup", "a(isvu)", 2, 98, "clicked", "i", 0, 0U, 99, "clicked",
+                           "i", 0, 0U)
+                .error,
+            invalidArguments);
+  EXPECT_EQ(panel->callMenu("EventGroup", "a(isvu)", 0).values, Json{Json::array()});
+}
+
+}  // namespace lumowatt

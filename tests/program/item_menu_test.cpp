@@ -1,0 +1,332 @@
+#include <filesystem>
+#include <set>
+
+#include "program/item_fixture.h"
+#include "support/open_counter.h"
+
+namespace lumowatt {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
+
+// Items of the menu by their ids.
+constexpr int root = 0;
+constexpr int powerLine = 4;
+constexpr int firstSeparator = 100;
+constexpr int modes = 201;
+constexpr int colors = 202;
+constexpr int copyDetails = 204;
+constexpr int about = 301;
+
+Json separatorItem() { return {{"type", "separator"}, {"visible", true}}; }
+
+Json line(const char* label) { return {{"label", label}, {"enabled", false}, {"visible", true}}; }
+
+Json command(const char* label) { return {{"label", label}, {"enabled", true}, {"visible", true}}; }
+
+Json with(Json item, const char* property, Json value) {
+  item[property] = std::move(value);
+  return item;
+}
+
+Json toggle(const char* label, const char* type, int state) {
+  return with(with(command(label), "toggle-type", type), "toggle-state", state);
+}
+
+/// One key with the Control key, as a list of combinations.
+Json controlKey(const char* key) { return Json::array({Json::array({"Control", key})}); }
+
+/// An item with those below it, as layouts have it.
+Json node(int id, Json properties, Json children = Json::array()) {
+  return {id, std::move(properties), std::move(children)};
+}
+
+/// The menu of the machine as it is.
+Json expectedLayout() {
+  const Json report{node(1, line("On battery")),
+                    node(2, line("Charge: 98% (4579 of 4635 mAh)")),
+                    node(3, line("Time to empty: 10 h 14 min")),
+                    node(4, line("Battery power: −4.8 W  (12.23 V, -0.395 A)")),
+                    node(5, line("Rate now: −8.5% per hour")),
+                    node(6, line("System use: 4.8 W")),
+                    node(7, line("Capacity vs design, raw: 105% (4635 of 4400 mAh)")),
+                    node(8, line("Apple’s own health figure uses its own method and can differ.")),
+                    node(9, line("Cycle count: 0"))};
+  const Json modeItems{node(30101, toggle("Percent", "radio", 0)),
+                       node(30102, toggle("Percent and battery power", "radio", 1)),
+                       node(30103, toggle("Percent and time", "radio", 0)),
+                       node(30104, toggle("Percent, power and time", "radio", 0))};
+  const Json rest{
+      node(100, separatorItem()),
+      node(101, line("Charge over the last hour")),
+      node(102, command("Collecting history…")),
+      node(200, separatorItem()),
+      node(201, with(command("Menu bar shows"), "children-display", "submenu"), modeItems),
+      node(202, toggle("Colors", "checkmark", 1)),
+      node(203, toggle("Charging animation", "checkmark", 1)),
+      node(204, with(command("Copy details"), "shortcut", controlKey("c"))),
+      node(205, toggle("Open at login", "checkmark", 0)),
+      node(206, command("Battery settings…")),
+      node(300, separatorItem()),
+      node(301, line("Lumowatt 1.0.0, by Fernhollow")),
+      node(302, with(command("Quit Lumowatt"), "shortcut", controlKey("q")))};
+  Json all = report;
+  all.insert(all.end(), rest.begin(), rest.end());
+  return node(root, with(command(""), "children-display", "submenu"), all);
+}
+
+/// The menu of the item as panels see it.
+class StatusMenu : public ItemTest {
+ protected:
+  void SetUp() override { start(); }
+
+  Json wholeLayout() const { return panel->callMenu("GetLayout", "iias", 0, -1, 0).values.at(1); }
+
+  /// Two changes of the battery come to be told, and none of the menu.
+  void expectItIsLeftAlone() {
+    for (const char* const power : {"6100000", "7200000"}) {
+      panel->forgetSignals();
+      machine.set("BAT0/power_now", power);
+      panel->waitForSignal("NewToolTip");
+    }
+    EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+  }
+
+  /// The items of a list of pairs of an id and properties.
+  static std::set<int> ids(const Json& items) {
+    std::set<int> all;
+    for (const Json& item : items) all.insert(item.at(0).get<int>());
+    return all;
+  }
+
+  std::string label() const { return panel->property("XAyatanaLabel"); }
+};
+
+}  // namespace
+
+TEST_F(StatusMenu, HasTheProtocolsProperties) {
+  EXPECT_EQ(panel->properties("/MenuBar", "com.canonical.dbusmenu"),
+            (Json{{"Version", 3},
+                  {"TextDirection", "ltr"},
+                  {"Status", "normal"},
+                  {"IconThemePath", Json::array()}}));
+}
+
+TEST_F(StatusMenu, IsWholeWhenItIsReadBeforeItWasEverAboutToShow) {
+  EXPECT_EQ(wholeLayout(), expectedLayout());
+}
+
+TEST_F(StatusMenu, IsTheSameWhenItWasAboutToShow) {
+  EXPECT_TRUE(panel->open());
+  EXPECT_EQ(panel->signalNames(), Names{"LayoutUpdated"});
+  EXPECT_EQ(wholeLayout(), expectedLayout());
+}
+
+TEST_F(StatusMenu, IsReadDownToTheDepthThatIsAskedFor) {
+  const auto items = [this](int parent, int depth) {
+    return panel->callMenu("GetLayout", "iias", parent, depth, 0).values.at(1).at(2);
+  };
+  EXPECT_EQ(items(root, 0).size(), 0U);
+  EXPECT_EQ(items(root, 1).size(), 22U);
+  EXPECT_EQ(items(root, 1).at(13), node(modes, expectedLayout().at(2).at(13).at(1)));
+  EXPECT_EQ(items(root, 2), expectedLayout().at(2));
+  EXPECT_EQ(items(root, 2'000'000'000), expectedLayout().at(2));
+  EXPECT_EQ(items(modes, -1).size(), 4U);
+  EXPECT_EQ(items(modes, 1).size(), 4U);
+  EXPECT_EQ(items(colors, -1).size(), 0U);
+}
+
+TEST_F(StatusMenu, HasNoNegativeDepthButTheOneForAll) {
+  EXPECT_EQ(panel->callMenu("GetLayout", "iias", 0, -2, 0).error, invalidArguments);
+  EXPECT_EQ(panel->callMenu("GetLayout", "iias", 0, INT32_MIN, 0).error, invalidArguments);
+}
+
+TEST_F(StatusMenu, IsReadWithThePropertiesThatAreAskedFor) {
+  const Json layout =
+      panel->callMenu("GetLayout", "iias", colors, -1, 3, "label", "toggle-state", "nosuch")
+          .values.at(1);
+  EXPECT_EQ(layout, node(colors, {{"label", "Colors"}, {"toggle-state", 1}}));
+}
+
+TEST_F(StatusMenu, HasNoLayoutOfAnUnknownItem) {
+  for (const int id : {-1, 99, 103, 30105, INT32_MAX, INT32_MIN}) {
+    EXPECT_EQ(panel->callMenu("GetLayout", "iias", id, -1, 0).error, invalidArguments) << id;
+  }
+}
+
+TEST_F(StatusMenu, GivesGroupsOfProperties) {
+  const Json items =
+      panel->callMenu("GetGroupProperties", "aias", 4, colors, 12345, firstSeparator, colors, 0)
+          .values.at(0);
+  EXPECT_EQ(items,
+            (Json{{firstSeparator, separatorItem()}, {colors, toggle("Colors", "checkmark", 1)}}));
+  const Json labels =
+      panel->callMenu("GetGroupProperties", "aias", 2, about, firstSeparator, 1, "label")
+          .values.at(0);
+  EXPECT_EQ(labels, (Json{{firstSeparator, Json::object()},
+                          {about, {{"label", "Lumowatt 1.0.0, by Fernhollow"}}}}));
+}
+
+TEST_F(StatusMenu, AnEmptyGroupIsAllItems) {
+  const Json items = panel->callMenu("GetGroupProperties", "aias", 0, 0).values.at(0);
+  EXPECT_EQ(items.size(), 1U + 22U + 4U);
+  EXPECT_EQ(items.at(0).at(0), root);
+}
+
+TEST_F(StatusMenu, GivesSingleProperties) {
+  EXPECT_EQ(panel->menuProperty(colors, "label"), "Colors");
+  EXPECT_EQ(panel->menuProperty(colors, "type"), "standard");
+  EXPECT_EQ(panel->menuProperty(copyDetails, "shortcut"), controlKey("c"));
+  EXPECT_EQ(panel->menuProperty(colors, "shortcut"), Json::array());
+  EXPECT_EQ(panel->menuProperty(colors, "children-display"), "");
+  EXPECT_EQ(panel->callMenu("GetProperty", "is", colors, "icon-data").error, invalidArguments);
+  EXPECT_EQ(panel->callMenu("GetProperty", "is", 103, "label").error, invalidArguments);
+}
+
+TEST_F(StatusMenu, IsFreshAtEachOpening) {
+  panel->open();
+  for (const auto& [power, expected] :
+       {std::pair("6100000", "Battery power: −6.1 W  (12.23 V, -0.499 A)"),
+        std::pair("7200000", "Battery power: −7.2 W  (12.23 V, -0.589 A)")}) {
+    panel->forgetSignals();
+    machine.set("BAT0/power_now", power);
+    EXPECT_TRUE(panel->open());
+    // Told before the answer, for panels that do not wait for it.
+    const Json update = panel->signal("ItemsPropertiesUpdated");
+    EXPECT_EQ(ids(update.at(0)), (std::set{3, 4, 5, 6}));
+    EXPECT_EQ(update.at(0).at(1), (Json{powerLine, line(expected)}));
+    EXPECT_EQ(update.at(1), Json::array()) << "no property is back at its default";
+    EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
+    EXPECT_EQ(panel->menuProperty(powerLine, "label"), expected);
+    EXPECT_EQ(wholeLayout().at(2).at(powerLine - 1), node(powerLine, line(expected)));
+  }
+}
+
+TEST_F(StatusMenu, NothingIsToldOfAnOpeningThatChangesNothing) {
+  panel->open();
+  panel->forgetSignals();
+  EXPECT_FALSE(panel->open());
+  EXPECT_EQ(panel->signalNames(), Names{});
+}
+
+TEST_F(StatusMenu, StaysFreshWhileItIsOpen) {
+  panel->open();
+  panel->forgetSignals();
+  machine.set("BAT0/power_now", "6100000");
+  panel->waitForSignal("ItemsPropertiesUpdated");
+  EXPECT_EQ(panel->menuProperty(powerLine, "label"), "Battery power: −6.1 W  (12.23 V, -0.499 A)");
+}
+
+TEST_F(StatusMenu, StaysFreshWhenASubmenuCloses) {
+  panel->open();
+  EXPECT_EQ(panel->send(modes, "closed"), "");
+  panel->forgetSignals();
+  machine.set("BAT0/power_now", "6100000");
+  panel->waitForSignal("ItemsPropertiesUpdated");
+}
+
+TEST_F(StatusMenu, IsLeftAloneWhenItIsClosed) {
+  panel->open();
+  EXPECT_EQ(panel->send(root, "closed"), "");
+  expectItIsLeftAlone();
+}
+
+TEST_F(StatusMenu, IsLeftAloneWhenSomethingWasChosen) {
+  panel->open();
+  EXPECT_EQ(panel->click(30101), "");
+  expectItIsLeftAlone();
+}
+
+TEST_F(StatusMenu, IsLeftAloneBeforeAnybodyAskedForIt) {
+  machine.set("BAT0/temp", "301");
+  panel->waitForSignal("NewToolTip");
+  EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
+}
+
+TEST_F(StatusMenu, ASubmenuAboutToShowChangesNothing) {
+  panel->open();
+  panel->send(root, "closed");
+  panel->forgetSignals();
+  machine.set("BAT0/power_now", "6100000");
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", modes).values, Json{false});
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, modes).error, "");
+  EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+}
+
+TEST_F(StatusMenu, FollowsWithoutAnotherReading) {
+  panel->open();
+  panel->forgetSignals();
+  const OpenCounter counter;
+  counter.watch(machine.powerSupplyFolder() / "BAT0");
+  machine.set("BAT0/power_now", "6100000");
+  panel->waitForSignal("ItemsPropertiesUpdated");
+  EXPECT_EQ(counter.opened().count("energy_full"), 1U);
+}
+
+TEST_F(StatusMenu, AFurtherLineIsANewItem) {
+  panel->open();
+  const auto revision = [this] {
+    return panel->callMenu("GetLayout", "iias", 0, 0, 0).values.at(0).get<unsigned>();
+  };
+  const unsigned before = revision();
+  panel->forgetSignals();
+  machine.set("BAT0/temp", "301");
+  EXPECT_TRUE(panel->open());
+  EXPECT_EQ(panel->signal("LayoutUpdated"), (Json{before + 1, root}));
+  EXPECT_EQ(revision(), before + 1);
+  EXPECT_EQ(panel->menuProperty(10, "visible"), true);
+  EXPECT_EQ(panel->menuProperty(colors, "label"), "Colors");
+
+  machine.remove("BAT0/temp");
+  panel->open();
+  EXPECT_EQ(panel->menuProperty(10, "visible"), false);
+}
+
+TEST_F(StatusMenu, OtherRowsAreToldBeforeItIsOpened) {
+  EXPECT_EQ(wholeLayout(), expectedLayout());
+  machine.set("BAT0/temp", "301");
+  panel->waitForSignal("LayoutUpdated");
+  EXPECT_EQ(panel->menuProperty(10, "label"), "Temperature: 30.1 °C");
+  panel->forgetSignals();
+  machine.remove("BAT0/temp");
+  panel->waitForSignal("ItemsPropertiesUpdated");
+  EXPECT_EQ(panel->menuProperty(10, "visible"), false);
+}
+
+TEST_F(StatusMenu, AboutToShowIsForItemsThatAreThere) {
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", 0).error, "");
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", modes).values, Json{false});
+  for (const int id : {-1, 99, INT32_MAX, INT32_MIN}) {
+    EXPECT_EQ(panel->callMenu("AboutToShow", "i", id).error, invalidArguments) << id;
+  }
+}
+
+TEST_F(StatusMenu, AboutToShowGroupTellsWhatChangedAndWhatIsNotThere) {
+  using Lists = std::vector<std::vector<int>>;
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 3, 0, modes, 99).values,
+            Json(Lists{{0}, {99}}));
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, 0).values, Json(Lists{{}, {}}));
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 0).values, Json(Lists{{}, {}}));
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 2, 98, 99).error, invalidArguments);
+}
+
+TEST_F(StatusMenu, WithoutABatteryHasOneLine) {
+  stop();
+  machine.remove("BAT0");
+  start();
+  EXPECT_EQ(wholeLayout(), node(root, with(command(""), "children-display", "submenu"),
+                                Json{node(1, line("No battery found"))}));
+}
+
+TEST_F(StatusMenu, OfABatteryThatIsGoneStaysAsItWas) {
+  panel->open();
+  machine.remove("BAT0");
+  EXPECT_FALSE(panel->open());
+  EXPECT_EQ(label(), "No battery");
+  EXPECT_EQ(wholeLayout(), expectedLayout());
+}
+
+}  // namespace lumowatt

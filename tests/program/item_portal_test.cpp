@@ -1,0 +1,200 @@
+#include <set>
+
+#include "program/item_fixture.h"
+#include "program/message_json.h"
+#include "support/picture.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr auto portalName = "org.freedesktop.portal.Desktop";
+constexpr auto portalObject = "/org/freedesktop/portal/desktop";
+constexpr auto settingsInterface = "org.freedesktop.portal.Settings";
+
+/// A portal with a few settings. What is absent it does not have.
+class Portal : public BusPeer {
+ public:
+  explicit Portal(const SessionBus& session, const char* name = portalName) : BusPeer(session) {
+    static const sd_bus_vtable table[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("ReadAll", "as", "a{sa{sv}}", readAll, 0),
+        SD_BUS_SIGNAL("SettingChanged", "ssv", 0),
+        SD_BUS_VTABLE_END,
+    };
+    sd_bus_add_object_vtable(bus(), nullptr, portalObject, settingsInterface, table, this);
+    own(name);
+  }
+
+  std::optional<unsigned> reducedMotion;
+  std::optional<unsigned> colorScheme;
+  std::optional<bool> animations;
+  bool wasAsked = false;
+
+  template <typename T>
+  void change(const char* group, const char* key, const char* type, T value) const {
+    sd_bus_emit_signal(bus(), portalObject, settingsInterface, "SettingChanged", "ssv", group, key,
+                       type, value);
+    sd_bus_flush(bus());
+  }
+
+ private:
+  /// Adds a group of settings, if the caller asks for it; `settings` adds what is in it.
+  template <typename Settings>
+  static void add(sd_bus_message* reply, const std::set<std::string>& asked, const char* group,
+                  const Settings& settings) {
+    if (!asked.contains(group)) return;
+    sd_bus_message_open_container(reply, 'e', "sa{sv}");
+    sd_bus_message_append(reply, "s", group);
+    sd_bus_message_open_container(reply, 'a', "{sv}");
+    settings();
+    sd_bus_message_close_container(reply);
+    sd_bus_message_close_container(reply);
+  }
+
+  static int readAll(sd_bus_message* call, void* object, sd_bus_error*) {
+    auto& self = *static_cast<Portal*>(object);
+    self.wasAsked = true;
+    const Json groups = readValue(call);
+    const std::set<std::string> asked(groups.begin(), groups.end());
+    sd_bus_message* reply = nullptr;
+    sd_bus_message_new_method_return(call, &reply);
+    sd_bus_message_open_container(reply, 'a', "{sa{sv}}");
+    add(reply, asked, "org.freedesktop.appearance", [&] {
+      sd_bus_message_append(reply, "{sv}", "accent-color", "(ddd)", 0.1, 0.2, 0.3);
+      if (self.colorScheme) {
+        sd_bus_message_append(reply, "{sv}", "color-scheme", "u", *self.colorScheme);
+      }
+      if (self.reducedMotion) {
+        sd_bus_message_append(reply, "{sv}", "reduced-motion", "u", *self.reducedMotion);
+      }
+    });
+    add(reply, asked, "org.gnome.desktop.interface", [&] {
+      sd_bus_message_append(reply, "{sv}", "font-name", "s", "Cantarell 11");
+      if (self.animations) {
+        sd_bus_message_append(reply, "{sv}", "enable-animations", "b",
+                              static_cast<int>(*self.animations));
+      }
+    });
+    sd_bus_message_close_container(reply);
+    const int status = sd_bus_send(nullptr, reply, nullptr);
+    sd_bus_message_unref(reply);
+    return status;
+  }
+};
+
+/// The item on a charging machine, in a session with a portal->
+class Settings : public ItemTest {
+ protected:
+  void SetUp() override {
+    machine.set("AC/online", "1");
+    machine.set("BAT0/status", "Charging");
+    machine.set("BAT0/capacity", "30");
+    install("xdg-open", "echo \"$@\" > $traces/told.new\nmv $traces/told.new $traces/told\n");
+  }
+
+  void startWithPortal() {
+    start();
+    portal->waitUntil([this] { return portal->wasAsked; });
+    panel->open();  // the answer has arrived, and a refresh has seen it
+  }
+
+  /// An animated glyph shows other levels than the battery's.
+  bool isAnimated() const { return icon() != "lumowatt-battery-100percent-bolt-green"; }
+  std::string icon() const { return panel->property("IconName"); }
+
+  /// The color of the chart's background.
+  Pixel background() const {
+    panel->open();
+    choose(102, "Collecting history…");
+    trace("told");
+    return Picture(fileContents(user.path() / "runtime/lumowatt-chart.png")).at(2, 2);
+  }
+
+  std::unique_ptr<Portal> portal = std::make_unique<Portal>(session);
+};
+
+constexpr Pixel light{250, 250, 250, 255};  // 0.98 of white
+constexpr Pixel dark{36, 36, 36, 255};      // 0.14
+
+}  // namespace
+
+TEST_F(Settings, WithoutAnyTheGlyphIsAnimatedAndTheChartLight) {
+  startWithPortal();
+  EXPECT_TRUE(isAnimated());
+  EXPECT_EQ(background(), light);
+}
+
+TEST_F(Settings, LessMotionMeansNoAnimation) {
+  portal->reducedMotion = 1;
+  startWithPortal();
+  EXPECT_FALSE(isAnimated());
+}
+
+TEST_F(Settings, TheAppearanceSettingWinsOverGnomesSwitch) {
+  portal->reducedMotion = 0;
+  portal->animations = false;
+  startWithPortal();
+  EXPECT_TRUE(isAnimated());
+}
+
+TEST_F(Settings, WithoutTheAppearanceSettingGnomesSwitchCounts) {
+  portal->animations = false;
+  startWithPortal();
+  EXPECT_FALSE(isAnimated());
+}
+
+TEST_F(Settings, AreFollowed) {
+  startWithPortal();
+  portal->change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
+  panel->waitUntil([this] { return panel->open(), !isAnimated(); });
+  portal->change("org.freedesktop.appearance", "reduced-motion", "u", 0U);
+  panel->waitUntil([this] { return panel->open(), isAnimated(); });
+  portal->change("org.freedesktop.appearance", "color-scheme", "u", 1U);
+  portal->change("org.gnome.desktop.interface", "enable-animations", "b", 0);
+  panel->open();
+  EXPECT_TRUE(isAnimated());
+  EXPECT_EQ(background(), dark);
+}
+
+TEST_F(Settings, OfAPortalThatComesLaterAreAskedFor) {
+  portal.reset();
+  start();
+  portal = std::make_unique<Portal>(session);
+  portal->reducedMotion = 1;
+  portal->waitUntil([this] { return portal->wasAsked; });
+  panel->waitUntil([this] { return panel->open(), !isAnimated(); });
+}
+
+TEST_F(Settings, OfOthersCountForNothing) {
+  startWithPortal();
+  portal->change("org.example.appearance", "reduced-motion", "u", 1U);
+  const Portal stranger(session, "org.example.Portal");
+  stranger.change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
+  panel->open();
+  EXPECT_TRUE(isAnimated());
+}
+
+TEST_F(Settings, OfAnotherTypeCountForNothing) {
+  startWithPortal();
+  portal->change("org.freedesktop.appearance", "reduced-motion", "s", "1");
+  portal->change("org.gnome.desktop.interface", "enable-animations", "u", 0U);
+  portal->change("org.freedesktop.appearance", "color-scheme", "b", 1);
+  panel->open();
+  EXPECT_TRUE(isAnimated());
+  EXPECT_EQ(background(), light);
+}
+
+TEST_F(Settings, TheDarkSchemeDarkensTheChart) {
+  portal->colorScheme = 1;
+  startWithPortal();
+  EXPECT_EQ(background(), dark);
+}
+
+TEST_F(Settings, TheLightSchemeDoesNot) {
+  portal->colorScheme = 2;
+  startWithPortal();
+  EXPECT_EQ(background(), light);
+}
+
+}  // namespace lumowatt

@@ -1,0 +1,198 @@
+#include <sys/stat.h>
+
+#include <csignal>
+#include <sstream>
+
+#include "program/item_fixture.h"
+#include "support/picture.h"
+
+namespace lumowatt {
+
+namespace {
+
+/// What choosing an item does outside of the item.
+class Commands : public ItemTest {
+ protected:
+  std::filesystem::path autostart() const {
+    return configuration() / "autostart/com.fernhollow.Lumowatt.desktop";
+  }
+  bool opensAtLogin() const {
+    panel->open();
+    return panel->menuProperty(205, "toggle-state") == 1;
+  }
+  void startAndChoose(int id, const std::string& title) {
+    start();
+    panel->open();
+    choose(id, title);
+  }
+  std::string chartFile() const { return user.path() / "runtime/lumowatt-chart.png"; }
+};
+
+/// A program that tells its arguments and its input.
+constexpr auto telling =
+    "cat > $traces/input\necho \"$@\" > $traces/told.new\n"
+    "mv $traces/told.new $traces/told\n";
+
+}  // namespace
+
+TEST_F(Commands, CopyDetailsPutsTheReportOnTheClipboard) {
+  install("xclip", telling);
+  startAndChoose(204, "Copy details");
+  EXPECT_EQ(trace("told"), "-selection clipboard\n");
+  EXPECT_EQ(trace("input"), panel->property("ToolTip").at(3));
+}
+
+TEST_F(Commands, CopyDetailsUsesWaylandsProgramOnWayland) {
+  install("xclip", "echo xclip > $traces/told");
+  install("wl-copy", telling);
+  variables = {{"WAYLAND_DISPLAY", "wayland-0"}};
+  startAndChoose(204, "Copy details");
+  EXPECT_EQ(trace("told"), "--type text/plain;charset=utf-8\n");
+}
+
+TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
+  install("canberra-gtk-play", telling);
+  startAndChoose(204, "Copy details");
+  EXPECT_EQ(trace("told"), "--id bell\n");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: no wl-copy or xclip can be started to copy the details\n");
+}
+
+TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {
+  start();
+  EXPECT_FALSE(opensAtLogin());
+  choose(205, "Open at login");
+  EXPECT_EQ(panel->menuProperty(205, "toggle-state"), 1);
+  EXPECT_EQ(fileContents(autostart()),
+            "[Desktop Entry]\nType=Application\nName=Lumowatt\n"
+            "Comment=Battery item for the panel\nExec=\"" LUMOWATT_PROGRAM "\"\nTerminal=false\n");
+  EXPECT_TRUE(opensAtLogin());
+  choose(205, "Open at login");
+  EXPECT_FALSE(opensAtLogin());
+  EXPECT_FALSE(std::filesystem::exists(autostart()));
+}
+
+TEST_F(Commands, AnEntryThatTheUserSwitchedOffIsNotOn) {
+  start();
+  user.write("config/autostart/com.fernhollow.Lumowatt.desktop",
+             "[Desktop Entry]\nType=Application\nExec=/bin/true\nHidden=true\n");
+  EXPECT_FALSE(opensAtLogin());
+  choose(205, "Open at login");
+  EXPECT_TRUE(opensAtLogin());
+}
+
+TEST_F(Commands, AnEntryThatCannotBeWrittenSoundsTheBell) {
+  install("canberra-gtk-play", telling);
+  start();
+  user.write("config/autostart", "a file in the folder's place");
+  EXPECT_FALSE(opensAtLogin());
+  choose(205, "Open at login");
+  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_FALSE(opensAtLogin());
+}
+
+TEST_F(Commands, BatterySettingsOpensTheDesktopsOwnPanel) {
+  install("gnome-control-center", "echo gnome > $traces/told");
+  install("xfce4-power-manager-settings", telling);
+  variables = {{"XDG_CURRENT_DESKTOP", "XFCE"}};
+  startAndChoose(206, "Battery settings…");
+  EXPECT_EQ(trace("told"), "\n");
+}
+
+TEST_F(Commands, TheChartOpensInThePictureViewer) {
+  install("xdg-open", telling);
+  startAndChoose(102, "Collecting history…");
+  EXPECT_EQ(trace("told"), chartFile() + "\n");
+  struct stat status {};
+  ASSERT_EQ(::stat(chartFile().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0600U);
+  const Picture picture(fileContents(chartFile()));
+  EXPECT_EQ(picture.width(), 1096);
+  EXPECT_EQ(picture.height(), 224);
+}
+
+TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
+  install("xdg-open", telling);
+  startAndChoose(102, "Collecting history…");
+  trace("told");
+  const std::string maps = fileContents("/proc/" + std::to_string(item->id()) + "/maps");
+  EXPECT_NE(maps.find("lumowatt-desktop.so"), std::string::npos);
+  EXPECT_EQ(maps.find("lumowatt-drawing.so"), std::string::npos);
+  EXPECT_EQ(maps.find("libcairo"), std::string::npos);
+  // Nor does anything stay of that process.
+  const std::string id = std::to_string(item->id());
+  panel->waitUntil(
+      [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
+}
+
+TEST_F(Commands, TheChartReplacesALinkAndNotWhatItLeadsTo) {
+  install("xdg-open", telling);
+  start();
+  user.write("precious", "mine");
+  std::filesystem::create_symlink(user.path() / "precious", chartFile());
+  panel->open();
+  choose(102, "Collecting history…");
+  EXPECT_EQ(trace("told"), chartFile() + "\n");
+  EXPECT_FALSE(std::filesystem::is_symlink(chartFile()));
+  EXPECT_EQ(fileContents(user.path() / "precious"), "mine");
+}
+
+TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
+  install("xdg-open",
+          "grep -E 'SigBlk|SigIgn' /proc/self/status > $traces/new\n"
+          "mv $traces/new $traces/signals\n");
+  startAndChoose(102, "Collecting history…");
+  std::istringstream signals(trace("signals"));
+  for (const char* const set : {"SigBlk:", "SigIgn:"}) {
+    std::string name;
+    std::uint64_t bits = 0;
+    signals >> name >> std::hex >> bits;
+    EXPECT_EQ(name, set);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGXFSZ, SIGCHLD}) {
+      EXPECT_EQ(bits >> (signal - 1) & 1U, 0U) << name << signal;
+    }
+  }
+}
+
+TEST_F(Commands, WithoutBatterySettingsNothingHappensButAWord) {
+  startAndChoose(206, "Battery settings…");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "lumowatt: there are no battery settings to open\n");
+}
+
+TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
+  install("canberra-gtk-play", telling);
+  startAndChoose(102, "Collecting history…");
+  EXPECT_EQ(trace("told"), "--id bell\n");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: the chart is not shown: there is no program to show it\n");
+}
+
+TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
+  install("canberra-gtk-play", telling);
+  install("xdg-open", "touch $traces/opened");
+  item = startAnother(LUMOWATT_REFUSING_SPACE);
+  panel->waitForItem();
+  panel->open();
+  choose(102, "Collecting history…");
+  EXPECT_EQ(trace("told"), "--id bell\n");
+  const std::filesystem::directory_iterator files(user.path() / "runtime");
+  EXPECT_EQ(std::distance(begin(files), end(files)), 0);
+  EXPECT_FALSE(std::filesystem::exists(traces() / "opened"));
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "lumowatt: the chart is not shown: its file cannot be written\n");
+}
+
+TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
+  install("canberra-gtk-play", telling);
+  variables = {{"XDG_RUNTIME_DIR", "runtime"}};  // nor in one that is somewhere from here
+  startAndChoose(102, "Collecting history…");
+  EXPECT_EQ(trace("told"), "--id bell\n");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: the chart is not shown: this session has no runtime folder for it\n");
+}
+
+}  // namespace lumowatt

@@ -1,0 +1,96 @@
+#include <sys/resource.h>
+
+#include <csignal>
+
+#include "program/item_fixture.h"
+
+namespace lumowatt {
+
+namespace {
+
+/// The item when there is not enough of something.
+class ItemShortage : public ItemTest {
+ protected:
+  /// How many files the item may have open.
+  void limitFiles(rlim_t count) const {
+    rlimit limit{};
+    ASSERT_EQ(::prlimit(item->id(), RLIMIT_NOFILE, nullptr, &limit), 0);
+    limit.rlim_cur = count;
+    ASSERT_EQ(::prlimit(item->id(), RLIMIT_NOFILE, &limit, nullptr), 0);
+  }
+
+  std::string label() const { return panel->property("XAyatanaLabel"); }
+};
+
+constexpr rlim_t enoughFiles = 256;
+
+int count(const std::string& text, const std::string& part) {
+  int found = 0;
+  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++found;
+  return found;
+}
+
+}  // namespace
+
+TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
+  install("xclip", "cat > $traces/new\nmv $traces/new $traces/copied");
+  start();
+  const std::string before = label();
+  panel->open();
+
+  limitFiles(0);
+  panel->open();
+  EXPECT_EQ(label(), "No battery");
+  EXPECT_EQ(panel->click(204), "") << "Copy details";
+  EXPECT_EQ(panel->click(102), "") << "the chart";
+  EXPECT_EQ(panel->click(202), "") << "Colors";
+  const std::string id = std::to_string(item->id());
+  panel->waitUntil(  // until the process that was to draw the chart has told why it does not
+      [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
+  panel->open();
+  EXPECT_EQ(label(), "No battery");
+  EXPECT_FALSE(std::filesystem::exists(preferences()));
+
+  limitFiles(enoughFiles);
+  panel->open();
+  EXPECT_EQ(label(), before);
+  choose(204, "Copy details");
+  EXPECT_EQ(trace("copied"), panel->property("ToolTip").at(3));
+  item->send(SIGTERM);
+  const ProcessResult result = item->wait();
+  EXPECT_EQ(result.status, 0);
+  for (const char* const line :
+       {"the battery cannot be read: Too many open files",
+        "no wl-copy or xclip can be started to copy the details", "the preference cannot be stored",
+        "the chart is not shown: it cannot be drawn"}) {
+    EXPECT_EQ(count(result.errors, std::string("lumowatt: ") + line + "\n"), 1) << line;
+  }
+}
+
+#if !LUMOWATT_SANITIZED  // AddressSanitizer refuses no memory
+
+TEST_F(ItemShortage, OfMemoryFromAnyMomentOnEndsItWithALineThatSaysSo) {
+  constexpr auto preloaded = "LD_PRELOAD=" LUMOWATT_HURRYING_CLOCK " " LUMOWATT_REFUSING_MEMORY;
+  // From the first call on, then in larger and larger steps, well into its life in the panel.
+  for (int from = 1; from < 1500; from += 1 + from / 16) {
+    prefix = {"/usr/bin/timeout",
+              "--signal=KILL",
+              "20",
+              "/usr/bin/env",
+              preloaded,
+              "POWER_SUPPLY_FOLDER=" + machine.powerSupplyFolder().string(),
+              "REFUSED_FROM=" + std::to_string(from)};
+    item = startAnother();
+    panel->waitUntil([this] { return !item->isRunning(); });
+    const ProcessResult result = item->wait();
+    // The loader ends a process whose thread-local data there is no memory for.
+    const bool byLoader = result.errors.find("thread-local data: ABORT") != std::string::npos;
+    EXPECT_EQ(result.status, byLoader ? 127 : 1) << from << ": " << result.errors;
+    EXPECT_TRUE(byLoader || result.errors.ends_with("lumowatt: out of memory\n")) << result.errors;
+  }
+  EXPECT_FALSE(panel->registered.empty());
+}
+
+#endif
+
+}  // namespace lumowatt

@@ -1,0 +1,123 @@
+// The title on panels that show a label, or icons that may be wide.
+
+#include <algorithm>
+#include <csignal>
+
+#include "program/title_fixture.h"
+
+namespace lumowatt {
+
+namespace {
+
+/// A panel whose icons may be wide.
+class Wide : public TitleTest {
+ protected:
+  Wide() : TitleTest("waybar") {}
+
+  std::string icon() const { return panel->property("IconName"); }
+};
+
+/// A panel that shows labels.
+class Label : public TitleTest {
+ protected:
+  Label() : TitleTest("gnome-shell") {}
+};
+
+}  // namespace
+
+TEST_F(Wide, IsOneItemWithTheTitleInItsIcon) {
+  start();
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), 1U);
+  ASSERT_EQ(iconFiles().size(), 1U);
+  EXPECT_EQ(icon(), icons() / (iconFiles()[0] + ".svg"));
+  EXPECT_EQ(pathCount(fileContents(icon())), 2 * 4)
+      << "the glyph, the percentage, the arrow, the power, each over its edge";
+}
+
+TEST_F(Wide, FollowsTheModeTheColorsAndTheGlyph) {
+  start();
+  panel->open();
+  panel->forgetSignals();
+  std::vector<std::string> icons{icon()};
+  const auto next = [&] {
+    panel->waitForSignal("NewIcon");
+    icons.push_back(icon());
+    EXPECT_EQ(iconFiles().size(), 1U);
+    panel->forgetSignals();
+  };
+  chooseMode(menu::everything);
+  next();
+  machine.set("BAT0/capacity", "8");
+  machine.set("BAT0/energy_now", "4000000");
+  panel->open();
+  next();
+  constexpr auto red = "rgb(100%,27.059%,22.745%)";  // #ff453a
+  EXPECT_NE(fileContents(icon()).find(red), std::string::npos) << "the glyph";
+  choose(menu::colors, "Colors");
+  next();
+  EXPECT_EQ(fileContents(icon()).find(red), std::string::npos);
+  std::ranges::sort(icons);
+  EXPECT_EQ(std::ranges::adjacent_find(icons), icons.end());
+}
+
+TEST_F(Wide, TellsNothingWhenNothingChanged) {
+  start();
+  panel->open();
+  panel->forgetSignals();
+  panel->open();
+  EXPECT_EQ(panel->signalNames(), Names{});
+}
+
+TEST_F(Wide, WithoutABatteryIsTheGlyph) {
+  start();
+  machine.remove("BAT0");
+  panel->open();
+  panel->waitForSignal("NewIcon");
+  EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
+  EXPECT_EQ(iconFiles(), Names{});
+}
+
+TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {
+  variables = {{"XDG_RUNTIME_DIR", ""}};
+  start();
+  EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: the title is not shown in the icon: its icons cannot be written into the "
+            "session's runtime folder\n");
+}
+
+TEST_F(Wide, GivesWayToTheGlyphInAPanelWithLabels) {
+  start();
+  replacePanel("gnome-shell");
+  panel->waitForItem();
+  EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
+  EXPECT_EQ(iconFiles(), Names{});
+}
+
+TEST_F(Wide, LeavesNoFileAtTheEnd) {
+  start();
+  EXPECT_EQ(iconFiles().size(), 1U);
+  item->send(SIGTERM);
+  expectResult(item->wait(), "", 0);
+  EXPECT_FALSE(std::filesystem::exists(icons()));
+}
+
+TEST_F(Label, IsAllThatAPanelGetsThatShowsIt) {
+  start();
+  chooseMode(menu::everything);
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), 1U);
+  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-100percent-symbolic");
+  EXPECT_EQ(iconFiles(), Names{});
+}
+
+TEST_F(Label, GivesWayToTiles) {
+  start();
+  replacePanel("kded5");
+  panel->waitForItems(2);
+  EXPECT_EQ(panel->property("Id", connection(1)), "Lumowatt-title");
+}
+
+}  // namespace lumowatt

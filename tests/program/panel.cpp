@@ -1,0 +1,169 @@
+#include "program/panel.h"
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+#include "program/message_json.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr auto longTime = std::chrono::seconds(20);
+constexpr auto shortTime = std::chrono::milliseconds(10);
+
+void waitUntilSo(const std::function<bool()>& isSo, const std::function<void()>& meanwhile) {
+  const auto end = std::chrono::steady_clock::now() + longTime;
+  while (!isSo()) {
+    ASSERT_LT(std::chrono::steady_clock::now(), end) << "it does not become so";
+    meanwhile();
+  }
+}
+
+}  // namespace
+
+SessionBus::SessionBus(const std::string& configuration) {
+  // With no service to start, whatever is installed.
+  folder_.write("session.conf", "<busconfig><type>session</type><listen>" + address() +
+                                    "</listen><policy context='default'><allow "
+                                    "send_destination='*'/><allow eavesdrop='true'/>"
+                                    "<allow own='*'/></policy>" +
+                                    configuration + "</busconfig>");
+  daemon_ = std::make_unique<Process>(
+      std::vector<std::string>{"dbus-daemon", "--nofork", "--print-address",
+                               "--config-file=" + (folder_.path() / "session.conf").string()});
+  waitUntilSo([this] { return !daemon_->output().empty(); },
+              [] { std::this_thread::sleep_for(shortTime); });
+}
+
+void SessionBus::end() {
+  daemon_->send(SIGKILL);
+  daemon_->wait();
+}
+
+void SessionBus::pause() const { daemon_->send(SIGSTOP); }
+void SessionBus::resume() const { daemon_->send(SIGCONT); }
+
+BusPeer::BusPeer(const SessionBus& session) {
+  sd_bus* bus = nullptr;
+  EXPECT_GE(sd_bus_new(&bus), 0);
+  bus_.reset(bus);
+  EXPECT_GE(sd_bus_set_address(bus, session.address().c_str()), 0);
+  EXPECT_GE(sd_bus_set_bus_client(bus, 1), 0);
+  EXPECT_GE(sd_bus_start(bus), 0);
+  for (const char* const interface : {"org.kde.StatusNotifierItem", "com.canonical.dbusmenu"}) {
+    EXPECT_GE(sd_bus_match_signal(bus, nullptr, nullptr, nullptr, interface, nullptr, record, this),
+              0);
+  }
+}
+
+int BusPeer::record(sd_bus_message* signal, void* peer, sd_bus_error*) {
+  static_cast<BusPeer*>(peer)->signals_.push_back(
+      {sd_bus_message_get_sender(signal), sd_bus_message_get_member(signal), readValues(signal)});
+  return 0;
+}
+
+void BusPeer::own(const char* name) const {
+  EXPECT_GE(sd_bus_request_name(bus(), name, 0), 0) << name;
+}
+
+bool BusPeer::isOwned(const char* name) const {
+  return sd_bus_get_name_creds(bus(), name, 0, nullptr) >= 0;
+}
+
+sd_bus_message* BusPeer::newCall(const char* destination, const char* object, const char* interface,
+                                 const char* method) const {
+  sd_bus_message* call = nullptr;
+  EXPECT_GE(sd_bus_message_new_method_call(bus(), &call, destination, object, interface, method),
+            0);
+  return call;
+}
+
+Answer BusPeer::answer(sd_bus_message* call) const {
+  sd_bus_error error{};
+  sd_bus_message* reply = nullptr;
+  sd_bus_call(bus(), call, 0, &error, &reply);
+  Answer answer{.values = reply != nullptr ? readValues(reply) : Json::array(),
+                .error = error.name != nullptr ? error.name : ""};
+  sd_bus_message_unref(call);
+  sd_bus_message_unref(reply);
+  sd_bus_error_free(&error);
+  return answer;
+}
+
+void BusPeer::waitUntil(const std::function<bool()>& isSo) const {
+  waitUntilSo(isSo, [this] {
+    takePart();
+    sd_bus_wait(bus(), static_cast<std::uint64_t>(std::chrono::microseconds(shortTime).count()));
+  });
+}
+
+void BusPeer::settle() const {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+  waitUntil([end] { return std::chrono::steady_clock::now() > end; });
+}
+
+void BusPeer::takePart() const {
+  while (sd_bus_process(bus(), nullptr) > 0) continue;
+}
+
+std::vector<std::string> BusPeer::signalNames(const std::string& sender) const {
+  takePart();
+  std::vector<std::string> names;
+  names.reserve(signals_.size());
+  for (const Signal& signal : signals_) {
+    if (sender.empty() || signal.sender == sender) names.push_back(signal.name);
+  }
+  return names;
+}
+
+bool BusPeer::hasHeard(const std::string& name) const {
+  const auto names = signalNames();
+  return std::ranges::find(names, name) != names.end();
+}
+
+Json BusPeer::signal(const std::string& name) const {
+  takePart();
+  const auto last = std::find_if(signals_.rbegin(), signals_.rend(),
+                                 [&](const Signal& signal) { return signal.name == name; });
+  EXPECT_NE(last, signals_.rend()) << name;
+  return last == signals_.rend() ? Json() : last->values;
+}
+
+void BusPeer::forgetSignals() {
+  takePart();
+  signals_.clear();
+}
+
+Panel::Panel(const SessionBus& session) : BusPeer(session) {
+  static const sd_bus_vtable watcher[] = {
+      SD_BUS_VTABLE_START(0),
+      SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", takeRegistration, 0),
+      SD_BUS_VTABLE_END,
+  };
+  EXPECT_GE(sd_bus_add_object_vtable(bus(), nullptr, "/StatusNotifierWatcher",
+                                     "org.kde.StatusNotifierWatcher", watcher, this),
+            0);
+  own("org.kde.StatusNotifierWatcher");
+}
+
+int Panel::takeRegistration(sd_bus_message* call, void* panel, sd_bus_error*) {
+  static_cast<Panel*>(panel)->registered.push_back(readValue(call));
+  return sd_bus_reply_method_return(call, "");
+}
+
+Json Panel::property(const char* name, const char* item) const {
+  sd_bus_message* const call =
+      newCall(item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get");
+  EXPECT_GE(sd_bus_message_append(call, "ss", "org.kde.StatusNotifierItem", name), 0);
+  return answer(call).values.at(0);
+}
+
+Json Panel::properties(const char* object, const char* interface) const {
+  return callApplication(object, "org.freedesktop.DBus.Properties", "GetAll", "s", interface)
+      .values.at(0);
+}
+
+}  // namespace lumowatt

@@ -1,0 +1,185 @@
+// The pixels of the snapshots that the built executable takes.
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+#include "program/program.h"
+#include "support/fixtures.h"
+#include "support/picture.h"
+
+namespace lumowatt {
+
+namespace {
+
+constexpr Pixel background{26, 20, 38, 255};
+constexpr Pixel strip{43, 36, 59, 255};
+constexpr Pixel panel{51, 43, 69, 255};
+constexpr Pixel white{255, 255, 255, 255};
+
+/// Expects a color all over an area, in pixels.
+void expectPlain(const Picture& picture, const Rect& area, const Pixel& color) {
+  EXPECT_EQ(picture.inkBounds(area, color), Rect{})
+      << "in the area from " << area.x << ", " << area.y;
+}
+
+bool contains(const Picture& picture, const Rect& area, const Pixel& color) {
+  for (int y = static_cast<int>(area.minY()); y < static_cast<int>(area.maxY()); ++y) {
+    for (int x = static_cast<int>(area.minX()); x < static_cast<int>(area.maxX()); ++x) {
+      if (picture.at(x, y) == color) return true;
+    }
+  }
+  return false;
+}
+
+struct Expected {
+  std::string sample;
+  Pixel tint;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Expected& expected) {
+  return stream << expected.sample;
+}
+
+}  // namespace
+
+class SnapshotOfSample : public testing::TestWithParam<Expected> {};
+
+TEST_P(SnapshotOfSample, HasEverythingInItsPlace) {
+  const std::string made = snapshot({"--sample", GetParam().sample});
+  EXPECT_EQ(pixelsPerMetre(made), 5669U) << "144 per inch";
+  const Picture picture(made);
+  // Each of the samples has ten lines: 366 points, the panel from 48 to 310.
+  ASSERT_EQ(picture.width(), 1120);
+  ASSERT_EQ(picture.height(), 732);
+
+  // The strip, up to the glyph and beside the title, and the background around the panel.
+  expectPlain(picture, {0, 0, 700, 68}, strip);
+  expectPlain(picture, {1072, 0, 48, 68}, strip);
+  expectPlain(picture, {0, 68, 1120, 28}, background);
+  expectPlain(picture, {0, 96, 48, 524}, background);
+  expectPlain(picture, {1072, 96, 48, 524}, background);
+  expectPlain(picture, {0, 620, 1120, 52}, background);
+  expectPlain(picture, {0, 704, 1120, 28}, background);
+
+  // The panel's edges, and its corners, round by 20 pixels.
+  expectPlain(picture, {48, 116, 30, 484}, panel);
+  expectPlain(picture, {1020, 116, 52, 484}, panel);
+  expectPlain(picture, {68, 96, 984, 20}, panel);
+  for (const int x : {48, 1071}) {
+    for (const int y : {96, 619}) EXPECT_EQ(picture.at(x, y), background) << x << ", " << y;
+  }
+
+  // Ten lines of text, each beginning 40 points from the left.
+  for (int line = 0; line < 10; ++line) {
+    const Rect text = picture.inkBounds({48, 120.0 + 48 * line, 1024, 40}, panel);
+    EXPECT_GE(text.minX(), 78) << line;
+    EXPECT_LE(text.minX(), 86) << line;
+    EXPECT_GT(text.width, 100) << line;
+  }
+
+  // The caption's first letter begins 24 points from the left.
+  const Rect caption = picture.inkBounds({0, 672, 1120, 32}, background);
+  EXPECT_GE(caption.minX(), 48);
+  EXPECT_LE(caption.minX(), 52);
+  EXPECT_GT(caption.width, 300);
+
+  // The title ends 24 points from the right, but for the space that its last letter brings.
+  const Rect item = picture.inkBounds({0, 0, 1120, 68}, strip);
+  EXPECT_LE(item.maxX(), 1072);
+  EXPECT_GE(item.maxX(), 1072 - 6);
+
+  // The glyph begins the item, 26 points wide, in its tint, in the strip's vertical middle.
+  const Rect glyph = picture.inkBounds({item.x, 0, 52, 68}, strip);
+  EXPECT_NEAR(glyph.width, 52, 1);
+  EXPECT_NEAR(glyph.y + glyph.height / 2, 34, 1);
+  EXPECT_TRUE(contains(picture, glyph, GetParam().tint));
+  EXPECT_TRUE(contains(picture, {item.x + 60, 0, 1072 - item.x - 60, 68}, white)) << "the title";
+  expectPlain(picture, {item.x + 53, 0, 7, 68}, strip);
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, SnapshotOfSample,
+                         testing::Values(Expected{"draining", white},
+                                         Expected{"low", {255, 159, 10, 255}},
+                                         Expected{"full", {50, 215, 75, 255}}),
+                         [](const auto& test) { return test.param.sample; });
+
+TEST_P(SnapshotOfSample, LooksLikeItsReferenceInEveryPart) {
+  if (runProcess({"fc-match", "Inter", "family"}).output.find("Inter") == std::string::npos) {
+    GTEST_SKIP() << "the reference was drawn with the font Inter, which is not installed";
+  }
+  const Picture picture(snapshot({"--sample", GetParam().sample}));
+  const Picture reference(
+      fileContents(fixturePath("pictures", "snapshot-" + GetParam().sample + ".png")));
+  ASSERT_EQ(picture.width(), reference.width());
+  ASSERT_EQ(picture.height(), reference.height());
+
+  // The glyph and the title, the lines of the report, the caption.
+  const double left = reference.inkBounds({0, 0, 1120, 68}, strip).x;
+  std::vector<std::pair<Rect, Pixel>> parts{{{left, 0, 56, 68}, strip},
+                                            {{left + 56, 0, 1120 - left - 56, 68}, strip},
+                                            {{0, 672, 1120, 32}, background}};
+  for (int line = 0; line < 10; ++line) {
+    parts.push_back({{48, 112.0 + 48 * line, 1024, 48}, panel});
+  }
+  for (const auto& [area, color] : parts) {
+    int different = 0;
+    for (int y = static_cast<int>(area.minY()); y < static_cast<int>(area.maxY()); ++y) {
+      for (int x = static_cast<int>(area.minX()); x < static_cast<int>(area.maxX()); ++x) {
+        if (difference(picture.at(x, y), reference.at(x, y)) > 64) ++different;
+      }
+    }
+    // Other versions of the libraries place letters a little differently.
+    const int ink = reference.inkCount(area, color);
+    EXPECT_GT(ink, 300) << area;
+    EXPECT_LT(different, ink / 10) << area;
+  }
+}
+
+TEST(SnapshotProgram, TheGlyphIsFilledAsFarAsTheLevelSays) {
+  // Of the low sample, a quarter: the fill goes from 1.8 to 4.4 of the glyph's 16 units, each of
+  // 3.25 pixels, and from there to 12 it is empty.
+  const Picture picture(snapshot({"--sample", "low"}));
+  const int left = static_cast<int>(picture.inkBounds({0, 0, 1120, 68}, strip).x);
+  const Pixel orange{255, 159, 10, 255};
+  EXPECT_EQ(picture.at(left + 7, 34), orange);
+  EXPECT_EQ(picture.at(left + 12, 34), orange);
+  for (const int x : {4, 17, 25, 38}) EXPECT_EQ(picture.at(left + x, 34), strip) << x;
+}
+
+TEST(SnapshotProgram, OfTheBatteryHasNoCaption) {
+  const Picture picture(snapshot({}));
+  const int height = picture.height();
+  EXPECT_EQ((height / 2 - 126) % 24, 0);
+  expectPlain(picture, {0, height - 112.0, 1120, 112}, background);
+  EXPECT_EQ(picture.at(560, height - 113), panel) << "the panel's last row";
+}
+
+TEST(SnapshotProgram, WithoutTheNameOfASampleIsOfTheBattery) {
+  EXPECT_EQ(snapshot({"--sample"}), snapshot({}));
+}
+
+TEST(SnapshotProgram, OfAChargingBatteryHasAGreenBolt) {
+  const Picture picture(snapshot({}, "20-framework-13-charging-plugged"));
+  const Rect item = picture.inkBounds({0, 0, 1120, 68}, strip);
+  const Rect glyph = picture.inkBounds({item.x, 0, 52, 68}, strip);
+  EXPECT_TRUE(contains(picture, glyph, {50, 215, 75, 255}));
+  // A unit is 3.25 pixels: the bolt is 12.4 units high but for its round tips, the body 7.46.
+  EXPECT_GT(glyph.height, 36);
+}
+
+TEST(SnapshotProgram, IsTheSameInEveryLocaleAndAppearance) {
+  const Machine machine(anyMachine);
+  const TemporaryFolder folder;
+  Environment environment = machine.environment();
+  for (const char* name : {"LC_ALL", "LANG", "LANGUAGE"}) {
+    environment.emplace_back(name, "de_DE.UTF-8");
+  }
+  environment.emplace_back("GTK_THEME", "Adwaita:light");
+  const std::string path = folder.path() / "out.png";
+  const auto result = runProcess({LUMOWATT_PROGRAM, "--snapshot", path}, environment);
+  expectResult(result, "wrote " + path + "\n", 0);
+  EXPECT_EQ(fileContents(path), snapshot({}));
+}
+
+}  // namespace lumowatt
