@@ -1,6 +1,6 @@
 /// Panels that call the menu, and a menu that changes meanwhile. A line is a call as busctl has it
 /// (`Event isvu 202 clicked s x 0`, with "!" in front for one that wants no answer), or what
-/// happens to the application: `menu llv-tc(rr)` is the menu from its next update on, `update`
+/// happens to the application: `menu llv-tcsrr` is the menu from its next update on, `update`
 /// updates it, `chart TEXT` is another chart, `follow TEXT` gives a report to follow.
 
 #include "platform/freedesktop/menu/server.h"
@@ -26,22 +26,32 @@ const std::string chart = "chart ";
 class Application : public ApplicationDelegate {
  public:
   void applicationDidFinishLaunching() override {}
-  void menuWillOpen() override { updateMenu(); }
-  void updateMenu() override { menu_ = next; }
-  const Menu& menu() const override { return menu_; }
-  std::string chartText() const override { return shownChart; }
-  Drawing chartPicture(Appearance) const override {
-    return {.size = {}, .flipped = false, .draw = {}};
+  Menu menuWillOpen() override { return menu(); }
+  Menu menu() override {
+    Menu shown = next;
+    for (MenuItem& item : shown) {
+      if (auto* const view = std::get_if<MenuChart>(&item)) view->text = shownChart;
+    }
+    return shown;
   }
-  std::vector<Tile> titleTiles() const override { return {}; }
-  void perform(const MenuItem&) override {}
+  void perform(const Choice&) override {}
 
   Menu next = menuOf("l");
   std::string shownChart = chart;
-
- private:
-  Menu menu_;
 };
+
+/// The title of an item; of a chart, how its text begins.
+std::string titleOf(const MenuItem& item) {
+  return std::visit(
+      [](const auto& kind) {
+        if constexpr (requires { kind.title; }) {
+          return kind.title;
+        } else {
+          return chart;
+        }
+      },
+      item);
+}
 
 /// One input: an application, its menu, and a panel that watches.
 class Session {
@@ -230,7 +240,7 @@ class Session {
   Connection& connection_;
   Application application_;
   MenuServer server_{connection_.item(), application_, [this](const MenuItem& item) {
-                       chosen_.push_back(item.view ? chart : item.title);
+                       chosen_.push_back(titleOf(item));
                        server_.update();
                      }};
   Panel panel_;

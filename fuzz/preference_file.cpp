@@ -27,7 +27,7 @@ constexpr mode_t permissions = 0640;
 constexpr auto none = std::string_view::npos;
 
 std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
+  constexpr std::string_view blanks = " \t\n\v\f\r";
   while (!text.empty() && blanks.find(text.front()) != none) text.remove_prefix(1);
   while (!text.empty() && blanks.find(text.back()) != none) text.remove_suffix(1);
   return text;
@@ -161,9 +161,11 @@ class Home {
 /// Requires that the file says what it should under the key.
 void requireValue(const PreferenceFile& file, const std::string& key,
                   const std::optional<std::string>& expected) {
-  require(file.has(key) == expected.has_value(), "has", key);
-  require(file.integer(key) == expectedInteger(expected.value_or("")), "integer", key);
-  require(file.boolean(key) == expectedTruth(expected.value_or("")), "boolean", key);
+  const auto value = file.read({key}).at(0);
+  require(value.has_value() == expected.has_value(), "has", key);
+  if (!expected) return;
+  require(value->integer == expectedInteger(*expected), "integer", key);
+  require(value->boolean == expectedTruth(*expected), "boolean", key);
 }
 
 /// An input.

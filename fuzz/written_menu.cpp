@@ -1,6 +1,7 @@
 #include "written_menu.h"
 
 #include <optional>
+#include <utility>
 
 namespace lumowatt::fuzz {
 
@@ -10,50 +11,52 @@ constexpr std::size_t mostLetters = 60;  // so that ids of items and of those be
 
 /// The item of a letter; absent for another sign.
 std::optional<MenuItem> itemOf(char letter) {
-  MenuItem item{.title = std::string("item ") + letter, .isEnabled = letter >= 'a'};
+  const std::string title = std::string("item ") + letter;
   switch (letter) {
     case '-':
-      return MenuItem{.isSeparator = true};
+      return MenuSeparator{};
     case 'l':
-    case 'L':
-      return item;
+      return MenuLine{title};
     case 'c':
-    case 'C':
-      item.action = Action::copyDetails;
-      item.keyEquivalent = "c";
-      return item;
+      return MenuCommand{title, {Action::copyDetails}, "c"};
     case 't':
-    case 'T':
-      item.action = Action::toggleColor;
-      return item;
+      return MenuCheckMark{title, {Action::toggleColor}, false};
     case 'r':
-    case 'R':
-      item.action = Action::pick;
-      item.isOn = true;
-      return item;
+      return MenuRadioMark{title, {Action::pick}, true};
+    case 's':
+      return Submenu{title, {}};
     case 'v':
-    case 'V':
-      item.view = ItemView{.frame = {}, .content = {.frame = {}, .image = {Symbol{}}}};
-      return item;
+      return MenuChart{};
     default:
       return std::nullopt;
   }
+}
+
+void addToTitle(MenuItem& item, char digit) {
+  std::visit(
+      [digit](auto& kind) {
+        if constexpr (requires { kind.title; }) kind.title += digit;
+      },
+      item);
 }
 
 }  // namespace
 
 Menu menuOf(std::string_view text) {
   Menu menu;
-  bool isBelow = false;
   for (const char letter : text.substr(0, mostLetters)) {
-    Menu& list = isBelow ? menu.back().submenu : menu;
-    if (letter == '(') isBelow = !menu.empty() && !menu.back().isSeparator;
-    if (letter == ')') isBelow = false;
-    if (letter >= '0' && letter <= '9' && !list.empty()) list.back().title += letter;
-    const auto item = itemOf(letter);
-    if (item && !(isBelow && item->isSeparator)) list.push_back(*item);
+    auto* const submenu = menu.empty() ? nullptr : std::get_if<Submenu>(&menu.back());
+    if (letter >= '0' && letter <= '9' && !menu.empty()) addToTitle(menu.back(), letter);
+    auto item = itemOf(letter);
+    if (!item) continue;
+    auto* const mark = std::get_if<MenuRadioMark>(&*item);
+    if (mark != nullptr && submenu != nullptr) {
+      submenu->items.push_back(*mark);
+    } else {
+      menu.push_back(std::move(*item));
+    }
   }
-  if (menu.empty()) menu.push_back({.title = "none"});
+  if (menu.empty()) menu.emplace_back(MenuLine{"none"});
   return menu;
 }
 

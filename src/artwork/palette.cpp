@@ -1,5 +1,6 @@
 #include "artwork/palette.h"
 
+#include <algorithm>
 #include <variant>
 
 #include "base/rounding.h"
@@ -15,29 +16,21 @@ constexpr Rgba rgba(unsigned value) {
 }
 
 struct Shades {
+  SystemColor color;
   Rgba onLight;
   Rgba onDark;
 };
 
-constexpr Shades shades(SystemColor color) {
-  switch (color) {
-    case SystemColor::green:
-      return {rgba(0x28cd41ff), rgba(0x32d74bff)};
-    case SystemColor::orange:
-      return {rgba(0xff9500ff), rgba(0xff9f0aff)};
-    case SystemColor::red:
-      return {rgba(0xff3b30ff), rgba(0xff453aff)};
-    case SystemColor::accent:
-      return {rgba(0x007affff), rgba(0x0a84ffff)};
-    case SystemColor::label:
-      return {rgba(0x000000d9), rgba(0xffffffd9)};
-    case SystemColor::secondaryLabel:
-      return {rgba(0x00000080), rgba(0xffffff8c)};
-    case SystemColor::separator:
-      break;
-  }
-  return {rgba(0x0000001a), rgba(0xffffff1a)};
-}
+constexpr Shades shades[] = {
+    {SystemColor::green, rgba(0x28cd41ff), rgba(0x32d74bff)},
+    {SystemColor::orange, rgba(0xff9500ff), rgba(0xff9f0aff)},
+    {SystemColor::red, rgba(0xff3b30ff), rgba(0xff453aff)},
+    {SystemColor::accent, rgba(0x007affff), rgba(0x0a84ffff)},
+    {SystemColor::label, rgba(0x000000d9), rgba(0xffffffd9)},
+    {SystemColor::secondaryLabel, rgba(0x00000080), rgba(0xffffff8c)},
+    {SystemColor::separator, rgba(0x0000001a), rgba(0xffffff1a)},
+    {SystemColor::windowBackground, rgba(0xfafafaff), rgba(0x242424ff)},
+};
 
 double rounded(double component) {
   return static_cast<double>(roundedHalfAwayFromZero(component * 255.0).value_or(0)) / 255.0;
@@ -48,8 +41,8 @@ struct Resolver {
   Appearance appearance;
 
   Rgba operator()(SystemColor color) const {
-    const auto [onLight, onDark] = shades(color);
-    return appearance == Appearance::dark ? onDark : onLight;
+    const auto& shade = *std::ranges::find(shades, color, &Shades::color);
+    return appearance == Appearance::dark ? shade.onDark : shade.onLight;
   }
   Rgba operator()(const CalibratedRgb& color) const {
     return {rounded(color.red), rounded(color.green), rounded(color.blue), 1.0};

@@ -1,24 +1,26 @@
 #pragma once
 
-#include <cstdio>
+#include <string_view>
+
+#include "base/failure.h"
 
 namespace lumowatt {
 
-/// Something that may fail again and again, and is told of once until it goes well.
+/// Writes a line on the standard error: the program's name and the message. Allocates nothing.
+void complain(std::string_view message);
+
+/// Reports something that may fail again and again: once, until it succeeds.
 class Complaint {
  public:
-  /// What it means to the user when it fails.
-  explicit Complaint(const char* what) : what_(what) {}
+  /// `what` tells what a failure means to the user.
+  explicit Complaint(std::string_view what) : what_(what) {}
 
-  /// It went well (null), or failed for a reason, which is told on the standard error.
-  void update(const char* failure) {
-    if (failure != nullptr && !isTold_) std::fprintf(stderr, "lumowatt: %s: %s\n", what_, failure);
-    isTold_ = failure != nullptr;
-  }
+  /// Reports a failure that follows a success, with its reason.
+  void update(const Result<>& result);
 
  private:
-  const char* what_;
-  bool isTold_ = false;
+  std::string_view what_;
+  bool isReported_ = false;
 };
 
 }  // namespace lumowatt

@@ -1,12 +1,13 @@
 #include "base/fatal.h"
 
-#include <cstdio>
 #include <cstdlib>
+
+#include "base/complaint.h"
 
 namespace lumowatt {
 
 void fatal(std::string_view message) {
-  std::fprintf(stderr, "lumowatt: %.*s\n", static_cast<int>(message.size()), message.data());
+  complain(message);
   std::exit(EXIT_FAILURE);
 }
 

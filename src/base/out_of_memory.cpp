@@ -1,8 +1,9 @@
 #include "base/out_of_memory.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <new>
+
+#include "base/complaint.h"
 
 namespace lumowatt {
 
@@ -10,7 +11,7 @@ namespace {
 
 // GCOVR_EXCL_START: a test runs it, in a process that then ends at once and counts no lines
 [[noreturn]] void end() {
-  std::fputs("lumowatt: out of memory\n", stderr);
+  complain("out of memory");
   std::_Exit(EXIT_FAILURE);
 }
 // GCOVR_EXCL_STOP

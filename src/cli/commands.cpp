@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "base/complaint.h"
 #include "cli/dump.h"
 #include "menubar/app.h"
 #include "render/snapshot.h"
@@ -29,9 +30,9 @@ struct Performer {
     const auto bitmaps = services.makeBitmaps();
     const auto reading = snapshot.sample ? sampleReading(*snapshot.sample) : read(services.battery);
     if (!reading) return failure(snapshot.sample ? "unknown sample" : "no battery");
-    const auto error =
+    const auto written =
         writeSnapshot(*reading, snapshot.path, snapshot.sample.has_value(), *bitmaps);
-    return error ? failure(*error) : success("wrote " + snapshot.path + "\n");
+    return written ? success("wrote " + snapshot.path + "\n") : failure(written.failure().reason);
   }
 
   Outcome operator()(const PrintDump&) const {
@@ -41,9 +42,12 @@ struct Performer {
 
   Outcome operator()(const ShowMenuBarItem&) const {
     const auto desktop = services.makeDesktop();
-    if (!desktop) return failure("no desktop");
-    const auto error = desktop->run(App::make(*desktop, services.battery, version));
-    return error ? failure(*error) : success("");
+    if (!desktop) {
+      complain(desktop.failure().reason);
+      return failure("no desktop");
+    }
+    const auto end = (*desktop)->run(App::make(**desktop, services.battery, version));
+    return end ? success("") : failure(end.failure().reason);
   }
 };
 

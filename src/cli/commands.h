@@ -23,8 +23,8 @@ struct Services {
   BatteryService& battery;
   /// Makes the factory of the bitmaps for a picture; never null.
   std::function<std::unique_ptr<BitmapFactory>()> makeBitmaps;
-  /// Makes the desktop for the item; null when there is none.
-  std::function<std::unique_ptr<Desktop>()> makeDesktop;
+  /// Makes the desktop for the item; never null.
+  std::function<Result<std::unique_ptr<Desktop>>()> makeDesktop;
 };
 
 /// Carries out `command` for the program of the given version. A failure is one line that begins

@@ -2,10 +2,11 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include "base/complaint.h"
 #include "base/out_of_memory.h"
+#include "base/output_file.h"
 #include "cli/command_line.h"
 #include "cli/commands.h"
-#include "cli/standard_output.h"
 #include "platform/platform.h"
 
 int main(int argc, char** argv) {
@@ -22,5 +23,9 @@ int main(int argc, char** argv) {
                           .makeBitmaps = platform::bitmapFactory,
                           .makeDesktop = platform::desktop};
   const auto [output, status] = carryOut(command, LUMOWATT_VERSION, services);
-  return writeToStandardOutput(output) ? status : EXIT_FAILURE;
+  if (const auto written = writeToStandardOutput(output); !written) {
+    complain("cannot write to the standard output: " + written.failure().reason);
+    return EXIT_FAILURE;
+  }
+  return status;
 }

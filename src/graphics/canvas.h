@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "base/failure.h"
 #include "graphics/attributed_string.h"
 #include "graphics/color.h"
 #include "graphics/geometry.h"
@@ -60,9 +61,9 @@ class BitmapFactory {
   virtual ~BitmapFactory() = default;
 
   /// The picture with `scale` pixels to a point, transparent where nothing is drawn, in the system
-  /// colours for `appearance`. Null when the platform cannot make such a bitmap.
-  virtual std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
-                                       Appearance appearance) = 0;
+  /// colours for `appearance`. Fails when the platform cannot make such a bitmap; never null.
+  virtual Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
+                                               Appearance appearance) = 0;
 };
 
 }  // namespace lumowatt

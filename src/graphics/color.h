@@ -16,6 +16,7 @@ enum class SystemColor {
   label,           ///< of text
   secondaryLabel,  ///< of text that matters less
   separator,       ///< of lines between things
+  windowBackground,
 };
 
 /// An opaque colour by its components from 0 to 1, in the RGB space of the display.

@@ -10,10 +10,7 @@
 #include "format/figures.h"
 #include "graphics/symbol.h"
 #include "menubar/status_menu.h"
-#include "render/block_chart.h"
-#include "render/chart_picture.h"
 #include "render/glyph.h"
-#include "render/sparkline.h"
 #include "render/tiles.h"
 #include "telemetry/read.h"
 
@@ -41,6 +38,12 @@ std::string lines(const Reading& reading) {
 std::string accessibilityLabel(const Reading& reading) {
   return "Battery " + std::to_string(reading.percent) + " percent, " + statusLine(reading) + ", " +
          watts(reading.batteryWatts, true);
+}
+
+Title title(const Reading& reading, const Preferences& preferences) {
+  const TitleExtras extras = titleExtras(preferences.mode);
+  return {.text = titleText(reading, extras, preferences.useColor),
+          .tiles = tiles(reading, extras, preferences.useColor)};
 }
 
 /// The level that the animation shows of a battery at `percent`: from the lowest one above the
@@ -73,7 +76,6 @@ void App::applicationDidFinishLaunching() {
   desktop_.attachMenu();
   refresh();
   timer_ = repeat(refreshInterval, &App::refresh);
-  // Where the changes are not told, the timer sees them.
   desktop_.watchPowerSources([app = weak_from_this()] {
     if (const auto self = app.lock()) self->refresh();
   });
@@ -95,12 +97,12 @@ void App::refresh() {
   last_ = reading;
   remember(*reading);
   if (button == nullptr) return;
-  button->setImage(symbolImage(*reading));
-  button->setImageLeading();
-  button->setAttributedTitle(titleText(*reading));
-  button->setToolTip(lines(*reading));
-  button->setAccessibilityLabel(accessibilityLabel(*reading));
-  updateAnimation();
+  const Preferences current = preferences();
+  button->show({.image = symbolImage(*reading, current),
+                .title = title(*reading, current),
+                .toolTip = lines(*reading),
+                .accessibilityLabel = accessibilityLabel(*reading)});
+  updateAnimation(current);
 }
 
 void App::remember(const Reading& reading) {
@@ -113,12 +115,12 @@ void App::remember(const Reading& reading) {
 
 // The animation
 
-bool App::shouldAnimate() const {
-  return animate() && !desktop_.reducesMotion() && last_ && last_->charging && last_->percent < 100;
+bool App::shouldAnimate(const Preferences& preferences) const {
+  return preferences.animate && !desktop_.reducesMotion() && last_ && last_->charging && last_->percent < 100;
 }
 
-void App::updateAnimation() {
-  const bool should = shouldAnimate();
+void App::updateAnimation(const Preferences& preferences) {
+  const bool should = shouldAnimate(preferences);
   if (should && !animationTimer_) {
     animationTimer_ = repeat(animationInterval, &App::advanceAnimation);
   } else if (!should && animationTimer_) {
@@ -131,15 +133,16 @@ void App::advanceAnimation() {
   if (!last_) return;
   if (frame_ == std::numeric_limits<std::int64_t>::max()) fatal("the animation has no next frame");
   ++frame_;
-  if (StatusButton* const button = desktop_.button()) button->setImage(symbolImage(*last_));
+  if (StatusButton* const button = desktop_.button()) {
+    button->setImage(symbolImage(*last_, preferences()));
+  }
 }
 
-// What the item shows
-
-std::optional<Image> App::symbolImage(const Reading& reading) const {
-  const std::optional<Color> color = useColor() ? accent(reading) : std::nullopt;
+std::optional<Image> App::symbolImage(const Reading& reading,
+                                      const Preferences& preferences) const {
+  const std::optional<Color> color = preferences.useColor ? accent(reading) : std::nullopt;
   const std::string description = "Battery " + std::to_string(reading.percent) + " percent";
-  if (shouldAnimate()) {
+  if (shouldAnimate(preferences)) {
     return tinted(animatedSymbol(reading.percent, frame_), color.value_or(systemGreen),
                   description);
   }
@@ -147,64 +150,41 @@ std::optional<Image> App::symbolImage(const Reading& reading) const {
   return tinted(bolt ? symbol::battery100Bolt : levelSymbol(reading.percent), color, description);
 }
 
-AttributedString App::titleText(const Reading& reading) const {
-  return title(reading, titleExtras(mode()), useColor());
-}
-
-std::vector<Tile> App::titleTiles() const {
-  return last_ ? tiles(*last_, titleExtras(mode()), useColor()) : std::vector<Tile>{};
-}
-
 // The preferences
 
-Mode App::mode() const {
-  if (!desktop_.hasPreference(modeKey)) return Mode::percentPower;
-  return modeOf(desktop_.integerPreference(modeKey)).value_or(Mode::percentPower);
+Preferences App::preferences() const {
+  const auto stored = desktop_.preferences({modeKey, colorKey, animateKey});
+  Preferences result;
+  if (const auto& mode = stored[0]) result.mode = modeOf(mode->integer).value_or(result.mode);
+  if (const auto& color = stored[1]) result.useColor = color->boolean;
+  if (const auto& animate = stored[2]) result.animate = animate->boolean;
+  return result;
 }
 
-void App::setMode(Mode mode) {
-  desktop_.setIntegerPreference(modeKey, static_cast<std::int64_t>(mode));
-}
-
-bool App::booleanPreference(std::string_view key) const {
-  return !desktop_.hasPreference(key) || desktop_.booleanPreference(key);
-}
-
-bool App::useColor() const { return booleanPreference(colorKey); }
-void App::setUseColor(bool value) { desktop_.setBooleanPreference(colorKey, value); }
-bool App::animate() const { return booleanPreference(animateKey); }
-void App::setAnimate(bool value) { desktop_.setBooleanPreference(animateKey, value); }
+void App::setMode(Mode mode) { desktop_.setPreference(modeKey, static_cast<std::int64_t>(mode)); }
+void App::setUseColor(bool value) { desktop_.setPreference(colorKey, value); }
+void App::setAnimate(bool value) { desktop_.setPreference(animateKey, value); }
 
 // The menu
 
-void App::menuWillOpen() {
+Menu App::menuWillOpen() {
   refresh();
-  updateMenu();
+  return menu();
 }
 
-void App::updateMenu() {
-  menu_ = last_
-              ? statusMenu({.reading = *last_,
-                            .history = history_,
-                            .mode = mode(),
-                            .useColor = useColor(),
-                            .animate = animate(),
-                            .opensAtLogin = desktop_.loginItemStatus() == LoginItemStatus::enabled,
-                            .version = version_})
-              : statusMenuWithoutBattery();
+Menu App::menu() {
+  if (!last_) return statusMenuWithoutBattery();
+  return statusMenu({.reading = *last_,
+                     .history = history_,
+                     .preferences = preferences(),
+                     .opensAtLogin = desktop_.loginItemStatus() == LoginItemStatus::enabled,
+                     .version = version_});
 }
 
-std::string App::chartText() const { return blockChart(history_); }
-
-Drawing App::chartPicture(Appearance appearance) const {
-  const Color color = chartColor(last_.value_or(Reading{}), useColor());
-  return lumowatt::chartPicture(history_, color, appearance);
-}
-
-void App::perform(const MenuItem& item) {
-  switch (item.action) {
+void App::perform(const Choice& choice) {
+  switch (choice.action) {
     case Action::pick:
-      return pick(item);
+      return pick(choice.tag);
     case Action::toggleColor:
       return toggleColor();
     case Action::toggleAnimate:
@@ -216,34 +196,34 @@ void App::perform(const MenuItem& item) {
     case Action::openSettings:
       return openSettings();
     case Action::terminate:
-    case Action::none:
       return;
   }
 }
 
-void App::pick(const MenuItem& sender) {
-  const auto picked = modeOf(sender.tag);
+void App::pick(std::int64_t tag) {
+  const auto picked = modeOf(tag);
   if (!picked) return;
   setMode(*picked);
   refresh();
 }
 
-void App::toggle(std::string_view key) {
-  desktop_.setBooleanPreference(key, !booleanPreference(key));
+void App::toggleColor() {
+  setUseColor(!preferences().useColor);
   refresh();
 }
 
-void App::toggleColor() { toggle(colorKey); }
-void App::toggleAnimate() { toggle(animateKey); }
+void App::toggleAnimate() {
+  setAnimate(!preferences().animate);
+  refresh();
+}
 
 void App::copyDetails() {
   if (last_) desktop_.copyText(lines(*last_));
 }
 
 void App::toggleLogin() {
-  const bool enabled = desktop_.loginItemStatus() == LoginItemStatus::enabled;
-  const bool done = enabled ? desktop_.unregisterLoginItem() : desktop_.registerLoginItem();
-  if (!done) desktop_.beep();
+  const bool isEnabled = desktop_.loginItemStatus() == LoginItemStatus::enabled;
+  if (!desktop_.setLoginItem(!isEnabled)) desktop_.beep();
 }
 
 void App::openSettings() { desktop_.openBatterySettings(); }

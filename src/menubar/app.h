@@ -9,7 +9,7 @@
 
 #include "menubar/desktop.h"
 #include "menubar/menu.h"
-#include "menubar/mode.h"
+#include "menubar/preferences.h"
 #include "telemetry/battery_service.h"
 #include "telemetry/reading.h"
 
@@ -29,48 +29,37 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
   /// Reads the battery and shows the reading. Without one, the title says so and all else stays.
   void refresh();
 
+  /// The preferences, read afresh.
+  Preferences preferences() const;
+  void setMode(Mode mode);
+  void setUseColor(bool value);
+  void setAnimate(bool value);
+
   /// Whether the glyph is to be animated now.
-  bool shouldAnimate() const;
+  bool shouldAnimate(const Preferences& preferences) const;
 
   /// The glyph for a reading: its level, a bolt, or a frame of the animation. Absent when the
   /// platform has no such symbol.
-  std::optional<Image> symbolImage(const Reading& reading) const;
+  std::optional<Image> symbolImage(const Reading& reading, const Preferences& preferences) const;
 
-  /// The title for a reading, by the preferences.
-  AttributedString titleText(const Reading& reading) const;
+  Menu menuWillOpen() override;
+  Menu menu() override;
 
-  // The preferences, read afresh each time.
-
-  Mode mode() const;
-  void setMode(Mode mode);
-  bool useColor() const;
-  void setUseColor(bool value);
-  bool animate() const;
-  void setAnimate(bool value);
-
-  /// Refreshes, and builds the menu anew. To be called before the menu opens.
-  void menuWillOpen() override;
-  void updateMenu() override;
-
-  std::string chartText() const override;
-  Drawing chartPicture(Appearance appearance) const override;
-  std::vector<Tile> titleTiles() const override;
+  /// Does what an item of the menu says that was chosen.
+  void perform(const Choice& choice) override;
 
   // What the items of the menu do.
 
-  void pick(const MenuItem& sender);
+  /// Makes the mode of that number the one that the title shows; no other number does anything.
+  void pick(std::int64_t tag);
   void toggleColor();
   void toggleAnimate();
   void copyDetails();
   void toggleLogin();
   void openSettings();
 
-  /// Does what `item` says.
-  void perform(const MenuItem& item) override;
-
   // What it holds.
 
-  const Menu& menu() const override { return menu_; }
   bool isAnimating() const { return animationTimer_ != nullptr; }
   std::int64_t frame() const { return frame_; }
   const std::optional<Reading>& last() const { return last_; }
@@ -80,16 +69,13 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
   App(Desktop& desktop, BatteryService& battery, std::string_view version);
 
   void remember(const Reading& reading);
-  void updateAnimation();
+  void updateAnimation(const Preferences& preferences);
   void advanceAnimation();
   std::unique_ptr<Timer> repeat(double interval, void (App::*action)());
-  bool booleanPreference(std::string_view key) const;
-  void toggle(std::string_view key);
 
   Desktop& desktop_;
   BatteryService& battery_;
   std::string version_;
-  Menu menu_;
   std::unique_ptr<Timer> timer_;
   std::unique_ptr<Timer> animationTimer_;
   std::int64_t frame_ = 0;

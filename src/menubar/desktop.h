@@ -6,12 +6,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
-#include "graphics/attributed_string.h"
+#include "base/failure.h"
 #include "graphics/image.h"
-#include "graphics/tile.h"
 #include "menubar/menu.h"
+#include "render/title.h"
 
 namespace lumowatt {
 
@@ -26,24 +27,14 @@ class ApplicationDelegate {
   /// The application has started. Called once, first.
   virtual void applicationDidFinishLaunching() = 0;
 
-  /// The menu is about to open, and will be what `menu` is afterwards.
-  virtual void menuWillOpen() = 0;
+  /// The menu is about to open. Returns it, by a reading that is taken for it.
+  virtual Menu menuWillOpen() = 0;
 
-  /// Makes `menu` what it would be now, by the last reading.
-  virtual void updateMenu() = 0;
-  virtual const Menu& menu() const = 0;
-
-  /// The chart in the menu, for a desktop whose menus show text alone: as a line of text, and as a
-  /// picture of its own.
-  virtual std::string chartText() const = 0;
-  virtual Drawing chartPicture(Appearance appearance) const = 0;
-
-  /// The title of the last reading, for a desktop whose menu bar shows icons alone. None before
-  /// there was a reading.
-  virtual std::vector<Tile> titleTiles() const = 0;
+  /// The menu as it would be now, by the last reading.
+  virtual Menu menu() = 0;
 
   /// An item of the menu was chosen whose action is not the desktop's own.
-  virtual void perform(const MenuItem& item) = 0;
+  virtual void perform(const Choice& choice) = 0;
 };
 
 /// A timer runs as long as there is one of these.
@@ -56,6 +47,14 @@ class Timer {
 };
 
 /// What the item shows in the menu bar.
+struct ButtonContents {
+  std::optional<Image> image;  ///< stands before the title in reading order
+  Title title;
+  std::string toolTip;  ///< the report of the menu, its lines joined by line feeds
+  std::string accessibilityLabel;
+};
+
+/// The item's button in the menu bar.
 class StatusButton {
  public:
   StatusButton() = default;
@@ -63,14 +62,21 @@ class StatusButton {
   StatusButton& operator=(const StatusButton&) = delete;
   virtual ~StatusButton() = default;
 
-  /// An absent image clears it.
+  virtual void show(const ButtonContents& contents) = 0;
+
+  /// Replaces the image alone; an absent one clears it.
   virtual void setImage(const std::optional<Image>& image) = 0;
-  /// Puts the image before the title in reading order.
-  virtual void setImageLeading() = 0;
+
+  /// Replaces the title alone, by a text in the style of the menu bar.
   virtual void setTitle(std::string_view title) = 0;
-  virtual void setAttributedTitle(const AttributedString& title) = 0;
-  virtual void setToolTip(std::string_view text) = 0;
-  virtual void setAccessibilityLabel(std::string_view text) = 0;
+};
+
+using PreferenceValue = std::variant<std::int64_t, bool>;
+
+/// A stored value, as its store reads it in either way.
+struct StoredPreference {
+  std::int64_t integer;  ///< 0 for what is no number
+  bool boolean;          ///< false for what is no truth value
 };
 
 enum class LoginItemStatus { notRegistered, enabled, requiresApproval, notFound };
@@ -84,9 +90,8 @@ class Desktop {
   Desktop& operator=(const Desktop&) = delete;
   virtual ~Desktop() = default;
 
-  /// Runs the application, and keeps it, until it is to end. Returns what went wrong, in the words
-  /// to be printed after "error="; absent when it was quit.
-  virtual std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) = 0;
+  /// Runs the application, and keeps it, until it is to end: well when it was quit.
+  virtual Result<> run(std::shared_ptr<ApplicationDelegate> delegate) = 0;
 
   // The status item, which is shown from the beginning.
 
@@ -103,18 +108,13 @@ class Desktop {
   virtual double now() = 0;
   /// Calls `tick` every `interval` seconds; where a desktop waits for its open menu, not meanwhile.
   virtual std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) = 0;
-  /// Calls `changed` after every change of a power source. False when that is not possible.
-  virtual bool watchPowerSources(std::function<void()> changed) = 0;
+  /// Calls `changed` after every change of a power source, where the system reports them.
+  virtual void watchPowerSources(std::function<void()> changed) = 0;
 
-  // The store of preferences, read afresh each time.
-
-  virtual bool hasPreference(std::string_view key) = 0;
-  /// 0 for what is no number.
-  virtual std::int64_t integerPreference(std::string_view key) = 0;
-  /// False for what is no truth value.
-  virtual bool booleanPreference(std::string_view key) = 0;
-  virtual void setIntegerPreference(std::string_view key, std::int64_t value) = 0;
-  virtual void setBooleanPreference(std::string_view key, bool value) = 0;
+  /// What is stored under each of these keys, all read at this moment; absent where nothing is.
+  virtual std::vector<std::optional<StoredPreference>> preferences(
+      const std::vector<std::string_view>& keys) = 0;
+  virtual void setPreference(std::string_view key, PreferenceValue value) = 0;
 
   /// Whether the user asked the system for less motion.
   virtual bool reducesMotion() = 0;
@@ -124,9 +124,8 @@ class Desktop {
   /// Replaces what is on the pasteboard.
   virtual void copyText(std::string_view text) = 0;
   virtual LoginItemStatus loginItemStatus() = 0;
-  /// False when the system refuses.
-  virtual bool registerLoginItem() = 0;
-  virtual bool unregisterLoginItem() = 0;
+  /// Registers or unregisters the login item. False when the system refuses.
+  virtual bool setLoginItem(bool isRegistered) = 0;
   virtual void beep() = 0;
   /// Nothing happens where there are no such settings.
   virtual void openBatterySettings() = 0;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "graphics/attributed_string.h"
@@ -10,16 +11,28 @@
 
 namespace lumowatt {
 
-/// What choosing an item does.
 enum class Action {
-  none,
-  pick,
+  pick,  ///< picks the display mode that is the choice's tag
   toggleColor,
   toggleAnimate,
   copyDetails,
   toggleLogin,
   openSettings,
   terminate,  ///< ends the application: the desktop's own command
+};
+
+/// What choosing an item does.
+struct Choice {
+  Action action;
+  std::int64_t tag = 0;
+};
+
+struct MenuSeparator {};
+
+/// A line that is only read, dimmed.
+struct MenuLine {
+  std::string title;
+  std::optional<AttributedString> attributedTitle = std::nullopt;  ///< shown in the title's place
 };
 
 /// An image in an item, without scaling, in a container that is the item.
@@ -33,20 +46,42 @@ struct ItemView {
   ImageView content;
 };
 
-/// An item of a menu, with what the menu shows of it.
-struct MenuItem {
-  std::string title = {};
-  std::optional<AttributedString> attributedTitle = std::nullopt;  ///< shown in the title's place
-  Action action = Action::none;
-  std::string keyEquivalent = {};  ///< one character, with the Command key; empty for none
-  std::int64_t tag = 0;
-  bool isOn = false;      ///< has a check mark
-  bool isEnabled = true;  ///< false: dimmed. Without an action and a submenu it is dimmed as well
-  bool isSeparator = false;
-  std::vector<MenuItem> submenu = {};
-  std::optional<ItemView> view = std::nullopt;  ///< shown in the item's place
+/// The chart, as each kind of desktop can show it.
+struct MenuChart {
+  ItemView view;     ///< shown in the item's place
+  std::string text;  ///< a line for menus without pictures
+  Drawing picture;   ///< shown when such a line is chosen
 };
 
+struct MenuCommand {
+  std::string title;
+  Choice choice;
+  std::string keyEquivalent = {};  ///< one character, with the Command key; empty for none
+};
+
+struct MenuCheckMark {
+  std::string title;
+  Choice choice;
+  bool isOn;
+};
+
+/// One of several items of which one is on.
+struct MenuRadioMark {
+  std::string title;
+  Choice choice;
+  bool isOn;
+};
+
+struct Submenu {
+  std::string title;
+  std::vector<MenuRadioMark> items;
+};
+
+using MenuItem = std::variant<MenuSeparator, MenuLine, MenuChart, MenuCommand, MenuCheckMark,
+                              MenuRadioMark, Submenu>;
 using Menu = std::vector<MenuItem>;
+
+/// The choice that the item offers; null for one that offers none.
+const Choice* choiceOf(const MenuItem& item);
 
 }  // namespace lumowatt

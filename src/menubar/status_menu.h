@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "menubar/menu.h"
-#include "menubar/mode.h"
+#include "menubar/preferences.h"
 #include "telemetry/reading.h"
 
 namespace lumowatt {
@@ -13,9 +13,7 @@ namespace lumowatt {
 struct MenuContents {
   Reading reading;
   std::vector<Sample> history;
-  Mode mode;
-  bool useColor;
-  bool animate;
+  Preferences preferences;
   bool opensAtLogin;
   std::string version;
 };

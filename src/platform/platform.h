@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "base/failure.h"
 #include "graphics/canvas.h"
 #include "menubar/desktop.h"
 #include "telemetry/battery_service.h"
@@ -15,7 +16,7 @@ std::unique_ptr<BatteryService> batteryService();
 /// The bitmaps of this machine. Never null, even where none can be made.
 std::unique_ptr<BitmapFactory> bitmapFactory();
 
-/// The desktop of this machine. Null when there is none; the reason is then on the standard error.
-std::unique_ptr<Desktop> desktop();
+/// The desktop of this machine; never null. Fails when there is none.
+Result<std::unique_ptr<Desktop>> desktop();
 
 }  // namespace lumowatt::platform

@@ -16,9 +16,6 @@ constexpr Size picture{1096.0, 224.0};
 constexpr double gap = 8.0;  // between the chart and what is written at its edges
 constexpr Font font = systemFont(15.0);
 
-constexpr Color lightBackground = CalibratedWhite{0.98};
-constexpr Color darkBackground = CalibratedWhite{0.14};
-
 AttributedString styled(std::string text) { return {{std::move(text), font, secondaryLabel}}; }
 
 std::string percentage(std::int64_t percent) { return std::to_string(percent) + "%"; }
@@ -48,12 +45,10 @@ void drawEdges(Canvas& canvas, const HistoryScale& scale) {
 
 }  // namespace
 
-Drawing chartPicture(const std::vector<Sample>& samples, const Color& color,
-                     Appearance appearance) {
-  const Color background = appearance == Appearance::dark ? darkBackground : lightBackground;
+Drawing chartPicture(const std::vector<Sample>& samples, const Color& color) {
   const auto draw = [line = sparkline(samples, color, chart.width, chart.height),
-                     scale = historyScale(samples), background](Canvas& canvas, const Rect& rect) {
-    canvas.fill(rect, background);
+                     scale = historyScale(samples)](Canvas& canvas, const Rect& rect) {
+    canvas.fill(rect, SystemColor::windowBackground);
     canvas.drawImage(line, chart);
     if (scale) drawEdges(canvas, *scale);
   };

@@ -2,11 +2,12 @@
 
 #include <utility>
 
+#include "base/complaint.h"
+#include "base/output_file.h"
 #include "format/details.h"
 #include "format/figures.h"
 #include "graphics/symbol.h"
 #include "render/glyph.h"
-#include "render/output_file.h"
 
 namespace lumowatt {
 
@@ -70,13 +71,16 @@ Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool sa
   return {.size = {pictureWidth, height}, .flipped = true, .draw = draw};
 }
 
-std::optional<std::string> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
-                                         BitmapFactory& bitmaps) {
+Result<> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
+                       BitmapFactory& bitmaps) {
   const auto bitmap =
       bitmaps.draw(snapshot(reading, details(reading), sample), scale, Appearance::dark);
-  if (!bitmap) return "no bitmap";
-  const auto png = bitmap->encodePng();
-  if (!png) return "could not encode png";
+  if (!bitmap) {
+    complain(bitmap.failure().reason);
+    return Failure{"no bitmap"};
+  }
+  const auto png = (*bitmap)->encodePng();
+  if (!png) return Failure{"could not encode png"};
   return writeFile(to, *png);
 }
 

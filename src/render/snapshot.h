@@ -1,9 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
 #include "graphics/canvas.h"
 #include "telemetry/reading.h"
 
@@ -16,9 +16,7 @@ Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool sa
 
 /// Draws the snapshot of a reading and its details, two pixels to a point, into a PNG file at the
 /// path `to`, replacing what is there. The file is touched only when the picture is complete.
-///
-/// Returns what went wrong, in a few words; absent when the file is written.
-std::optional<std::string> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
-                                         BitmapFactory& bitmaps);
+Result<> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
+                       BitmapFactory& bitmaps);
 
 }  // namespace lumowatt

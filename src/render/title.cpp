@@ -32,7 +32,7 @@ TextRun run(std::string_view text, Font font) {
 
 }  // namespace
 
-AttributedString title(const Reading& reading, TitleExtras extras, bool colored) {
+AttributedString titleText(const Reading& reading, TitleExtras extras, bool colored) {
   const Font digits = monospacedDigitFont(12.0);
   TextRun trendArrow = run(arrow(trend(reading)), systemFont(8.0));
   trendArrow.color = arrowColor(reading, colored);

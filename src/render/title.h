@@ -1,6 +1,9 @@
 #pragma once
 
+#include <vector>
+
 #include "graphics/attributed_string.h"
+#include "graphics/tile.h"
 #include "telemetry/reading.h"
 
 namespace lumowatt {
@@ -11,9 +14,17 @@ struct TitleExtras {
   bool time;  ///< where there is an estimate
 };
 
-/// The title beside the glyph: the percentage, a small arrow and the extras. Digits are equally
+/// The title of the item, in each form in which a menu bar may show it.
+struct Title {
+  AttributedString text;
+  std::vector<Tile> tiles;  ///< for menu bars that show icons alone
+
+  friend bool operator==(const Title&, const Title&) = default;
+};
+
+/// The title as text: the percentage, a small arrow and the extras. Digits are equally
 /// wide, so that the item keeps its width. With `colored` the arrow is green while charging, orange
 /// beyond 15 W out of the battery, and else faint; without, it has the color of text.
-AttributedString title(const Reading& reading, TitleExtras extras, bool colored);
+AttributedString titleText(const Reading& reading, TitleExtras extras, bool colored);
 
 }  // namespace lumowatt

@@ -32,6 +32,13 @@ TEST(Palette, TextIsDarkOnLightAndLightOnDark) {
   }
 }
 
+TEST(Palette, AWindowIsNearlyWhiteOnLightAndNearlyBlackOnDark) {
+  EXPECT_EQ(resolved(SystemColor::windowBackground, Appearance::light),
+            (Rgba{250 / 255.0, 250 / 255.0, 250 / 255.0, 1.0}));
+  EXPECT_EQ(resolved(SystemColor::windowBackground, Appearance::dark),
+            (Rgba{36 / 255.0, 36 / 255.0, 36 / 255.0, 1.0}));
+}
+
 TEST(Palette, LesserTextIsFainterAndALineFaintest) {
   for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
     const double label = resolved(SystemColor::label, appearance).alpha;

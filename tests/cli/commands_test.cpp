@@ -17,8 +17,8 @@ class LentBitmaps : public BitmapFactory {
  public:
   explicit LentBitmaps(BitmapFactory& bitmaps) : bitmaps_(bitmaps) {}
 
-  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
-                               Appearance appearance) override {
+  Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
+                                       Appearance appearance) override {
     return bitmaps_.draw(picture, scale, appearance);
   }
 
@@ -28,9 +28,10 @@ class LentBitmaps : public BitmapFactory {
 
 void expectOutcome(const Command& command, BatteryService& battery, BitmapFactory& bitmaps,
                    const std::string& output, int status) {
-  const Services services{.battery = battery,
-                          .makeBitmaps = [&] { return std::make_unique<LentBitmaps>(bitmaps); },
-                          .makeDesktop = [] { return nullptr; }};
+  const Services services{
+      .battery = battery,
+      .makeBitmaps = [&] { return std::make_unique<LentBitmaps>(bitmaps); },
+      .makeDesktop = []() -> Result<std::unique_ptr<Desktop>> { return Failure{"no module"}; }};
   const Outcome outcome = carryOut(command, "1.0.0", services);
   EXPECT_EQ(outcome.output, output);
   EXPECT_EQ(outcome.status, status);
@@ -47,27 +48,28 @@ void expectOutcome(const Command& command, BatteryService& battery, const std::s
 /// A desktop that shows the item's title and ends.
 class BriefDesktop : public FakeDesktop {
  public:
-  BriefDesktop(std::string& shown, std::optional<std::string> end)
-      : shown_(shown), end_(std::move(end)) {}
+  BriefDesktop(std::string& title, Result<> end) : title_(title), end_(std::move(end)) {}
 
-  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override {
+  Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override {
     delegate->applicationDidFinishLaunching();
-    shown_ = plainTitle();
+    title_ = plainTitle();
     return end_;
   }
 
  private:
-  std::string& shown_;
-  std::optional<std::string> end_;
+  std::string& title_;
+  Result<> end_;
 };
 
 /// Shows the item of a battery at 64 % on such a desktop.
-Outcome showItem(std::string& shown, const std::optional<std::string>& end) {
+Outcome showItem(std::string& title, const Result<>& end) {
   PropertyDictionary properties;
   properties.set("CurrentCapacity", PropertyValue::number(64));
   properties.set("MaxCapacity", PropertyValue::number(100));
   ScriptedBattery battery(properties);
-  const auto makeDesktop = [&] { return std::make_unique<BriefDesktop>(shown, end); };
+  const auto makeDesktop = [&] {
+    return std::unique_ptr<Desktop>(std::make_unique<BriefDesktop>(title, end));
+  };
   return carryOut(ShowMenuBarItem{}, "1.0.0",
                   {.battery = battery, .makeBitmaps = nullptr, .makeDesktop = makeDesktop});
 }
@@ -157,7 +159,7 @@ TEST(Commands, SnapshotThatCannotBeWrittenIsAnError) {
 
 TEST(Commands, MenuBarItemIsAnApplicationOnTheDesktop) {
   std::string title;
-  const Outcome outcome = showItem(title, std::nullopt);
+  const Outcome outcome = showItem(title, {});
   EXPECT_TRUE(title.starts_with(" 64%")) << title;
   EXPECT_EQ(outcome.output, "");
   EXPECT_EQ(outcome.status, 0);
@@ -165,7 +167,7 @@ TEST(Commands, MenuBarItemIsAnApplicationOnTheDesktop) {
 
 TEST(Commands, MenuBarItemThatEndsBadlyIsAnError) {
   std::string title;
-  const Outcome outcome = showItem(title, "the panel broke");
+  const Outcome outcome = showItem(title, Failure{"the panel broke"});
   EXPECT_EQ(outcome.output, "error=the panel broke\n");
   EXPECT_EQ(outcome.status, 1);
 }

@@ -21,9 +21,9 @@ class FakeDesktop::RunningTimer : public Timer {
   std::list<Running>::iterator running_;
 };
 
-std::optional<std::string> FakeDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
+Result<> FakeDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   delegate->applicationDidFinishLaunching();
-  return std::nullopt;
+  return {};
 }
 
 std::unique_ptr<Timer> FakeDesktop::startTimer(double interval, std::function<void()> tick) {
@@ -33,70 +33,57 @@ std::unique_ptr<Timer> FakeDesktop::startTimer(double interval, std::function<vo
   return std::make_unique<RunningTimer>(timers_, std::prev(timers_.end()));
 }
 
-bool FakeDesktop::watchPowerSources(std::function<void()> changed) {
+void FakeDesktop::watchPowerSources(std::function<void()> changed) {
   note("watch power sources");
   if (watchesPower) powerChanged_ = std::move(changed);
-  return watchesPower;
 }
 
 void FakeDesktop::changePower() const {
   if (powerChanged_) powerChanged_();
 }
 
-std::int64_t FakeDesktop::integerPreference(std::string_view key) {
-  const std::string& text = preferences.find(key)->second;
-  std::int64_t value = 0;
-  std::from_chars(text.data(), text.data() + text.size(), value);
-  return value;
+std::vector<std::optional<StoredPreference>> FakeDesktop::preferences(
+    const std::vector<std::string_view>& keys) {
+  ++preferenceReadings;
+  std::vector<std::optional<StoredPreference>> values;
+  for (const std::string_view key : keys) {
+    const auto found = store.find(key);
+    auto& value = values.emplace_back();
+    if (found == store.end()) continue;
+    const std::string& text = found->second;
+    value = {.integer = 0, .boolean = text == "true"};
+    std::from_chars(text.data(), text.data() + text.size(), value->integer);
+  }
+  return values;
 }
 
-bool FakeDesktop::booleanPreference(std::string_view key) {
-  return preferences.find(key)->second == "true";
+void FakeDesktop::setPreference(std::string_view key, PreferenceValue value) {
+  const auto* const isOn = std::get_if<bool>(&value);
+  store[std::string(key)] = isOn == nullptr ? std::to_string(std::get<std::int64_t>(value))
+                            : *isOn         ? "true"
+                                            : "false";
 }
 
-void FakeDesktop::setIntegerPreference(std::string_view key, std::int64_t value) {
-  preferences[std::string(key)] = std::to_string(value);
+bool FakeDesktop::setLoginItem(bool isRegistered) {
+  note(isRegistered ? "register login item" : "unregister login item");
+  if (refusesLogin) return false;
+  loginItem = isRegistered ? LoginItemStatus::enabled : LoginItemStatus::notRegistered;
+  return true;
 }
 
-void FakeDesktop::setBooleanPreference(std::string_view key, bool value) {
-  preferences[std::string(key)] = value ? "true" : "false";
-}
-
-bool FakeDesktop::registerLoginItem() {
-  note("register login item");
-  if (!refusesLogin) loginItem = LoginItemStatus::enabled;
-  return !refusesLogin;
-}
-
-bool FakeDesktop::unregisterLoginItem() {
-  note("unregister login item");
-  if (!refusesLogin) loginItem = LoginItemStatus::notRegistered;
-  return !refusesLogin;
+void FakeDesktop::show(const ButtonContents& contents) {
+  note("contents");
+  shown = contents;
 }
 
 void FakeDesktop::setImage(const std::optional<Image>& newImage) {
   note("image");
-  image = newImage;
+  shown.image = newImage;
 }
 
 void FakeDesktop::setTitle(std::string_view newTitle) {
   note("title");
-  title = {{std::string(newTitle), systemFont(0.0)}};
-}
-
-void FakeDesktop::setAttributedTitle(const AttributedString& newTitle) {
-  note("attributed title");
-  title = newTitle;
-}
-
-void FakeDesktop::setToolTip(std::string_view text) {
-  note("tool tip");
-  toolTip = text;
-}
-
-void FakeDesktop::setAccessibilityLabel(std::string_view text) {
-  note("accessibility label");
-  accessibilityLabel = text;
+  shown.title = {.text = {{std::string(newTitle), systemFont(0.0)}}, .tiles = {}};
 }
 
 void FakeDesktop::pass(double seconds) {
@@ -113,19 +100,19 @@ void FakeDesktop::pass(double seconds) {
 }
 
 std::string FakeDesktop::symbol() const {
-  if (!image) return "none";
-  const auto& shown = std::get<Symbol>(image->content);
-  std::string text = shown.name;
-  if (shown.isTemplate) text += " template";
-  if (shown.tint == std::optional(systemGreen)) text += " green";
-  if (shown.tint == std::optional(systemOrange)) text += " orange";
-  if (shown.tint == std::optional(systemRed)) text += " red";
+  if (!shown.image) return "none";
+  const auto& glyph = std::get<Symbol>(shown.image->content);
+  std::string text = glyph.name;
+  if (glyph.isTemplate) text += " template";
+  if (glyph.tint == std::optional(systemGreen)) text += " green";
+  if (glyph.tint == std::optional(systemOrange)) text += " orange";
+  if (glyph.tint == std::optional(systemRed)) text += " red";
   return text;
 }
 
 std::string FakeDesktop::plainTitle() const {
   std::string text;
-  for (const TextRun& run : title) text += run.text;
+  for (const TextRun& run : shown.title.text) text += run.text;
   return text;
 }
 

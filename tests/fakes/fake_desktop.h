@@ -15,7 +15,7 @@ class FakeDesktop : public Desktop, public StatusButton {
  public:
   // Desktop
 
-  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
+  Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
   StatusButton* button() override { return hasButton ? this : nullptr; }
   void setAutosaveName(std::string_view name) override {
     note("autosave name " + std::string(name));
@@ -23,28 +23,22 @@ class FakeDesktop : public Desktop, public StatusButton {
   void attachMenu() override { note("attach menu"); }
   double now() override { return time; }
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
-  bool watchPowerSources(std::function<void()> changed) override;
-  bool hasPreference(std::string_view key) override { return preferences.contains(key); }
-  std::int64_t integerPreference(std::string_view key) override;
-  bool booleanPreference(std::string_view key) override;
-  void setIntegerPreference(std::string_view key, std::int64_t value) override;
-  void setBooleanPreference(std::string_view key, bool value) override;
+  void watchPowerSources(std::function<void()> changed) override;
+  std::vector<std::optional<StoredPreference>> preferences(
+      const std::vector<std::string_view>& keys) override;
+  void setPreference(std::string_view key, PreferenceValue value) override;
   bool reducesMotion() override { return reducedMotion; }
   void copyText(std::string_view text) override { pasteboard = text; }
   LoginItemStatus loginItemStatus() override { return loginItem; }
-  bool registerLoginItem() override;
-  bool unregisterLoginItem() override;
+  bool setLoginItem(bool isRegistered) override;
   void beep() override { note("beep"); }
   void openBatterySettings() override { note("open battery settings"); }
 
   // StatusButton
 
+  void show(const ButtonContents& contents) override;
   void setImage(const std::optional<Image>& newImage) override;
-  void setImageLeading() override { note("image leading"); }
   void setTitle(std::string_view newTitle) override;
-  void setAttributedTitle(const AttributedString& newTitle) override;
-  void setToolTip(std::string_view text) override;
-  void setAccessibilityLabel(std::string_view text) override;
 
   /// Lets time pass, and the timers tick in the order of their times.
   void pass(double seconds);
@@ -67,12 +61,10 @@ class FakeDesktop : public Desktop, public StatusButton {
   bool refusesLogin = false;  ///< whether changing the login item fails
   double time = 1000.0;
   LoginItemStatus loginItem = LoginItemStatus::notRegistered;
-  std::map<std::string, std::string, std::less<>> preferences;
+  std::map<std::string, std::string, std::less<>> store;  ///< of preferences
+  int preferenceReadings = 0;
   std::string pasteboard = "(untouched)";
-  std::optional<Image> image;
-  AttributedString title;
-  std::string toolTip;
-  std::string accessibilityLabel;
+  ButtonContents shown;
   std::vector<std::string> notes;  ///< what was called, in order
 
   /// Ticks that were once scheduled, whose timers may have been stopped since.

@@ -40,6 +40,8 @@ struct ColorText {
         return "secondaryLabel";
       case SystemColor::separator:
         return "separator";
+      case SystemColor::windowBackground:
+        return "windowBackground";
     }
     return "?";
   }
@@ -143,16 +145,16 @@ void RecordingCanvas::drawImage(const Image& image, const Rect& rect) {
   operations.emplace_back("end");
 }
 
-std::unique_ptr<Bitmap> RecordingBitmapFactory::draw(const Drawing& picture, double scale,
-                                                     Appearance appearance) {
+Result<std::unique_ptr<Bitmap>> RecordingBitmapFactory::draw(const Drawing& picture, double scale,
+                                                             Appearance appearance) {
   const auto [width, height] = picture.size;
   operations.push_back(line("bitmap ", width, " x ", height, " scale ", scale,
                             appearance == Appearance::dark ? " dark" : " light"));
-  if (refuses) return nullptr;
+  if (refuses) return Failure{"no bitmaps today"};
   RecordingCanvas canvas;
   canvas.drawImage({picture}, {0.0, 0.0, width, height});
   operations.insert(operations.end(), canvas.operations.begin(), canvas.operations.end());
-  return std::make_unique<RecordingBitmap>(operations, png);
+  return std::unique_ptr<Bitmap>(std::make_unique<RecordingBitmap>(operations, png));
 }
 
 }  // namespace lumowatt

@@ -27,8 +27,8 @@ class RecordingCanvas : public Canvas {
 /// Makes bitmaps that encode as `png`, and none while `refuses`.
 class RecordingBitmapFactory : public BitmapFactory {
  public:
-  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
-                               Appearance appearance) override;
+  Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
+                                       Appearance appearance) override;
 
   bool refuses = false;
   std::optional<std::string> png = "(the picture)";

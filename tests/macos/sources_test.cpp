@@ -113,8 +113,8 @@ INSTANTIATE_TEST_SUITE_P(
               .seen = "use of undeclared identifier 'NSMenuItm'"},
         Fault{.name = "MisspeltProperty",
               .in = "menu_bar/item_button.mm",
-              .right = ".toolTip",
-              .wrong = ".tooltip",
+              .right = "button.toolTip",
+              .wrong = "button.tooltip",
               .seen = "property 'tooltip' not found"},
         Fault{.name = "MisspeltConstant",
               .in = "menu_bar/item_button.mm",
@@ -123,9 +123,9 @@ INSTANTIATE_TEST_SUITE_P(
               .seen = "use of undeclared identifier 'NSImageLead'"},
         Fault{.name = "UndeclaredSelector",
               .in = "menu_bar/menu_items.mm",
-              .right = "@selector(toggleColor)",
-              .wrong = "@selector(toggleColour)",
-              .seen = "undeclared selector 'toggleColour'"},
+              .right = "@selector(choose:)",
+              .wrong = "@selector(chose:)",
+              .seen = "undeclared selector 'chose:'"},
         Fault{.name = "InstanceMethodOfTheClass",
               .in = "mac_desktop.mm",
               .right = "[pasteboard clearContents]",
@@ -133,13 +133,13 @@ INSTANTIATE_TEST_SUITE_P(
               .seen = "no known class method for selector 'clearContents'"},
         Fault{.name = "WrongArgument",
               .in = "mac_desktop.mm",
-              .right = "setBool:value forKey:toNSString(key)",
-              .wrong = "setBool:value forKey:key",
+              .right = "setBool:*isOn forKey:toNSString(key)",
+              .wrong = "setBool:*isOn forKey:key",
               .seen = "no viable conversion"},
         Fault{.name = "WrongKindOfObject",
               .in = "menu_bar/item_button.mm",
-              .right = "button.attributedTitle = makeAttributedString(title)",
-              .wrong = "button.title = makeAttributedString(title)",
+              .right = "button.attributedTitle = makeAttributedString(contents.title.text)",
+              .wrong = "button.title = makeAttributedString(contents.title.text)",
               .seen = "incompatible"},
         Fault{.name = "SwappedArguments",
               .in = "power_sources.mm",
@@ -174,9 +174,9 @@ INSTANTIATE_TEST_SUITE_P(
               .of = "mac_desktop.mm"},
         Fault{.name = "MissingAction",
               .in = "menu_bar/application_delegate.mm",
-              .right = "- (void)copyDetails {",
-              .wrong = "- (void)copyDetail {",
-              .seen = "method 'copyDetails' in protocol 'LumowattMenuActions' not implemented"},
+              .right = "- (void)choose:(NSMenuItem*)sender {",
+              .wrong = "- (void)chose:(NSMenuItem*)sender {",
+              .seen = "method 'choose:' in protocol 'LumowattMenuTarget' not implemented"},
         Fault{.name = "NilWhereThereMustBeOne",
               .in = "drawing/app_kit_bitmap.mm",
               .right = "colorSpaceName:NSDeviceRGBColorSpace",
@@ -188,11 +188,11 @@ INSTANTIATE_TEST_SUITE_P(
               .wrong = "drawOn([NSGraphicsContext graphicsContextWithBitmapImageRep:pixels], "
                        "image, scale)",
               .seen = "implicit conversion from nullable pointer"},
-        Fault{.name = "ForgottenAction",
+        Fault{.name = "ForgottenKindOfItem",
               .in = "menu_bar/menu_items.mm",
-              .right = "    case Action::toggleLogin:\n      return @selector(toggleLogin);\n",
-              .wrong = "",
-              .seen = "enumeration value 'toggleLogin' not handled"}),
+              .right = "  NSMenuItem* operator()(const MenuSeparator&) const {",
+              .wrong = "  NSMenuItem* separator(const MenuSeparator&) const {",
+              .seen = "no matching function for call to 'visit'"}),
     nameOf);
 
 class LeakingMacSource : public testing::TestWithParam<Fault> {};
@@ -237,9 +237,7 @@ INSTANTIATE_TEST_SUITE_P(
 namespace {
 
 std::vector<std::string> calledByTheSystem() {
-  return {"applicationDidFinishLaunching:", "menuWillOpen:",
-          // the actions of the menu's items
-          "pick:", "toggleColor", "toggleAnimate", "copyDetails", "toggleLogin", "openSettings"};
+  return {"applicationDidFinishLaunching:", "menuWillOpen:", "choose:"};  // the items of the menu
 }
 
 /// The methods of the delegate but for those of its own header and of the compiler.
@@ -275,47 +273,6 @@ TEST(MacDelegate, AMisspeltMethodOfAProtocolIsSeen) {
   }
 }
 
-namespace {
-
-using Pairs = std::vector<std::pair<std::string, std::string>>;
-
-/// What the two groups of a pattern match in a source, from its start on.
-Pairs matches(const std::string& file, const std::string& pattern) {
-  const std::string text = fileContents(macosSources / file);
-  const std::regex expression(pattern);
-  Pairs found;
-  for (std::sregex_iterator each(text.begin(), text.end(), expression), end; each != end; ++each) {
-    found.emplace_back((*each)[1], (*each)[2]);
-  }
-  return found;
-}
-
-Pairs actions() {
-  return {{"pick", "pick"},
-          {"toggleColor", "toggleColor"},
-          {"toggleAnimate", "toggleAnimate"},
-          {"copyDetails", "copyDetails"},
-          {"toggleLogin", "toggleLogin"},
-          {"openSettings", "openSettings"}};
-}
-
-}  // namespace
-
-TEST(MacMenu, SendsEachActionToItsHandlerAndTheLastToTheApplication) {
-  Pairs sent = actions();
-  sent.emplace_back("terminate", "terminate");
-  EXPECT_EQ(
-      matches("menu_bar/menu_items.mm", R"(case Action::(\w+):\s*return @selector\((\w+):?\))"),
-      sent);
-}
-
-TEST(MacDelegate, HasEachHandlerPerformItsAction) {
-  EXPECT_EQ(
-      matches("menu_bar/application_delegate.mm",
-              R"(- \(void\)(\w+)[^\n]*\n  _application->perform\(\{\.action = Action::(\w+))"),
-      actions());
-}
-
 /// A name or a choice that has a right place, and that no compiler can judge.
 struct Name {
   std::string in;
@@ -346,6 +303,13 @@ INSTANTIATE_TEST_SUITE_P(
         Name{"power_sources.mm", "source, kCFRunLoopDefaultMode"},
         Name{"block_timer.mm", "repeats:YES"},
         Name{"menu_bar/menu_items.mm", "imageScaling = NSImageScaleNone"},
+        Name{"menu_bar/menu_items.mm", "isOwn = choice.action != Action::terminate"},
+        Name{"menu_bar/menu_items.mm", "isOwn ? @selector(choose:) : @selector(terminate:)"},
+        Name{"menu_bar/menu_items.mm",
+             "item.representedObject = @(static_cast<NSInteger>(choice.action))"},
+        Name{"menu_bar/menu_items.mm",
+             ".action = static_cast<Action>(action.integerValue), .tag = item.tag"},
+        Name{"menu_bar/menu_items.mm", "item.tag = choice.tag"},
         Name{"menu_bar/item_button.mm", "imagePosition = NSImageLeading"},
         Name{"drawing/app_kit_bitmap.mm", "colorSpaceName:NSDeviceRGBColorSpace"},
         Name{"drawing/app_kit_bitmap.mm", "representationUsingType:NSBitmapImageFileTypePNG"}));

@@ -19,76 +19,76 @@ std::ptrdiff_t count(const Notes& notes, const std::string& note) {
 TEST_F(Actions, TheMenuIsOfAFreshReading) {
   app->refresh();
   setBattery({.percent = 33});
-  app->menuWillOpen();
+  open();
   EXPECT_EQ(battery.asked, 2);
-  EXPECT_EQ(app->menu()[1].title, "Charge: 33% (0 of 0 mAh)");
+  EXPECT_EQ(titleOf(menu[1]), "Charge: 33% (0 of 0 mAh)");
   EXPECT_EQ(desktop.plainTitle(), " 33% ▼ −8.3 W") << "and so is the title";
 }
 
 TEST_F(Actions, TheMenuIsBuiltAnewEachTime) {
-  app->menuWillOpen();
-  const std::size_t size = app->menu().size();
-  app->menuWillOpen();
-  EXPECT_EQ(app->menu().size(), size);
+  open();
+  const std::size_t size = menu.size();
+  open();
+  EXPECT_EQ(menu.size(), size);
 }
 
 TEST_F(Actions, WithoutABatteryTheMenuHasOneItem) {
   removeBattery();
-  app->menuWillOpen();
-  ASSERT_EQ(app->menu().size(), 1U);
-  EXPECT_EQ(app->menu()[0].title, "No battery found");
+  open();
+  ASSERT_EQ(menu.size(), 1U);
+  EXPECT_EQ(titleOf(menu[0]), "No battery found");
 }
 
 TEST_F(Actions, WithoutABatteryAnymoreTheMenuIsOfTheLastReading) {
   app->refresh();
   removeBattery();
-  app->menuWillOpen();
-  EXPECT_EQ(app->menu()[1].title, "Charge: 64% (0 of 0 mAh)");
+  open();
+  EXPECT_EQ(titleOf(menu[1]), "Charge: 64% (0 of 0 mAh)");
   EXPECT_EQ(desktop.plainTitle(), "No battery");
 }
 
 TEST_F(Actions, TheMenuTellsTheVersion) {
-  app->menuWillOpen();
-  EXPECT_EQ(item("Lumowatt 1.0.0, by Fernhollow").action, Action::none);
+  open();
+  EXPECT_EQ(choiceOf(item("Lumowatt 1.0.0, by Fernhollow")), nullptr);
 }
 
 TEST_F(Actions, PickingAModeStoresItAndChangesTheTitle) {
   choose("Percent, power and time");
-  EXPECT_EQ(desktop.preferences["mode"], "3");
+  EXPECT_EQ(desktop.store["mode"], "3");
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼ −8.3 W · 2:15");
   choose("Percent");
-  EXPECT_EQ(desktop.preferences["mode"], "0");
+  EXPECT_EQ(desktop.store["mode"], "0");
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼");
-  app->menuWillOpen();
-  EXPECT_TRUE(item("Percent").isOn);
-  EXPECT_FALSE(item("Percent, power and time").isOn);
+  open();
+  EXPECT_TRUE(isOn(item("Percent")));
+  EXPECT_FALSE(isOn(item("Percent, power and time")));
 }
 
 TEST_F(Actions, WithAStoredModeOutOfRangeTheDefaultIsCheckedAndPercentCanBePicked) {
-  desktop.preferences["mode"] = "7";
-  app->menuWillOpen();
-  EXPECT_TRUE(item("Percent and battery power").isOn);
+  desktop.store["mode"] = "7";
+  open();
+  EXPECT_TRUE(isOn(item("Percent and battery power")));
   choose("Percent");
-  EXPECT_EQ(desktop.preferences["mode"], "0");
+  EXPECT_EQ(desktop.store["mode"], "0");
 }
 
 TEST_F(Actions, PickingWithATagOutOfRangeDoesNothing) {
   for (const std::int64_t tag : {-1, 4, 99}) {
-    app->pick({.action = Action::pick, .tag = tag});
-    EXPECT_FALSE(desktop.preferences.contains("mode")) << tag;
+    app->pick(tag);
+    EXPECT_FALSE(desktop.store.contains("mode")) << tag;
   }
   EXPECT_EQ(battery.asked, 0);
 }
 
 TEST_F(Actions, TheFirstToggleOfAPreferenceStoresFalse) {
-  app->menuWillOpen();
-  EXPECT_TRUE(item("Colors").isOn);
+  open();
+  EXPECT_TRUE(isOn(item("Colors")));
   choose("Colors");
-  EXPECT_EQ(desktop.preferences["color"], "false");
-  app->menuWillOpen();
-  EXPECT_FALSE(item("Colors").isOn);
+  EXPECT_EQ(desktop.store["color"], "false");
+  open();
+  EXPECT_FALSE(isOn(item("Colors")));
   choose("Colors");
-  EXPECT_EQ(desktop.preferences["color"], "true");
+  EXPECT_EQ(desktop.store["color"], "true");
 }
 
 TEST_F(Actions, TogglingColorsChangesTheItemAtOnce) {
@@ -102,7 +102,7 @@ TEST_F(Actions, TogglingColorsChangesTheItemAtOnce) {
 TEST_F(Actions, TogglingTheAnimationStartsAndStopsIt) {
   setBattery({.percent = 50, .watts = 20.0, .external = true, .charging = true});
   choose("Charging animation");
-  EXPECT_EQ(desktop.preferences["animate"], "false");
+  EXPECT_EQ(desktop.store["animate"], "false");
   EXPECT_FALSE(app->isAnimating());
   EXPECT_EQ(desktop.symbol(), "battery.100percent.bolt green");
   choose("Charging animation");
@@ -137,15 +137,15 @@ TEST_F(Actions, RegistersTheLoginItemInEveryStateButEnabled) {
         LoginItemStatus::notFound}) {
     desktop.notes.clear();
     desktop.loginItem = status;
-    app->menuWillOpen();
-    EXPECT_FALSE(item("Open at login").isOn);
+    open();
+    EXPECT_FALSE(isOn(item("Open at login")));
     choose("Open at login");
     EXPECT_EQ(count(desktop.notes, "register login item"), 1);
     EXPECT_EQ(count(desktop.notes, "unregister login item"), 0);
     EXPECT_EQ(desktop.loginItem, LoginItemStatus::enabled);
   }
-  app->menuWillOpen();
-  EXPECT_TRUE(item("Open at login").isOn);
+  open();
+  EXPECT_TRUE(isOn(item("Open at login")));
 }
 
 TEST_F(Actions, UnregistersTheLoginItemWhenItIsEnabled) {
@@ -168,15 +168,14 @@ TEST_F(Actions, BeepsWhenTheLoginItemCannotBeChanged) {
 }
 
 TEST_F(Actions, OpensTheBatterySettings) {
-  app->perform({.action = Action::openSettings});
+  app->perform({Action::openSettings});
   EXPECT_EQ(desktop.notes, Notes{"open battery settings"});
 }
 
-TEST_F(Actions, LinesAndTheQuitItemAreNotTheApplicationsToPerform) {
-  app->perform({.action = Action::none});
-  app->perform({.action = Action::terminate});
+TEST_F(Actions, TheQuitItemIsNotTheApplicationsToPerform) {
+  app->perform({Action::terminate});
   EXPECT_TRUE(desktop.notes.empty());
-  EXPECT_TRUE(desktop.preferences.empty());
+  EXPECT_TRUE(desktop.store.empty());
 }
 
 }  // namespace lumowatt

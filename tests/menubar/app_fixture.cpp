@@ -27,22 +27,25 @@ void AppTest::show(const BatteryState& state) {
   app->refresh();
 }
 
-const MenuItem& AppTest::item(const std::string& title) const {
-  static const MenuItem none;
-  for (const MenuItem& item : app->menu()) {
-    if (item.title == title) return item;
-    for (const MenuItem& choice : item.submenu) {
+MenuItem AppTest::item(const std::string& title) const {
+  for (const MenuItem& item : menu) {
+    if (titleOf(item) == title) return item;
+    const auto* const submenu = std::get_if<Submenu>(&item);
+    if (submenu == nullptr) continue;
+    for (const MenuRadioMark& choice : submenu->items) {
       if (choice.title == title) return choice;
     }
   }
   ADD_FAILURE() << "no item " << title;
-  return none;
+  return {};
 }
 
 void AppTest::choose(const std::string& title) {
-  app->menuWillOpen();
+  open();
   const MenuItem chosen = item(title);
-  app->perform(chosen);
+  const Choice* const choice = choiceOf(chosen);
+  ASSERT_NE(choice, nullptr) << title;
+  app->perform(*choice);
 }
 
 }  // namespace lumowatt

@@ -9,6 +9,7 @@
 #include "fakes/fake_desktop.h"
 #include "fakes/scripted_battery.h"
 #include "menubar/app.h"
+#include "support/menu_items.h"
 
 namespace lumowatt {
 
@@ -36,8 +37,11 @@ class AppTest : public testing::Test {
   /// The same, seen at once.
   void show(const BatteryState& state);
 
-  /// The item of the menu with that title; fails the test when there is none.
-  const MenuItem& item(const std::string& title) const;
+  /// Opens the menu.
+  void open() { menu = app->menuWillOpen(); }
+
+  /// The item of the opened menu with that title; fails the test when there is none.
+  MenuItem item(const std::string& title) const;
 
   /// Opens the menu and chooses an item.
   void choose(const std::string& title);
@@ -45,6 +49,7 @@ class AppTest : public testing::Test {
   FakeDesktop desktop;
   ScriptedBattery battery;
   std::shared_ptr<App> app;
+  Menu menu;  ///< as it was opened last
 };
 
 }  // namespace lumowatt

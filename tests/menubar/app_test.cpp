@@ -2,9 +2,7 @@
 
 #include "menubar/app.h"
 
-#include "fakes/recording_canvas.h"
 #include "menubar/app_fixture.h"
-#include "render/block_chart.h"
 
 namespace lumowatt {
 
@@ -27,7 +25,6 @@ constexpr BatteryState charging{
 TEST_F(AppTest, WhenMadeShowsNothingAndRunsNoTimer) {
   EXPECT_TRUE(desktop.notes.empty());
   EXPECT_TRUE(desktop.intervals().empty());
-  EXPECT_TRUE(app->menu().empty());
   EXPECT_FALSE(app->last());
   EXPECT_TRUE(app->history().empty());
   EXPECT_EQ(app->frame(), 0);
@@ -36,8 +33,7 @@ TEST_F(AppTest, WhenMadeShowsNothingAndRunsNoTimer) {
 
 TEST_F(AppTest, LaunchesInOrder) {
   app->applicationDidFinishLaunching();
-  EXPECT_EQ(desktop.notes, (Notes{"autosave name Lumowatt", "attach menu", "image", "image leading",
-                                  "attributed title", "tool tip", "accessibility label", "timer",
+  EXPECT_EQ(desktop.notes, (Notes{"autosave name Lumowatt", "attach menu", "contents", "timer",
                                   "watch power sources"}));
   EXPECT_EQ(desktop.intervals(), std::vector{5.0});
   EXPECT_EQ(battery.asked, 1);
@@ -87,28 +83,22 @@ TEST_F(AppTest, IsHeldWeaklyByWhatCallsIt) {
 TEST_F(AppTest, ARefreshShowsTheReading) {
   app->refresh();
   EXPECT_EQ(desktop.symbol(), "battery.75percent template");
-  EXPECT_EQ(desktop.image->accessibilityDescription, "Battery 64 percent");
+  EXPECT_EQ(desktop.shown.image->accessibilityDescription, "Battery 64 percent");
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼ −8.3 W");
-  EXPECT_EQ(desktop.toolTip,
+  EXPECT_EQ(desktop.shown.toolTip,
             "On battery\nCharge: 64% (0 of 0 mAh)\nTime to empty: 2 h 15 min\n"
             "Battery power: −8.3 W  (0.00 V, +0.000 A)\nSystem use: 0.0 W\nCycle count: 0");
-  EXPECT_EQ(desktop.accessibilityLabel, "Battery 64 percent, On battery, −8.3 W");
+  EXPECT_EQ(desktop.shown.accessibilityLabel, "Battery 64 percent, On battery, −8.3 W");
   EXPECT_EQ(app->last()->percent, 64);
-}
-
-TEST_F(AppTest, TheImageIsPutFirstAtEveryRefresh) {
-  app->refresh();
-  app->refresh();
-  EXPECT_EQ(std::ranges::count(desktop.notes, "image leading"), 2);
 }
 
 TEST_F(AppTest, TheAccessibilityLabelHasTheSignOfThePower) {
   show({.watts = 0.0});
-  EXPECT_TRUE(desktop.accessibilityLabel.ends_with(", +0.0 W"));
+  EXPECT_TRUE(desktop.shown.accessibilityLabel.ends_with(", +0.0 W"));
   show({.watts = -0.04});
-  EXPECT_TRUE(desktop.accessibilityLabel.ends_with(", −0.0 W"));
+  EXPECT_TRUE(desktop.shown.accessibilityLabel.ends_with(", −0.0 W"));
   show({.percent = 57, .watts = -8.04});
-  EXPECT_EQ(desktop.accessibilityLabel, "Battery 57 percent, On battery, −8.0 W");
+  EXPECT_EQ(desktop.shown.accessibilityLabel, "Battery 57 percent, On battery, −8.0 W");
 }
 
 TEST_F(AppTest, WithoutABatterySaysSoAndChangesNothingElse) {
@@ -116,14 +106,14 @@ TEST_F(AppTest, WithoutABatterySaysSoAndChangesNothingElse) {
   desktop.pass(100.0);
   const auto history = times(app->history());
   const std::string symbol = desktop.symbol();
-  const std::string toolTip = desktop.toolTip;
+  const std::string toolTip = desktop.shown.toolTip;
   desktop.notes.clear();
   removeBattery();
   app->refresh();
   EXPECT_EQ(desktop.notes, Notes{"title"});
   EXPECT_EQ(desktop.plainTitle(), "No battery");
   EXPECT_EQ(desktop.symbol(), symbol);
-  EXPECT_EQ(desktop.toolTip, toolTip);
+  EXPECT_EQ(desktop.shown.toolTip, toolTip);
   EXPECT_EQ(app->last()->percent, 50);
   EXPECT_EQ(times(app->history()), history);
   EXPECT_TRUE(app->isAnimating());
@@ -214,7 +204,7 @@ TEST_F(AppTest, OldSamplesStayUntilTheNextIsAdded) {
 
 TEST_F(AppTest, AnimatesWhileChargingBelowAHundred) {
   show(charging);
-  EXPECT_TRUE(app->shouldAnimate());
+  EXPECT_TRUE(app->shouldAnimate(app->preferences()));
   EXPECT_EQ(desktop.intervals(), std::vector{0.7});
   show(charging);
   EXPECT_EQ(desktop.intervals(), std::vector{0.7}) << "the running timer goes on";
@@ -247,15 +237,15 @@ TEST_F(AppTest, StopsAnimatingAtTheRefreshThatSeesReducedMotion) {
 }
 
 TEST_F(AppTest, DoesNotAnimateWithoutThePreferenceTheChargeOrAReading) {
-  EXPECT_FALSE(app->shouldAnimate());
+  EXPECT_FALSE(app->shouldAnimate(app->preferences()));
   show({});
-  EXPECT_FALSE(app->shouldAnimate());
+  EXPECT_FALSE(app->shouldAnimate(app->preferences()));
   show({.percent = 100, .external = true, .charging = true});
-  EXPECT_FALSE(app->shouldAnimate());
+  EXPECT_FALSE(app->shouldAnimate(app->preferences()));
   show(charging);
-  EXPECT_TRUE(app->shouldAnimate());
+  EXPECT_TRUE(app->shouldAnimate(app->preferences()));
   app->setAnimate(false);
-  EXPECT_FALSE(app->shouldAnimate());
+  EXPECT_FALSE(app->shouldAnimate(app->preferences()));
 }
 
 TEST_F(AppTest, ATickRedrawsTheGlyphAloneAndReadsNothing) {
@@ -268,47 +258,39 @@ TEST_F(AppTest, ATickRedrawsTheGlyphAloneAndReadsNothing) {
   EXPECT_EQ(app->frame(), 1);
 }
 
-TEST_F(AppTest, TheChartForMenusOfTextTellsTheHistory) {
-  EXPECT_EQ(app->chartText(), "Collecting history…");
-  show({.percent = 50});
-  desktop.pass(60.0);
-  show({.percent = 60});
-  EXPECT_EQ(app->chartText(), blockChart(app->history()));
-  EXPECT_TRUE(app->chartText().ends_with(" 50–60%"));
+TEST_F(AppTest, ReadsThePreferencesOnceForARefreshAMenuOrATick) {
+  show(charging);
+  EXPECT_EQ(desktop.preferenceReadings, 1);
+  app->menu();
+  EXPECT_EQ(desktop.preferenceReadings, 2);
+  desktop.pass(0.7);
+  EXPECT_EQ(desktop.preferenceReadings, 3);
 }
 
-TEST_F(AppTest, TheTilesAreThoseOfTheModeAndTheColors) {
+TEST_F(AppTest, TheMenuIsOfTheLastReadingAndTakesNone) {
+  EXPECT_EQ(titleOf(app->menu().at(0)), "No battery found");
+  show({});
+  setBattery({.percent = 33});
+  EXPECT_EQ(titleOf(app->menu().at(1)), "Charge: 64% (0 of 0 mAh)");
+  EXPECT_EQ(battery.asked, 1);
+}
+
+TEST_F(AppTest, TheTitleHasTheTilesOfTheModeAndTheColors) {
   using Tiles = std::vector<Tile>;
-  EXPECT_EQ(app->titleTiles(), Tiles{}) << "before there is a reading";
-  show({.watts = 12.0, .external = true, .charging = true, .minutes = 95});
-  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"+12.0", SystemColor::green}}}));
-  app->setMode(Mode::percentTime);
-  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲1:35", SystemColor::green}}}));
-  app->setUseColor(false);
-  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲1:35"}}}));
-  app->setMode(Mode::percent);
-  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲"}}}));
-  app->setMode(Mode::all);
-  EXPECT_EQ(app->titleTiles(), (Tiles{{{"64%"}, {"▲"}}, {{"+12.0"}, {"1:35"}}}));
-}
-
-TEST_F(AppTest, TheChartsPictureHasTheColorThatTheMenusHas) {
-  const auto lineColor = [this] {
-    const Drawing picture = app->chartPicture(Appearance::dark);
-    RecordingCanvas canvas;
-    picture.draw(canvas, {0.0, 0.0, picture.size.width, picture.size.height});
-    const auto line = std::ranges::find_if(canvas.operations, [](const std::string& operation) {
-      return operation.find("round") != std::string::npos;  // the baseline's ends are flat
-    });
-    return line == canvas.operations.end() ? "" : line->substr(line->rfind(' ') + 1);
+  const auto tiles = [this] {
+    app->refresh();
+    return desktop.shown.title.tiles;
   };
-  EXPECT_EQ(lineColor(), "") << "before there is a history";
-  show({.percent = 12});
-  desktop.pass(60.0);
-  show({.percent = 9});
-  EXPECT_EQ(lineColor(), "red");
+  setBattery({.watts = 12.0, .external = true, .charging = true, .minutes = 95});
+  EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"+12.0", SystemColor::green}}}));
+  app->setMode(Mode::percentTime);
+  EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"▲1:35", SystemColor::green}}}));
   app->setUseColor(false);
-  EXPECT_EQ(lineColor(), "accent");
+  EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"▲1:35"}}}));
+  app->setMode(Mode::percent);
+  EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"▲"}}}));
+  app->setMode(Mode::all);
+  EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"▲"}}, {{"+12.0"}, {"1:35"}}}));
 }
 
 }  // namespace lumowatt

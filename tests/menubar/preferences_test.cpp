@@ -4,58 +4,58 @@
 
 namespace lumowatt {
 
-using Preferences = AppTest;
+using StoredPreferences = AppTest;
 using Store = std::map<std::string, std::string, std::less<>>;
 
-TEST_F(Preferences, OfAFreshStoreAreTheDefaults) {
-  EXPECT_EQ(app->mode(), Mode::percentPower);
-  EXPECT_TRUE(app->useColor());
-  EXPECT_TRUE(app->animate());
-  EXPECT_TRUE(desktop.preferences.empty()) << "reading writes nothing";
+TEST_F(StoredPreferences, OfAFreshStoreAreTheDefaults) {
+  EXPECT_EQ(app->preferences().mode, Mode::percentPower);
+  EXPECT_TRUE(app->preferences().useColor);
+  EXPECT_TRUE(app->preferences().animate);
+  EXPECT_TRUE(desktop.store.empty()) << "reading writes nothing";
 }
 
-TEST_F(Preferences, AModeIsItsNumber) {
+TEST_F(StoredPreferences, AModeIsItsNumber) {
   for (const Mode mode : allModes) {
-    desktop.preferences["mode"] = std::to_string(static_cast<int>(mode));
-    EXPECT_EQ(app->mode(), mode);
+    desktop.store["mode"] = std::to_string(static_cast<int>(mode));
+    EXPECT_EQ(app->preferences().mode, mode);
   }
 }
 
-TEST_F(Preferences, AModeOutOfRangeIsTheDefaultAndStaysInTheStore) {
+TEST_F(StoredPreferences, AModeOutOfRangeIsTheDefaultAndStaysInTheStore) {
   for (const char* number : {"4", "99", "-1"}) {
-    desktop.preferences["mode"] = number;
-    EXPECT_EQ(app->mode(), Mode::percentPower) << number;
-    EXPECT_EQ(desktop.preferences, (Store{{"mode", number}}));
+    desktop.store["mode"] = number;
+    EXPECT_EQ(app->preferences().mode, Mode::percentPower) << number;
+    EXPECT_EQ(desktop.store, (Store{{"mode", number}}));
   }
 }
 
-TEST_F(Preferences, AModeThatIsNoNumberIsPercent) {
-  desktop.preferences["mode"] = "banana";
-  EXPECT_EQ(app->mode(), Mode::percent);
+TEST_F(StoredPreferences, AModeThatIsNoNumberIsPercent) {
+  desktop.store["mode"] = "banana";
+  EXPECT_EQ(app->preferences().mode, Mode::percent);
 }
 
-TEST_F(Preferences, AStoredFalseIsOffAlthoughAbsentMeansOn) {
-  desktop.preferences["color"] = "false";
-  EXPECT_FALSE(app->useColor());
-  EXPECT_TRUE(app->animate());
-  desktop.preferences["animate"] = "false";
-  EXPECT_FALSE(app->animate());
-  desktop.preferences["color"] = "true";
-  EXPECT_TRUE(app->useColor());
+TEST_F(StoredPreferences, AStoredFalseIsOffAlthoughAbsentMeansOn) {
+  desktop.store["color"] = "false";
+  EXPECT_FALSE(app->preferences().useColor);
+  EXPECT_TRUE(app->preferences().animate);
+  desktop.store["animate"] = "false";
+  EXPECT_FALSE(app->preferences().animate);
+  desktop.store["color"] = "true";
+  EXPECT_TRUE(app->preferences().useColor);
 }
 
-TEST_F(Preferences, SettingStoresUnderTheKeys) {
+TEST_F(StoredPreferences, SettingStoresUnderTheKeys) {
   app->setMode(Mode::all);
   app->setUseColor(false);
   app->setAnimate(true);
-  EXPECT_EQ(desktop.preferences, (Store{{"mode", "3"}, {"color", "false"}, {"animate", "true"}}));
-  EXPECT_EQ(app->mode(), Mode::all);
+  EXPECT_EQ(desktop.store, (Store{{"mode", "3"}, {"color", "false"}, {"animate", "true"}}));
+  EXPECT_EQ(app->preferences().mode, Mode::all);
 }
 
-TEST_F(Preferences, AreReadAfreshAtEveryUse) {
+TEST_F(StoredPreferences, AreReadAfreshAtEveryUse) {
   app->refresh();
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼ −8.3 W");
-  desktop.preferences["mode"] = "0";
+  desktop.store["mode"] = "0";
   app->refresh();
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼");
 }

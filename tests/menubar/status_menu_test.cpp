@@ -10,31 +10,40 @@ namespace lumowatt {
 namespace {
 
 MenuContents contents() {
-  return {.reading = {},
-          .history = {},
-          .mode = Mode::percentPower,
-          .useColor = true,
-          .animate = true,
-          .opensAtLogin = false,
-          .version = "1.0.0"};
+  return {
+      .reading = {}, .history = {}, .preferences = {}, .opensAtLogin = false, .version = "1.0.0"};
 }
 
 /// An item in words: its title, then what else it has.
-std::string text(const MenuItem& item) {
-  static const char* const actions[] = {"",     "pick",  "color",    "animate",
-                                        "copy", "login", "settings", "terminate"};
-  if (item.isSeparator) return "----";
-  std::string words = item.view ? "(view)" : item.title;
-  if (item.attributedTitle) words += " [styled]";
-  if (item.action != Action::none) {
-    words += std::string(" -> ") + actions[static_cast<std::size_t>(item.action)];
+struct Words {
+  std::string operator()(const MenuSeparator&) const { return "----"; }
+  std::string operator()(const MenuLine& line) const {
+    return line.title + (line.attributedTitle ? " [styled]" : "") + " line";
   }
-  if (!item.keyEquivalent.empty()) words += " key " + item.keyEquivalent;
-  if (item.tag != 0) words += " tag " + std::to_string(item.tag);
-  if (item.isOn) words += " on";
-  if (!item.isEnabled) words += " disabled";
-  return words;
-}
+  std::string operator()(const MenuChart&) const { return "(chart)"; }
+  std::string operator()(const MenuCommand& item) const {
+    const std::string& key = item.keyEquivalent;
+    return item.title + text(item.choice) + (key.empty() ? "" : " key " + key);
+  }
+  std::string operator()(const MenuCheckMark& item) const {
+    return item.title + text(item.choice) + " check" + (item.isOn ? " on" : "");
+  }
+  std::string operator()(const MenuRadioMark& item) const {
+    return item.title + text(item.choice) + " radio" + (item.isOn ? " on" : "");
+  }
+  std::string operator()(const Submenu& submenu) const { return submenu.title + " >"; }
+
+ private:
+  static std::string text(const Choice& choice) {
+    static const char* const actions[] = {"pick",  "color",    "animate",  "copy",
+                                          "login", "settings", "terminate"};
+    std::string words = std::string(" -> ") + actions[static_cast<std::size_t>(choice.action)];
+    if (choice.tag != 0) words += " tag " + std::to_string(choice.tag);
+    return words;
+  }
+};
+
+std::string text(const MenuItem& item) { return std::visit(Words{}, item); }
 
 std::vector<std::string> text(const Menu& menu) {
   std::vector<std::string> all;
@@ -45,41 +54,50 @@ std::vector<std::string> text(const Menu& menu) {
 
 using Texts = std::vector<std::string>;
 
-/// The color of the chart's line, of a history that has one.
+const MenuChart& chartIn(const Menu& menu) { return std::get<MenuChart>(menu.at(8)); }
+
+/// The color in which a chart's drawing has its line, which has round ends; empty without a line.
+std::string lineColor(const Drawing& drawing) {
+  RecordingCanvas canvas;
+  drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
+  const auto line = std::ranges::find_if(canvas.operations, [](const std::string& operation) {
+    return operation.find("round caps") != std::string::npos;
+  });
+  return line == canvas.operations.end() ? "" : line->substr(line->rfind(' ') + 1);
+}
+
+/// The color of the chart, which is the same in the menu and in the picture.
 std::string chartColor(MenuContents menu) {
   menu.history = {{0.0, 50}, {60.0, 51}};
   const Menu items = statusMenu(menu);
-  const auto chart =
-      std::ranges::find_if(items, [](const MenuItem& item) { return item.view.has_value(); });
-  const auto& drawing = std::get<Drawing>(chart->view->content.image.content);
-  RecordingCanvas canvas;
-  drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
-  const std::string line = canvas.operations.at(1);
-  return line.substr(line.rfind(' ') + 1);
+  const MenuChart& chart = chartIn(items);
+  const std::string color = lineColor(std::get<Drawing>(chart.view.content.image.content));
+  EXPECT_EQ(lineColor(chart.picture), color);
+  return color;
 }
 
 }  // namespace
 
 TEST(StatusMenu, OfADefaultReadingHasSixLinesAndTheRest) {
   EXPECT_EQ(text(statusMenu(contents())), (Texts{
-                                              "On battery [styled] disabled",
-                                              "Charge: 0% (0 of 0 mAh) disabled",
-                                              "Time to empty: calculating disabled",
-                                              "Battery power: +0.0 W  (0.00 V, +0.000 A) disabled",
-                                              "System use: 0.0 W disabled",
-                                              "Cycle count: 0 disabled",
+                                              "On battery [styled] line",
+                                              "Charge: 0% (0 of 0 mAh) line",
+                                              "Time to empty: calculating line",
+                                              "Battery power: +0.0 W  (0.00 V, +0.000 A) line",
+                                              "System use: 0.0 W line",
+                                              "Cycle count: 0 line",
                                               "----",
-                                              "Charge over the last hour [styled] disabled",
-                                              "(view)",
+                                              "Charge over the last hour [styled] line",
+                                              "(chart)",
                                               "----",
-                                              "Menu bar shows",
-                                              "Colors -> color on",
-                                              "Charging animation -> animate on",
+                                              "Menu bar shows >",
+                                              "Colors -> color check on",
+                                              "Charging animation -> animate check on",
                                               "Copy details -> copy key c",
-                                              "Open at login -> login",
+                                              "Open at login -> login check",
                                               "Battery settings… -> settings",
                                               "----",
-                                              "Lumowatt 1.0.0, by Fernhollow disabled",
+                                              "Lumowatt 1.0.0, by Fernhollow line",
                                               "Quit Lumowatt -> terminate key q",
                                           }));
 }
@@ -94,33 +112,31 @@ TEST(StatusMenu, HasEveryLineOfTheReport) {
   EXPECT_GT(report.size(), 8U);
   const Menu items = statusMenu(menu);
   for (std::size_t i = 0; i < report.size(); ++i) {
-    EXPECT_EQ(items[i].title, report[i]);
-    EXPECT_EQ(items[i].attributedTitle.has_value(), i == 0);
-    EXPECT_FALSE(items[i].isEnabled);
+    const auto& line = std::get<MenuLine>(items[i]);
+    EXPECT_EQ(line.title, report[i]);
+    EXPECT_EQ(line.attributedTitle.has_value(), i == 0);
   }
-  EXPECT_TRUE(items[report.size()].isSeparator);
+  EXPECT_TRUE(std::holds_alternative<MenuSeparator>(items[report.size()]));
 }
 
 TEST(StatusMenu, TheFirstLineIsBoldWithoutAColor) {
   const Menu items = statusMenu(contents());
-  EXPECT_EQ(items[0].attributedTitle, (AttributedString{{"On battery", boldSystemFont(13.0)}}));
+  EXPECT_EQ(std::get<MenuLine>(items[0]).attributedTitle,
+            (AttributedString{{"On battery", boldSystemFont(13.0)}}));
 }
 
 TEST(StatusMenu, TheChartsHeaderIsSmallAndFaint) {
   const Menu items = statusMenu(contents());
-  EXPECT_EQ(items[7].attributedTitle,
+  EXPECT_EQ(std::get<MenuLine>(items[7]).attributedTitle,
             (AttributedString{{"Charge over the last hour", systemFont(11.0), secondaryLabel}}));
 }
 
 TEST(StatusMenu, TheChartIsAnImageInAContainer) {
   const Menu items = statusMenu(contents());
-  const MenuItem& chart = items[8];
-  EXPECT_EQ(chart.title, "");
-  EXPECT_TRUE(chart.isEnabled);
-  EXPECT_EQ(chart.action, Action::none);
-  EXPECT_EQ(chart.view->frame, (Rect{0.0, 0.0, 280.0, 42.0}));
-  EXPECT_EQ(chart.view->content.frame, (Rect{14.0, 0.0, 254.0, 42.0}));
-  const auto& drawing = std::get<Drawing>(chart.view->content.image.content);
+  const ItemView& view = chartIn(items).view;
+  EXPECT_EQ(view.frame, (Rect{0.0, 0.0, 280.0, 42.0}));
+  EXPECT_EQ(view.content.frame, (Rect{14.0, 0.0, 254.0, 42.0}));
+  const auto& drawing = std::get<Drawing>(view.content.image.content);
   EXPECT_EQ(drawing.size, (Size{250.0, 38.0}));
   EXPECT_FALSE(drawing.flipped);
 }
@@ -133,37 +149,47 @@ TEST(StatusMenu, TheChartHasTheAccentOfTheReadingOrTheSystems) {
   EXPECT_EQ(chartColor(menu), "red");
   menu.reading.charging = true;
   EXPECT_EQ(chartColor(menu), "green");
-  menu.useColor = false;
+  menu.preferences.useColor = false;
   EXPECT_EQ(chartColor(menu), "accent");
+}
+
+TEST(StatusMenu, TheChartIsALineOfTextAsWell) {
+  MenuContents menu = contents();
+  EXPECT_EQ(chartIn(statusMenu(menu)).text, "Collecting history…");
+  menu.history = {{0.0, 50}, {60.0, 60}};
+  const std::string text = chartIn(statusMenu(menu)).text;
+  EXPECT_TRUE(text.starts_with("▁") && text.ends_with("█ 50–60%")) << text;
 }
 
 TEST(StatusMenu, TheModesAreASubmenuWithTheCurrentOneOn) {
   for (const Mode mode : allModes) {
     MenuContents menu = contents();
-    menu.mode = mode;
+    menu.preferences.mode = mode;
     const Menu items = statusMenu(menu);
-    Texts expected{"Percent -> pick", "Percent and battery power -> pick tag 1",
-                   "Percent and time -> pick tag 2", "Percent, power and time -> pick tag 3"};
+    Texts expected{"Percent -> pick radio", "Percent and battery power -> pick tag 1 radio",
+                   "Percent and time -> pick tag 2 radio",
+                   "Percent, power and time -> pick tag 3 radio"};
     expected[static_cast<std::size_t>(mode)] += " on";
-    EXPECT_EQ(text(items[10].submenu), expected);
+    const auto& modes = std::get<Submenu>(items[10]).items;
+    EXPECT_EQ(text(Menu(modes.begin(), modes.end())), expected);
   }
 }
 
 TEST(StatusMenu, TheChecksFollowThePreferencesAndTheLoginItem) {
   MenuContents menu = contents();
-  menu.useColor = false;
-  menu.animate = false;
+  menu.preferences.useColor = false;
+  menu.preferences.animate = false;
   menu.opensAtLogin = true;
   const Texts items = text(statusMenu(menu));
-  EXPECT_EQ(items[11], "Colors -> color");
-  EXPECT_EQ(items[12], "Charging animation -> animate");
-  EXPECT_EQ(items[14], "Open at login -> login on");
+  EXPECT_EQ(items[11], "Colors -> color check");
+  EXPECT_EQ(items[12], "Charging animation -> animate check");
+  EXPECT_EQ(items[14], "Open at login -> login check on");
 }
 
 TEST(StatusMenu, WithoutABatteryHasOneItem) {
   const Menu menu = statusMenuWithoutBattery();
   ASSERT_EQ(menu.size(), 1U);
-  EXPECT_EQ(text(menu[0]), "No battery found");
+  EXPECT_EQ(text(menu[0]), "No battery found line");
 }
 
 }  // namespace lumowatt

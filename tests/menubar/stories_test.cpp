@@ -45,7 +45,7 @@ TEST_F(Story, ChargingFromNinetySixToAHundredAndAway) {
   EXPECT_EQ(desktop.plainTitle(), " 96% ▲ +30.0 W");
   EXPECT_EQ(desktop.symbol(), "battery.100percent green") << "the only frame above 84";
   EXPECT_TRUE(app->isAnimating());
-  EXPECT_TRUE(desktop.toolTip.starts_with("Charging\n"));
+  EXPECT_TRUE(desktop.shown.toolTip.starts_with("Charging\n"));
 
   while (state.percent < 100) {
     desktop.pass(60.0);
@@ -69,7 +69,7 @@ TEST_F(Story, ChargingFromNinetySixToAHundredAndAway) {
   desktop.changePower();
   EXPECT_EQ(desktop.symbol(), "battery.100percent template");
   EXPECT_EQ(desktop.plainTitle(), " 100% ▼ −18.0 W");
-  EXPECT_EQ(desktop.title[1].color, systemOrange);
+  EXPECT_EQ(desktop.shown.title.text[1].color, systemOrange);
   EXPECT_EQ(desktop.intervals(), std::vector{5.0});
 }
 
@@ -96,7 +96,7 @@ TEST_F(Story, AnotherBatteryInThePlaceOfTheFirst) {
   setBattery({.percent = 20, .watts = -5.0});
   desktop.pass(30.0);
   EXPECT_EQ(desktop.plainTitle(), " 20% ▼ −5.0 W");
-  EXPECT_TRUE(desktop.accessibilityLabel.starts_with("Battery 20 percent"));
+  EXPECT_TRUE(desktop.shown.accessibilityLabel.starts_with("Battery 20 percent"));
   // The chart is of the machine's charge, whatever it comes from.
   std::vector<std::int64_t> charges;
   for (const Sample& sample : app->history()) charges.push_back(sample.percent);
@@ -109,9 +109,9 @@ TEST_F(Story, PreferencesChangedFromTheMenuWhileCharging) {
   EXPECT_EQ(desktop.plainTitle(), " 40% ▲ +20.0 W");
   choose("Percent and time");
   EXPECT_EQ(desktop.plainTitle(), " 40% ▲ 1:30");
-  EXPECT_EQ(desktop.title[1].color, systemGreen);
+  EXPECT_EQ(desktop.shown.title.text[1].color, systemGreen);
   choose("Colors");
-  EXPECT_EQ(desktop.title[1].color, Color(SystemColor::label));
+  EXPECT_EQ(desktop.shown.title.text[1].color, Color(SystemColor::label));
   EXPECT_EQ(desktop.symbol(), "battery.50percent green") << "the animation keeps its color";
   choose("Charging animation");
   EXPECT_EQ(desktop.symbol(), "battery.100percent.bolt template");
@@ -121,8 +121,8 @@ TEST_F(Story, PreferencesChangedFromTheMenuWhileCharging) {
   choose("Percent");
   EXPECT_EQ(desktop.plainTitle(), " 40% ▲");
   EXPECT_EQ(desktop.symbol(), "battery.50percent green");
-  EXPECT_EQ(desktop.preferences, (std::map<std::string, std::string, std::less<>>{
-                                     {"animate", "true"}, {"color", "true"}, {"mode", "0"}}));
+  EXPECT_EQ(desktop.store, (std::map<std::string, std::string, std::less<>>{
+                               {"animate", "true"}, {"color", "true"}, {"mode", "0"}}));
 }
 
 TEST_F(Story, ANightAsleep) {

@@ -94,7 +94,7 @@ TEST_F(SymbolImage, WithoutTheAnimationChargingIsTheBolt) {
 }
 
 TEST_F(SymbolImage, HasTheSameDescriptionInEveryVariant) {
-  const auto description = [this] { return desktop.image->accessibilityDescription; };
+  const auto description = [this] { return desktop.shown.image->accessibilityDescription; };
   show({.percent = 57});
   EXPECT_EQ(description(), "Battery 57 percent");
   show(chargingAt(57));
@@ -109,7 +109,7 @@ TEST_F(SymbolImage, AboveAHundredAndTwelveWhileAnimatedIsFull) {
   show(chargingAt(50));
   Reading reading = *app->last();
   reading.percent = 112;
-  const auto image = app->symbolImage(reading);
+  const auto image = app->symbolImage(reading, {});
   EXPECT_EQ(std::get<Symbol>(image->content).name, "battery.100percent");
   EXPECT_EQ(image->accessibilityDescription, "Battery 112 percent");
 }
@@ -118,9 +118,9 @@ TEST_F(SymbolImage, APercentageThatCannotBeReducedByTwelveIsFatal) {
   show(chargingAt(50));
   Reading reading = *app->last();
   reading.percent = std::numeric_limits<std::int64_t>::min() + 11;
-  EXPECT_EXIT(app->symbolImage(reading), testing::ExitedWithCode(1), "lumowatt: ");
+  EXPECT_EXIT(app->symbolImage(reading, {}), testing::ExitedWithCode(1), "lumowatt: ");
   reading.percent = std::numeric_limits<std::int64_t>::min() + 12;
-  EXPECT_EQ(std::get<Symbol>(app->symbolImage(reading)->content).name, "battery.25percent");
+  EXPECT_EQ(std::get<Symbol>(app->symbolImage(reading, {})->content).name, "battery.25percent");
 }
 
 }  // namespace lumowatt

@@ -32,7 +32,7 @@ extern "C" {
 
 __attribute__((visibility("default"))) int openat(int folder, const char* path, int flags, ...) {
   const int file = next<int(int, const char*, int, ...)>("openat")(folder, path, flags);
-  if (file >= 0 && (flags & O_PATH) == 0 && isRefused(path)) refusedDescriptor = file;
+  if (file >= 0 && (flags & O_DIRECTORY) == 0 && isRefused(path)) refusedDescriptor = file;
   return file;
 }
 

@@ -2,7 +2,6 @@
 // from which on. POWER_SUPPLY_FOLDER is the folder of a laptop, which the program finds
 // below /sys: the library that mocks one otherwise does not do without memory itself.
 
-#include <dirent.h>
 #include <dlfcn.h>
 
 #include <atomic>
@@ -46,11 +45,12 @@ __attribute__((visibility("default"))) void* realloc(void* block, size_t size) n
   return isRefused() ? nullptr : trueRealloc(block, size);
 }
 
-__attribute__((visibility("default"))) DIR* opendir(const char* path) {
+__attribute__((visibility("default"))) int openat(int parent, const char* path, int flags, ...) {
   const char* const folder = std::getenv("POWER_SUPPLY_FOLDER");
   const bool isOther = folder == nullptr || std::strcmp(path, "/sys/class/power_supply") != 0;
-  const auto next = reinterpret_cast<DIR* (*)(const char*)>(::dlsym(RTLD_NEXT, "opendir"));
-  return next(isOther ? path : folder);
+  const auto next =
+      reinterpret_cast<int (*)(int, const char*, int, ...)>(::dlsym(RTLD_NEXT, "openat"));
+  return next(parent, isOther ? path : folder, flags);
 }
 
 }  // extern "C"

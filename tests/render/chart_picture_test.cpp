@@ -10,8 +10,8 @@ namespace {
 
 using Operations = std::vector<std::string>;
 
-Operations drawn(const std::vector<Sample>& samples, Appearance appearance = Appearance::light) {
-  const Drawing picture = chartPicture(samples, systemGreen, appearance);
+Operations drawn(const std::vector<Sample>& samples) {
+  const Drawing picture = chartPicture(samples, systemGreen);
   EXPECT_TRUE(picture.flipped);
   EXPECT_EQ(picture.size, (Size{1096.0, 224.0}));
   RecordingCanvas canvas;
@@ -25,7 +25,7 @@ TEST(ChartPicture, IsTheChartAtFourTimesItsSizeWithItsEnds) {
   // Characters are 10 wide and 18 high. The line runs from 33 to 175 points from the top.
   EXPECT_EQ(drawn({{0, 20}, {3540, 80}}),
             (Operations{
-                "fill (0, 0, 1096, 224) white(0.98)",
+                "fill (0, 0, 1096, 224) windowBackground",
                 "begin (64, 28, 1000, 152) of 1000 x 152",
                 "stroke M(2, 5) L(998, 5) width 1 separator",
                 "stroke M(2, 5) L(998, 147) width 2 round joins round caps green",
@@ -49,14 +49,9 @@ TEST(ChartPicture, WritesTheHighestWhereTheLineReachesIt) {
   EXPECT_EQ(drawn({{0, 50}, {3600, 52}}).at(6), "text (26, 95) \"52%\" system 15 secondaryLabel");
 }
 
-TEST(ChartPicture, IsDarkOnADarkDesktop) {
-  EXPECT_EQ(drawn({{0, 20}, {3540, 80}}, Appearance::dark).at(0),
-            "fill (0, 0, 1096, 224) white(0.14)");
-}
-
 TEST(ChartPicture, WithoutAHistoryHasNoEnds) {
   EXPECT_EQ(drawn({}), (Operations{
-                           "fill (0, 0, 1096, 224) white(0.98)",
+                           "fill (0, 0, 1096, 224) windowBackground",
                            "begin (64, 28, 1000, 152) of 1000 x 152",
                            "stroke M(2, 5) L(998, 5) width 1 separator",
                            "text (4, 69) \"Collecting history…\" system 11 secondaryLabel",

@@ -23,7 +23,7 @@ Operations drawn(const Drawing& drawing) {
 Operations written(const Reading& reading, bool sample) {
   const TemporaryFolder folder;
   RecordingBitmapFactory bitmaps;
-  EXPECT_EQ(writeSnapshot(reading, folder.path() / "out.png", sample, bitmaps), std::nullopt);
+  EXPECT_TRUE(writeSnapshot(reading, folder.path() / "out.png", sample, bitmaps));
   EXPECT_EQ(fileContents(folder.path() / "out.png"), "(the picture)");
   return bitmaps.operations;
 }
@@ -215,8 +215,8 @@ TEST(WriteSnapshot, WithoutABitmapTouchesNoFile) {
   RecordingBitmapFactory bitmaps;
   bitmaps.refuses = true;
   for (const char* name : {"old.png", "new.png", "none/new.png"}) {
-    EXPECT_EQ(writeSnapshot({}, folder.path() / name, false, bitmaps),
-              std::optional<std::string>("no bitmap"));
+    EXPECT_EQ(writeSnapshot({}, folder.path() / name, false, bitmaps).failure().reason,
+              "no bitmap");
   }
   EXPECT_EQ(fileContents(folder.path() / "old.png"), "old");
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "new.png"));
@@ -229,8 +229,8 @@ TEST(WriteSnapshot, ThatCannotBeEncodedTouchesNoFile) {
   RecordingBitmapFactory bitmaps;
   bitmaps.png = std::nullopt;
   for (const char* name : {"old.png", "new.png", "none/new.png"}) {
-    EXPECT_EQ(writeSnapshot({}, folder.path() / name, false, bitmaps),
-              std::optional<std::string>("could not encode png"));
+    EXPECT_EQ(writeSnapshot({}, folder.path() / name, false, bitmaps).failure().reason,
+              "could not encode png");
   }
   EXPECT_EQ(fileContents(folder.path() / "old.png"), "old");
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "new.png"));
@@ -240,8 +240,8 @@ TEST(WriteSnapshot, ThatCannotBeEncodedTouchesNoFile) {
 TEST(WriteSnapshot, ThatCannotBeWrittenGivesTheSystemsReason) {
   const TemporaryFolder folder;
   RecordingBitmapFactory bitmaps;
-  EXPECT_EQ(writeSnapshot({}, folder.path() / "none" / "new.png", false, bitmaps),
-            std::optional<std::string>("No such file or directory"));
+  EXPECT_EQ(writeSnapshot({}, folder.path() / "none" / "new.png", false, bitmaps).failure().reason,
+            "No such file or directory");
   EXPECT_EQ(bitmaps.operations.back(), "encode");
 }
 

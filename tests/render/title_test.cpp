@@ -25,15 +25,15 @@ Reading flowing(double watts) {
   return reading;
 }
 
-std::string arrowOf(const Reading& reading) { return title(reading, nothing, true).at(1).text; }
+std::string arrowOf(const Reading& reading) { return titleText(reading, nothing, true).at(1).text; }
 
 std::optional<Color> colorOf(const Reading& reading, bool colored) {
-  return title(reading, nothing, colored).at(1).color;
+  return titleText(reading, nothing, colored).at(1).color;
 }
 
 /// The third run; "none" when there is none.
 std::string extrasOf(const Reading& reading, TitleExtras extras) {
-  const AttributedString text = title(reading, extras, false);
+  const AttributedString text = titleText(reading, extras, false);
   return text.size() < 3 ? "none" : text[2].text;
 }
 
@@ -45,7 +45,7 @@ TEST(Title, HasThreeRunsInTheirFonts) {
       {" ▼", systemFont(8.0), Color(SystemColor::label), 1.5},
       {" −8.3 W · 2:15", monospacedDigitFont(12.0)},
   };
-  EXPECT_EQ(title(draining(), all, false), expected);
+  EXPECT_EQ(titleText(draining(), all, false), expected);
 }
 
 TEST(Title, WithoutExtrasHasTwoRuns) {
@@ -56,7 +56,7 @@ TEST(Title, WithoutExtrasHasTwoRuns) {
       {" 64%", monospacedDigitFont(12.0)},
       {" ▲", systemFont(8.0), systemGreen, 1.5},
   };
-  EXPECT_EQ(title(charging, nothing, true), expected);
+  EXPECT_EQ(titleText(charging, nothing, true), expected);
 }
 
 TEST(Title, TheArrowFollowsTheTrend) {

@@ -2,17 +2,16 @@
 
 #include <fcntl.h>
 #include <malloc.h>
-#include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstddef>
-#include <cstdio>
-#include <cstring>
 #include <new>
+#include <utility>
+#include <vector>
 
 #include "base/out_of_memory.h"
 #include "platform/cairo/cairo_bitmap.h"
+#include "platform/posix/descriptor.h"
 
 namespace lumowatt::cairo {
 
@@ -28,28 +27,24 @@ void requireMemory() { ::operator delete(::operator new(memoryOfLibraries)); }
 
 /// A font that Fontconfig cannot open is none to it, and it notes that in the cache of all
 /// programs.
-bool hasFiles() {
-  std::array<int, filesOfLibraries> files{};
-  for (int& file : files) file = ::open("/", O_PATH | O_CLOEXEC);
-  const int error = errno;
-  const bool hasAll = files.back() >= 0;
-  for (const int file : files) {
-    if (file >= 0) ::close(file);
+Result<> requireFiles() {
+  std::vector<Descriptor> files;
+  while (files.size() < filesOfLibraries) {
+    if (!files.emplace_back(::open("/", O_PATH | O_CLOEXEC)).isOpen()) return systemFailure(errno);
   }
-  if (!hasAll) std::fprintf(stderr, "lumowatt: %s\n", std::strerror(error));
-  return hasAll;
+  return {};
 }
 
 class Factory : public BitmapFactory {
  public:
-  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
-                               Appearance appearance) override {
+  Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
+                                       Appearance appearance) override {
     requireMemory();
-    if (!hasFiles()) return nullptr;
+    if (const auto files = requireFiles(); !files) return files.failure();
     auto bitmap = std::make_unique<CairoBitmap>(picture.size, scale, appearance);
-    if (!bitmap->isValid()) return nullptr;
+    if (!bitmap->isValid()) return Failure{"there is no font, or no memory for the picture"};
     bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
-    return bitmap;
+    return std::unique_ptr<Bitmap>(std::move(bitmap));
   }
 };
 

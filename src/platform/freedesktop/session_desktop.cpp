@@ -4,15 +4,14 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
-#include <cstring>
 #include <utility>
 
+#include "base/complaint.h"
 #include "platform/freedesktop/bus/boottime.h"
 #include "platform/freedesktop/bus/loop_timer.h"
 #include "platform/freedesktop/bus/session_bus.h"
+#include "platform/freedesktop/user/environment.h"
 #include "platform/freedesktop/user/programs.h"
-#include "platform/freedesktop/user/user_file.h"
 
 namespace lumowatt::freedesktop {
 
@@ -22,8 +21,6 @@ namespace {
 constexpr auto applicationId = "com.fernhollow.Lumowatt";
 
 constexpr int largeBlock = 128 * 1024;
-
-void complain(const char* what) { std::fprintf(stderr, "lumowatt: %s\n", what); }
 
 /// Lets the loop end by the signals that ask a process to end.
 void endBySignals(sd_event* loop) {
@@ -46,13 +43,13 @@ SessionDesktop::SessionDesktop(const std::string& program, std::string icons,
       preferences_(configurationFile("lumowatt/preferences")),
       loginItem_(configurationFile("autostart/com.fernhollow.Lumowatt.desktop"), program) {}
 
-std::optional<std::string> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
-  const int named = connect();
-  if (named == -EEXIST) return std::nullopt;
-  if (named < 0) {
-    std::fprintf(stderr, "lumowatt: the session bus: %s\n", busFailure(named));
-    return "no session bus";
+Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
+  const Result<bool> connected = connect();
+  if (!connected) {
+    complain("the session bus: " + connected.failure().reason);
+    return Failure{"no session bus"};
   }
+  if (!*connected) return {};
   // What a large message took is to go back to the system when it is answered.
   ::mallopt(M_MMAP_THRESHOLD, largeBlock);
   std::signal(SIGCHLD, SIG_IGN);  // nobody waits for the programs that are started
@@ -63,23 +60,27 @@ std::optional<std::string> SessionDesktop::run(std::shared_ptr<ApplicationDelega
   button_.emplace(bus_.get(), loop_.get(), icons_, *application_,
                   [this](const MenuItem& item) { choose(item); });
   application_->applicationDidFinishLaunching();
-  button_->show();
+  button_->watchPanels();
   const int status = sd_event_loop(loop_.get());
   button_.reset();
   application_.reset();
-  if (status < 0) return std::strerror(-status);
-  return status == 0 ? std::nullopt : std::optional<std::string>("session bus lost");
+  if (status < 0) return systemFailure(-status);
+  return status == 0 ? Result<>() : Failure{"session bus lost"};
 }
 
-/// Connects to the session, as the one process in it that shows the item: -EEXIST when there is
-/// another.
-int SessionDesktop::connect() {
+Result<bool> SessionDesktop::connect() {
   sd_event* loop = nullptr;
-  int status = sd_event_new(&loop);
+  const int made = sd_event_new(&loop);
+  if (made < 0) return busFailure(made);
   loop_.reset(loop);
-  if (status >= 0) status = openSessionBus(loop, bus_);
-  if (status >= 0) status = sd_bus_set_exit_on_disconnect(bus_.get(), 1);
-  return status < 0 ? status : sd_bus_request_name(bus_.get(), applicationId, 0);
+  Result<Bus> bus = openSessionBus(loop);
+  if (!bus) return bus.failure();
+  bus_ = std::move(*bus);
+  int status = sd_bus_set_exit_on_disconnect(bus_.get(), 1);
+  if (status >= 0) status = sd_bus_request_name(bus_.get(), applicationId, 0);
+  if (status == -EEXIST) return false;
+  if (status < 0) return busFailure(status);
+  return true;
 }
 
 // The status item
@@ -100,13 +101,14 @@ std::function<void()> SessionDesktop::followed(std::function<void()> action) {
 }
 
 void SessionDesktop::choose(const MenuItem& item) {
-  if (item.view) {
-    const Appearance appearance = settings_->appearance();
-    viewer_.show(application_->chartPicture(appearance), appearance, *bitmaps_);
-  } else if (item.action == Action::terminate) {
+  if (const auto* const chart = std::get_if<MenuChart>(&item)) {
+    viewer_.show(chart->picture, settings_->appearance(), *bitmaps_);
+  } else if (const Choice* const choice = choiceOf(item); choice == nullptr) {
+    return;
+  } else if (choice->action == Action::terminate) {
     sd_event_exit(loop_.get(), 0);
   } else {
-    application_->perform(item);
+    application_->perform(*choice);
   }
 }
 
@@ -120,16 +122,12 @@ std::unique_ptr<Timer> SessionDesktop::startTimer(double interval, std::function
 
 // The user's files
 
-void SessionDesktop::setIntegerPreference(std::string_view key, std::int64_t value) {
-  setPreference(key, std::to_string(value));
-}
-
-void SessionDesktop::setBooleanPreference(std::string_view key, bool value) {
-  setPreference(key, value ? "true" : "false");
-}
-
-void SessionDesktop::setPreference(std::string_view key, std::string_view value) {
-  if (preferences_.set(key, value)) return;
+void SessionDesktop::setPreference(std::string_view key, PreferenceValue value) {
+  const auto* const isOn = std::get_if<bool>(&value);
+  const std::string text = isOn == nullptr ? std::to_string(std::get<std::int64_t>(value))
+                           : *isOn         ? "true"
+                                           : "false";
+  if (preferences_.set(key, text)) return;
   complain("the preference cannot be stored");
   beep();
 }

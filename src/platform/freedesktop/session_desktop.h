@@ -25,7 +25,7 @@ class SessionDesktop : public Desktop {
                  std::unique_ptr<BitmapFactory> bitmaps);
 
   /// Ends at once, and well, when there is such an item in this session already.
-  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
+  Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
   StatusButton* button() override { return button_ ? &*button_ : nullptr; }
   void setAutosaveName(std::string_view name) override;
@@ -34,19 +34,18 @@ class SessionDesktop : public Desktop {
   double now() override;
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
 
-  bool hasPreference(std::string_view key) override { return preferences_.has(key); }
-  std::int64_t integerPreference(std::string_view key) override {
-    return preferences_.integer(key);
+  std::vector<std::optional<StoredPreference>> preferences(
+      const std::vector<std::string_view>& keys) override {
+    return preferences_.read(keys);
   }
-  bool booleanPreference(std::string_view key) override { return preferences_.boolean(key); }
-  void setIntegerPreference(std::string_view key, std::int64_t value) override;
-  void setBooleanPreference(std::string_view key, bool value) override;
+  void setPreference(std::string_view key, PreferenceValue value) override;
   bool reducesMotion() override { return settings_ && settings_->reducesMotion(); }
 
   void copyText(std::string_view text) override;
   LoginItemStatus loginItemStatus() override { return loginItem_.status(); }
-  bool registerLoginItem() override { return loginItem_.add(); }
-  bool unregisterLoginItem() override { return loginItem_.remove(); }
+  bool setLoginItem(bool isRegistered) override {
+    return isRegistered ? loginItem_.add() : loginItem_.remove();
+  }
   void beep() override;
   void openBatterySettings() override;
 
@@ -57,9 +56,10 @@ class SessionDesktop : public Desktop {
   std::function<void()> followed(std::function<void()> action);
 
  private:
-  int connect();
+  /// Connects to the session, as the one process in it that shows the item. False when there is
+  /// another.
+  Result<bool> connect();
   void choose(const MenuItem& item);
-  void setPreference(std::string_view key, std::string_view value);
 
   std::string icons_;
   std::unique_ptr<BitmapFactory> bitmaps_;

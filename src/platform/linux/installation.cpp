@@ -5,7 +5,6 @@
 
 #include <array>
 #include <climits>
-#include <cstdio>
 #include <cstring>
 
 namespace lumowatt {
@@ -22,7 +21,7 @@ std::string executablePath() {
   return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "";
 }
 
-std::string companion(std::string_view built, std::string_view installed) {
+std::string partPath(std::string_view built, std::string_view installed) {
   const std::string executable = executablePath();
   if (executable.empty()) return "";  // the working directory would be nowhere to look
   const std::string here = executable.substr(0, executable.rfind('/') + 1);
@@ -32,21 +31,17 @@ std::string companion(std::string_view built, std::string_view installed) {
   return isThere(path) || !isThere(beside) ? path : beside;
 }
 
-void* loadModule(const char* module, const char* symbol) {
-  const std::string path = companion(module, std::string("lib/lumowatt/") + module);
-  if (path.empty()) {
-    std::fprintf(stderr, "lumowatt: cannot tell where %s is without /proc\n", module);
-    return nullptr;
-  }
+Result<void*> loadModule(const std::string& module, const char* symbol) {
+  const std::string path = partPath(module, "lib/lumowatt/" + module);
+  if (path.empty()) return Failure{"cannot tell where " + module + " is without /proc"};
   // With a slash in its path, the linker looks nowhere else.
   void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   const void* const version = library != nullptr ? ::dlsym(library, "lumowattVersion") : nullptr;
   if (version != nullptr && std::strcmp(static_cast<const char*>(version), LUMOWATT_VERSION) != 0) {
-    std::fprintf(stderr, "lumowatt: %s is of another version than this process\n", path.c_str());
-    return nullptr;
+    return Failure{path + " is of another version than this process"};
   }
   void* const found = version != nullptr ? ::dlsym(library, symbol) : nullptr;
-  if (found == nullptr) std::fprintf(stderr, "lumowatt: %s\n", ::dlerror());
+  if (found == nullptr) return Failure{::dlerror()};
   return found;
 }
 

@@ -4,9 +4,8 @@
 
 namespace lumowatt {
 
-bool LinuxDesktop::watchPowerSources(std::function<void()> changed) {
+void LinuxDesktop::watchPowerSources(std::function<void()> changed) {
   power_.emplace(loop(), followed(std::move(changed)));
-  return power_->isWatching();
 }
 
 }  // namespace lumowatt

@@ -12,7 +12,7 @@ class LinuxDesktop : public freedesktop::SessionDesktop {
  public:
   using SessionDesktop::SessionDesktop;
 
-  bool watchPowerSources(std::function<void()> changed) override;
+  void watchPowerSources(std::function<void()> changed) override;
 
  private:
   std::optional<PowerMonitor> power_;

@@ -5,13 +5,12 @@
 
 namespace lumowatt {
 
-std::unique_ptr<Bitmap> DrawingModule::draw(const Drawing& picture, double scale,
-                                            Appearance appearance) {
+Result<std::unique_ptr<Bitmap>> LoadedBitmaps::draw(const Drawing& picture, double scale,
+                                                    Appearance appearance) {
   if (factory_ == nullptr) {
-    const auto factory = reinterpret_cast<decltype(&lumowattBitmapFactory)>(
-        loadModule("lumowatt-drawing.so", "lumowattBitmapFactory"));
-    if (factory == nullptr) return nullptr;
-    factory_ = factory();
+    const auto made = loadModule("lumowatt-drawing.so", "lumowattBitmapFactory");
+    if (!made) return made.failure();
+    factory_ = reinterpret_cast<decltype(&lumowattBitmapFactory)>(*made)();
   }
   return factory_->draw(picture, scale, appearance);
 }

@@ -6,10 +6,10 @@ namespace lumowatt {
 
 /// The bitmaps of the drawing module, which is loaded for the first of them. When it cannot be
 /// loaded, no bitmap can be made.
-class DrawingModule : public BitmapFactory {
+class LoadedBitmaps : public BitmapFactory {
  public:
-  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
-                               Appearance appearance) override;
+  Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
+                                       Appearance appearance) override;
 
  private:
   BitmapFactory* factory_ = nullptr;

@@ -11,15 +11,14 @@ std::unique_ptr<BatteryService> batteryService() {
   return std::make_unique<power_supply::Service>("/sys/class/power_supply", "/sys/class/hwmon");
 }
 
-std::unique_ptr<BitmapFactory> bitmapFactory() { return std::make_unique<DrawingModule>(); }
+std::unique_ptr<BitmapFactory> bitmapFactory() { return std::make_unique<LoadedBitmaps>(); }
 
-std::unique_ptr<Desktop> desktop() {
-  const auto make = reinterpret_cast<decltype(&lumowattDesktop)>(
-      loadModule("lumowatt-desktop.so", "lumowattDesktop"));
-  if (make == nullptr) return nullptr;
-  const std::string icons = companion("icons", "share/lumowatt/icons");
-  return std::unique_ptr<Desktop>(
-      make(executablePath().c_str(), icons.c_str(), bitmapFactory().release()));
+Result<std::unique_ptr<Desktop>> desktop() {
+  const auto make = loadModule("lumowatt-desktop.so", "lumowattDesktop");
+  if (!make) return make.failure();
+  const std::string icons = partPath("icons", "share/lumowatt/icons");
+  return std::unique_ptr<Desktop>(reinterpret_cast<decltype(&lumowattDesktop)>(*make)(
+      executablePath().c_str(), icons.c_str(), bitmapFactory().release()));
 }
 
 }  // namespace lumowatt::platform

@@ -16,7 +16,7 @@ class MacDesktop : public Desktop {
   MacDesktop();
 
   /// Returns when the event loop ends, as it never does by itself: quitting ends the process.
-  std::optional<std::string> run(std::shared_ptr<ApplicationDelegate> delegate) override;
+  Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
   StatusButton* _Nullable button() override { return button_.exists() ? &button_ : nullptr; }
   void setAutosaveName(std::string_view name) override;
@@ -24,19 +24,16 @@ class MacDesktop : public Desktop {
 
   double now() override;
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
-  bool watchPowerSources(std::function<void()> changed) override;
+  void watchPowerSources(std::function<void()> changed) override;
 
-  bool hasPreference(std::string_view key) override;
-  std::int64_t integerPreference(std::string_view key) override;
-  bool booleanPreference(std::string_view key) override;
-  void setIntegerPreference(std::string_view key, std::int64_t value) override;
-  void setBooleanPreference(std::string_view key, bool value) override;
+  std::vector<std::optional<StoredPreference>> preferences(
+      const std::vector<std::string_view>& keys) override;
+  void setPreference(std::string_view key, PreferenceValue value) override;
   bool reducesMotion() override;
 
   void copyText(std::string_view text) override;
   LoginItemStatus loginItemStatus() override;
-  bool registerLoginItem() override;
-  bool unregisterLoginItem() override;
+  bool setLoginItem(bool isRegistered) override;
   void beep() override;
   void openBatterySettings() override;
 

@@ -28,11 +28,11 @@ MacDesktop::MacDesktop()
       menu_([[NSMenu alloc] initWithTitle:@""]),
       button_(item_) {}
 
-std::optional<std::string> MacDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
+Result<> MacDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   delegate_ = [[LumowattApplicationDelegate alloc] initWithApplication:std::move(delegate)];
   application_.delegate = delegate_;
   [application_ run];
-  return std::nullopt;
+  return {};
 }
 
 // The status item
@@ -56,34 +56,35 @@ std::unique_ptr<Timer> MacDesktop::startTimer(double interval, std::function<voi
   return std::make_unique<BlockTimer>(interval, std::move(tick));
 }
 
-bool MacDesktop::watchPowerSources(std::function<void()> changed) {
+void MacDesktop::watchPowerSources(std::function<void()> changed) {
   delegate_.powerSourceAction = ^{
     changed();
   };
-  return macos::watchPowerSources();
+  macos::watchPowerSources();
 }
 
 // Preferences
 
-bool MacDesktop::hasPreference(std::string_view key) {
-  return [NSUserDefaults.standardUserDefaults objectForKey:toNSString(key)] != nil;
+std::vector<std::optional<StoredPreference>> MacDesktop::preferences(
+    const std::vector<std::string_view>& keys) {
+  NSUserDefaults* const store = NSUserDefaults.standardUserDefaults;
+  std::vector<std::optional<StoredPreference>> values;
+  for (const std::string_view name : keys) {
+    NSString* const key = toNSString(name);
+    auto& value = values.emplace_back();
+    if ([store objectForKey:key] == nil) continue;
+    value = {.integer = [store integerForKey:key], .boolean = [store boolForKey:key] == YES};
+  }
+  return values;
 }
 
-std::int64_t MacDesktop::integerPreference(std::string_view key) {
-  return [NSUserDefaults.standardUserDefaults integerForKey:toNSString(key)];
-}
-
-bool MacDesktop::booleanPreference(std::string_view key) {
-  return [NSUserDefaults.standardUserDefaults boolForKey:toNSString(key)];
-}
-
-void MacDesktop::setIntegerPreference(std::string_view key, std::int64_t value) {
-  [NSUserDefaults.standardUserDefaults setInteger:static_cast<NSInteger>(value)
-                                           forKey:toNSString(key)];
-}
-
-void MacDesktop::setBooleanPreference(std::string_view key, bool value) {
-  [NSUserDefaults.standardUserDefaults setBool:value forKey:toNSString(key)];
+void MacDesktop::setPreference(std::string_view key, PreferenceValue value) {
+  NSUserDefaults* const store = NSUserDefaults.standardUserDefaults;
+  if (const bool* const isOn = std::get_if<bool>(&value)) {
+    [store setBool:*isOn forKey:toNSString(key)];
+  } else {
+    [store setInteger:static_cast<NSInteger>(std::get<std::int64_t>(value)) forKey:toNSString(key)];
+  }
 }
 
 bool MacDesktop::reducesMotion() {
@@ -112,12 +113,10 @@ LoginItemStatus MacDesktop::loginItemStatus() {
   return LoginItemStatus::notRegistered;
 }
 
-bool MacDesktop::registerLoginItem() {
-  return [SMAppService.mainAppService registerAndReturnError:nullptr];
-}
-
-bool MacDesktop::unregisterLoginItem() {
-  return [SMAppService.mainAppService unregisterAndReturnError:nullptr];
+bool MacDesktop::setLoginItem(bool isRegistered) {
+  SMAppService* const service = SMAppService.mainAppService;
+  return isRegistered ? [service registerAndReturnError:nullptr]
+                      : [service unregisterAndReturnError:nullptr];
 }
 
 void MacDesktop::beep() { NSBeep(); }

@@ -16,9 +16,9 @@ std::unique_ptr<BitmapFactory> bitmapFactory() {
   }
 }
 
-std::unique_ptr<Desktop> desktop() {
+Result<std::unique_ptr<Desktop>> desktop() {
   @autoreleasepool {
-    return std::make_unique<macos::MacDesktop>();
+    return std::unique_ptr<Desktop>(std::make_unique<macos::MacDesktop>());
   }
 }
 

@@ -3,7 +3,7 @@
 namespace lumowatt::macos {
 
 /// From now on, each change of a power source makes the application's delegate do its
-/// `powerSourceAction`, in a task of the main queue. False when changes are not told.
-bool watchPowerSources();
+/// `powerSourceAction`, in a task of the main queue; none does where the system reports no changes.
+void watchPowerSources();
 
 }  // namespace lumowatt::macos

@@ -28,12 +28,11 @@ CFRunLoopSourceRef createSource() {
 
 }  // namespace
 
-bool watchPowerSources() {
+void watchPowerSources() {
   CFRunLoopSourceRef source = createSource();
-  if (source == nullptr) return false;
+  if (source == nullptr) return;
   CFRunLoopAddSource(CFRunLoopGetMain(), source, kCFRunLoopDefaultMode);
   CFRelease(source);  // the run loop keeps it
-  return true;
 }
 
 }  // namespace lumowatt::macos

@@ -18,7 +18,8 @@ std::string png(Size size, double scale) {
 std::unique_ptr<Bitmap> made(double width, double height, double scale = 1.0) {
   const Drawing nothing{
       .size = {width, height}, .flipped = false, .draw = [](Canvas&, const Rect&) {}};
-  return lumowattBitmapFactory()->draw(nothing, scale, Appearance::dark);
+  auto bitmap = lumowattBitmapFactory()->draw(nothing, scale, Appearance::dark);
+  return bitmap ? std::move(*bitmap) : nullptr;
 }
 
 }  // namespace

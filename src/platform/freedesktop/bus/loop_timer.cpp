@@ -1,13 +1,13 @@
 #include "platform/freedesktop/bus/loop_timer.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <utility>
 
+#include "base/complaint.h"
 #include "base/rounding.h"
 #include "platform/freedesktop/bus/boottime.h"
+#include "platform/freedesktop/bus/session_bus.h"
 
 namespace lumowatt::freedesktop {
 
@@ -20,9 +20,7 @@ LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick
   const int status = sd_event_add_time(loop, &source, CLOCK_BOOTTIME, boottime() + interval_,
                                        accuracy, &LoopTimer::fired, this);
   source_.reset(source);
-  if (status < 0) {
-    std::fprintf(stderr, "lumowatt: there is no timer: %s\n", std::strerror(-status));
-  }
+  if (status < 0) complain("there is no timer: " + busFailure(status).reason);
 }
 
 int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {

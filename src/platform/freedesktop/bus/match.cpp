@@ -1,7 +1,8 @@
 #include "platform/freedesktop/bus/match.h"
 
-#include <cstdio>
 #include <utility>
+
+#include "base/complaint.h"
 
 namespace lumowatt::freedesktop {
 
@@ -11,8 +12,7 @@ namespace {
 /// one.
 int receiveAnswer(sd_bus_message* reply, void*, sd_bus_error*) {
   if (const sd_bus_error* const error = sd_bus_message_get_error(reply)) {
-    std::fprintf(stderr, "lumowatt: the session bus refuses to tell of signals: %s\n",
-                 error->message);
+    complain(std::string("the session bus refuses to tell of signals: ") + error->message);
   }
   return 0;
 }

@@ -2,22 +2,23 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <cstring>
 
 namespace lumowatt::freedesktop {
 
-int openSessionBus(sd_event* loop, Bus& bus) {
-  sd_bus* opened = nullptr;
-  int status = sd_bus_open_user(&opened);
-  bus.reset(opened);
-  const char* name = nullptr;  // which the bus gives to those that it takes
-  if (status >= 0) status = sd_bus_get_unique_name(opened, &name);
-  if (status >= 0) status = sd_bus_attach_event(opened, loop, SD_EVENT_PRIORITY_NORMAL);
-  return status;
+Failure busFailure(int status) {
+  if (status == -ENOMEDIUM) return {"the environment does not say where it is"};
+  return systemFailure(-status);
 }
 
-const char* busFailure(int error) {
-  return error == -ENOMEDIUM ? "the environment does not say where it is" : std::strerror(-error);
+Result<Bus> openSessionBus(sd_event* loop) {
+  sd_bus* opened = nullptr;
+  int status = sd_bus_open_user(&opened);
+  Bus bus(opened);
+  const char* name = nullptr;  // which the bus gives to those that it accepts
+  if (status >= 0) status = sd_bus_get_unique_name(opened, &name);
+  if (status >= 0) status = sd_bus_attach_event(opened, loop, SD_EVENT_PRIORITY_NORMAL);
+  if (status < 0) return busFailure(status);
+  return bus;
 }
 
 bool isBehind(sd_bus* bus) {

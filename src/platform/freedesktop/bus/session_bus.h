@@ -1,15 +1,15 @@
 #pragma once
 
+#include "base/failure.h"
 #include "platform/freedesktop/bus/sd.h"
 
 namespace lumowatt::freedesktop {
 
-/// Opens a connection to the session's bus, for the loop, and waits until the bus has taken it.
-/// Negative when it does not, as libsystemd has its errors.
-int openSessionBus(sd_event* loop, Bus& bus);
+/// The failure for which libsystemd returned this negative number.
+Failure busFailure(int status);
 
-/// The reason of such an error.
-const char* busFailure(int error);
+/// Opens a connection to the session's bus, for the loop, and waits until the bus has accepted it.
+Result<Bus> openSessionBus(sd_event* loop);
 
 /// Whether messages pile up in this process because the bus does not take them.
 bool isBehind(sd_bus* bus);

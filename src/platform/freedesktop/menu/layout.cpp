@@ -15,38 +15,44 @@ std::string withoutAccessKeys(std::string_view text) {
   return label;
 }
 
-MenuEntry::Toggle toggle(Action action) {
-  switch (action) {
-    case Action::pick:
-      return MenuEntry::Toggle::radio;
-    case Action::toggleColor:
-    case Action::toggleAnimate:
-    case Action::toggleLogin:
-      return MenuEntry::Toggle::checkmark;
-    default:
-      return MenuEntry::Toggle::none;
-  }
-}
+/// Makes the entry of an item of each kind.
+struct EntryMaker {
+  std::int32_t id;
 
-MenuEntry entryOf(const MenuItem& item, std::int32_t id, std::string_view chart) {
-  MenuEntry entry{.id = id};
-  if (item.isSeparator) {
-    entry.isSeparator = true;
+  MenuEntry operator()(const MenuSeparator&) const { return {.id = id, .isSeparator = true}; }
+  MenuEntry operator()(const MenuLine& line) const {
+    return {.id = id, .label = withoutAccessKeys(line.title), .isEnabled = false};
+  }
+  MenuEntry operator()(const MenuChart& chart) const {
+    return {.id = id, .label = withoutAccessKeys(chart.text)};
+  }
+  MenuEntry operator()(const MenuCommand& command) const {
+    const std::string& key = command.keyEquivalent;
+    return {.id = id,
+            .label = withoutAccessKeys(command.title),
+            .shortcut = key.empty() ? '\0' : key.front()};
+  }
+  MenuEntry operator()(const MenuCheckMark& mark) const {
+    return toggle(mark.title, MenuEntry::Toggle::checkmark, mark.isOn);
+  }
+  MenuEntry operator()(const MenuRadioMark& mark) const {
+    return toggle(mark.title, MenuEntry::Toggle::radio, mark.isOn);
+  }
+  MenuEntry operator()(const Submenu& submenu) const {
+    MenuEntry entry{
+        .id = id, .label = withoutAccessKeys(submenu.title), .isEnabled = !submenu.items.empty()};
+    std::int32_t child = (id + groupSize) * groupSize;  // beyond the ids of the menu itself
+    for (const MenuRadioMark& mark : submenu.items) {
+      entry.children.push_back(EntryMaker{++child}(mark));
+    }
     return entry;
   }
-  entry.label = withoutAccessKeys(item.view ? chart : item.title);
-  const bool leadsSomewhere =
-      item.action != Action::none || !item.submenu.empty() || item.view.has_value();
-  entry.isEnabled = item.isEnabled && leadsSomewhere;
-  entry.toggle = toggle(item.action);
-  entry.isOn = item.isOn;
-  if (!item.keyEquivalent.empty()) entry.shortcut = item.keyEquivalent.front();
-  std::int32_t child = (id + groupSize) * groupSize;  // beyond the ids of the menu itself
-  for (const MenuItem& choice : item.submenu) {
-    entry.children.push_back(entryOf(choice, ++child, chart));
+
+ private:
+  MenuEntry toggle(std::string_view title, MenuEntry::Toggle type, bool isOn) const {
+    return {.id = id, .label = withoutAccessKeys(title), .toggle = type, .isOn = isOn};
   }
-  return entry;
-}
+};
 
 /// The items of a menu with their ids, in order: 1, 2, ... in the first group, 100 the separator
 /// after it, 101, 102, ... in the second. A group of 100 items or more ends at its 99th.
@@ -55,7 +61,7 @@ std::map<std::int32_t, const MenuItem*> numbered(const Menu& menu) {
   std::int32_t group = 0;
   std::int32_t place = 0;
   for (const MenuItem& item : menu) {
-    if (item.isSeparator) {
+    if (std::holds_alternative<MenuSeparator>(item)) {
       ++group;
       place = 0;
       items[group * groupSize] = &item;
@@ -102,7 +108,7 @@ void compare(const MenuEntry& before, const MenuEntry& now, MenuLayout::Change& 
 
 }  // namespace
 
-MenuLayout::Change MenuLayout::present(const Menu& menu, std::string_view chart) {
+MenuLayout::Change MenuLayout::present(const Menu& menu) {
   const MenuEntry before = std::exchange(root_, MenuEntry{.id = 0});
   items_.clear();
   std::map<std::int32_t, MenuEntry> entries;
@@ -111,11 +117,12 @@ MenuLayout::Change MenuLayout::present(const Menu& menu, std::string_view chart)
     entries[old.id].isVisible = false;
   }
   for (const auto& [id, item] : numbered(menu)) {
-    entries[id] = entryOf(*item, id, chart);
-    items_[id] = *item;
-    if (!item->isEnabled) continue;  // nobody gets to what is below it
-    for (std::size_t i = 0; i < item->submenu.size(); ++i) {
-      items_[entries[id].children[i].id] = item->submenu[i];
+    entries[id] = std::visit(EntryMaker{id}, *item);
+    items_.emplace(id, *item);
+    if (const auto* const submenu = std::get_if<Submenu>(item)) {
+      for (std::size_t i = 0; i < submenu->items.size(); ++i) {
+        items_.emplace(entries[id].children[i].id, submenu->items[i]);
+      }
     }
   }
   for (auto& [id, entry] : entries) root_.children.push_back(std::move(entry));
@@ -134,11 +141,10 @@ void MenuLayout::forEach(const std::function<void(const MenuEntry&)>& visit) con
 }
 
 const MenuItem* MenuLayout::choosable(std::int32_t id) const {
-  const MenuEntry* const entry = find(id);
   const auto item = items_.find(id);
-  if (entry == nullptr || item == items_.end()) return nullptr;
-  const bool canBe = entry->isEnabled && !entry->isSeparator && item->second.submenu.empty();
-  return canBe ? &item->second : nullptr;
+  if (item == items_.end()) return nullptr;
+  const bool isChart = std::holds_alternative<MenuChart>(item->second);
+  return isChart || choiceOf(item->second) != nullptr ? &item->second : nullptr;
 }
 
 }  // namespace lumowatt::freedesktop

@@ -40,9 +40,8 @@ class MenuLayout {
     std::vector<MenuEntry> entries = {};  ///< those that differ, as they are now, without children
   };
 
-  /// Presents the menu from now on, with `chart` as the text of the item that shows a view. Says
-  /// what that changed.
-  Change present(const Menu& menu, std::string_view chart);
+  /// Presents the menu from now on. Returns what that changed.
+  Change present(const Menu& menu);
 
   /// The whole layout, as the children of an item of id 0.
   const MenuEntry& root() const { return root_; }
@@ -53,7 +52,7 @@ class MenuLayout {
   /// Calls `visit` with each item, from that of id 0 on.
   void forEach(const std::function<void(const MenuEntry&)>& visit) const;
 
-  /// What the item of that id stands for; null unless it can be seen and chosen now.
+  /// The item of that id; null unless it can be seen and chosen now.
   const MenuItem* choosable(std::int32_t id) const;
 
  private:

@@ -93,8 +93,8 @@ MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
 
 // What the menu is
 
-bool MenuServer::tellChanges() {
-  const auto change = layout_.present(application_.menu(), application_.chartText());
+bool MenuServer::present(const Menu& menu) {
+  const auto change = layout_.present(menu);
   if (!change.entries.empty()) {
     sd_bus_message* signal = nullptr;
     sd_bus_message_new_signal(bus_, &signal, path, menuInterface, "ItemsPropertiesUpdated");
@@ -119,8 +119,7 @@ bool MenuServer::tellChanges() {
 
 void MenuServer::ensureLayout() {
   if (!layout_.root().children.empty()) return;
-  application_.menuWillOpen();
-  layout_.present(application_.menu(), application_.chartText());
+  layout_.present(application_.menuWillOpen());
 }
 
 int MenuServer::getLayout(sd_bus_message* call, sd_bus_error* error) {
@@ -214,7 +213,7 @@ int MenuServer::event(sd_bus_message* call, sd_bus_error* error) {
   std::int32_t id = 0;
   const char* name = nullptr;
   if (const int status = sd_bus_message_read(call, "is", &id, &name); status < 0) return status;
-  if (!take(id, name)) return noSuchItem(error, id);
+  if (!handleEvent(id, name)) return noSuchItem(error, id);
   return sd_bus_reply_method_return(call, "");
 }
 
@@ -238,7 +237,7 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
   for (const auto& [id, name] : events) {
     // A choice closes the menu: there is no second one.
     const bool isChoice = layout_.choosable(id) != nullptr && name == clicked;
-    if (!(isChoice && hasChosen) && !take(id, name)) unknown.push_back(id);
+    if (!(isChoice && hasChosen) && !handleEvent(id, name)) unknown.push_back(id);
     hasChosen = hasChosen || isChoice;
   }
   if (!events.empty() && unknown.size() == events.size()) return noSuchItem(error, unknown.front());
@@ -249,7 +248,7 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
   return message.send();
 }
 
-bool MenuServer::take(std::int32_t id, std::string_view event) {
+bool MenuServer::handleEvent(std::int32_t id, std::string_view event) {
   if (layout_.find(id) == nullptr) return false;
   if (event == clicked) choose(id);
   if (event == "closed" && id == rootId) openUntil_ = 0;
@@ -265,15 +264,12 @@ void MenuServer::choose(std::int32_t id) {
 
 bool MenuServer::open() {
   openUntil_ = boottime() + longestOpening;
-  application_.menuWillOpen();
-  return tellChanges();
+  return present(application_.menuWillOpen());
 }
 
 void MenuServer::update() {
   const bool isKnown = !layout_.root().children.empty();
-  if (!isKnown) return;
-  application_.updateMenu();
-  tellChanges();
+  if (isKnown) present(application_.menu());
 }
 
 void MenuServer::follow(std::string_view report) {

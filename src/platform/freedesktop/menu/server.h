@@ -46,14 +46,15 @@ class MenuServer {
   /// The menu is about to be looked at; whether it changed by that.
   bool open();
 
-  /// Tells how the menu differs from the one that was told last; false when it does not.
-  bool tellChanges();
+  /// Presents the menu, and emits signals for what differs from the one before; false when nothing
+  /// does.
+  bool present(const Menu& menu);
 
   /// For those who ask before the menu was ever about to open.
   void ensureLayout();
 
-  /// Takes an event on an item; false when the menu has no such item.
-  bool take(std::int32_t id, std::string_view event);
+  /// Handles an event on an item; false when the menu has no such item.
+  bool handleEvent(std::int32_t id, std::string_view event);
   void choose(std::int32_t id);
 
   sd_bus* bus_;

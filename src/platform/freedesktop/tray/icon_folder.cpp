@@ -1,6 +1,5 @@
 #include "platform/freedesktop/tray/icon_folder.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,9 +8,8 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <memory>
 
-#include "platform/freedesktop/user/text.h"
+#include "platform/freedesktop/user/environment.h"
 #include "platform/posix/descriptor.h"
 
 namespace lumowatt::freedesktop {
@@ -40,10 +38,6 @@ int openFolder(const std::string& path) {
   return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
 }
 
-struct Close {
-  void operator()(DIR* folder) const { ::closedir(folder); }
-};
-
 bool contains(const IconFolder::Names& names, std::string_view name) {
   return std::ranges::find(names, name) != names.end();
 }
@@ -51,27 +45,26 @@ bool contains(const IconFolder::Names& names, std::string_view name) {
 }  // namespace
 
 IconFolder::IconFolder(std::string_view prefix) : prefix_(prefix) {
-  const std::string runtime = environmentVariable("XDG_RUNTIME_DIR");
-  if (runtime.starts_with('/')) path_ = runtime + "/lumowatt";
-  keep({});
+  if (const std::string runtime = runtimeFolder(); !runtime.empty()) path_ = runtime + "/lumowatt";
+  removeAllBut({});
 }
 
 IconFolder::~IconFolder() {
-  keep({});
+  removeAllBut({});
   ::rmdir(path_.c_str());
 }
 
-std::optional<IconFolder::Names> IconFolder::hold(const std::vector<std::string>& svgs) {
+Result<IconFolder::Names> IconFolder::replaceIcons(const std::vector<std::string>& svgs) {
   Names names;
   for (const std::string& svg : svgs) {
     names.push_back(prefix_ + hashOf(svg) + "-symbolic");
     const bool isThere =
         contains(names_, names.back()) && ::access(file(names.back()).c_str(), F_OK) == 0;
     if (isThere || write(names.back(), svg)) continue;
-    keep({});
-    return std::nullopt;
+    removeAllBut({});
+    return Failure{"its icons cannot be written into the session's runtime folder"};
   }
-  if (names != names_) keep(names);
+  if (names != names_) removeAllBut(names);
   return names;
 }
 
@@ -87,20 +80,13 @@ bool IconFolder::write(const std::string& name, std::string_view svg) const {
   return false;
 }
 
-/// Removes all icons but those with these names.
-void IconFolder::keep(const Names& names) {
+void IconFolder::removeAllBut(const Names& names) {
   names_ = names;
-  const int descriptor = openFolder(path_);
-  const std::unique_ptr<DIR, Close> folder(::fdopendir(descriptor));
-  if (!folder) {
-    if (descriptor >= 0) ::close(descriptor);
-    return;
-  }
-  while (const dirent* const entry = ::readdir(folder.get())) {
-    std::string_view file = entry->d_name;
+  const Descriptor folder(openFolder(path_));
+  for (const std::string& file : listFolder(folder).names) {
     if (!file.starts_with(prefix_) || !file.ends_with(suffix)) continue;
-    file.remove_suffix(suffix.size());
-    if (!contains(names, file)) ::unlinkat(::dirfd(folder.get()), entry->d_name, 0);
+    const std::string_view name(file.data(), file.size() - suffix.size());
+    if (!contains(names, name)) ::unlinkat(folder.number(), file.c_str(), 0);
   }
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "base/failure.h"
 
 namespace lumowatt::freedesktop {
 
@@ -18,9 +19,6 @@ class IconFolder {
   IconFolder& operator=(const IconFolder&) = delete;
   ~IconFolder();
 
-  /// What it means when `hold` fails.
-  static constexpr auto failure = "its icons cannot be written into the session's runtime folder";
-
   const std::string& path() const { return path_; }
 
   /// The path of the icon of that name.
@@ -28,18 +26,18 @@ class IconFolder {
 
   using Names = std::vector<std::string>;
 
-  /// Has the folder hold these SVG files and no others. Returns the icons' names, by which panels
+  /// Replaces the icons in the folder by these SVG files. Returns the icons' names, by which panels
   /// know that they are to have the panel's colours; and since panels remember an icon by its name,
-  /// no other contents has it. Absent when they cannot be written; then it holds none.
-  std::optional<Names> hold(const std::vector<std::string>& svgs);
+  /// no other contents has it. When they cannot be written, the folder has none afterwards.
+  Result<Names> replaceIcons(const std::vector<std::string>& svgs);
 
  private:
   bool write(const std::string& name, std::string_view svg) const;
-  void keep(const Names& names);
+  void removeAllBut(const Names& names);
 
   std::string path_;
   std::string prefix_;
-  Names names_;  ///< of those that it holds
+  Names names_;  ///< of those that are in it
 };
 
 }  // namespace lumowatt::freedesktop

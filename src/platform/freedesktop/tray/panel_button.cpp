@@ -4,8 +4,8 @@
 
 #include "artwork/svg.h"
 #include "artwork/wide_icon.h"
+#include "base/text.h"
 #include "graphics/symbol.h"
-#include "platform/freedesktop/user/text.h"
 
 namespace lumowatt::freedesktop {
 
@@ -37,19 +37,19 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
                          std::function<void(const MenuItem&)> choose)
     : bus_(bus),
       application_(application),
-      choose_(updating(std::move(choose))),
+      choose_(updatingMenus(std::move(choose))),
       glyph_(bus, loop, std::move(icons)),
       tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_),
       wideIcons_(iconPrefix(bus, "wide")) {
   glyph_.setId(applicationName);
   glyph_.setTitle(applicationName);
-  sd_event_source* presenting = nullptr;
-  sd_event_add_defer(loop, &presenting, present, this);
-  presenting_.reset(presenting);
-  announce(toGlyph);
+  sd_event_source* updating = nullptr;
+  sd_event_add_defer(loop, &updating, update, this);
+  updating_.reset(updating);
+  scheduleUpdate(toGlyph);
 }
 
-std::function<void(const MenuItem&)> PanelButton::updating(
+std::function<void(const MenuItem&)> PanelButton::updatingMenus(
     std::function<void(const MenuItem&)> choose) {
   return [this, choose = std::move(choose)](const MenuItem& item) {
     choose(item);
@@ -58,51 +58,40 @@ std::function<void(const MenuItem&)> PanelButton::updating(
   };
 }
 
+void PanelButton::show(const ButtonContents& contents) {
+  setImage(contents.image);
+  if (contents.title.text != title_.text) scheduleUpdate(toGlyph);
+  title_ = contents.title;
+  std::string label;
+  for (const TextRun& run : title_.text) label += run.text;
+  glyph_.setLabel(trimmed(label));  // panels keep a distance of their own
+  glyph_.setToolTip(contents.toolTip);
+  glyph_.setDescription(contents.accessibilityLabel);
+  tiles_.followTexts();
+  scheduleUpdate(toTitle);  // also a title that is the same, whose tiles may have failed
+}
+
 void PanelButton::setImage(const std::optional<Image>& image) {
   const auto* const symbol = image ? std::get_if<Symbol>(&image->content) : nullptr;
   const auto shown = symbol != nullptr ? std::optional(*symbol) : std::nullopt;
   if (shown == symbol_) return;
   symbol_ = shown;
-  announce(toGlyph);
+  scheduleUpdate(toGlyph);
 }
 
 void PanelButton::setTitle(std::string_view title) {
-  title_.clear();
-  setLabel(title);
-  announce(toGlyph | toTitle);
-}
-
-void PanelButton::setAttributedTitle(const AttributedString& title) {
-  const bool isAnother = title != title_;
-  title_ = title;
-  std::string text;
-  for (const TextRun& run : title) text += run.text;
-  setLabel(trimmed(text));  // panels keep a distance of their own
-  // Tiles may differ where the title does not: they have another place for each figure.
-  announce(isAnother ? toGlyph | toTitle : toTitle);
-}
-
-void PanelButton::setLabel(std::string_view label) {
-  glyph_.setLabel(label);
+  title_ = {};
+  glyph_.setLabel(title);
   tiles_.followTexts();
+  scheduleUpdate(toGlyph | toTitle);
 }
 
-void PanelButton::setToolTip(std::string_view text) {
-  glyph_.setToolTip(text);
-  tiles_.followTexts();
-}
-
-void PanelButton::setAccessibilityLabel(std::string_view text) {
-  glyph_.setDescription(text);
-  tiles_.followTexts();
-}
-
-void PanelButton::announce(unsigned changes) {
+void PanelButton::scheduleUpdate(unsigned changes) {
   changes_ |= changes;
-  sd_event_source_set_enabled(presenting_.get(), SD_EVENT_ONESHOT);
+  sd_event_source_set_enabled(updating_.get(), SD_EVENT_ONESHOT);
 }
 
-int PanelButton::present(sd_event_source*, void* button) {
+int PanelButton::update(sd_event_source*, void* button) {
   auto& self = *static_cast<PanelButton*>(button);
   const unsigned changes = std::exchange(self.changes_, 0U);
   const bool isNewPanel = (changes & toPanel) != 0;
@@ -113,17 +102,16 @@ int PanelButton::present(sd_event_source*, void* button) {
 }
 
 void PanelButton::showGlyph() {
-  const bool isWide = form_ == TitleForm::wide && !title_.empty();
+  const bool isWide = form_ == TitleForm::wide && !title_.text.empty();
   std::vector<std::string> wide;
-  if (isWide) wide.push_back(artwork::wideIcon(symbol_, title_));
-  const auto names = wideIcons_.hold(wide);
-  complaint_.update(names ? nullptr : IconFolder::failure);
+  if (isWide) wide.push_back(artwork::wideIcon(symbol_, title_.text));
+  const auto names = wideIcons_.replaceIcons(wide);
+  complaint_.update(names ? Result<>() : names.failure());
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(symbol_));
 }
 
 void PanelButton::showTiles(bool isNewPanel) {
-  const bool hasTiles = form_ == TitleForm::tiles && !title_.empty();
-  tiles_.show(hasTiles ? application_.titleTiles() : std::vector<Tile>{}, isNewPanel);
+  tiles_.show(form_ == TitleForm::tiles ? title_.tiles : std::vector<Tile>{}, isNewPanel);
 }
 
 void PanelButton::attachMenu() { menu_.emplace(bus_, application_, choose_); }
@@ -133,13 +121,13 @@ void PanelButton::followMenu() {
   tiles_.followMenus(glyph_.toolTip());
 }
 
-void PanelButton::show() {
+void PanelButton::watchPanels() {
   panels_.emplace(bus_, [this](const std::string& process) { enterPanel(process); });
 }
 
 void PanelButton::enterPanel(const std::string& process) {
   form_ = titleForm(process);
-  announce(toPanel);
+  scheduleUpdate(toPanel);
 }
 
 }  // namespace lumowatt::freedesktop

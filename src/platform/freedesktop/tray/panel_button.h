@@ -26,19 +26,16 @@ class PanelButton : public StatusButton {
   PanelButton(sd_bus* bus, sd_event* loop, std::string icons, ApplicationDelegate& application,
               std::function<void(const MenuItem&)> choose);
 
+  void show(const ButtonContents& contents) override;
   void setImage(const std::optional<Image>& image) override;
-  void setImageLeading() override {}  // panels have it so
   void setTitle(std::string_view title) override;
-  void setAttributedTitle(const AttributedString& title) override;
-  void setToolTip(std::string_view text) override;
-  void setAccessibilityLabel(std::string_view text) override;
 
   /// The name by which a panel keeps the glyph's place.
   void setId(std::string_view id) { glyph_.setId(id); }
   void attachMenu();
 
-  /// Shows itself in the panel that is there, and in each that appears later.
-  void show();
+  /// Registers with the panel that is there, and with each that appears later.
+  void watchPanels();
 
   /// Has the menu follow the tool tip, which is the menu's report.
   void followMenu();
@@ -47,16 +44,15 @@ class PanelButton : public StatusButton {
   enum Change : unsigned { toGlyph = 1, toTitle = 2, toPanel = 4 };
 
   void enterPanel(const std::string& process);
-  void setLabel(std::string_view label);
 
-  /// Has what depends on a change be shown when all is said that changes now.
-  void announce(unsigned changes);
-  static int present(sd_event_source* source, void* button);
+  /// Schedules what depends on these changes for the end of this turn of the loop.
+  void scheduleUpdate(unsigned changes);
+  static int update(sd_event_source* source, void* button);
   void showGlyph();
   void showTiles(bool isNewPanel);
 
-  /// Does what an item of one of the menus says, and updates them all.
-  std::function<void(const MenuItem&)> updating(std::function<void(const MenuItem&)> choose);
+  /// Calls `choose` with an item of one of the menus, and updates them all.
+  std::function<void(const MenuItem&)> updatingMenus(std::function<void(const MenuItem&)> choose);
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
@@ -68,9 +64,9 @@ class PanelButton : public StatusButton {
   Complaint complaint_{"the title is not shown in the icon"};
   TitleForm form_ = TitleForm::label;
   std::optional<Symbol> symbol_;
-  AttributedString title_;  ///< empty where a text stands in its place
+  Title title_;  ///< empty where a text stands in its place
   unsigned changes_ = 0;
-  EventSource presenting_;
+  EventSource updating_;
   std::optional<PanelWatch> panels_;
 };
 

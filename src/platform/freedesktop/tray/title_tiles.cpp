@@ -36,13 +36,13 @@ void TitleTiles::show(const std::vector<Tile>& tiles, bool isNewPanel) {
     shown_.clear();
   }
   if (tiles == shown_ && !isNewPanel) return;
-  const char* const failure = present(tiles, isNewPanel);
-  if (failure != nullptr) {
+  const Result<> presented = present(tiles, isNewPanel);
+  if (!presented) {
     items_.clear();
-    icons_.hold({});
+    static_cast<void>(icons_.replaceIcons({}));
   }
-  shown_ = failure == nullptr ? tiles : std::vector<Tile>{};  // so that it is tried again
-  complaint_.update(failure);
+  shown_ = presented ? tiles : std::vector<Tile>{};  // so that it is tried again
+  complaint_.update(presented);
 }
 
 bool TitleTiles::areConnected() const {
@@ -50,18 +50,18 @@ bool TitleTiles::areConnected() const {
                              [](const Item& item) { return sd_bus_is_open(item.bus.get()) > 0; });
 }
 
-const char* TitleTiles::present(const std::vector<Tile>& tiles, bool isNewPanel) {
+Result<> TitleTiles::present(const std::vector<Tile>& tiles, bool isNewPanel) {
   std::vector<std::string> svgs;
   svgs.reserve(tiles.size());
   for (const Tile& tile : tiles) svgs.push_back(artwork::tileIcon(tile));
-  const auto names = icons_.hold(svgs);
-  if (!names) return IconFolder::failure;
+  const auto names = icons_.replaceIcons(svgs);
+  if (!names) return names.failure();
 
   while (items_.size() > names->size()) items_.pop_back();
   while (items_.size() < names->size()) {
-    Bus bus;
-    if (const int status = openSessionBus(loop_, bus); status < 0) return busFailure(status);
-    Item& item = items_.emplace_back(std::move(bus), loop_, icons_.path(), application_, choose_);
+    Result<Bus> bus = openSessionBus(loop_);
+    if (!bus) return bus.failure();
+    Item& item = items_.emplace_back(std::move(*bus), loop_, icons_.path(), application_, choose_);
     nameAfter(glyph_, items_.size(), item.status);
     item.status.setTexts(glyph_);
   }
@@ -71,7 +71,7 @@ const char* TitleTiles::present(const std::vector<Tile>& tiles, bool isNewPanel)
     if (isNewPanel || !item.isRegistered) item.status.registerItem();
     item.isRegistered = true;
   }
-  return nullptr;
+  return {};
 }
 
 void TitleTiles::followTexts() {

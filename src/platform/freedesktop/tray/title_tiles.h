@@ -55,8 +55,7 @@ class TitleTiles {
 
   bool areConnected() const;
 
-  /// Returns what went wrong; null when they are shown.
-  const char* present(const std::vector<Tile>& tiles, bool isNewPanel);
+  Result<> present(const std::vector<Tile>& tiles, bool isNewPanel);
 
   sd_event* loop_;
   const StatusItem& glyph_;

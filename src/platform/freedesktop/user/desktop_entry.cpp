@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/freedesktop/user/text.h"
+#include "base/text.h"
+
 
 namespace lumowatt::freedesktop {
 

@@ -5,7 +5,7 @@
 #include <charconv>
 #include <limits>
 
-#include "platform/freedesktop/user/text.h"
+#include "base/text.h"
 #include "platform/freedesktop/user/user_file.h"
 
 namespace lumowatt::freedesktop {
@@ -36,31 +36,37 @@ char lower(char letter) {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-}  // namespace
-
-std::optional<std::string> PreferenceFile::value(std::string_view key) const {
-  const auto text = readUserFile(path_).text;
-  const auto span = text ? find(*text, key) : std::nullopt;
-  if (!span) return std::nullopt;
-  return std::string(trimmed(std::string_view(*text).substr(span->start, span->length)));
-}
-
-bool PreferenceFile::has(std::string_view key) const { return value(key).has_value(); }
-
-std::int64_t PreferenceFile::integer(std::string_view key) const {
-  const std::string text = value(key).value_or("");
+std::int64_t integer(std::string_view value) {
   std::int64_t number = 0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+  const auto result = std::from_chars(value.data(), value.data() + value.size(), number);
   if (result.ec != std::errc::result_out_of_range) return number;
   using Limits = std::numeric_limits<std::int64_t>;
-  return text.starts_with('-') ? Limits::min() : Limits::max();
+  return value.starts_with('-') ? Limits::min() : Limits::max();
 }
 
-bool PreferenceFile::boolean(std::string_view key) const {
+bool boolean(std::string_view value) {
   constexpr std::array<std::string_view, 4> yes{"true", "yes", "on", "1"};
-  std::string text = value(key).value_or("");
+  std::string text(value);
   std::ranges::transform(text, text.begin(), lower);
   return std::ranges::find(yes, text) != yes.end();
+}
+
+}  // namespace
+
+std::vector<std::optional<StoredPreference>> PreferenceFile::read(
+    const std::vector<std::string_view>& keys) const {
+  const std::string text = readUserFile(path_).text.value_or("");
+  std::vector<std::optional<StoredPreference>> values;
+  for (const std::string_view key : keys) {
+    const auto span = find(text, key);
+    if (!span) {
+      values.emplace_back();
+      continue;
+    }
+    const std::string_view value = trimmed(std::string_view(text).substr(span->start, span->length));
+    values.push_back(StoredPreference{integer(value), boolean(value)});
+  }
+  return values;
 }
 
 bool PreferenceFile::set(std::string_view key, std::string_view value) const {

@@ -1,9 +1,11 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "menubar/desktop.h"
 
 namespace lumowatt::freedesktop {
 
@@ -13,23 +15,18 @@ class PreferenceFile {
  public:
   explicit PreferenceFile(std::string path) : path_(std::move(path)) {}
 
-  /// Whether there is a value under the key. A file that cannot be read has none.
-  bool has(std::string_view key) const;
-
-  /// The number at the start of the value; 0 for one that begins with none. What 64 bits cannot
-  /// hold is the nearest that they can.
-  std::int64_t integer(std::string_view key) const;
-
-  /// Whether the value is "true", "yes", "on" or "1", in letters of either case.
-  bool boolean(std::string_view key) const;
+  /// What is stored under each of the keys, by one reading of the file; nothing when it cannot be
+  /// read. A number is that at the start of the value, the nearest one that 64 bits can hold, and 0
+  /// for a value that begins with none. True are "true", "yes", "on" and "1", in letters of either
+  /// case.
+  std::vector<std::optional<StoredPreference>> read(
+      const std::vector<std::string_view>& keys) const;
 
   /// Stores a value. False when that fails, as it does when the file is there but cannot be read,
   /// or could not be afterwards: its lines would be lost.
   bool set(std::string_view key, std::string_view value) const;
 
  private:
-  std::optional<std::string> value(std::string_view key) const;
-
   std::string path_;
 };
 

@@ -9,7 +9,7 @@
 #include <array>
 #include <csignal>
 
-#include "platform/freedesktop/user/text.h"
+#include "platform/freedesktop/user/environment.h"
 
 namespace lumowatt::freedesktop {
 

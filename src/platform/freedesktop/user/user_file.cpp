@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/freedesktop/user/text.h"
 #include "platform/posix/descriptor.h"
 
 namespace lumowatt::freedesktop {
@@ -42,19 +41,6 @@ bool fill(const Descriptor& file, std::string_view contents, mode_t mode) {
 }
 
 }  // namespace
-
-std::string configurationFolder() {
-  std::string configuration = environmentVariable("XDG_CONFIG_HOME");
-  if (configuration.starts_with('/')) return configuration;
-  const std::string home = environmentVariable("HOME");
-  return home.starts_with('/') ? home + "/.config" : "";
-}
-
-std::string configurationFile(std::string_view name) {
-  std::string path = configurationFolder();
-  if (!path.empty()) path.append("/").append(name);
-  return path;
-}
 
 FileContents readUserFile(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));

@@ -8,13 +8,6 @@
 /// The small files that a user has of this program.
 namespace lumowatt::freedesktop {
 
-/// The folder of the user's configuration, as freedesktop.org has it:
-/// $XDG_CONFIG_HOME when that is an absolute path, else ".config" in $HOME. Empty when neither is.
-std::string configurationFolder();
-
-/// The path of a file below that folder; empty when there is no such folder.
-std::string configurationFile(std::string_view name);
-
 /// The largest file that is read, in bytes.
 inline constexpr std::size_t userFileLimit = 65536;
 

@@ -39,19 +39,16 @@ bool isCharger(std::string_view type, std::string_view name) {
 
 Charger readCharger(Device& device, std::string_view type) {
   Charger charger;
-  charger.name = device.name();
   charger.usb = isUsb(type);
   charger.online = device.number("online").value_or(0) >= 1;
-  return charger;
-}
-
-void readRating(Device& device, Charger& charger) {
+  if (!charger.online) return charger;
   charger.ratedWatts = positive(device, "input_power_limit") / 1e6;
   if (charger.usb) {
     charger.ratedWatts = std::max({charger.ratedWatts, watts(device, "voltage_max", "current_max"),
                                    watts(device, "voltage_now", "current_now")});
   }
   charger.product = readProduct(device);
+  return charger;
 }
 
 }  // namespace lumowatt::power_supply

@@ -10,7 +10,6 @@ namespace lumowatt::power_supply {
 
 /// A supply that brings power from outside.
 struct Charger {
-  std::string name;       ///< the device's
   bool usb = false;       ///< else mains or wireless
   bool online = false;    ///< power comes in; stale on some USB ports
   double ratedWatts = 0;  ///< the most that it says it gives; 0 when it does not say
@@ -20,10 +19,7 @@ struct Charger {
 /// Whether a supply of this `type` and name is a charger.
 bool isCharger(std::string_view type, std::string_view name);
 
-/// Reads whether a charger of this `type` is online.
+/// Reads whether a charger of this `type` is online; if so, what it can give and who made it.
 Charger readCharger(sysfs::Device& device, std::string_view type);
-
-/// Fills in what `charger` can give and who made it.
-void readRating(sysfs::Device& device, Charger& charger);
 
 }  // namespace lumowatt::power_supply

@@ -2,7 +2,6 @@
 
 #include <strings.h>
 
-#include <cstring>
 #include <utility>
 
 #include "platform/linux/power_supply/dictionary.h"
@@ -55,20 +54,6 @@ std::vector<Pack> readPacks(const Class& supplies, const std::vector<std::string
   return names.size() > 1 && left.size() == 1 ? readPacks(supplies, left) : packs;
 }
 
-/// `chargers` with what the online ones can give. One that has gone meanwhile is left out.
-std::vector<Charger> withRatings(const Class& supplies, std::vector<Charger> chargers) {
-  std::vector<Charger> rated;
-  for (Charger& charger : chargers) {
-    if (charger.online) {
-      Device device(supplies, charger.name);
-      readRating(device, charger);
-      if (!device.isListed()) continue;
-    }
-    rated.push_back(std::move(charger));
-  }
-  return rated;
-}
-
 }  // namespace
 
 Service::Service(std::string powerSupplyFolder, std::string hwmonFolder)
@@ -76,24 +61,23 @@ Service::Service(std::string powerSupplyFolder, std::string hwmonFolder)
 
 std::optional<PropertyDictionary> Service::properties() try {
   auto properties = read();
-  complaint_.update(nullptr);
+  complaint_.update({});
   return properties;
-} catch (const sysfs::Shortage& shortage) {
-  complaint_.update(std::strerror(shortage.error));
+} catch (const Failure& shortage) {
+  complaint_.update(shortage);
   return std::nullopt;
 }
 
 std::optional<PropertyDictionary> Service::read() const {
   const Class supplies(powerSupplyFolder_);
-  auto [packNames, chargers] = survey(supplies);
+  const auto [packNames, chargers] = survey(supplies);
   const std::vector<Pack> packs = readPacks(supplies, packNames);
   if (packs.empty()) return std::nullopt;
 
-  PowerState state = combine(packs, chargers);
+  const PowerState state = combine(packs, chargers);
   MeasuredPower measured;
-  if (state.external) {
-    state = combine(packs, withRatings(supplies, std::move(chargers)));
-    if (packNames.front().starts_with("macsmc")) measured = readAppleSensors(hwmonFolder_);
+  if (state.external && packNames.front().starts_with("macsmc")) {
+    measured = readAppleSensors(hwmonFolder_);
   }
   return dictionary(state, measured);
 }

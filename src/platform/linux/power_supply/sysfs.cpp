@@ -7,21 +7,31 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <utility>
+
+#include "base/failure.h"
+#include "base/text.h"
 
 namespace lumowatt::sysfs {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\n\v\f\r";
-  const auto first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+/// Throws if the error, with which something could not be opened, says nothing about the file.
+void requireNoShortage(int error) {
+  if (error == EMFILE || error == ENFILE || error == ENOMEM) throw systemFailure(error);
 }
 
-/// After a file could not be opened, or a folder read: throws if that says nothing about the file.
-void requireNoShortage() {
-  if (errno == EMFILE || errno == ENFILE || errno == ENOMEM) throw Shortage{errno};
+Descriptor openFolder(int parent, const char* path) {
+  Descriptor folder(::openat(parent, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder.isOpen()) requireNoShortage(errno);
+  return folder;
+}
+
+std::vector<std::string> namesIn(const Descriptor& folder) {
+  if (!folder.isOpen()) return {};
+  auto [names, error] = listFolder(folder);
+  requireNoShortage(error);
+  return std::move(names);
 }
 
 /// What gives no text at all may be a pipe that nobody writes to.
@@ -32,44 +42,29 @@ bool isRegular(int file) {
 
 }  // namespace
 
-Class::Class(const std::string& path) : folder_(::opendir(path.c_str())) {
-  if (!folder_) {
-    requireNoShortage();
-    return;
-  }
-  // At the end of the folder, readdir leaves errno as it was.
-  for (errno = 0; const dirent* entry = ::readdir(folder_.get()); errno = 0) {
-    if (entry->d_name[0] != '.') deviceNames_.emplace_back(entry->d_name);
-  }
-  requireNoShortage();
-  std::sort(deviceNames_.begin(), deviceNames_.end());
-}
+Class::Class(const std::string& path)
+    : folder_(openFolder(AT_FDCWD, path.c_str())), deviceNames_(namesIn(folder_)) {}
 
-Device::Device(const Class& devices, const std::string& name)
-    : classFolder_(devices.folder_ ? ::dirfd(devices.folder_.get()) : -1),
-      name_(name),
-      folder_(::openat(classFolder_, name.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {
-  if (folder_ < 0) requireNoShortage();
-}
-
-Device::~Device() {
-  if (folder_ >= 0) ::close(folder_);
-}
+Device::Device(const Class& devices, std::string name)
+    : classFolder_(devices.folder_.number()),
+      name_(std::move(name)),
+      folder_(openFolder(classFolder_, name_.c_str())),
+      attributes_(namesIn(folder_)) {}
 
 std::optional<std::string> Device::text(const char* attribute) {
-  if (folder_ < 0) return std::nullopt;
+  if (!std::ranges::binary_search(attributes_, attribute)) return std::nullopt;
   // Not blocking, in case something else than an attribute lies there.
-  const int file = ::openat(folder_, attribute, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-  if (file < 0) {
-    requireNoShortage();
+  const Descriptor file(::openat(folder_.number(), attribute,
+                                 O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file.isOpen()) {
+    requireNoShortage(errno);
     return std::nullopt;
   }
   char buffer[1024];
-  const ssize_t length = ::read(file, buffer, sizeof buffer);
+  const ssize_t length = ::read(file.number(), buffer, sizeof buffer);
   if (length < 0 && errno == ENODEV) refused_ = true;
   const bool complete = length >= 0 && static_cast<std::size_t>(length) < sizeof buffer &&
-                        (length > 0 || isRegular(file));
-  ::close(file);
+                        (length > 0 || isRegular(file.number()));
   if (!complete) return std::nullopt;
   answered_ = true;
   return std::string(trimmed({buffer, static_cast<std::size_t>(length)}));
@@ -83,7 +78,7 @@ std::optional<std::int64_t> Device::number(const char* attribute) {
 bool Device::isListed() const {
   struct stat held {};
   struct stat listed {};
-  return folder_ >= 0 && ::fstat(folder_, &held) == 0 &&
+  return folder_.isOpen() && ::fstat(folder_.number(), &held) == 0 &&
          ::fstatat(classFolder_, name_.c_str(), &listed, 0) == 0 && held.st_dev == listed.st_dev &&
          held.st_ino == listed.st_ino;
 }

@@ -1,29 +1,24 @@
 #pragma once
 
-#include <dirent.h>
-
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/posix/descriptor.h"
+
 /// Device classes of the kernel's sysfs: a folder of devices, each a folder with one small text
 /// file per attribute (Documentation/filesystems/sysfs.rst).
 namespace lumowatt::sysfs {
 
-/// Thrown when a file cannot be opened because the machine, or this process, is short of something:
-/// files that are open, or memory. What else was read would be half of the truth.
-struct Shortage {
-  int error;
-};
+// What reads throws a `Failure` where this machine or process is short of files or memory: what else
+// was read would be half of the truth.
 
 /// A class folder such as /sys/class/power_supply, held open. One that cannot be opened has no
 /// devices.
 class Class {
  public:
-  /// Throws a shortage.
   explicit Class(const std::string& path);
 
   /// The names of the devices that it listed when it was opened, sorted by their bytes.
@@ -32,11 +27,7 @@ class Class {
  private:
   friend class Device;
 
-  struct Close {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-  };
-
-  std::unique_ptr<DIR, Close> folder_;
+  Descriptor folder_;
   std::vector<std::string> deviceNames_;
 };
 
@@ -44,22 +35,18 @@ class Class {
 /// of the device. Must not outlive its class.
 class Device {
  public:
-  /// Throws a shortage.
-  Device(const Class& devices, const std::string& name);
-  Device(const Device&) = delete;
-  Device& operator=(const Device&) = delete;
-  ~Device();
+  Device(const Class& devices, std::string name);
 
   const std::string& name() const { return name_; }
 
   /// An attribute's text without the white space around it: any bytes, and none for an empty
   /// file. Absent when the file is missing, unreadable, longer than anything of use, or a pipe or
-  /// device that gives nothing. Opens and reads it afresh, and waits for nobody but a driver.
-  /// Throws a shortage.
+  /// device that gives nothing. Opens and reads it afresh, and waits for nobody but a driver. One
+  /// that was not there when the device was opened is not looked for.
   std::optional<std::string> text(const char* attribute);
 
   /// An attribute that is a decimal integer with an optional sign. Absent when it is anything
-  /// else or does not fit 64 bits. Throws a shortage.
+  /// else or does not fit 64 bits.
   std::optional<std::int64_t> number(const char* attribute);
 
   /// Whether the class still lists this very device. If not, it was removed meanwhile, and what
@@ -73,7 +60,8 @@ class Device {
  private:
   int classFolder_;
   std::string name_;
-  int folder_;             // negative when the device could not be opened
+  Descriptor folder_;
+  std::vector<std::string> attributes_;  // their names, sorted
   bool answered_ = false;  // an attribute could be read
   bool refused_ = false;   // reading one failed with ENODEV
 };

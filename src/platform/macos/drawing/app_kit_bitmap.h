@@ -10,8 +10,8 @@ class AppKitBitmapFactory : public BitmapFactory {
  public:
   AppKitBitmapFactory();
 
-  std::unique_ptr<Bitmap> draw(const Drawing& picture, double scale,
-                               Appearance appearance) override;
+  Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
+                                       Appearance appearance) override;
 };
 
 }  // namespace lumowatt::macos

@@ -68,20 +68,20 @@ void drawOn(NSGraphicsContext* context, NSImage* image, double scale) {
 
 AppKitBitmapFactory::AppKitBitmapFactory() { [NSApplication sharedApplication]; }
 
-std::unique_ptr<Bitmap> AppKitBitmapFactory::draw(const Drawing& picture, double scale,
-                                                  Appearance appearance) {
+Result<std::unique_ptr<Bitmap>> AppKitBitmapFactory::draw(const Drawing& picture, double scale,
+                                                          Appearance appearance) {
   @autoreleasepool {
     NSImage* const image = makeDrawing(picture);
     NSBitmapImageRep* const pixels = makePixels(image.size, scale);
-    if (pixels == nil) return nullptr;
+    if (pixels == nil) return Failure{"there is no memory for the picture"};
     NSGraphicsContext* const context = [NSGraphicsContext graphicsContextWithBitmapImageRep:pixels];
-    if (context == nil) return nullptr;
+    if (context == nil) return Failure{"the picture has no graphics context"};
     // Only now: a context that is made for a size in points has its scale already.
     pixels.size = image.size;
     drawFor(appearance, ^{
       drawOn(context, image, scale);
     });
-    return std::make_unique<AppKitBitmap>(pixels);
+    return std::unique_ptr<Bitmap>(std::make_unique<AppKitBitmap>(pixels));
   }
 }
 

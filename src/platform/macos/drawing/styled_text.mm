@@ -24,9 +24,11 @@ struct ColorMaker {
       case SystemColor::secondaryLabel:
         return NSColor.secondaryLabelColor;
       case SystemColor::separator:
+        return NSColor.separatorColor;
+      case SystemColor::windowBackground:
         break;
     }
-    return NSColor.separatorColor;
+    return NSColor.windowBackgroundColor;
   }
 
   NSColor* operator()(const CalibratedRgb& color) const {

@@ -13,7 +13,7 @@ NS_ASSUME_NONNULL_BEGIN
 /// The delegate of the application object and of the item's menu: it owns the application in the
 /// menu bar, and tells it what happens.
 @interface LumowattApplicationDelegate
-    : NSObject <NSApplicationDelegate, NSMenuDelegate, LumowattMenuActions>
+    : NSObject <NSApplicationDelegate, NSMenuDelegate, LumowattMenuTarget>
 
 - (instancetype)initWithApplication:(std::shared_ptr<lumowatt::ApplicationDelegate>)application;
 

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-using lumowatt::Action;
-
 @implementation LumowattApplicationDelegate {
   std::shared_ptr<lumowatt::ApplicationDelegate> _application;
 }
@@ -19,32 +17,11 @@ using lumowatt::Action;
 }
 
 - (void)menuWillOpen:(NSMenu*)menu {
-  _application->menuWillOpen();
-  lumowatt::macos::fillMenu(menu, _application->menu(), self);
+  lumowatt::macos::fillMenu(menu, _application->menuWillOpen(), self);
 }
 
-- (void)pick:(NSMenuItem*)sender {
-  _application->perform({.action = Action::pick, .tag = sender.tag});
-}
-
-- (void)toggleColor {
-  _application->perform({.action = Action::toggleColor});
-}
-
-- (void)toggleAnimate {
-  _application->perform({.action = Action::toggleAnimate});
-}
-
-- (void)copyDetails {
-  _application->perform({.action = Action::copyDetails});
-}
-
-- (void)toggleLogin {
-  _application->perform({.action = Action::toggleLogin});
-}
-
-- (void)openSettings {
-  _application->perform({.action = Action::openSettings});
+- (void)choose:(NSMenuItem*)sender {
+  _application->perform(lumowatt::macos::choiceOf(sender));
 }
 
 @end

@@ -15,12 +15,9 @@ class ItemButton : public StatusButton {
 
   bool exists() const { return item_.button != nil; }
 
+  void show(const ButtonContents& contents) override;
   void setImage(const std::optional<Image>& image) override;
-  void setImageLeading() override;
   void setTitle(std::string_view title) override;
-  void setAttributedTitle(const AttributedString& title) override;
-  void setToolTip(std::string_view text) override;
-  void setAccessibilityLabel(std::string_view text) override;
 
  private:
   NSStatusItem* item_;

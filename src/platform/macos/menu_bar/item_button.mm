@@ -6,22 +6,19 @@
 
 namespace lumowatt::macos {
 
+void ItemButton::show(const ButtonContents& contents) {
+  setImage(contents.image);
+  NSStatusBarButton* const button = item_.button;
+  button.imagePosition = NSImageLeading;
+  button.attributedTitle = makeAttributedString(contents.title.text);
+  button.toolTip = toNSString(contents.toolTip);
+  button.accessibilityLabel = toNSString(contents.accessibilityLabel);
+}
+
 void ItemButton::setImage(const std::optional<Image>& image) {
   item_.button.image = image ? makeImage(*image) : nil;
 }
 
-void ItemButton::setImageLeading() { item_.button.imagePosition = NSImageLeading; }
-
 void ItemButton::setTitle(std::string_view title) { item_.button.title = toNSString(title); }
-
-void ItemButton::setAttributedTitle(const AttributedString& title) {
-  item_.button.attributedTitle = makeAttributedString(title);
-}
-
-void ItemButton::setToolTip(std::string_view text) { item_.button.toolTip = toNSString(text); }
-
-void ItemButton::setAccessibilityLabel(std::string_view text) {
-  item_.button.accessibilityLabel = toNSString(text);
-}
 
 }  // namespace lumowatt::macos

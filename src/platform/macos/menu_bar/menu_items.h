@@ -6,20 +6,18 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// What the items of the menu send to their target when they are chosen.
-@protocol LumowattMenuActions <NSObject>
-- (void)pick:(NSMenuItem*)sender;
-- (void)toggleColor;
-- (void)toggleAnimate;
-- (void)copyDetails;
-- (void)toggleLogin;
-- (void)openSettings;
+/// What the items of the menu call when they are chosen.
+@protocol LumowattMenuTarget <NSObject>
+- (void)choose:(NSMenuItem*)sender;
 @end
 
 namespace lumowatt::macos {
 
 /// Puts the items into the menu, in place of those that are in it.
-void fillMenu(NSMenu* menu, const Menu& items, id<LumowattMenuActions> target);
+void fillMenu(NSMenu* menu, const Menu& items, id<LumowattMenuTarget> target);
+
+/// The choice that such an item offers.
+Choice choiceOf(NSMenuItem* item);
 
 }  // namespace lumowatt::macos
 

@@ -1,5 +1,7 @@
 #include "platform/macos/menu_bar/menu_items.h"
 
+#include <variant>
+
 #include "platform/macos/drawing/app_kit_canvas.h"
 #include "platform/macos/drawing/images.h"
 #include "platform/macos/drawing/styled_text.h"
@@ -11,28 +13,6 @@ namespace lumowatt::macos {
 
 namespace {
 
-SEL _Nullable selectorFor(Action action) {
-  switch (action) {
-    case Action::pick:
-      return @selector(pick:);
-    case Action::toggleColor:
-      return @selector(toggleColor);
-    case Action::toggleAnimate:
-      return @selector(toggleAnimate);
-    case Action::copyDetails:
-      return @selector(copyDetails);
-    case Action::toggleLogin:
-      return @selector(toggleLogin);
-    case Action::openSettings:
-      return @selector(openSettings);
-    case Action::terminate:
-      return @selector(terminate:);
-    case Action::none:
-      break;
-  }
-  return nullptr;
-}
-
 NSView* makeView(const ItemView& view) {
   NSImageView* const content = [[NSImageView alloc] initWithFrame:makeRect(view.content.frame)];
   content.image = makeImage(view.content.image);
@@ -42,31 +22,74 @@ NSView* makeView(const ItemView& view) {
   return container;
 }
 
-NSMenuItem* makeItem(const MenuItem& item, id<LumowattMenuActions> target) {
-  if (item.isSeparator) return [NSMenuItem separatorItem];
-  NSMenuItem* const result = [[NSMenuItem alloc] initWithTitle:toNSString(item.title)
-                                                        action:selectorFor(item.action)
-                                                 keyEquivalent:toNSString(item.keyEquivalent)];
-  if (item.attributedTitle) result.attributedTitle = makeAttributedString(*item.attributedTitle);
-  // Without a target, the action finds the application.
-  if (item.action != Action::none && item.action != Action::terminate) result.target = target;
-  result.tag = item.tag;
-  result.state = item.isOn ? NSControlStateValueOn : NSControlStateValueOff;
-  result.enabled = item.isEnabled;
-  if (!item.submenu.empty()) {
-    NSMenu* const submenu = [[NSMenu alloc] initWithTitle:result.title];
-    fillMenu(submenu, item.submenu, target);
-    result.submenu = submenu;
-  }
-  if (item.view) result.view = makeView(*item.view);
-  return result;
+NSMenuItem* makePlainItem(std::string_view title) {
+  return [[NSMenuItem alloc] initWithTitle:toNSString(title) action:nullptr keyEquivalent:@""];
 }
+
+/// Makes the item of each kind.
+struct ItemMaker {
+  id<LumowattMenuTarget> target;
+
+  NSMenuItem* operator()(const MenuSeparator&) const { return [NSMenuItem separatorItem]; }
+
+  NSMenuItem* operator()(const MenuLine& line) const {
+    NSMenuItem* const item = makePlainItem(line.title);
+    if (line.attributedTitle) item.attributedTitle = makeAttributedString(*line.attributedTitle);
+    item.enabled = NO;
+    return item;
+  }
+
+  NSMenuItem* operator()(const MenuChart& chart) const {
+    NSMenuItem* const item = makePlainItem("");
+    item.view = makeView(chart.view);
+    return item;
+  }
+
+  NSMenuItem* operator()(const MenuCommand& command) const {
+    return makeChoice(command.title, command.choice, command.keyEquivalent, false);
+  }
+
+  NSMenuItem* operator()(const MenuCheckMark& mark) const {
+    return makeChoice(mark.title, mark.choice, "", mark.isOn);
+  }
+
+  NSMenuItem* operator()(const MenuRadioMark& mark) const {
+    return makeChoice(mark.title, mark.choice, "", mark.isOn);
+  }
+
+  NSMenuItem* operator()(const Submenu& submenu) const {
+    NSMenuItem* const item = makePlainItem(submenu.title);
+    item.submenu = [[NSMenu alloc] initWithTitle:item.title];
+    for (const MenuRadioMark& mark : submenu.items) [item.submenu addItem:(*this)(mark)];
+    return item;
+  }
+
+ private:
+  NSMenuItem* makeChoice(std::string_view title, const Choice& choice, std::string_view key,
+                         bool isOn) const {
+    const bool isOwn = choice.action != Action::terminate;
+    NSMenuItem* const item =
+        [[NSMenuItem alloc] initWithTitle:toNSString(title)
+                                   action:isOwn ? @selector(choose:) : @selector(terminate:)
+                            keyEquivalent:toNSString(key)];
+    if (isOwn) item.target = target;  // without a target, the action finds the application
+    item.representedObject = @(static_cast<NSInteger>(choice.action));
+    item.tag = choice.tag;
+    item.state = isOn ? NSControlStateValueOn : NSControlStateValueOff;
+    return item;
+  }
+};
 
 }  // namespace
 
-void fillMenu(NSMenu* menu, const Menu& items, id<LumowattMenuActions> target) {
+void fillMenu(NSMenu* menu, const Menu& items, id<LumowattMenuTarget> target) {
   [menu removeAllItems];
-  for (const MenuItem& item : items) [menu addItem:makeItem(item, target)];
+  for (const MenuItem& item : items) [menu addItem:std::visit(ItemMaker{target}, item)];
+}
+
+Choice choiceOf(NSMenuItem* item) {
+  NSNumber* const action = item.representedObject;
+  return {.action = static_cast<Action>(action.integerValue), .tag = item.tag};
 }
 
 }  // namespace lumowatt::macos

@@ -24,6 +24,7 @@ extern NSAttributedStringKey const NSBaselineOffsetAttributeName;
 @property(class, strong, readonly) NSColor* labelColor;
 @property(class, strong, readonly) NSColor* secondaryLabelColor;
 @property(class, strong, readonly) NSColor* separatorColor;
+@property(class, strong, readonly) NSColor* windowBackgroundColor;
 + (NSColor*)colorWithCalibratedRed:(CGFloat)red
                              green:(CGFloat)green
                               blue:(CGFloat)blue
@@ -260,6 +261,7 @@ static const NSControlStateValue NSControlStateValueOn = 1;
 @property(nullable, copy) NSAttributedString* attributedTitle;
 @property(nullable, weak) id target;
 @property NSInteger tag;
+@property(nullable, strong) id representedObject;
 @property NSControlStateValue state;
 @property(getter=isEnabled) BOOL enabled;
 @property(nullable, strong) NSMenu* submenu;

@@ -80,7 +80,9 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 
 @interface NSNumber : NSValue
 + (NSNumber*)numberWithDouble:(double)value;
++ (NSNumber*)numberWithInteger:(NSInteger)value;
 @property(readonly) unsigned long long unsignedLongLongValue;
+@property(readonly) NSInteger integerValue;
 @end
 
 @interface NSArray<__covariant ObjectType> : NSObject

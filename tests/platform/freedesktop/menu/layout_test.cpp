@@ -15,9 +15,7 @@ using Ids = std::vector<std::int32_t>;
 MenuContents contents() {
   return {.reading = {},
           .history = {},
-          .mode = Mode::percentPower,
-          .useColor = true,
-          .animate = false,
+          .preferences = {.animate = false},
           .opensAtLogin = false,
           .version = "1.0.0"};
 }
@@ -58,7 +56,7 @@ TEST_F(MenuLayoutTest, IsEmptyAtFirst) {
 }
 
 TEST_F(MenuLayoutTest, NumbersItemsByGroupAndPlace) {
-  const auto change = layout.present(statusMenu(contents()), "chart");
+  const auto change = layout.present(statusMenu(contents()));
   EXPECT_TRUE(change.isStructural);
   EXPECT_EQ(ids(layout.root().children), (Ids{1, 2, 3, 4, 5, 6, 100, 101, 102, 200, 201, 202, 203,
                                               204, 205, 206, 300, 301, 302}));
@@ -66,13 +64,13 @@ TEST_F(MenuLayoutTest, NumbersItemsByGroupAndPlace) {
 }
 
 TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
-  layout.present(statusMenu(contents()), "▁▂▃ 45–64%");
+  layout.present(statusMenu(contents()));
   using Toggle = MenuEntry::Toggle;
   EXPECT_EQ(entry(1), (MenuEntry{.id = 1, .label = "On battery", .isEnabled = false}));
   EXPECT_EQ(entry(100), (MenuEntry{.id = 100, .isSeparator = true}));
   EXPECT_EQ(entry(101),
             (MenuEntry{.id = 101, .label = "Charge over the last hour", .isEnabled = false}));
-  EXPECT_EQ(entry(102), (MenuEntry{.id = 102, .label = "▁▂▃ 45–64%"}));
+  EXPECT_EQ(entry(102), (MenuEntry{.id = 102, .label = "Collecting history…"}));
   EXPECT_TRUE(entry(201).isEnabled);
   EXPECT_EQ(entry(30101), (MenuEntry{.id = 30101, .label = "Percent", .toggle = Toggle::radio}));
   EXPECT_EQ(entry(30102), (MenuEntry{.id = 30102,
@@ -89,34 +87,34 @@ TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
 }
 
 TEST_F(MenuLayoutTest, VisitsEachItemWithTheOnesBelowItAfterIt) {
-  Menu menu{{.title = "first", .submenu = {{.title = "below"}}}, {.title = "second"}};
-  layout.present(menu, "");
+  layout.present({Submenu{"first", {{"below", {Action::pick}, false}}}, MenuLine{"second"}});
   Ids visited;
   layout.forEach([&](const MenuEntry& visitedEntry) { visited.push_back(visitedEntry.id); });
   EXPECT_EQ(visited, (Ids{0, 1, 10101, 2}));
 }
 
 TEST_F(MenuLayoutTest, DoublesUnderscores) {
-  layout.present({{.title = "a_b__c", .action = Action::copyDetails}}, "");
+  layout.present({MenuCommand{"a_b__c", {Action::copyDetails}}});
   EXPECT_EQ(entry(1).label, "a__b____c");
 }
 
 TEST_F(MenuLayoutTest, PresentedAgainWithoutAChangeTellsNone) {
-  layout.present(statusMenu(contents()), "chart");
+  layout.present(statusMenu(contents()));
   const MenuEntry before = layout.root();
-  const auto change = layout.present(statusMenu(contents()), "chart");
+  const auto change = layout.present(statusMenu(contents()));
   EXPECT_FALSE(change.isStructural);
   EXPECT_TRUE(change.entries.empty());
   EXPECT_EQ(layout.root(), before);
 }
 
 TEST_F(MenuLayoutTest, TellsTheItemsThatDiffer) {
-  layout.present(statusMenu(contents()), "chart");
+  layout.present(statusMenu(contents()));
   MenuContents menu = contents();
-  menu.useColor = false;
-  menu.mode = Mode::all;
+  menu.preferences.useColor = false;
+  menu.preferences.mode = Mode::all;
   menu.reading.percent = 50;
-  const auto change = layout.present(statusMenu(menu), "other chart");
+  menu.history = {{0.0, 50}, {60.0, 50}};
+  const auto change = layout.present(statusMenu(menu));
   EXPECT_FALSE(change.isStructural);
   EXPECT_EQ(ids(change.entries), (Ids{2, 102, 30102, 30104, 202}));
   EXPECT_EQ(change.entries[0].label, "Charge: 50% (0 of 0 mAh)");
@@ -125,8 +123,8 @@ TEST_F(MenuLayoutTest, TellsTheItemsThatDiffer) {
 }
 
 TEST_F(MenuLayoutTest, AFurtherLineIsANewItemAndTheOthersKeepTheirIds) {
-  layout.present(statusMenu(contents()), "chart");
-  const auto change = layout.present(longerMenu(), "chart");
+  layout.present(statusMenu(contents()));
+  const auto change = layout.present(longerMenu());
   EXPECT_TRUE(change.isStructural);
   EXPECT_TRUE(change.entries.empty());
   EXPECT_EQ(ids(layout.root().children).at(6), 7);
@@ -135,20 +133,20 @@ TEST_F(MenuLayoutTest, AFurtherLineIsANewItemAndTheOthersKeepTheirIds) {
 }
 
 TEST_F(MenuLayoutTest, ALineThatIsGoneStaysInvisibleUntilItIsBack) {
-  layout.present(longerMenu(), "chart");
-  auto change = layout.present(statusMenu(contents()), "chart");
+  layout.present(longerMenu());
+  auto change = layout.present(statusMenu(contents()));
   EXPECT_FALSE(change.isStructural);
   EXPECT_EQ(ids(change.entries), Ids{7});
   EXPECT_FALSE(entry(7).isVisible);
-  change = layout.present(longerMenu(), "chart");
+  change = layout.present(longerMenu());
   EXPECT_FALSE(change.isStructural);
   EXPECT_EQ(ids(change.entries), Ids{7});
   EXPECT_TRUE(entry(7).isVisible);
 }
 
 TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
-  layout.present(statusMenu(contents()), "chart");
-  layout.present(statusMenuWithoutBattery(), "");
+  layout.present(statusMenu(contents()));
+  layout.present(statusMenuWithoutBattery());
   for (const MenuEntry& child : layout.root().children) {
     EXPECT_EQ(child.isVisible, child.id == 1) << child.id;
   }
@@ -161,33 +159,28 @@ TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
 }
 
 TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
-  layout.present(statusMenu(contents()), "chart");
+  layout.present(statusMenu(contents()));
   std::set<std::int32_t> choosable;
   for (std::int32_t id = -10; id < 40000; ++id) {
     if (layout.choosable(id) != nullptr) choosable.insert(id);
   }
   EXPECT_EQ(choosable, (std::set<std::int32_t>{102, 202, 203, 204, 205, 206, 302, 30101, 30102,
                                                30103, 30104}));
-  EXPECT_EQ(layout.choosable(204)->action, Action::copyDetails);
-  EXPECT_EQ(layout.choosable(30104)->tag, 3);
-  EXPECT_TRUE(layout.choosable(102)->view.has_value());
+  EXPECT_EQ(choiceOf(*layout.choosable(204))->action, Action::copyDetails);
+  EXPECT_EQ(choiceOf(*layout.choosable(30104))->tag, 3);
+  EXPECT_TRUE(std::holds_alternative<MenuChart>(*layout.choosable(102)));
 }
 
-TEST_F(MenuLayoutTest, WhatIsBelowADisabledItemCannotBeChosen) {
-  MenuItem parent{.title = "Choices", .submenu = {{.title = "one", .action = Action::pick}}};
-  layout.present({parent}, "");
-  EXPECT_NE(layout.choosable(10101), nullptr);
-  parent.isEnabled = false;
-  layout.present({parent}, "");
-  EXPECT_EQ(entry(10101).label, "one");
-  EXPECT_EQ(layout.choosable(10101), nullptr);
+TEST_F(MenuLayoutTest, ASubmenuWithoutItemsIsDisabled) {
+  layout.present({Submenu{"Choices", {}}});
+  EXPECT_FALSE(entry(1).isEnabled);
 }
 
 TEST_F(MenuLayoutTest, AGroupOfAHundredEndsBeforeTheNextSeparator) {
-  Menu menu(150, {.title = "line", .isEnabled = false});
-  menu.push_back({.isSeparator = true});
-  menu.push_back({.title = "Quit", .action = Action::terminate});
-  layout.present(menu, "");
+  Menu menu(150, MenuLine{"line"});
+  menu.emplace_back(MenuSeparator{});
+  menu.emplace_back(MenuCommand{"Quit", {Action::terminate}});
+  layout.present(menu);
   EXPECT_EQ(layout.root().children.size(), 99U + 2U);
   EXPECT_TRUE(entry(100).isSeparator);
   EXPECT_EQ(entry(101).label, "Quit");

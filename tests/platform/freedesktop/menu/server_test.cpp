@@ -16,23 +16,17 @@ namespace {
 class Reporter : public ApplicationDelegate {
  public:
   void applicationDidFinishLaunching() override {}
-  void menuWillOpen() override { updateMenu(); }
-  void updateMenu() override {
-    menu_.clear();
+  Menu menuWillOpen() override { return menu(); }
+  Menu menu() override {
+    Menu menu;
     std::istringstream lines(report);
-    for (std::string line; std::getline(lines, line);) menu_.push_back({.title = line});
-    menu_.push_back({.isSeparator = true});
+    for (std::string line; std::getline(lines, line);) menu.emplace_back(MenuLine{line});
+    menu.emplace_back(MenuSeparator{});
+    return menu;
   }
-  const Menu& menu() const override { return menu_; }
-  std::string chartText() const override { return ""; }
-  Drawing chartPicture(Appearance) const override { return {}; }
-  std::vector<Tile> titleTiles() const override { return {}; }
-  void perform(const MenuItem&) override {}
+  void perform(const Choice&) override {}
 
   std::string report = "none yet";
-
- private:
-  Menu menu_;
 };
 
 /// A menu that a panel has opened, which takes nothing from then on.

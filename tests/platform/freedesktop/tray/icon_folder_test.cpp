@@ -40,11 +40,17 @@ class IconFolderTest : public testing::Test {
   ScopedVariable variable{"XDG_RUNTIME_DIR", runtime.path()};
 };
 
+/// The name that an icon gets.
+std::string nameOf(IconFolder& folder, const std::vector<std::string>& svg) {
+  const auto names = folder.replaceIcons(svg);
+  return names ? names->at(0) : "";
+}
+
 }  // namespace
 
 TEST_F(IconFolderTest, HoldsWhatItIsGiven) {
   IconFolder folder("test-");
-  const auto names = folder.hold({"<svg>one</svg>", "<svg>two</svg>"});
+  const auto names = folder.replaceIcons({"<svg>one</svg>", "<svg>two</svg>"});
   ASSERT_TRUE(names);
   ASSERT_EQ(names->size(), 2U);
   EXPECT_EQ(folder.path(), path());
@@ -56,29 +62,29 @@ TEST_F(IconFolderTest, HoldsWhatItIsGiven) {
 
 TEST_F(IconFolderTest, NamesAreThoseOfTemplatesAndTellTheContents) {
   IconFolder folder("test-");
-  const std::string one = folder.hold({"one"}).value().at(0);
-  const std::string two = folder.hold({"two"}).value().at(0);
+  const std::string one = nameOf(folder, {"one"});
+  const std::string two = nameOf(folder, {"two"});
   EXPECT_TRUE(one.starts_with("test-")) << one;
   EXPECT_TRUE(one.ends_with("-symbolic")) << one;
   EXPECT_NE(one, two);
-  EXPECT_EQ(folder.hold({"one"}).value().at(0), one);
+  EXPECT_EQ(nameOf(folder, {"one"}), one);
   // FNV-1a of "one" with 64 bits.
   EXPECT_EQ(one, "test-1a08aa1921ca5caf-symbolic");
 }
 
 TEST_F(IconFolderTest, RemovesWhatItIsNotToHoldAnyMore) {
   IconFolder folder("test-");
-  const auto first = folder.hold({"one", "two"});
-  const auto second = folder.hold({"two", "three"});
+  const auto first = folder.replaceIcons({"one", "two"});
+  const auto second = folder.replaceIcons({"two", "three"});
   EXPECT_EQ((*second)[0], (*first)[1]);
   EXPECT_EQ(files(), (Files{(*second)[0] + ".svg", (*second)[1] + ".svg"}));
-  folder.hold({});
+  EXPECT_TRUE(folder.replaceIcons({}));
   EXPECT_EQ(files(), Files{});
 }
 
 TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
   IconFolder folder("test-");
-  const std::string file = folder.file(folder.hold({"one"}).value().at(0));
+  const std::string file = folder.file(nameOf(folder, {"one"}));
   const auto time = std::filesystem::last_write_time(file);
   const auto inode = [&file] {
     struct stat status {};
@@ -86,28 +92,28 @@ TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
     return status.st_ino;
   };
   const auto before = inode();
-  folder.hold({"one", "two"});
+  EXPECT_TRUE(folder.replaceIcons({"one", "two"}));
   EXPECT_EQ(inode(), before);
   EXPECT_EQ(std::filesystem::last_write_time(file), time);
 }
 
 TEST_F(IconFolderTest, PutsBackAFileThatIsGone) {
   IconFolder folder("test-");
-  const std::string file = folder.file(folder.hold({"one"}).value().at(0));
+  const std::string file = folder.file(nameOf(folder, {"one"}));
   std::filesystem::remove_all(path());
-  ASSERT_TRUE(folder.hold({"one"}));
+  ASSERT_TRUE(folder.replaceIcons({"one"}));
   EXPECT_EQ(fileContents(file), "one");
 }
 
 TEST_F(IconFolderTest, IsTheUsersAlone) {
   IconFolder folder("test-");
-  const std::string file = folder.file(folder.hold({"one"}).value().at(0));
+  const std::string file = folder.file(nameOf(folder, {"one"}));
   EXPECT_EQ(permissions(file), perms::owner_read | perms::owner_write);
   EXPECT_EQ(permissions(path()), perms::owner_all);
 }
 
 TEST_F(IconFolderTest, IsGoneAtTheEnd) {
-  { IconFolder("test-").hold({"one"}); }
+  { EXPECT_TRUE(IconFolder("test-").replaceIcons({"one"})); }
   EXPECT_FALSE(std::filesystem::exists(path()));
 }
 
@@ -122,8 +128,8 @@ TEST_F(IconFolderTest, LeavesTheFilesOfOthersAlone) {
   runtime.write("lumowatt/test-notes.txt", "");
   {
     IconFolder folder("test-");
-    folder.hold({"one"});
-    folder.hold({"two"});
+    EXPECT_TRUE(folder.replaceIcons({"one"}));
+    EXPECT_TRUE(folder.replaceIcons({"two"}));
   }
   EXPECT_EQ(files(), (Files{"other-1.svg", "test-notes.txt"}));
 }
@@ -131,20 +137,20 @@ TEST_F(IconFolderTest, LeavesTheFilesOfOthersAlone) {
 TEST_F(IconFolderTest, TwoShareTheFolder) {
   IconFolder one("one-");
   IconFolder two("two-");
-  const auto ofOne = one.hold({"same"});
-  const auto ofTwo = two.hold({"same"});
+  const auto ofOne = one.replaceIcons({"same"});
+  const auto ofTwo = two.replaceIcons({"same"});
   EXPECT_EQ(files(), (Files{(*ofOne)[0] + ".svg", (*ofTwo)[0] + ".svg"}));
-  one.hold({});
+  EXPECT_TRUE(one.replaceIcons({}));
   EXPECT_EQ(files(), Files{(*ofTwo)[0] + ".svg"});
 }
 
 TEST_F(IconFolderTest, DoesNotFollowALinkInTheFilesPlace) {
   runtime.write("precious", "kept");
   IconFolder folder("test-");
-  const std::string name = folder.hold({"one"}).value().at(0);
-  folder.hold({});
+  const std::string name = nameOf(folder, {"one"});
+  EXPECT_TRUE(folder.replaceIcons({}));
   std::filesystem::create_symlink(runtime.path() / "precious", folder.file(name));
-  ASSERT_TRUE(folder.hold({"one"}));
+  ASSERT_TRUE(folder.replaceIcons({"one"}));
   EXPECT_EQ(fileContents(runtime.path() / "precious"), "kept");
   EXPECT_FALSE(std::filesystem::is_symlink(folder.file(name)));
   EXPECT_EQ(fileContents(folder.file(name)), "one");
@@ -155,25 +161,25 @@ TEST_F(IconFolderTest, DoesNotFollowALinkInTheFoldersPlace) {
   elsewhere.write("test-a.svg", "kept");
   std::filesystem::create_directory_symlink(elsewhere.path(), path());
   IconFolder folder("test-");
-  EXPECT_FALSE(folder.hold({"one"}));
+  EXPECT_FALSE(folder.replaceIcons({"one"}));
   EXPECT_EQ(fileContents(elsewhere.path() / "test-a.svg"), "kept");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(elsewhere.path()), {}), 1);
 }
 
 TEST_F(IconFolderTest, IsEmptyAfterAFailure) {
   IconFolder folder("test-");
-  ASSERT_TRUE(folder.hold({"one"}));
+  ASSERT_TRUE(folder.replaceIcons({"one"}));
   // No file may be longer than this, as if the disk were full.
   const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
   rlimit limit{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
   const rlimit small{.rlim_cur = 8, .rlim_max = limit.rlim_max};
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-  EXPECT_FALSE(folder.hold({"one", "longer than that"}));
+  EXPECT_FALSE(folder.replaceIcons({"one", "longer than that"}));
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
   std::signal(SIGXFSZ, ignored);
   EXPECT_EQ(files(), Files{});
-  EXPECT_TRUE(folder.hold({"one", "longer than that"}));
+  EXPECT_TRUE(folder.replaceIcons({"one", "longer than that"}));
   EXPECT_EQ(files().size(), 2U);
 }
 
@@ -181,8 +187,8 @@ TEST(IconFolder, WithoutARuntimeFolderHoldsNothing) {
   for (const char* value : {"", "relative/run"}) {
     const ScopedVariable variable("XDG_RUNTIME_DIR", value);
     IconFolder folder("test-");
-    EXPECT_FALSE(folder.hold({"one"}));
-    EXPECT_TRUE(folder.hold({}));
+    EXPECT_FALSE(folder.replaceIcons({"one"}));
+    EXPECT_TRUE(folder.replaceIcons({}));
   }
 }
 

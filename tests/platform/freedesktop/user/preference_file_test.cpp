@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "support/files.h"
+#include "support/open_counter.h"
 
 namespace lumowatt::freedesktop {
 
@@ -18,6 +19,16 @@ class PreferenceFileTest : public testing::Test {
   std::string path() const { return folder.path() / "lumowatt" / "preferences"; }
   std::string text() const { return fileContents(path()); }
 
+  bool has(std::string_view key) const { return preferences.read({key}).at(0).has_value(); }
+  std::int64_t integer(std::string_view key) const {
+    const auto value = preferences.read({key}).at(0);
+    return value ? value->integer : 0;
+  }
+  bool boolean(std::string_view key) const {
+    const auto value = preferences.read({key}).at(0);
+    return value && value->boolean;
+  }
+
   TemporaryFolder folder;
   PreferenceFile preferences{path()};
 };
@@ -25,54 +36,66 @@ class PreferenceFileTest : public testing::Test {
 }  // namespace
 
 TEST_F(PreferenceFileTest, ThatIsMissingHasNothing) {
-  EXPECT_FALSE(preferences.has("mode"));
-  EXPECT_EQ(preferences.integer("mode"), 0);
-  EXPECT_FALSE(preferences.boolean("color"));
+  EXPECT_FALSE(has("mode"));
+  EXPECT_EQ(integer("mode"), 0);
+  EXPECT_FALSE(boolean("color"));
 }
 
 TEST_F(PreferenceFileTest, ThatIsEmptyHasNothing) {
   write("");
-  EXPECT_FALSE(preferences.has("mode"));
+  EXPECT_FALSE(has("mode"));
 }
 
 TEST_F(PreferenceFileTest, HasAValueForEachLine) {
   write("mode=3\ncolor=false\nanimate=true");
-  EXPECT_TRUE(preferences.has("mode"));
-  EXPECT_EQ(preferences.integer("mode"), 3);
-  EXPECT_TRUE(preferences.has("color"));
-  EXPECT_FALSE(preferences.boolean("color"));
-  EXPECT_TRUE(preferences.boolean("animate"));
-  EXPECT_FALSE(preferences.has("mod"));
-  EXPECT_FALSE(preferences.has("modes"));
+  EXPECT_TRUE(has("mode"));
+  EXPECT_EQ(integer("mode"), 3);
+  EXPECT_TRUE(has("color"));
+  EXPECT_FALSE(boolean("color"));
+  EXPECT_TRUE(boolean("animate"));
+  EXPECT_FALSE(has("mod"));
+  EXPECT_FALSE(has("modes"));
+}
+
+TEST_F(PreferenceFileTest, GivesSeveralValuesByOneReading) {
+  write("color=1\nmode=3\n");
+  const OpenCounter counter;
+  counter.watch(folder.path() / "lumowatt");
+  const auto values = preferences.read({"mode", "animate", "color"});
+  EXPECT_EQ(counter.opened().size(), 1U);
+  ASSERT_EQ(values.size(), 3U);
+  EXPECT_EQ(values[0]->integer, 3);
+  EXPECT_FALSE(values[1]);
+  EXPECT_TRUE(values[2]->boolean);
 }
 
 TEST_F(PreferenceFileTest, IsReadAfreshAtEveryUse) {
   write("mode=3\n");
-  EXPECT_EQ(preferences.integer("mode"), 3);
+  EXPECT_EQ(integer("mode"), 3);
   write("mode=2\n");
-  EXPECT_EQ(preferences.integer("mode"), 2);
+  EXPECT_EQ(integer("mode"), 2);
 }
 
 TEST_F(PreferenceFileTest, MayBeWrittenByHand) {
   write("# what I like\r\n  mode = 2 \r\n\tcolor\t=\tOff\r\nanimate= Yes\r\n");
-  EXPECT_EQ(preferences.integer("mode"), 2);
-  EXPECT_TRUE(preferences.has("color"));
-  EXPECT_FALSE(preferences.boolean("color"));
-  EXPECT_TRUE(preferences.boolean("animate"));
+  EXPECT_EQ(integer("mode"), 2);
+  EXPECT_TRUE(has("color"));
+  EXPECT_FALSE(boolean("color"));
+  EXPECT_TRUE(boolean("animate"));
 }
 
 TEST_F(PreferenceFileTest, AValueThatIsNoNumberIsZero) {
   for (const char* value : {"banana", "", "true", "+1"}) {
     write("mode=" + std::string(value) + "\n");
-    EXPECT_TRUE(preferences.has("mode")) << value;
-    EXPECT_EQ(preferences.integer("mode"), 0) << value;
+    EXPECT_TRUE(has("mode")) << value;
+    EXPECT_EQ(integer("mode"), 0) << value;
   }
 }
 
 TEST_F(PreferenceFileTest, ANumberIsReadAsFarAsItGoesAndFits) {
   const auto number = [this](const std::string& value) {
     write("mode=" + value + "\n");
-    return preferences.integer("mode");
+    return integer("mode");
   };
   EXPECT_EQ(number("-1"), -1);
   EXPECT_EQ(number("2x"), 2);
@@ -83,18 +106,18 @@ TEST_F(PreferenceFileTest, ANumberIsReadAsFarAsItGoesAndFits) {
 TEST_F(PreferenceFileTest, ATruthValueIsOneOfFourWords) {
   for (const char* value : {"true", "TRUE", "yes", "On", "1"}) {
     write("color=" + std::string(value) + "\n");
-    EXPECT_TRUE(preferences.boolean("color")) << value;
+    EXPECT_TRUE(boolean("color")) << value;
   }
   for (const char* value : {"false", "no", "off", "0", "", "banana", "2", "truely"}) {
     write("color=" + std::string(value) + "\n");
-    EXPECT_FALSE(preferences.boolean("color")) << value;
-    EXPECT_TRUE(preferences.has("color")) << value;
+    EXPECT_FALSE(boolean("color")) << value;
+    EXPECT_TRUE(has("color")) << value;
   }
 }
 
 TEST_F(PreferenceFileTest, OfTwoLinesWithAKeyTheFirstCountsAndIsSet) {
   write("mode=1\nmode=2\n");
-  EXPECT_EQ(preferences.integer("mode"), 1);
+  EXPECT_EQ(integer("mode"), 1);
   EXPECT_TRUE(preferences.set("mode", "3"));
   EXPECT_EQ(text(), "mode=3\nmode=2\n");
 }
@@ -119,7 +142,7 @@ TEST_F(PreferenceFileTest, SettingKeepsEveryOtherLineAsItIs) {
 
 TEST_F(PreferenceFileTest, ThatIsAFolderHasNothingAndCannotBeSet) {
   std::filesystem::create_directories(path());
-  EXPECT_FALSE(preferences.has("mode"));
+  EXPECT_FALSE(has("mode"));
   EXPECT_FALSE(preferences.set("mode", "2"));
   EXPECT_TRUE(std::filesystem::is_directory(path()));
 }
@@ -127,13 +150,13 @@ TEST_F(PreferenceFileTest, ThatIsAFolderHasNothingAndCannotBeSet) {
 TEST_F(PreferenceFileTest, ThatCannotBeReadIsNotOverwritten) {
   const std::string large = "mode=1\n" + std::string(70000, '#');
   write(large);
-  EXPECT_FALSE(preferences.has("mode"));
+  EXPECT_FALSE(has("mode"));
   EXPECT_FALSE(preferences.set("mode", "2"));
   EXPECT_EQ(text(), large);
 
   std::filesystem::remove(path());
   ASSERT_EQ(::mkfifo(path().c_str(), 0600), 0);
-  EXPECT_FALSE(preferences.has("mode"));
+  EXPECT_FALSE(has("mode"));
   EXPECT_FALSE(preferences.set("mode", "2"));
   EXPECT_TRUE(std::filesystem::is_fifo(path()));
 }
@@ -141,17 +164,17 @@ TEST_F(PreferenceFileTest, ThatCannotBeReadIsNotOverwritten) {
 TEST_F(PreferenceFileTest, ThatIsAsLargeAsCanBeReadDoesNotGrow) {
   const std::string largest = "mode=1\n" + std::string(65536 - 8, '#') + "\n";
   write(largest);
-  EXPECT_EQ(preferences.integer("mode"), 1);
+  EXPECT_EQ(integer("mode"), 1);
   EXPECT_FALSE(preferences.set("color", "false"));
   EXPECT_FALSE(preferences.set("mode", "10"));
   EXPECT_EQ(text(), largest);
   EXPECT_TRUE(preferences.set("mode", "2"));
-  EXPECT_EQ(preferences.integer("mode"), 2);
+  EXPECT_EQ(integer("mode"), 2);
 }
 
 TEST_F(PreferenceFileTest, InAFolderThatCannotBeMadeCannotBeSet) {
   folder.write("lumowatt", "a file");
-  EXPECT_FALSE(preferences.has("mode"));
+  EXPECT_FALSE(has("mode"));
   EXPECT_FALSE(preferences.set("mode", "2"));
   EXPECT_EQ(fileContents(folder.path() / "lumowatt"), "a file");
 }

@@ -7,7 +7,6 @@
 #include <csignal>
 #include <filesystem>
 
-#include "support/environment.h"
 #include "support/files.h"
 
 namespace lumowatt::freedesktop {
@@ -25,37 +24,6 @@ std::ptrdiff_t entries(const std::filesystem::path& folder) {
 }
 
 }  // namespace
-
-TEST(ConfigurationFolder, IsWhereTheVariableSays) {
-  const ScopedVariable configuration("XDG_CONFIG_HOME", "/somewhere/config");
-  EXPECT_EQ(configurationFolder(), "/somewhere/config");
-}
-
-TEST(ConfigurationFolder, IsInTheHomeOtherwise) {
-  const ScopedVariable home("HOME", "/home/anna");
-  for (const char* value : {"", "relative/config"}) {
-    const ScopedVariable configuration("XDG_CONFIG_HOME", value);
-    EXPECT_EQ(configurationFolder(), "/home/anna/.config");
-  }
-  const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
-  EXPECT_EQ(configurationFolder(), "/home/anna/.config");
-}
-
-TEST(ConfigurationFolder, IsNowhereWithoutAHome) {
-  const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
-  const ScopedVariable home("HOME", std::nullopt);
-  EXPECT_EQ(configurationFolder(), "");
-}
-
-TEST(ConfigurationFile, IsInTheFolderOrNowhere) {
-  {
-    const ScopedVariable configuration("XDG_CONFIG_HOME", "/etc/mine");
-    EXPECT_EQ(configurationFile("lumowatt/preferences"), "/etc/mine/lumowatt/preferences");
-  }
-  const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
-  const ScopedVariable home("HOME", std::nullopt);
-  EXPECT_EQ(configurationFile("lumowatt/preferences"), "");
-}
 
 TEST(UserFile, IsReadWhole) {
   const TemporaryFolder folder;

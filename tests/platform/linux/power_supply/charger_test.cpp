@@ -8,14 +8,14 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-Charger chargerOf(const Attributes& attributes, std::string_view type) {
+/// A charger that is online, unless the attributes have another value for that.
+Charger chargerOf(Attributes attributes, std::string_view type) {
+  attributes.emplace("online", "1");
   const MockMachine machine;
   machine.supply("port", attributes);
   const sysfs::Class supplies(machine.powerSupplyFolder());
   sysfs::Device device(supplies, "port");
-  Charger charger = readCharger(device, type);
-  readRating(device, charger);
-  return charger;
+  return readCharger(device, type);
 }
 
 }  // namespace
@@ -43,6 +43,13 @@ TEST(Charger, IsOnlineFrom1Up) {
   EXPECT_FALSE(online("-1"));
   EXPECT_FALSE(online(""));
   EXPECT_FALSE(online(missing));
+}
+
+TEST(Charger, ThatIsOfflineHasNoRatingAndNoName) {
+  const Charger charger =
+      chargerOf({{"online", "0"}, {"input_power_limit", "45000000"}, {"model_name", "X"}}, "USB");
+  EXPECT_EQ(charger.ratedWatts, 0);
+  EXPECT_EQ(charger.product, "");
 }
 
 TEST(Charger, OfUsbIsRatedByTheLargestOfWhatItSays) {

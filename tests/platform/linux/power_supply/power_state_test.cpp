@@ -21,7 +21,7 @@ Pack packAt(Status status, std::optional<std::int64_t> capacity) {
 }
 
 Charger charger(bool usb, bool online, double ratedWatts = 0, const std::string& product = "") {
-  return {"port", usb, online, ratedWatts, product};
+  return {usb, online, ratedWatts, product};
 }
 
 const Charger mains = charger(false, true);

@@ -85,7 +85,7 @@ TEST(Shortage, OfFilesFromAnyMomentOnIsNoBatteryRatherThanHalfOfOne) {
       EXPECT_EQ(properties, whole) << moment;
     }
   }
-  EXPECT_GT(moment, 30);
+  EXPECT_GT(moment, 20);
 }
 
 }  // namespace lumowatt::power_supply

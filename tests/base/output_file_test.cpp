@@ -1,4 +1,4 @@
-#include "render/output_file.h"
+#include "base/output_file.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,11 @@ namespace lumowatt {
 
 namespace {
 
-using Error = std::optional<std::string>;
+/// Why the contents could not be written; empty when they were.
+std::string failure(const std::string& path, std::string_view contents) {
+  const auto written = writeFile(path, contents);
+  return written ? "" : written.failure().reason;
+}
 
 }  // namespace
 
@@ -16,14 +20,14 @@ TEST(OutputFile, HoldsWhatWasWrittenAndNothingElse) {
   const TemporaryFolder folder;
   const std::string path = folder.path() / "file";
   const std::string contents("a\0b\n\xff", 5);
-  EXPECT_EQ(writeFile(path, contents), std::nullopt);
+  EXPECT_EQ(failure(path, contents), "");
   EXPECT_EQ(fileContents(path), contents);
 }
 
 TEST(OutputFile, ReplacesALongerOne) {
   const TemporaryFolder folder;
   folder.write("file", "something longer");
-  EXPECT_EQ(writeFile(folder.path() / "file", "short"), std::nullopt);
+  EXPECT_EQ(failure(folder.path() / "file", "short"), "");
   EXPECT_EQ(fileContents(folder.path() / "file"), "short");
 }
 
@@ -31,31 +35,31 @@ TEST(OutputFile, GoesThroughASymbolicLink) {
   const TemporaryFolder folder;
   folder.write("target", "old");
   std::filesystem::create_symlink("target", folder.path() / "link");
-  EXPECT_EQ(writeFile(folder.path() / "link", "new"), std::nullopt);
+  EXPECT_EQ(failure(folder.path() / "link", "new"), "");
   EXPECT_EQ(fileContents(folder.path() / "target"), "new");
 }
 
 TEST(OutputFile, AFolderIsAnError) {
   const TemporaryFolder folder;
-  EXPECT_EQ(writeFile(folder.path(), "x"), Error("Is a directory"));
+  EXPECT_EQ(failure(folder.path(), "x"), "Is a directory");
 }
 
 TEST(OutputFile, AFolderThatIsNotThereIsAnError) {
   const TemporaryFolder folder;
-  EXPECT_EQ(writeFile(folder.path() / "none" / "file", "x"), Error("No such file or directory"));
-  EXPECT_EQ(writeFile("", "x"), Error("No such file or directory"));
+  EXPECT_EQ(failure(folder.path() / "none" / "file", "x"), "No such file or directory");
+  EXPECT_EQ(failure("", "x"), "No such file or directory");
 }
 
 TEST(OutputFile, AFileInThePlaceOfAFolderIsAnError) {
   const TemporaryFolder folder;
   folder.write("file", "old");
-  EXPECT_EQ(writeFile(folder.path() / "file" / "below", "x"), Error("Not a directory"));
+  EXPECT_EQ(failure(folder.path() / "file" / "below", "x"), "Not a directory");
 }
 
 TEST(OutputFile, AFullDeviceIsAnErrorForManyBytesAndForFew) {
   if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "a Mac has no such device";
-  EXPECT_EQ(writeFile("/dev/full", "x"), Error("No space left on device"));
-  EXPECT_EQ(writeFile("/dev/full", std::string(1000000, 'x')), Error("No space left on device"));
+  EXPECT_EQ(failure("/dev/full", "x"), "No space left on device");
+  EXPECT_EQ(failure("/dev/full", std::string(1000000, 'x')), "No space left on device");
 }
 
 }  // namespace lumowatt

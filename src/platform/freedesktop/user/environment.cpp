@@ -1,0 +1,37 @@
+#include "platform/freedesktop/user/environment.h"
+
+#include <cstdlib>
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+/// A variable that is an absolute path; empty when it is none.
+std::string pathVariable(const char* name) {
+  std::string path = environmentVariable(name);
+  return path.starts_with('/') ? path : "";
+}
+
+}  // namespace
+
+std::string environmentVariable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string configurationFolder() {
+  std::string configuration = pathVariable("XDG_CONFIG_HOME");
+  if (!configuration.empty()) return configuration;
+  const std::string home = pathVariable("HOME");
+  return home.empty() ? "" : home + "/.config";
+}
+
+std::string configurationFile(std::string_view name) {
+  std::string path = configurationFolder();
+  if (!path.empty()) path.append("/").append(name);
+  return path;
+}
+
+std::string runtimeFolder() { return pathVariable("XDG_RUNTIME_DIR"); }
+
+}  // namespace lumowatt::freedesktop

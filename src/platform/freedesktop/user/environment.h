@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The environment of this process, and the user's folders that it names (freedesktop.org, XDG Base
+/// Directory Specification).
+namespace lumowatt::freedesktop {
+
+/// A variable of the environment; empty when it is not set.
+std::string environmentVariable(const char* name);
+
+/// The folder of the user's configuration: $XDG_CONFIG_HOME when that is an absolute path, else
+/// ".config" in $HOME. Empty when neither is.
+std::string configurationFolder();
+
+/// The path of a file below that folder; empty when there is no such folder.
+std::string configurationFile(std::string_view name);
+
+/// The folder of the user's session, $XDG_RUNTIME_DIR. Empty when that is no absolute path.
+std::string runtimeFolder();
+
+}  // namespace lumowatt::freedesktop

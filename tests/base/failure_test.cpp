@@ -1,0 +1,38 @@
+#include "base/failure.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <memory>
+
+namespace lumowatt {
+
+TEST(Result, OfASuccessHasTheValue) {
+  Result<std::string> result(std::string("value"));
+  ASSERT_TRUE(result);
+  EXPECT_EQ(*result, "value");
+  EXPECT_EQ(result->size(), 5U);
+}
+
+TEST(Result, OfAFailureHasTheReason) {
+  const Result<int> result = Failure{"no reason"};
+  ASSERT_FALSE(result);
+  EXPECT_EQ(result.failure().reason, "no reason");
+}
+
+TEST(Result, OfNothingSucceedsUnlessItFails) {
+  EXPECT_TRUE(Result<>());
+  EXPECT_FALSE(Result<>(Failure{""}));
+}
+
+TEST(Result, HoldsWhatCanOnlyBeMoved) {
+  Result<std::unique_ptr<int>> result(std::make_unique<int>(7));
+  const std::unique_ptr<int> value = std::move(*result);
+  EXPECT_EQ(*value, 7);
+}
+
+TEST(SystemFailure, IsInTheWordsOfTheCLibrary) {
+  EXPECT_EQ(systemFailure(ENOSPC).reason, "No space left on device");
+}
+
+}  // namespace lumowatt
