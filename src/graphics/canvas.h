@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/failure.h"
+#include "base/interface.h"
 #include "graphics/attributed_string.h"
 #include "graphics/color.h"
 #include "graphics/geometry.h"
@@ -15,13 +16,8 @@ namespace lumowatt {
 
 /// What is drawn on. Its space is that of the image being drawn: y grows upward, unless the image
 /// is flipped.
-class Canvas {
+class Canvas : public Interface {
  public:
-  Canvas() = default;
-  Canvas(const Canvas&) = delete;
-  Canvas& operator=(const Canvas&) = delete;
-  virtual ~Canvas() = default;
-
   virtual void fill(const Rect& rect, const Color& color) = 0;
   virtual void fillRoundedRect(const Rect& rect, double radius, const Color& color) = 0;
   virtual void stroke(const Path& path, const Stroke& stroke, const Color& color) = 0;
@@ -40,26 +36,16 @@ class Canvas {
 };
 
 /// A picture as pixels.
-class Bitmap {
+class Bitmap : public Interface {
  public:
-  Bitmap() = default;
-  Bitmap(const Bitmap&) = delete;
-  Bitmap& operator=(const Bitmap&) = delete;
-  virtual ~Bitmap() = default;
-
   /// The pixels as a PNG file with 8 bits each of red, green, blue and alpha, and the resolution at
   /// which it has its size in points. Absent when it cannot be encoded.
   virtual std::optional<std::string> encodePng() = 0;
 };
 
 /// Where bitmaps come from.
-class BitmapFactory {
+class BitmapFactory : public Interface {
  public:
-  BitmapFactory() = default;
-  BitmapFactory(const BitmapFactory&) = delete;
-  BitmapFactory& operator=(const BitmapFactory&) = delete;
-  virtual ~BitmapFactory() = default;
-
   /// The picture with `scale` pixels to a point, transparent where nothing is drawn, in the system
   /// colours for `appearance`. Fails when the platform cannot make such a bitmap; never null.
   virtual Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,

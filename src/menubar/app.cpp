@@ -72,8 +72,7 @@ App::App(Desktop& desktop, BatteryService& battery, std::string_view version)
     : desktop_(desktop), battery_(battery), version_(version) {}
 
 void App::applicationDidFinishLaunching() {
-  desktop_.setAutosaveName("Lumowatt");
-  desktop_.attachMenu();
+  desktop_.attachMenu("Lumowatt");
   refresh();
   timer_ = repeat(refreshInterval, &App::refresh);
   desktop_.watchPowerSources([app = weak_from_this()] {
@@ -116,7 +115,8 @@ void App::remember(const Reading& reading) {
 // The animation
 
 bool App::shouldAnimate(const Preferences& preferences) const {
-  return preferences.animate && !desktop_.reducesMotion() && last_ && last_->charging && last_->percent < 100;
+  return preferences.animate && !desktop_.reducesMotion() && last_ && last_->charging &&
+         last_->percent < 100;
 }
 
 void App::updateAnimation(const Preferences& preferences) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "base/interface.h"
 #include "graphics/image.h"
 #include "menubar/menu.h"
 #include "render/title.h"
@@ -17,13 +18,8 @@
 namespace lumowatt {
 
 /// What a desktop runs: it is told what happens, and asked for the menu.
-class ApplicationDelegate {
+class ApplicationDelegate : public Interface {
  public:
-  ApplicationDelegate() = default;
-  ApplicationDelegate(const ApplicationDelegate&) = delete;
-  ApplicationDelegate& operator=(const ApplicationDelegate&) = delete;
-  virtual ~ApplicationDelegate() = default;
-
   /// The application has started. Called once, first.
   virtual void applicationDidFinishLaunching() = 0;
 
@@ -38,13 +34,7 @@ class ApplicationDelegate {
 };
 
 /// A timer runs as long as there is one of these.
-class Timer {
- public:
-  Timer() = default;
-  Timer(const Timer&) = delete;
-  Timer& operator=(const Timer&) = delete;
-  virtual ~Timer() = default;
-};
+class Timer : public Interface {};
 
 /// What the item shows in the menu bar.
 struct ButtonContents {
@@ -55,13 +45,8 @@ struct ButtonContents {
 };
 
 /// The item's button in the menu bar.
-class StatusButton {
+class StatusButton : public Interface {
  public:
-  StatusButton() = default;
-  StatusButton(const StatusButton&) = delete;
-  StatusButton& operator=(const StatusButton&) = delete;
-  virtual ~StatusButton() = default;
-
   virtual void show(const ButtonContents& contents) = 0;
 
   /// Replaces the image alone; an absent one clears it.
@@ -83,13 +68,8 @@ enum class LoginItemStatus { notRegistered, enabled, requiresApproval, notFound 
 
 /// The services of the desktop that `App` asks for. Whatever it calls back, it calls on the thread
 /// that runs it.
-class Desktop {
+class Desktop : public Interface {
  public:
-  Desktop() = default;
-  Desktop(const Desktop&) = delete;
-  Desktop& operator=(const Desktop&) = delete;
-  virtual ~Desktop() = default;
-
   /// Runs the application, and keeps it, until it is to end: well when it was quit.
   virtual Result<> run(std::shared_ptr<ApplicationDelegate> delegate) = 0;
 
@@ -97,10 +77,8 @@ class Desktop {
 
   /// Null where the item has no button.
   virtual StatusButton* button() = 0;
-  /// The name under which the desktop keeps the item's position.
-  virtual void setAutosaveName(std::string_view name) = 0;
-  /// From now on, choosing the item opens the menu.
-  virtual void attachMenu() = 0;
+  /// Lets the item open the menu from now on, and keep its position under a name.
+  virtual void attachMenu(std::string_view autosaveName) = 0;
 
   // Time.
 

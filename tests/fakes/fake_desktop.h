@@ -17,10 +17,9 @@ class FakeDesktop : public Desktop, public StatusButton {
 
   Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
   StatusButton* button() override { return hasButton ? this : nullptr; }
-  void setAutosaveName(std::string_view name) override {
-    note("autosave name " + std::string(name));
+  void attachMenu(std::string_view autosaveName) override {
+    note("attach menu " + std::string(autosaveName));
   }
-  void attachMenu() override { note("attach menu"); }
   double now() override { return time; }
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
   void watchPowerSources(std::function<void()> changed) override;

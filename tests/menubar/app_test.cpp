@@ -33,8 +33,8 @@ TEST_F(AppTest, WhenMadeShowsNothingAndRunsNoTimer) {
 
 TEST_F(AppTest, LaunchesInOrder) {
   app->applicationDidFinishLaunching();
-  EXPECT_EQ(desktop.notes, (Notes{"autosave name Lumowatt", "attach menu", "contents", "timer",
-                                  "watch power sources"}));
+  EXPECT_EQ(desktop.notes,
+            (Notes{"attach menu Lumowatt", "contents", "timer", "watch power sources"}));
   EXPECT_EQ(desktop.intervals(), std::vector{5.0});
   EXPECT_EQ(battery.asked, 1);
 }

@@ -69,11 +69,8 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
 }
 
 Result<bool> SessionDesktop::connect() {
-  sd_event* loop = nullptr;
-  const int made = sd_event_new(&loop);
-  if (made < 0) return busFailure(made);
-  loop_.reset(loop);
-  Result<Bus> bus = openSessionBus(loop);
+  if (const int made = sd_event_new(Out(loop_)); made < 0) return busFailure(made);
+  Result<Bus> bus = openSessionBus(loop_.get());
   if (!bus) return bus.failure();
   bus_ = std::move(*bus);
   int status = sd_bus_set_exit_on_disconnect(bus_.get(), 1);
@@ -81,16 +78,6 @@ Result<bool> SessionDesktop::connect() {
   if (status == -EEXIST) return false;
   if (status < 0) return busFailure(status);
   return true;
-}
-
-// The status item
-
-void SessionDesktop::setAutosaveName(std::string_view name) {
-  if (button_) button_->setId(name);
-}
-
-void SessionDesktop::attachMenu() {
-  if (button_) button_->attachMenu();
 }
 
 std::function<void()> SessionDesktop::followed(std::function<void()> action) {

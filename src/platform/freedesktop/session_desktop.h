@@ -28,8 +28,7 @@ class SessionDesktop : public Desktop {
   Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
   StatusButton* button() override { return button_ ? &*button_ : nullptr; }
-  void setAutosaveName(std::string_view name) override;
-  void attachMenu() override;
+  void attachMenu(std::string_view autosaveName) override { button_->attachMenu(autosaveName); }
 
   double now() override;
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;

@@ -1,7 +1,32 @@
 #include "platform/linux/desktop_module.h"
 
+#include <optional>
+#include <utility>
+
 #include "base/out_of_memory.h"
-#include "platform/linux/linux_desktop.h"
+#include "platform/freedesktop/session_desktop.h"
+#include "platform/linux/power_monitor.h"
+
+namespace lumowatt {
+
+namespace {
+
+/// A session's desktop on a kernel that reports changes of power supplies.
+class LinuxDesktop : public freedesktop::SessionDesktop {
+ public:
+  using SessionDesktop::SessionDesktop;
+
+  void watchPowerSources(std::function<void()> changed) override {
+    power_.emplace(loop(), followed(std::move(changed)));
+  }
+
+ private:
+  std::optional<PowerMonitor> power_;
+};
+
+}  // namespace
+
+}  // namespace lumowatt
 
 lumowatt::Desktop* lumowattDesktop(const char* program, const char* icons,
                                    lumowatt::BitmapFactory* bitmaps) {

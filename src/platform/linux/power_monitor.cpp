@@ -21,14 +21,12 @@ constexpr std::uint64_t accuracy = 1'000;
 
 PowerMonitor::PowerMonitor(sd_event* loop, std::function<void()> changed)
     : changed_(std::move(changed)) {
-  sd_event_source* timer = nullptr;
-  if (sd_event_add_time(loop, &timer, CLOCK_BOOTTIME, 0, accuracy, settled, this) < 0) return;
-  timer_.reset(timer);
-  sd_event_source_set_enabled(timer, SD_EVENT_OFF);
+  using freedesktop::Out;
+  if (sd_event_add_time(loop, Out(timer_), CLOCK_BOOTTIME, 0, accuracy, settled, this) < 0) return;
+  sd_event_source_set_enabled(timer_.get(), SD_EVENT_OFF);
 
-  sd_device_monitor* monitor = nullptr;
-  if (sd_device_monitor_new(&monitor) < 0) return;
-  monitor_.reset(monitor);
+  if (sd_device_monitor_new(Out(monitor_)) < 0) return;
+  sd_device_monitor* const monitor = monitor_.get();
   if (sd_device_monitor_filter_add_match_subsystem_devtype(monitor, "power_supply", nullptr) >= 0 &&
       sd_device_monitor_attach_event(monitor, loop) >= 0) {
     sd_device_monitor_start(monitor, received, this);

@@ -19,8 +19,7 @@ class MacDesktop : public Desktop {
   Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
   StatusButton* _Nullable button() override { return button_.exists() ? &button_ : nullptr; }
-  void setAutosaveName(std::string_view name) override;
-  void attachMenu() override;
+  void attachMenu(std::string_view autosaveName) override;
 
   double now() override;
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;

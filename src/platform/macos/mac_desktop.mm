@@ -37,9 +37,8 @@ Result<> MacDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
 
 // The status item
 
-void MacDesktop::setAutosaveName(std::string_view name) { item_.autosaveName = toNSString(name); }
-
-void MacDesktop::attachMenu() {
+void MacDesktop::attachMenu(std::string_view autosaveName) {
+  item_.autosaveName = toNSString(autosaveName);
   menu_.delegate = delegate_;
   item_.menu = menu_;
 }

@@ -16,10 +16,8 @@ LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick
       tick_(std::move(tick)) {
   // The later a tick may be, the more of them share one waking of the machine.
   const std::uint64_t accuracy = interval_ / 20;
-  sd_event_source* source = nullptr;
-  const int status = sd_event_add_time(loop, &source, CLOCK_BOOTTIME, boottime() + interval_,
+  const int status = sd_event_add_time(loop, Out(source_), CLOCK_BOOTTIME, boottime() + interval_,
                                        accuracy, &LoopTimer::fired, this);
-  source_.reset(source);
   if (status < 0) complain("there is no timer: " + busFailure(status).reason);
 }
 

@@ -21,9 +21,9 @@ int receiveAnswer(sd_bus_message* reply, void*, sd_bus_error*) {
 
 BusSlot matchSignals(sd_bus* bus, const std::string& rule, sd_bus_message_handler_t handler,
                      void* object) {
-  sd_bus_slot* slot = nullptr;
-  sd_bus_add_match_async(bus, &slot, rule.c_str(), handler, receiveAnswer, object);
-  return BusSlot(slot);
+  BusSlot slot;
+  sd_bus_add_match_async(bus, Out(slot), rule.c_str(), handler, receiveAnswer, object);
+  return slot;
 }
 
 NameWatch::NameWatch(sd_bus* bus, const std::string& name, std::function<void()> appeared)

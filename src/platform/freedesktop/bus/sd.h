@@ -23,6 +23,22 @@ using Bus = std::unique_ptr<sd_bus, Release<sd_bus_flush_close_unref>>;
 using BusSlot = std::unique_ptr<sd_bus_slot, Release<sd_bus_slot_unref>>;
 using BusMessage = std::unique_ptr<sd_bus_message, Release<sd_bus_message_unref>>;
 
+/// Lets a function of libsystemd fill an owner.
+template <typename Owner>
+class Out {
+ public:
+  explicit Out(Owner& owner) : owner_(owner) {}
+  Out(const Out&) = delete;
+  Out& operator=(const Out&) = delete;
+  ~Out() { owner_.reset(pointer_); }
+
+  operator typename Owner::pointer *() { return &pointer_; }
+
+ private:
+  Owner& owner_;
+  typename Owner::pointer pointer_ = nullptr;
+};
+
 template <typename Object>
 Object* classOf(int (Object::*)(sd_bus_message*, sd_bus_error*));
 

@@ -11,12 +11,11 @@ Failure busFailure(int status) {
 }
 
 Result<Bus> openSessionBus(sd_event* loop) {
-  sd_bus* opened = nullptr;
-  int status = sd_bus_open_user(&opened);
-  Bus bus(opened);
+  Bus bus;
+  int status = sd_bus_open_user(Out(bus));
   const char* name = nullptr;  // which the bus gives to those that it accepts
-  if (status >= 0) status = sd_bus_get_unique_name(opened, &name);
-  if (status >= 0) status = sd_bus_attach_event(opened, loop, SD_EVENT_PRIORITY_NORMAL);
+  if (status >= 0) status = sd_bus_get_unique_name(bus.get(), &name);
+  if (status >= 0) status = sd_bus_attach_event(bus.get(), loop, SD_EVENT_PRIORITY_NORMAL);
   if (status < 0) return busFailure(status);
   return bus;
 }

@@ -47,14 +47,6 @@ std::ptrdiff_t reportRows(const MenuEntry& root) {
                        [](const MenuEntry& entry) { return entry.isVisible; });
 }
 
-/// A reply to a call.
-int makeReply(sd_bus_message* call, BusMessage& reply) {
-  sd_bus_message* message = nullptr;
-  const int status = sd_bus_message_new_method_return(call, &message);
-  reply.reset(message);
-  return status;
-}
-
 void addIds(MessageWriter& message, const std::vector<std::int32_t>& ids) {
   message.begin('a', "i");
   for (const std::int32_t id : ids) message.add("i", id);
@@ -86,9 +78,7 @@ const sd_bus_vtable MenuServer::table[] = {
 MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
                        std::function<void(const MenuItem&)> choose)
     : bus_(bus), application_(application), choose_(std::move(choose)) {
-  sd_bus_slot* object = nullptr;
-  sd_bus_add_object_vtable(bus, &object, path, menuInterface, table, this);
-  object_.reset(object);
+  sd_bus_add_object_vtable(bus, Out(object_), path, menuInterface, table, this);
 }
 
 // What the menu is
@@ -96,10 +86,9 @@ MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
 bool MenuServer::present(const Menu& menu) {
   const auto change = layout_.present(menu);
   if (!change.entries.empty()) {
-    sd_bus_message* signal = nullptr;
-    sd_bus_message_new_signal(bus_, &signal, path, menuInterface, "ItemsPropertiesUpdated");
-    const BusMessage owner(signal);
-    MessageWriter message(signal);
+    BusMessage signal;
+    sd_bus_message_new_signal(bus_, Out(signal), path, menuInterface, "ItemsPropertiesUpdated");
+    MessageWriter message(signal.get());
     message.begin('a', "(ia{sv})");
     for (const MenuEntry& entry : change.entries) {
       message.begin('r', "ia{sv}");
@@ -136,7 +125,8 @@ int MenuServer::getLayout(sd_bus_message* call, sd_bus_error* error) {
     return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "There is no depth of %d", depth);
   }
   BusMessage reply;
-  if (const int status = makeReply(call, reply); status < 0) return status;
+  if (const int status = sd_bus_message_new_method_return(call, Out(reply)); status < 0)
+    return status;
   MessageWriter message(reply.get());
   message.add("u", revision_);
   addLayout(message, *entry, depth, set);
@@ -150,7 +140,8 @@ int MenuServer::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
   if (const int status = readPropertySet(call, set); status < 0) return status;
   ensureLayout();
   BusMessage reply;
-  if (const int status = makeReply(call, reply); status < 0) return status;
+  if (const int status = sd_bus_message_new_method_return(call, Out(reply)); status < 0)
+    return status;
   MessageWriter message(reply.get());
   message.begin('a', "(ia{sv})");
   // Each item once, however often and in whatever order its id is named.
@@ -173,7 +164,8 @@ int MenuServer::getProperty(sd_bus_message* call, sd_bus_error* error) {
   const MenuEntry* const entry = layout_.find(id);
   if (entry == nullptr) return noSuchItem(error, id);
   BusMessage reply;
-  if (const int status = makeReply(call, reply); status < 0) return status;
+  if (const int status = sd_bus_message_new_method_return(call, Out(reply)); status < 0)
+    return status;
   MessageWriter message(reply.get());
   if (!addProperty(message, *entry, name)) {
     return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "Items have no property \"%s\"",
@@ -202,7 +194,8 @@ int MenuServer::aboutToShowGroup(sd_bus_message* call, sd_bus_error* error) {
                        [this](std::int32_t id) { return layout_.find(id) == nullptr; });
   if (!ids.empty() && unknown.size() == ids.size()) return noSuchItem(error, ids.front());
   BusMessage reply;
-  if (const int status = makeReply(call, reply); status < 0) return status;
+  if (const int status = sd_bus_message_new_method_return(call, Out(reply)); status < 0)
+    return status;
   MessageWriter message(reply.get());
   addIds(message, changed ? std::vector{rootId} : std::vector<std::int32_t>{});
   addIds(message, unknown);
@@ -242,7 +235,7 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
   }
   if (!events.empty() && unknown.size() == events.size()) return noSuchItem(error, unknown.front());
   BusMessage reply;
-  if (status = makeReply(call, reply); status < 0) return status;
+  if (status = sd_bus_message_new_method_return(call, Out(reply)); status < 0) return status;
   MessageWriter message(reply.get());
   addIds(message, unknown);
   return message.send();

@@ -11,8 +11,6 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-constexpr std::string_view applicationName = "Lumowatt";
-
 /// The icon of a symbol. What is no symbol is shown as an empty battery: without an icon many
 /// panels show nothing at all.
 std::string iconOf(const std::optional<Symbol>& symbol) {
@@ -41,11 +39,8 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
       glyph_(bus, loop, std::move(icons)),
       tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_),
       wideIcons_(iconPrefix(bus, "wide")) {
-  glyph_.setId(applicationName);
-  glyph_.setTitle(applicationName);
-  sd_event_source* updating = nullptr;
-  sd_event_add_defer(loop, &updating, update, this);
-  updating_.reset(updating);
+  glyph_.setTitle("Lumowatt");
+  sd_event_add_defer(loop, Out(updating_), update, this);
   scheduleUpdate(toGlyph);
 }
 
@@ -114,7 +109,10 @@ void PanelButton::showTiles(bool isNewPanel) {
   tiles_.show(form_ == TitleForm::tiles ? title_.tiles : std::vector<Tile>{}, isNewPanel);
 }
 
-void PanelButton::attachMenu() { menu_.emplace(bus_, application_, choose_); }
+void PanelButton::attachMenu(std::string_view id) {
+  glyph_.setId(id);
+  menu_.emplace(bus_, application_, choose_);
+}
 
 void PanelButton::followMenu() {
   if (menu_) menu_->follow(glyph_.toolTip());

@@ -30,9 +30,8 @@ class PanelButton : public StatusButton {
   void setImage(const std::optional<Image>& image) override;
   void setTitle(std::string_view title) override;
 
-  /// The name by which a panel keeps the glyph's place.
-  void setId(std::string_view id) { glyph_.setId(id); }
-  void attachMenu();
+  /// Adds the menu, and sets the name by which a panel keeps the glyph's place.
+  void attachMenu(std::string_view id);
 
   /// Registers with the panel that is there, and with each that appears later.
   void watchPanels();

@@ -26,11 +26,9 @@ PanelWatch::PanelWatch(sd_bus* bus, std::function<void(const std::string& proces
 
 /// Only the last question is answered.
 void PanelWatch::askForProcess() {
-  sd_bus_slot* question = nullptr;
-  sd_bus_call_method_async(bus_, &question, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+  sd_bus_call_method_async(bus_, Out(question_), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                            "org.freedesktop.DBus", "GetConnectionUnixProcessID",
                            handle<&PanelWatch::receiveProcess>, this, "s", watcherName);
-  question_.reset(question);
 }
 
 int PanelWatch::receiveProcess(sd_bus_message* reply, sd_bus_error*) {

@@ -1,6 +1,7 @@
 #include "platform/freedesktop/tray/status_item.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/freedesktop/bus/session_bus.h"
@@ -30,20 +31,15 @@ int acceptCall(sd_bus_message* call, void*, sd_bus_error*) {
 
 /// Text for tool tips, which some panels take for markup and some do not.
 std::string withoutMarkup(std::string_view text) {
+  constexpr std::string_view marks = "&<>";
+  constexpr std::array replacements{"+", "‹", "›"};
   std::string plain;
   for (const char letter : text) {
-    switch (letter) {
-      case '&':
-        plain += '+';
-        break;
-      case '<':
-        plain += "‹";
-        break;
-      case '>':
-        plain += "›";
-        break;
-      default:
-        plain += letter;
+    const std::size_t mark = marks.find(letter);
+    if (mark == std::string_view::npos) {
+      plain += letter;
+    } else {
+      plain += replacements[mark];
     }
   }
   return plain;
@@ -109,13 +105,9 @@ const sd_bus_vtable StatusItem::table[] = {
 
 StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons)
     : bus_(bus), iconFolder_(std::move(icons)) {
-  sd_bus_slot* object = nullptr;
-  sd_bus_add_object_vtable(bus, &object, itemPath, itemInterface, table, this);
-  object_.reset(object);
-  sd_event_source* sending = nullptr;
-  sd_event_add_defer(loop, &sending, sendSignals, this);
-  sending_.reset(sending);
-  sd_event_source_set_enabled(sending, SD_EVENT_OFF);
+  sd_bus_add_object_vtable(bus, Out(object_), itemPath, itemInterface, table, this);
+  sd_event_add_defer(loop, Out(sending_), sendSignals, this);
+  sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);
 }
 
 void StatusItem::setIcon(std::string_view name) { set(icon_, name, newIcon); }

@@ -4,34 +4,19 @@
 
 #include "base/text.h"
 
-
 namespace lumowatt::freedesktop {
 
 namespace {
 
 std::string unescaped(std::string_view value) {
+  constexpr std::string_view escaped = "sntr";
+  constexpr std::string_view meant = " \n\t\r";
   std::string text;
   for (std::size_t i = 0; i < value.size(); ++i) {
-    if (value[i] != '\\' || i + 1 == value.size()) {
-      text += value[i];
-      continue;
-    }
-    switch (value[++i]) {
-      case 's':
-        text += ' ';
-        break;
-      case 'n':
-        text += '\n';
-        break;
-      case 't':
-        text += '\t';
-        break;
-      case 'r':
-        text += '\r';
-        break;
-      default:
-        text += value[i];
-    }
+    const bool isEscape = value[i] == '\\' && i + 1 < value.size();
+    if (isEscape) ++i;
+    const std::size_t place = isEscape ? escaped.find(value[i]) : std::string_view::npos;
+    text += place == std::string_view::npos ? value[i] : meant[place];
   }
   return text;
 }

@@ -46,11 +46,9 @@ Appearance SettingsPortal::appearance() const {
 }
 
 void SettingsPortal::ask() {
-  sd_bus_slot* call = nullptr;
-  sd_bus_call_method_async(bus_, &call, service, object, interface, "ReadAll",
+  sd_bus_call_method_async(bus_, Out(call_), service, object, interface, "ReadAll",
                            handle<&SettingsPortal::receiveAll>, this, "as", 2, appearanceGroup,
                            gnomeGroup);
-  call_.reset(call);
 }
 
 int SettingsPortal::receiveAll(sd_bus_message* reply, sd_bus_error*) {
