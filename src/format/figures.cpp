@@ -1,5 +1,8 @@
 #include "format/figures.h"
 
+#include <array>
+#include <cstddef>
+
 #include "base/number.h"
 
 namespace lumowatt {
@@ -38,15 +41,8 @@ std::string statusLine(const Reading& reading) {
 }
 
 std::string_view arrow(Trend trend) {
-  switch (trend) {
-    case Trend::up:
-      return "▲";
-    case Trend::down:
-      return "▼";
-    case Trend::steady:
-      break;
-  }
-  return "•";
+  constexpr std::array<std::string_view, 3> arrows{"▲", "▼", "•"};
+  return arrows[static_cast<std::size_t>(trend)];
 }
 
 std::optional<Color> accent(const Reading& reading) {
@@ -58,15 +54,10 @@ std::optional<Color> accent(const Reading& reading) {
 }
 
 std::optional<SystemColor> trendAccent(const Reading& reading) {
-  switch (trend(reading)) {
-    case Trend::up:
-      return SystemColor::green;
-    case Trend::down:
-      return reading.batteryWatts < heavyDrain ? std::optional(SystemColor::orange) : std::nullopt;
-    case Trend::steady:
-      break;
-  }
-  return std::nullopt;
+  const Trend direction = trend(reading);
+  if (direction == Trend::up) return SystemColor::green;
+  const bool isHeavy = direction == Trend::down && reading.batteryWatts < heavyDrain;
+  return isHeavy ? std::optional(SystemColor::orange) : std::nullopt;
 }
 
 }  // namespace lumowatt

@@ -1,5 +1,8 @@
 #include "telemetry/reading.h"
 
+#include <array>
+#include <cstddef>
+
 namespace lumowatt {
 
 namespace {
@@ -10,15 +13,8 @@ constexpr double deadBandAmps = 0.01;
 }  // namespace
 
 std::string_view name(Trend trend) {
-  switch (trend) {
-    case Trend::up:
-      return "up";
-    case Trend::down:
-      return "down";
-    case Trend::steady:
-      break;
-  }
-  return "steady";
+  constexpr std::array<std::string_view, 3> names{"up", "down", "steady"};
+  return names[static_cast<std::size_t>(trend)];
 }
 
 Trend trend(const Reading& reading) {

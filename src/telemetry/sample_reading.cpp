@@ -18,25 +18,15 @@ Reading common() {
   return reading;
 }
 
-Reading draining() {
+Reading onBattery(std::int64_t percent, std::int64_t charge, double amps, std::int64_t minutes,
+                  double watts) {
   Reading reading = common();
-  reading.percent = 64;
-  reading.rawCurrent = 2463;
-  reading.batteryAmps = -0.95;
-  reading.minutes = 228;
-  reading.systemWatts = 11.0;
-  reading.batteryWatts = -11.0;
-  return reading;
-}
-
-Reading low() {
-  Reading reading = common();
-  reading.percent = 16;
-  reading.rawCurrent = 616;
-  reading.batteryAmps = -0.62;
-  reading.minutes = 96;
-  reading.systemWatts = 7.2;
-  reading.batteryWatts = -7.2;
+  reading.percent = percent;
+  reading.rawCurrent = charge;
+  reading.batteryAmps = amps;
+  reading.minutes = minutes;
+  reading.systemWatts = watts;
+  reading.batteryWatts = -watts;
   return reading;
 }
 
@@ -56,8 +46,8 @@ Reading full() {
 }  // namespace
 
 std::optional<Reading> sampleReading(std::string_view name) {
-  if (name == "draining") return draining();
-  if (name == "low") return low();
+  if (name == "draining") return onBattery(64, 2463, -0.95, 228, 11.0);
+  if (name == "low") return onBattery(16, 616, -0.62, 96, 7.2);
   if (name == "full") return full();
   return std::nullopt;
 }

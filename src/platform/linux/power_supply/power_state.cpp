@@ -15,17 +15,9 @@ bool any(const std::vector<Pack>& packs, Status status) {
 }
 
 bool isFull(const Pack& pack) {
-  switch (pack.status) {
-    case Status::full:
-      return true;
-    case Status::unknown:
-    case Status::notCharging:
-      return pack.battery.capacity.value_or(0) >= 99;
-    case Status::charging:
-    case Status::discharging:
-      break;
-  }
-  return false;
+  if (pack.status == Status::full) return true;
+  const bool isIdle = pack.status == Status::unknown || pack.status == Status::notCharging;
+  return isIdle && pack.battery.capacity.value_or(0) >= 99;
 }
 
 /// Whether power comes in from outside. A battery that is `charging` is proof enough.
