@@ -40,17 +40,17 @@ class Application : public ApplicationDelegate {
   std::string shownChart = chart;
 };
 
-/// The title of an item; of a chart, how its text begins.
-std::string titleOf(const MenuItem& item) {
-  return std::visit(
-      [](const auto& kind) {
-        if constexpr (requires { kind.title; }) {
-          return kind.title;
-        } else {
-          return chart;
-        }
-      },
-      item);
+/// By what the test knows the chart among the tags of choices.
+constexpr std::int64_t chartTag = -1;
+
+std::int64_t tagOf(const freedesktop::Choosable& chosen) {
+  const auto* const choice = std::get_if<Choice>(&chosen);
+  return choice != nullptr ? choice->tag : chartTag;
+}
+
+/// The tag of what a panel shows under a label.
+std::int64_t tagOf(const std::string& label) {
+  return label.starts_with(chart) ? chartTag : std::stoll(label);
 }
 
 /// One input: an application, its menu, and a panel that watches.
@@ -105,15 +105,14 @@ class Session {
     requireAnswer(message.get(), reply, before, isTold);
   }
 
-  /// Notes the title of the item that the call was to choose, by what the panel knew before it: one
+  /// Notes the tag of the item that the call was to choose, by what the panel knew before it: one
   /// at most, since a choice closes the menu.
   void expectChoices(sd_bus_message* call) {
     expected_.clear();
     sd_bus_message_rewind(call, 1);
     const auto note = [this](std::int32_t id, std::string_view event) {
       if (event != "clicked" || !panel_.canChoose(id) || !expected_.empty()) return;
-      const std::string label = panel_.items().at(id).of("label");
-      expected_.push_back(label.starts_with(chart) ? chart : label);
+      expected_.push_back(tagOf(panel_.items().at(id).of("label")));
     };
     std::int32_t id = 0;
     const char* event = nullptr;
@@ -239,13 +238,14 @@ class Session {
 
   Connection& connection_;
   Application application_;
-  MenuServer server_{connection_.item(), application_, [this](const MenuItem& item) {
-                       chosen_.push_back(titleOf(item));
+  MenuServer server_{connection_.item(), application_,
+                     [this](const freedesktop::Choosable& chosen) {
+                       chosen_.push_back(tagOf(chosen));
                        server_.update();
                      }};
   Panel panel_;
-  std::vector<std::string> chosen_;    // by the call
-  std::vector<std::string> expected_;  // by what the panel knows
+  std::vector<std::int64_t> chosen_;    // by the call
+  std::vector<std::int64_t> expected_;  // by what the panel knows
 };
 
 }  // namespace

@@ -9,20 +9,21 @@ namespace {
 
 constexpr std::size_t mostLetters = 60;  // so that ids of items and of those below them differ
 
-/// The item of a letter; absent for another sign.
-std::optional<MenuItem> itemOf(char letter) {
-  const std::string title = std::string("item ") + letter;
+/// The item of a letter, which has `tag` if it is a choice, and at the beginning of its title;
+/// absent for another sign.
+std::optional<MenuItem> itemOf(char letter, std::int64_t tag) {
+  const std::string title = std::to_string(tag) + " item " + letter;
   switch (letter) {
     case '-':
       return MenuSeparator{};
     case 'l':
       return MenuLine{title};
     case 'c':
-      return MenuCommand{title, {Action::copyDetails}, "c"};
+      return MenuCommand{title, {Action::copyDetails, tag}, "c"};
     case 't':
-      return MenuCheckMark{title, {Action::toggleColor}, false};
+      return MenuCheckMark{title, {Action::toggleColor, tag}, false};
     case 'r':
-      return MenuRadioMark{title, {Action::pick}, true};
+      return MenuRadioMark{title, {Action::pick, tag}, true};
     case 's':
       return Submenu{title, {}};
     case 'v':
@@ -44,11 +45,13 @@ void addToTitle(MenuItem& item, char digit) {
 
 Menu menuOf(std::string_view text) {
   Menu menu;
+  std::int64_t tag = 0;
   for (const char letter : text.substr(0, mostLetters)) {
     auto* const submenu = menu.empty() ? nullptr : std::get_if<Submenu>(&menu.back());
     if (letter >= '0' && letter <= '9' && !menu.empty()) addToTitle(menu.back(), letter);
-    auto item = itemOf(letter);
+    auto item = itemOf(letter, tag);
     if (!item) continue;
+    ++tag;
     auto* const mark = std::get_if<MenuRadioMark>(&*item);
     if (mark != nullptr && submenu != nullptr) {
       submenu->items.push_back(*mark);

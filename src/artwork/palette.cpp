@@ -9,7 +9,6 @@ namespace lumowatt::artwork {
 
 namespace {
 
-/// A colour as style sheets have it, 0xRRGGBBAA.
 constexpr Rgba rgba(unsigned value) {
   const auto component = [value](unsigned shift) { return ((value >> shift) & 0xffU) / 255.0; };
   return {component(24), component(16), component(8), component(0)};
@@ -17,19 +16,19 @@ constexpr Rgba rgba(unsigned value) {
 
 struct Shades {
   SystemColor color;
-  Rgba onLight;
-  Rgba onDark;
+  unsigned onLight;  // 0xRRGGBBAA, as style sheets have it
+  unsigned onDark;
 };
 
 constexpr Shades shades[] = {
-    {SystemColor::green, rgba(0x28cd41ff), rgba(0x32d74bff)},
-    {SystemColor::orange, rgba(0xff9500ff), rgba(0xff9f0aff)},
-    {SystemColor::red, rgba(0xff3b30ff), rgba(0xff453aff)},
-    {SystemColor::accent, rgba(0x007affff), rgba(0x0a84ffff)},
-    {SystemColor::label, rgba(0x000000d9), rgba(0xffffffd9)},
-    {SystemColor::secondaryLabel, rgba(0x00000080), rgba(0xffffff8c)},
-    {SystemColor::separator, rgba(0x0000001a), rgba(0xffffff1a)},
-    {SystemColor::windowBackground, rgba(0xfafafaff), rgba(0x242424ff)},
+    {SystemColor::green, 0x28cd41ff, 0x32d74bff},
+    {SystemColor::orange, 0xff9500ff, 0xff9f0aff},
+    {SystemColor::red, 0xff3b30ff, 0xff453aff},
+    {SystemColor::accent, 0x007affff, 0x0a84ffff},
+    {SystemColor::label, 0x000000d9, 0xffffffd9},
+    {SystemColor::secondaryLabel, 0x00000080, 0xffffff8c},
+    {SystemColor::separator, 0x0000001a, 0xffffff1a},
+    {SystemColor::windowBackground, 0xfafafaff, 0x242424ff},
 };
 
 double rounded(double component) {
@@ -42,7 +41,7 @@ struct Resolver {
 
   Rgba operator()(SystemColor color) const {
     const auto& shade = *std::ranges::find(shades, color, &Shades::color);
-    return appearance == Appearance::dark ? shade.onDark : shade.onLight;
+    return rgba(appearance == Appearance::dark ? shade.onDark : shade.onLight);
   }
   Rgba operator()(const CalibratedRgb& color) const {
     return {rounded(color.red), rounded(color.green), rounded(color.blue), 1.0};

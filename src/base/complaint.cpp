@@ -1,7 +1,6 @@
 #include "base/complaint.h"
 
 #include <cstdio>
-#include <string>
 
 namespace lumowatt {
 
@@ -9,8 +8,13 @@ void complain(std::string_view message) {
   std::fprintf(stderr, "lumowatt: %.*s\n", static_cast<int>(message.size()), message.data());
 }
 
+void complain(std::string_view what, const Failure& failure) {
+  std::fprintf(stderr, "lumowatt: %.*s: %s\n", static_cast<int>(what.size()), what.data(),
+               failure.reason.c_str());
+}
+
 void Complaint::update(const Result<>& result) {
-  if (!result && !isReported_) complain(std::string(what_) + ": " + result.failure().reason);
+  if (!result && !isReported_) complain(what_, result.failure());
   isReported_ = !result;
 }
 

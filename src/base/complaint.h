@@ -9,6 +9,9 @@ namespace lumowatt {
 /// Writes a line on the standard error: the program's name and the message. Allocates nothing.
 void complain(std::string_view message);
 
+/// The same, with the reason after what failed.
+void complain(std::string_view what, const Failure& failure);
+
 /// Reports something that may fail again and again: once, until it succeeds.
 class Complaint {
  public:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -19,25 +20,25 @@ Failure systemFailure(int error);
 template <typename Value = std::monostate>
 class [[nodiscard]] Result {
  public:
-  Result() requires std::same_as<Value, std::monostate>
-  = default;
-  Result(Value value) : content_(std::move(value)) {}
-  Result(Failure failure) : content_(std::move(failure)) {}
+  Result() requires std::same_as<Value, std::monostate> : value_(std::in_place) {}
+  Result(Value value) : value_(std::move(value)) {}
+  Result(Failure failure) : failure_(std::move(failure)) {}
 
   /// Whether the operation succeeded.
-  explicit operator bool() const { return std::holds_alternative<Value>(content_); }
+  explicit operator bool() const { return value_.has_value(); }
 
   /// The value of one that succeeded.
-  Value& operator*() { return *std::get_if<Value>(&content_); }
-  const Value& operator*() const { return *std::get_if<Value>(&content_); }
-  Value* operator->() { return &**this; }
-  const Value* operator->() const { return &**this; }
+  Value& operator*() { return *value_; }
+  const Value& operator*() const { return *value_; }
+  Value* operator->() { return &*value_; }
+  const Value* operator->() const { return &*value_; }
 
   /// Why one that failed did so.
-  const Failure& failure() const { return *std::get_if<Failure>(&content_); }
+  const Failure& failure() const { return failure_; }
 
  private:
-  std::variant<Value, Failure> content_;
+  std::optional<Value> value_;
+  Failure failure_;
 };
 
 }  // namespace lumowatt

@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
                           .makeDesktop = platform::desktop};
   const auto [output, status] = carryOut(command, LUMOWATT_VERSION, services);
   if (const auto written = writeToStandardOutput(output); !written) {
-    complain("cannot write to the standard output: " + written.failure().reason);
+    complain("cannot write to the standard output", written.failure());
     return EXIT_FAILURE;
   }
   return status;

@@ -47,7 +47,7 @@ struct ButtonContents {
 /// The item's button in the menu bar.
 class StatusButton : public Interface {
  public:
-  virtual void show(const ButtonContents& contents) = 0;
+  virtual void show(ButtonContents contents) = 0;
 
   /// Replaces the image alone; an absent one clears it.
   virtual void setImage(const std::optional<Image>& image) = 0;

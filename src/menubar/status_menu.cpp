@@ -48,25 +48,28 @@ Submenu modes(Mode current) {
 Menu statusMenu(const MenuContents& contents) {
   Menu menu;
   addReport(menu, contents.reading);
-  const Menu rest{
-      MenuSeparator{},
-      chartHeader(),
-      chart(contents),
-      MenuSeparator{},
-      modes(contents.preferences.mode),
-      MenuCheckMark{"Colors", {Action::toggleColor}, contents.preferences.useColor},
-      MenuCheckMark{"Charging animation", {Action::toggleAnimate}, contents.preferences.animate},
-      MenuCommand{"Copy details", {Action::copyDetails}, "c"},
-      MenuCheckMark{"Open at login", {Action::toggleLogin}, contents.opensAtLogin},
-      MenuCommand{"Battery settings…", {Action::openSettings}},
-      MenuSeparator{},
-      MenuLine{"Lumowatt " + contents.version + ", by Fernhollow"},
-      MenuCommand{"Quit Lumowatt", {Action::terminate}, "q"},
-  };
-  menu.insert(menu.end(), rest.begin(), rest.end());
+  const Preferences& preferences = contents.preferences;
+  menu.emplace_back(MenuSeparator{});
+  menu.emplace_back(chartHeader());
+  menu.emplace_back(chart(contents));
+  menu.emplace_back(MenuSeparator{});
+  menu.emplace_back(modes(preferences.mode));
+  menu.emplace_back(MenuCheckMark{"Colors", {Action::toggleColor}, preferences.useColor});
+  menu.emplace_back(
+      MenuCheckMark{"Charging animation", {Action::toggleAnimate}, preferences.animate});
+  menu.emplace_back(MenuCommand{"Copy details", {Action::copyDetails}, "c"});
+  menu.emplace_back(MenuCheckMark{"Open at login", {Action::toggleLogin}, contents.opensAtLogin});
+  menu.emplace_back(MenuCommand{"Battery settings…", {Action::openSettings}});
+  menu.emplace_back(MenuSeparator{});
+  menu.emplace_back(MenuLine{"Lumowatt " + contents.version + ", by Fernhollow"});
+  menu.emplace_back(MenuCommand{"Quit Lumowatt", {Action::terminate}, "q"});
   return menu;
 }
 
-Menu statusMenuWithoutBattery() { return {MenuLine{"No battery found"}}; }
+Menu statusMenuWithoutBattery() {
+  Menu menu;
+  menu.emplace_back(MenuLine{"No battery found"});
+  return menu;
+}
 
 }  // namespace lumowatt

@@ -71,9 +71,9 @@ bool FakeDesktop::setLoginItem(bool isRegistered) {
   return true;
 }
 
-void FakeDesktop::show(const ButtonContents& contents) {
+void FakeDesktop::show(ButtonContents contents) {
   note("contents");
-  shown = contents;
+  shown = std::move(contents);
 }
 
 void FakeDesktop::setImage(const std::optional<Image>& newImage) {

@@ -35,7 +35,7 @@ class FakeDesktop : public Desktop, public StatusButton {
 
   // StatusButton
 
-  void show(const ButtonContents& contents) override;
+  void show(ButtonContents contents) override;
   void setImage(const std::optional<Image>& newImage) override;
   void setTitle(std::string_view newTitle) override;
 

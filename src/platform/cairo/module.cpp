@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <new>
 #include <utility>
-#include <vector>
 
 #include "base/out_of_memory.h"
 #include "platform/cairo/cairo_bitmap.h"
@@ -19,7 +18,7 @@ namespace {
 
 // More than the libraries take for a picture.
 constexpr std::size_t memoryOfLibraries = 64U << 20U;
-constexpr std::size_t filesOfLibraries = 8;
+constexpr int filesOfLibraries = 8;
 
 /// Where memory is refused to them, Fontconfig does not end or crashes, and GLib ends the process
 /// by a signal.
@@ -27,12 +26,10 @@ void requireMemory() { ::operator delete(::operator new(memoryOfLibraries)); }
 
 /// A font that Fontconfig cannot open is none to it, and it notes that in the cache of all
 /// programs.
-Result<> requireFiles() {
-  std::vector<Descriptor> files;
-  while (files.size() < filesOfLibraries) {
-    if (!files.emplace_back(::open("/", O_PATH | O_CLOEXEC)).isOpen()) return systemFailure(errno);
-  }
-  return {};
+Result<> requireFiles(int count) {
+  if (count == 0) return {};
+  const Descriptor file(::open("/", O_PATH | O_CLOEXEC));
+  return file.isOpen() ? requireFiles(count - 1) : systemFailure(errno);
 }
 
 class Factory : public BitmapFactory {
@@ -40,7 +37,7 @@ class Factory : public BitmapFactory {
   Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
                                        Appearance appearance) override {
     requireMemory();
-    if (const auto files = requireFiles(); !files) return files.failure();
+    if (const auto files = requireFiles(filesOfLibraries); !files) return files.failure();
     auto bitmap = std::make_unique<CairoBitmap>(picture.size, scale, appearance);
     if (!bitmap->isValid()) return Failure{"there is no font, or no memory for the picture"};
     bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});

@@ -46,7 +46,7 @@ SessionDesktop::SessionDesktop(const std::string& program, std::string icons,
 Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   const Result<bool> connected = connect();
   if (!connected) {
-    complain("the session bus: " + connected.failure().reason);
+    complain("the session bus", connected.failure());
     return Failure{"no session bus"};
   }
   if (!*connected) return {};
@@ -58,7 +58,7 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   application_ = std::move(delegate);
   settings_.emplace(bus_.get());
   button_.emplace(bus_.get(), loop_.get(), icons_, *application_,
-                  [this](const MenuItem& item) { choose(item); });
+                  [this](const Choosable& chosen) { choose(chosen); });
   application_->applicationDidFinishLaunching();
   button_->watchPanels();
   const int status = sd_event_loop(loop_.get());
@@ -87,15 +87,13 @@ std::function<void()> SessionDesktop::followed(std::function<void()> action) {
   };
 }
 
-void SessionDesktop::choose(const MenuItem& item) {
-  if (const auto* const chart = std::get_if<MenuChart>(&item)) {
-    viewer_.show(chart->picture, settings_->appearance(), *bitmaps_);
-  } else if (const Choice* const choice = choiceOf(item); choice == nullptr) {
-    return;
-  } else if (choice->action == Action::terminate) {
+void SessionDesktop::choose(const Choosable& chosen) {
+  if (const auto* const chart = std::get_if<const MenuChart*>(&chosen)) {
+    viewer_.show((*chart)->picture, settings_->appearance(), *bitmaps_);
+  } else if (const Choice& choice = std::get<Choice>(chosen); choice.action == Action::terminate) {
     sd_event_exit(loop_.get(), 0);
   } else {
-    application_->perform(*choice);
+    application_->perform(choice);
   }
 }
 

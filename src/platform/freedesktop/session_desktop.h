@@ -58,7 +58,7 @@ class SessionDesktop : public Desktop {
   /// Connects to the session, as the one process in it that shows the item. False when there is
   /// another.
   Result<bool> connect();
-  void choose(const MenuItem& item);
+  void choose(const Choosable& chosen);
 
   std::string icons_;
   std::unique_ptr<BitmapFactory> bitmaps_;

@@ -1,12 +1,10 @@
 #include "platform/posix/descriptor.h"
 
-#include <dirent.h>
-#include <fcntl.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <utility>
 
 namespace lumowatt {
 
@@ -23,25 +21,6 @@ bool Descriptor::write(std::string_view contents) const {
 bool Descriptor::close() {
   if (!isOpen()) return true;
   return ::close(std::exchange(number_, -1)) == 0;
-}
-
-Listing listFolder(const Descriptor& folder) {
-  const int duplicate = ::fcntl(folder.number(), F_DUPFD_CLOEXEC, 0);
-  DIR* const stream = duplicate >= 0 ? ::fdopendir(duplicate) : nullptr;
-  if (stream == nullptr) {
-    const int error = errno;
-    if (duplicate >= 0) ::close(duplicate);
-    return {.names = {}, .error = error};
-  }
-  Listing listing;
-  // At the end of the folder, readdir leaves errno as it was.
-  for (errno = 0; const dirent* const entry = ::readdir(stream); errno = 0) {
-    if (entry->d_name[0] != '.') listing.names.emplace_back(entry->d_name);
-  }
-  listing.error = errno;
-  ::closedir(stream);
-  std::ranges::sort(listing.names);
-  return listing;
 }
 
 }  // namespace lumowatt

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace lumowatt {
 
@@ -12,8 +9,8 @@ class Descriptor {
  public:
   /// A number below 0 is that of no file.
   explicit Descriptor(int number) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  Descriptor& operator=(Descriptor&&) = delete;
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor() { static_cast<void>(close()); }
 
   int number() const { return number_; }
@@ -28,13 +25,5 @@ class Descriptor {
  private:
   int number_;
 };
-
-/// What is in a folder.
-struct Listing {
-  std::vector<std::string> names;  ///< sorted by their bytes, without those that begin with a dot
-  int error = 0;                   ///< the errno with which the listing ended; 0 when it is whole
-};
-
-Listing listFolder(const Descriptor& folder);
 
 }  // namespace lumowatt

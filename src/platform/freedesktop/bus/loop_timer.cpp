@@ -18,7 +18,7 @@ LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick
   const std::uint64_t accuracy = interval_ / 20;
   const int status = sd_event_add_time(loop, Out(source_), CLOCK_BOOTTIME, boottime() + interval_,
                                        accuracy, &LoopTimer::fired, this);
-  if (status < 0) complain("there is no timer: " + busFailure(status).reason);
+  if (status < 0) complain("there is no timer", busFailure(status));
 }
 
 int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {

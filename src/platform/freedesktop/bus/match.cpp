@@ -12,7 +12,7 @@ namespace {
 /// one.
 int receiveAnswer(sd_bus_message* reply, void*, sd_bus_error*) {
   if (const sd_bus_error* const error = sd_bus_message_get_error(reply)) {
-    complain(std::string("the session bus refuses to tell of signals: ") + error->message);
+    complain("the session bus refuses to tell of signals", {error->message});
   }
   return 0;
 }

@@ -1,6 +1,7 @@
 #include "platform/freedesktop/menu/layout.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace lumowatt::freedesktop {
@@ -56,17 +57,17 @@ struct EntryMaker {
 
 /// The items of a menu with their ids, in order: 1, 2, ... in the first group, 100 the separator
 /// after it, 101, 102, ... in the second. A group of 100 items or more ends at its 99th.
-std::map<std::int32_t, const MenuItem*> numbered(const Menu& menu) {
-  std::map<std::int32_t, const MenuItem*> items;
+std::vector<std::pair<std::int32_t, const MenuItem*>> numbered(const Menu& menu) {
+  std::vector<std::pair<std::int32_t, const MenuItem*>> items;
   std::int32_t group = 0;
   std::int32_t place = 0;
   for (const MenuItem& item : menu) {
     if (std::holds_alternative<MenuSeparator>(item)) {
       ++group;
       place = 0;
-      items[group * groupSize] = &item;
+      items.emplace_back(group * groupSize, &item);
     } else if (++place < groupSize) {
-      items[group * groupSize + place] = &item;
+      items.emplace_back(group * groupSize + place, &item);
     }
   }
   return items;
@@ -108,20 +109,22 @@ void compare(const MenuEntry& before, const MenuEntry& now, MenuLayout::Change& 
 
 }  // namespace
 
-MenuLayout::Change MenuLayout::present(const Menu& menu) {
+MenuLayout::Change MenuLayout::present(Menu menu) {
+  menu_ = std::move(menu);
+  choosable_.clear();
   const MenuEntry before = std::exchange(root_, MenuEntry{.id = 0});
-  items_.clear();
   std::map<std::int32_t, MenuEntry> entries;
   for (const MenuEntry& old : before.children) {
     entries[old.id] = old;
     entries[old.id].isVisible = false;
   }
-  for (const auto& [id, item] : numbered(menu)) {
-    entries[id] = std::visit(EntryMaker{id}, *item);
-    items_.emplace(id, *item);
+  for (const auto& [id, item] : numbered(menu_)) {
+    const MenuEntry& entry = entries[id] = std::visit(EntryMaker{id}, *item);
+    if (const Choice* const choice = choiceOf(*item)) choosable_.emplace_back(id, *choice);
+    if (const auto* const chart = std::get_if<MenuChart>(item)) choosable_.emplace_back(id, chart);
     if (const auto* const submenu = std::get_if<Submenu>(item)) {
       for (std::size_t i = 0; i < submenu->items.size(); ++i) {
-        items_.emplace(entries[id].children[i].id, submenu->items[i]);
+        choosable_.emplace_back(entry.children[i].id, submenu->items[i].choice);
       }
     }
   }
@@ -140,11 +143,9 @@ void MenuLayout::forEach(const std::function<void(const MenuEntry&)>& visit) con
   visitAll(root_, visit);
 }
 
-const MenuItem* MenuLayout::choosable(std::int32_t id) const {
-  const auto item = items_.find(id);
-  if (item == items_.end()) return nullptr;
-  const bool isChart = std::holds_alternative<MenuChart>(item->second);
-  return isChart || choiceOf(item->second) != nullptr ? &item->second : nullptr;
+const Choosable* MenuLayout::choosable(std::int32_t id) const {
+  const auto found = std::ranges::find(choosable_, id, [](const auto& each) { return each.first; });
+  return found != choosable_.end() ? &found->second : nullptr;
 }
 
 }  // namespace lumowatt::freedesktop

@@ -76,15 +76,15 @@ const sd_bus_vtable MenuServer::table[] = {
 };
 
 MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
-                       std::function<void(const MenuItem&)> choose)
+                       std::function<void(const Choosable&)> choose)
     : bus_(bus), application_(application), choose_(std::move(choose)) {
   sd_bus_add_object_vtable(bus, Out(object_), path, menuInterface, table, this);
 }
 
 // What the menu is
 
-bool MenuServer::present(const Menu& menu) {
-  const auto change = layout_.present(menu);
+bool MenuServer::present(Menu menu) {
+  const auto change = layout_.present(std::move(menu));
   if (!change.entries.empty()) {
     BusMessage signal;
     sd_bus_message_new_signal(bus_, Out(signal), path, menuInterface, "ItemsPropertiesUpdated");
@@ -249,10 +249,11 @@ bool MenuServer::handleEvent(std::int32_t id, std::string_view event) {
 }
 
 void MenuServer::choose(std::int32_t id) {
-  const MenuItem* const item = layout_.choosable(id);
-  if (item == nullptr) return;
-  openUntil_ = 0;  // a choice closes the menu
-  choose_(*item);
+  const Choosable* const found = layout_.choosable(id);
+  if (found == nullptr) return;
+  openUntil_ = 0;                   // a choice closes the menu
+  const Choosable chosen = *found;  // the layout's own may go with the menu
+  choose_(chosen);
 }
 
 bool MenuServer::open() {

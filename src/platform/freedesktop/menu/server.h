@@ -23,7 +23,7 @@ class MenuServer {
   /// Calls `choose` with each item that is chosen, which is to update the menu afterwards, wherever
   /// it is shown. The application must outlive it.
   MenuServer(sd_bus* bus, ApplicationDelegate& application,
-             std::function<void(const MenuItem&)> choose);
+             std::function<void(const Choosable&)> choose);
 
   /// Makes it what the application's menu would be now, for those who know it already.
   void update();
@@ -48,7 +48,7 @@ class MenuServer {
 
   /// Presents the menu, and emits signals for what differs from the one before; false when nothing
   /// does.
-  bool present(const Menu& menu);
+  bool present(Menu menu);
 
   /// For those who ask before the menu was ever about to open.
   void ensureLayout();
@@ -59,7 +59,7 @@ class MenuServer {
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
-  std::function<void(const MenuItem&)> choose_;
+  std::function<void(const Choosable&)> choose_;
   MenuLayout layout_;
   std::uint32_t revision_ = 1;
   std::string report_;           // the one that was followed last

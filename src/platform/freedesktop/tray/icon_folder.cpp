@@ -1,5 +1,6 @@
 #include "platform/freedesktop/tray/icon_folder.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -82,12 +83,19 @@ bool IconFolder::write(const std::string& name, std::string_view svg) const {
 
 void IconFolder::removeAllBut(const Names& names) {
   names_ = names;
-  const Descriptor folder(openFolder(path_));
-  for (const std::string& file : listFolder(folder).names) {
-    if (!file.starts_with(prefix_) || !file.ends_with(suffix)) continue;
-    const std::string_view name(file.data(), file.size() - suffix.size());
-    if (!contains(names, name)) ::unlinkat(folder.number(), file.c_str(), 0);
+  const int folder = openFolder(path_);
+  DIR* const listing = ::fdopendir(folder);
+  if (listing == nullptr) {
+    const Descriptor unlisted(folder);
+    return;
   }
+  while (const dirent* const entry = ::readdir(listing)) {
+    std::string_view name = entry->d_name;
+    if (!name.starts_with(prefix_) || !name.ends_with(suffix)) continue;
+    name.remove_suffix(suffix.size());
+    if (!contains(names, name)) ::unlinkat(folder, entry->d_name, 0);
+  }
+  ::closedir(listing);
 }
 
 }  // namespace lumowatt::freedesktop

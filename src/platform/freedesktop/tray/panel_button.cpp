@@ -32,7 +32,7 @@ std::string iconPrefix(sd_bus* bus, const char* kind) {
 
 PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
                          ApplicationDelegate& application,
-                         std::function<void(const MenuItem&)> choose)
+                         std::function<void(const Choosable&)> choose)
     : bus_(bus),
       application_(application),
       choose_(updatingMenus(std::move(choose))),
@@ -44,19 +44,19 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
   scheduleUpdate(toGlyph);
 }
 
-std::function<void(const MenuItem&)> PanelButton::updatingMenus(
-    std::function<void(const MenuItem&)> choose) {
-  return [this, choose = std::move(choose)](const MenuItem& item) {
-    choose(item);
+std::function<void(const Choosable&)> PanelButton::updatingMenus(
+    std::function<void(const Choosable&)> choose) {
+  return [this, choose = std::move(choose)](const Choosable& chosen) {
+    choose(chosen);
     if (menu_) menu_->update();
     tiles_.updateMenus();
   };
 }
 
-void PanelButton::show(const ButtonContents& contents) {
+void PanelButton::show(ButtonContents contents) {
   setImage(contents.image);
   if (contents.title.text != title_.text) scheduleUpdate(toGlyph);
-  title_ = contents.title;
+  title_ = std::move(contents.title);
   std::string label;
   for (const TextRun& run : title_.text) label += run.text;
   glyph_.setLabel(trimmed(label));  // panels keep a distance of their own

@@ -24,9 +24,9 @@ class PanelButton : public StatusButton {
   /// The glyph's icons lie in the folder `icons`. Calls `choose` with each item of the menu that is
   /// chosen. The application must outlive it.
   PanelButton(sd_bus* bus, sd_event* loop, std::string icons, ApplicationDelegate& application,
-              std::function<void(const MenuItem&)> choose);
+              std::function<void(const Choosable&)> choose);
 
-  void show(const ButtonContents& contents) override;
+  void show(ButtonContents contents) override;
   void setImage(const std::optional<Image>& image) override;
   void setTitle(std::string_view title) override;
 
@@ -51,11 +51,11 @@ class PanelButton : public StatusButton {
   void showTiles(bool isNewPanel);
 
   /// Calls `choose` with an item of one of the menus, and updates them all.
-  std::function<void(const MenuItem&)> updatingMenus(std::function<void(const MenuItem&)> choose);
+  std::function<void(const Choosable&)> updatingMenus(std::function<void(const Choosable&)> choose);
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
-  std::function<void(const MenuItem&)> choose_;
+  std::function<void(const Choosable&)> choose_;
   StatusItem glyph_;
   std::optional<MenuServer> menu_;
   TitleTiles tiles_;

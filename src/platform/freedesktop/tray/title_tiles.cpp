@@ -23,7 +23,7 @@ void nameAfter(const StatusItem& glyph, std::size_t tile, StatusItem& item) {
 
 TitleTiles::TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
                        ApplicationDelegate& application,
-                       std::function<void(const MenuItem&)> choose)
+                       std::function<void(const Choosable&)> choose)
     : loop_(loop),
       glyph_(glyph),
       application_(application),

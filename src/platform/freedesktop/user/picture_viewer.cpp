@@ -7,8 +7,8 @@
 #include <string>
 
 #include "base/complaint.h"
-#include "platform/freedesktop/user/programs.h"
 #include "platform/freedesktop/user/environment.h"
+#include "platform/freedesktop/user/programs.h"
 #include "platform/freedesktop/user/user_file.h"
 
 namespace lumowatt::freedesktop {
@@ -44,10 +44,10 @@ void PictureViewer::show(const Drawing& picture, Appearance appearance, BitmapFa
   child_ = ::fork();
   if (child_ > 0) return;
   if (child_ == 0) unblockSignals();
-  const Result<> opened = child_ == 0 ? open(picture, appearance, bitmaps)
-                                      : Failure{"no process can be started"};
+  const Result<> opened =
+      child_ == 0 ? open(picture, appearance, bitmaps) : Failure{"no process can be started"};
   if (!opened) {
-    complain("the chart is not shown: " + opened.failure().reason);
+    complain("the chart is not shown", opened.failure());
     startFirst(bellCommands());
   }
   if (child_ == 0) ::_exit(opened ? EXIT_SUCCESS : EXIT_FAILURE);

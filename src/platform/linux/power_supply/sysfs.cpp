@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -21,17 +22,35 @@ void requireNoShortage(int error) {
   if (error == EMFILE || error == ENFILE || error == ENOMEM) throw systemFailure(error);
 }
 
-Descriptor openFolder(int parent, const char* path) {
-  Descriptor folder(::openat(parent, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!folder.isOpen()) requireNoShortage(errno);
+int openFolder(int parent, const char* path) {
+  const int folder = ::openat(parent, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder < 0) requireNoShortage(errno);
   return folder;
 }
 
+/// The names in an open folder, without those that begin with a dot. Asks the kernel itself
+/// (getdents(2)): the C library's stream has a buffer that is larger than all that is read.
 std::vector<std::string> namesIn(const Descriptor& folder) {
-  if (!folder.isOpen()) return {};
-  auto [names, error] = listFolder(folder);
-  requireNoShortage(error);
-  return std::move(names);
+  struct Entry {
+    std::uint64_t inode;
+    std::int64_t offset;
+    std::uint16_t length;  // of the entry
+    std::uint8_t type;
+    char name[1];  // to its end by a zero
+  };
+  std::vector<std::string> names;
+  if (!folder.isOpen()) return names;
+  alignas(Entry) char buffer[1024];
+  long length = 0;
+  while ((length = ::syscall(SYS_getdents64, folder.number(), buffer, sizeof buffer)) > 0) {
+    for (const char* at = buffer; at < buffer + length;) {
+      const auto* const entry = reinterpret_cast<const Entry*>(at);
+      if (entry->name[0] != '.') names.emplace_back(entry->name);
+      at += entry->length;
+    }
+  }
+  if (length < 0) requireNoShortage(errno);
+  return names;
 }
 
 /// What gives no text at all may be a pipe that nobody writes to.
@@ -43,7 +62,9 @@ bool isRegular(int file) {
 }  // namespace
 
 Class::Class(const std::string& path)
-    : folder_(openFolder(AT_FDCWD, path.c_str())), deviceNames_(namesIn(folder_)) {}
+    : folder_(openFolder(AT_FDCWD, path.c_str())), deviceNames_(namesIn(folder_)) {
+  std::sort(deviceNames_.begin(), deviceNames_.end());
+}
 
 Device::Device(const Class& devices, std::string name)
     : classFolder_(devices.folder_.number()),
@@ -52,10 +73,10 @@ Device::Device(const Class& devices, std::string name)
       attributes_(namesIn(folder_)) {}
 
 std::optional<std::string> Device::text(const char* attribute) {
-  if (!std::ranges::binary_search(attributes_, attribute)) return std::nullopt;
+  if (std::ranges::find(attributes_, attribute) == attributes_.end()) return std::nullopt;
   // Not blocking, in case something else than an attribute lies there.
-  const Descriptor file(::openat(folder_.number(), attribute,
-                                 O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  const Descriptor file(
+      ::openat(folder_.number(), attribute, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file.isOpen()) {
     requireNoShortage(errno);
     return std::nullopt;

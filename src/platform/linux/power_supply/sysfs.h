@@ -12,8 +12,8 @@
 /// file per attribute (Documentation/filesystems/sysfs.rst).
 namespace lumowatt::sysfs {
 
-// What reads throws a `Failure` where this machine or process is short of files or memory: what else
-// was read would be half of the truth.
+// What reads throws a `Failure` where this machine or process is short of files or memory: what
+// else was read would be half of the truth.
 
 /// A class folder such as /sys/class/power_supply, held open. One that cannot be opened has no
 /// devices.
@@ -61,9 +61,9 @@ class Device {
   int classFolder_;
   std::string name_;
   Descriptor folder_;
-  std::vector<std::string> attributes_;  // their names, sorted
-  bool answered_ = false;  // an attribute could be read
-  bool refused_ = false;   // reading one failed with ENODEV
+  std::vector<std::string> attributes_;  // their names
+  bool answered_ = false;                // an attribute could be read
+  bool refused_ = false;                 // reading one failed with ENODEV
 };
 
 /// The decimal integer that is all of `text`, with an optional sign. Absent when it is anything

@@ -15,7 +15,7 @@ class ItemButton : public StatusButton {
 
   bool exists() const { return item_.button != nil; }
 
-  void show(const ButtonContents& contents) override;
+  void show(ButtonContents contents) override;
   void setImage(const std::optional<Image>& image) override;
   void setTitle(std::string_view title) override;
 

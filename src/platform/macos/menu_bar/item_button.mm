@@ -6,7 +6,7 @@
 
 namespace lumowatt::macos {
 
-void ItemButton::show(const ButtonContents& contents) {
+void ItemButton::show(ButtonContents contents) {
   setImage(contents.image);
   NSStatusBarButton* const button = item_.button;
   button.imagePosition = NSImageLeading;

@@ -166,9 +166,9 @@ TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
   }
   EXPECT_EQ(choosable, (std::set<std::int32_t>{102, 202, 203, 204, 205, 206, 302, 30101, 30102,
                                                30103, 30104}));
-  EXPECT_EQ(choiceOf(*layout.choosable(204))->action, Action::copyDetails);
-  EXPECT_EQ(choiceOf(*layout.choosable(30104))->tag, 3);
-  EXPECT_TRUE(std::holds_alternative<MenuChart>(*layout.choosable(102)));
+  EXPECT_EQ(std::get<Choice>(*layout.choosable(204)).action, Action::copyDetails);
+  EXPECT_EQ(std::get<Choice>(*layout.choosable(30104)).tag, 3);
+  EXPECT_EQ(std::get<const MenuChart*>(*layout.choosable(102))->text, "Collecting history…");
 }
 
 TEST_F(MenuLayoutTest, ASubmenuWithoutItemsIsDisabled) {
