@@ -7,7 +7,8 @@
 # over this machine's own in a private namespace, on private buses and a screen in memory, first idle
 # and then with the charger in. The panel is one that shows the title as an icon of its own; with
 # another name of a process, such as gnome-shell, as a label. The program is the release build's, or
-# $LUMOWATT. Needs the packages dbus, xvfb and upower.
+# $LUMOWATT. Needs the packages dbus, xvfb and upower. Where strace is installed, it counts as well
+# how many files a refresh opens.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -38,5 +39,16 @@ for monitor in cbatticon "xfce4-power-manager --no-daemon" "mate-power-manager -
   lxqt-powermanagement; do
   if command -v "${monitor%% *}" >/dev/null; then programs+=("$monitor"); fi
 done
+if has strace; then
+  strace -f -e trace=open,openat,openat2 -o "$scratch/opens" timeout 26 "$LUMOWATT" \
+    >"$scratch/log" 2>&1 || true
+  # Each refresh begins with the folder of supplies; the first of them is part of the start.
+  awk -v first="\"$supplies\"" '
+    index($0, first) { if (++refreshes > 1) opens = all }
+    refreshes > 1 { ++all }
+    END { printf "A refresh opens %.1f files, counting those that are not there.\n", opens / (refreshes - 2) }
+  ' "$scratch/opens"
+fi
+
 build/release/resident "$seconds" "$panel" \
   "echo 1 >$supplies/AC/online; echo Charging >$supplies/BAT0/status" "${programs[@]}"

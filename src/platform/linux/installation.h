@@ -19,8 +19,8 @@ std::string executablePath();
 std::string partPath(std::string_view built, std::string_view installed);
 
 /// Loads a module of the program, such as "lumowatt-drawing.so", and finds what it exports under
-/// the name `symbol`; never null. It stays loaded. Fails also when the module is of another version,
-/// as after an upgrade.
+/// the name `symbol`; never null. It stays loaded. Fails also when the module is of another
+/// version, as after an upgrade.
 Result<void*> loadModule(const std::string& module, const char* symbol);
 
 }  // namespace lumowatt

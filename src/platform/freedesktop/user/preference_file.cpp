@@ -63,7 +63,8 @@ std::vector<std::optional<StoredPreference>> PreferenceFile::read(
       values.emplace_back();
       continue;
     }
-    const std::string_view value = trimmed(std::string_view(text).substr(span->start, span->length));
+    const std::string_view value =
+        trimmed(std::string_view(text).substr(span->start, span->length));
     values.push_back(StoredPreference{integer(value), boolean(value)});
   }
   return values;

@@ -4,6 +4,9 @@
 
 #include <set>
 
+#include "platform/linux/power_supply/opening_moments.h"
+#include "platform/linux/power_supply/service.h"
+#include "support/fixtures.h"
 #include "support/mock_machine.h"
 #include "support/open_counter.h"
 
@@ -83,6 +86,15 @@ TEST(Opening, NoFlowAndNoEstimateOfAFullPack) {
       "type",       "present",     "status", "capacity", "charge_full",  "charge_full_design",
       "charge_now", "voltage_now", "type",   "online",   "manufacturer", "model_name"};
   EXPECT_EQ(opened, expected);
+}
+
+TEST(Opening, SeventeenFilesOfALaptopWithOnePackAndACharger) {
+  const auto folder = fixturePath("linux", "01-thinkpad-lnv45n1-discharging") / "class";
+  Service service(folder / "power_supply", folder / "hwmon");
+  const int before = openings();
+  EXPECT_TRUE(service.properties());
+  // The class, the pack twice, the charger; 11 attributes of the pack and 2 of the charger.
+  EXPECT_EQ(openings() - before, 1 + 2 + 1 + 11 + 2);
 }
 
 TEST(Opening, NothingOfAPeripheralOrAnEmptyBayButWhatTells) {
