@@ -1,6 +1,7 @@
 // The program as it is installed, in each place where that may be.
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 
 namespace lumowatt {
 
@@ -80,7 +81,7 @@ TEST_P(Installation, ShowsTheItemWithIconsThatAreThere) {
 TEST_P(Installation, OpensTheProgramItselfAtLogin) {
   start();
   panel->open();
-  choose(205, "Open at login");
+  choose(menu_id::openAtLogin, "Open at login");
   const std::string entry =
       fileContents(configuration() / "autostart/com.fernhollow.Lumowatt.desktop");
   EXPECT_NE(entry.find("\nExec=\"" + installed() + "\"\n"), std::string::npos) << entry;

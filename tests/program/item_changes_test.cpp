@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 #include "support/open_counter.h"
 
 namespace lumowatt {
@@ -117,9 +118,9 @@ TEST_F(ItemChanges, AnUpgradeOfItsFilesLeavesItWorking) {
   std::filesystem::remove_all(installed);  // the kernel calls its program deleted now
   install(installed);
   EXPECT_EQ(nextLabel(), "98% ▼ −4.8 W");
-  choose(102, "Collecting history…");
+  choose(menu_id::chart, "Collecting history…");
   EXPECT_EQ(trace("told"), (user.path() / "runtime/lumowatt-chart.png").string() + "\n");
-  choose(205, "Open at login");
+  choose(menu_id::openAtLogin, "Open at login");
   const std::string entry =
       fileContents(configuration() / "autostart/com.fernhollow.Lumowatt.desktop");
   EXPECT_NE(entry.find("Exec=\"" + (installed / "lumowatt").string() + "\"\n"), std::string::npos)
@@ -135,7 +136,7 @@ TEST_F(ItemChanges, EightHoursOfSleepAreOneReadingAndNoPartOfTheChart) {
   panel->waitForItem();
   panel->waitUntil([this] {  // for a chart, which has two ends at least
     panel->open();
-    return panel->menuProperty(102, "label").get<std::string>().ends_with("%");
+    return panel->menuProperty(menu_id::chart, "label").get<std::string>().ends_with("%");
   });
 
   machine.set("BAT0/capacity", "40");
@@ -150,7 +151,7 @@ TEST_F(ItemChanges, EightHoursOfSleepAreOneReadingAndNoPartOfTheChart) {
   // 360 seconds pass in one, and there is a reading every five: 5760 were missed.
   EXPECT_LE(static_cast<double>(readings), 5.0 + 1.1 * awake.count() * 360 / 5);
   panel->open();
-  const std::string chart = panel->menuProperty(102, "label");
+  const std::string chart = panel->menuProperty(menu_id::chart, "label");
   EXPECT_EQ(chart.find("98"), std::string::npos) << chart;
 }
 

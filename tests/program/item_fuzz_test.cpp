@@ -3,12 +3,12 @@
 #include <random>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 
 namespace lumowatt {
 
 namespace {
 
-constexpr int quit = 302;
 
 /// A client that calls the item and its menu as it comes, but never to quit.
 class Fuzzer {
@@ -79,7 +79,7 @@ class Fuzzer {
 
   void event() {
     const std::int32_t chosen = id();
-    if (chosen != quit) panel_.callMenu("Event", "isvu", chosen, text(), "s", text(), 7U);
+    if (chosen != menu_id::quit) panel_.callMenu("Event", "isvu", chosen, text(), "s", text(), 7U);
   }
 
   void events() {
@@ -87,7 +87,7 @@ class Fuzzer {
     sd_bus_message_open_container(call, 'a', "(isvu)");
     for (int i = upTo(5); i > 0; --i) {
       const std::int32_t chosen = id();
-      sd_bus_message_append(call, "(isvu)", chosen == quit ? 0 : chosen, text(), "i", 5, 7U);
+      sd_bus_message_append(call, "(isvu)", chosen == menu_id::quit ? 0 : chosen, text(), "i", 5, 7U);
     }
     sd_bus_message_close_container(call);
     panel_.answer(call);
@@ -158,14 +158,14 @@ TEST_F(Stranger, ThousandsOfNamesAreForgotten) {
   start();
   const long before = item->residentMemory();
   sd_bus_message* const call = panel->newMenuCall("GetLayout");
-  sd_bus_message_append(call, "ii", 202, -1);
+  sd_bus_message_append(call, "ii", menu_id::colors, -1);
   sd_bus_message_open_container(call, 'a', "s");
   for (int i = 0; i < 100'000; ++i) {
     sd_bus_message_append(call, "s", ("no property " + std::to_string(i)).c_str());
   }
   sd_bus_message_append(call, "s", "label");
   sd_bus_message_close_container(call);
-  EXPECT_EQ(panel->answer(call).values.at(1), (Json{202, {{"label", "Colors"}}, Json::array()}));
+  EXPECT_EQ(panel->answer(call).values.at(1), (Json{menu_id::colors, {{"label", "Colors"}}, Json::array()}));
   if (!sanitized) {
     EXPECT_LE(item->residentMemory(), before + 4096);
   }

@@ -1,6 +1,7 @@
 #include <filesystem>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 
 namespace lumowatt {
 
@@ -11,12 +12,6 @@ using Names = std::vector<std::string>;
 constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 
 // Items of the menu by their ids.
-constexpr int powerLine = 4;
-constexpr int firstSeparator = 100;
-constexpr int modes = 201;
-constexpr int percentOnly = 30101;
-constexpr int colors = 202;
-constexpr int about = 301;
 
 /// What panels tell of the menu: items chosen, and what is none of that.
 class MenuEvents : public ItemTest {
@@ -29,15 +24,15 @@ class MenuEvents : public ItemTest {
 }  // namespace
 
 TEST_F(MenuEvents, ChosenModesActAtOnce) {
-  const std::pair<int, const char*> expected[] = {{30101, "98% ▼"},
-                                                  {30103, "98% ▼ 10:14"},
-                                                  {30104, "98% ▼ −4.8 W · 10:14"},
-                                                  {30102, "98% ▼ −4.8 W"}};
+  const std::pair<int, const char*> expected[] = {{menu_id::percent, "98% ▼"},
+                                                  {menu_id::percentTime, "98% ▼ 10:14"},
+                                                  {menu_id::allFigures, "98% ▼ −4.8 W · 10:14"},
+                                                  {menu_id::percentPower, "98% ▼ −4.8 W"}};
   panel->open();
   for (const auto& [id, title] : expected) {
     EXPECT_EQ(panel->click(id), "");
     EXPECT_EQ(label(), title);
-    for (int other = 30101; other <= 30104; ++other) {
+    for (int other = menu_id::percent; other <= menu_id::allFigures; ++other) {
       EXPECT_EQ(panel->menuProperty(other, "toggle-state"), other == id ? 1 : 0);
     }
   }
@@ -47,20 +42,20 @@ TEST_F(MenuEvents, ColorsAndAnimationAreSwitches) {
   machine.set("BAT0/capacity", "9");
   panel->open();
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-red");
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-symbolic");
-  EXPECT_EQ(panel->menuProperty(202, "toggle-state"), 0);
-  choose(203, "Charging animation");
-  EXPECT_EQ(panel->menuProperty(203, "toggle-state"), 0);
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "toggle-state"), 0);
+  choose(menu_id::animation, "Charging animation");
+  EXPECT_EQ(panel->menuProperty(menu_id::animation, "toggle-state"), 0);
   EXPECT_EQ(fileContents(preferences()), "color=false\nanimate=false\n");
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-red");
   EXPECT_EQ(fileContents(preferences()), "color=true\nanimate=false\n");
 }
 
 TEST_F(MenuEvents, QuitEndsWellAfterTheAnswer) {
   panel->open();
-  choose(302, "Quit Lumowatt");
+  choose(menu_id::quit, "Quit Lumowatt");
   const ProcessResult result = item->wait();
   expectResult(result, "", 0);
 }
@@ -68,12 +63,12 @@ TEST_F(MenuEvents, QuitEndsWellAfterTheAnswer) {
 TEST_F(MenuEvents, NothingHappensByWhatIsNoChoice) {
   panel->open();
   panel->forgetSignals();
-  for (const int id : {0, 1, powerLine, firstSeparator, 101, modes, about}) {
+  for (const int id : {menu_id::root, menu_id::statusLine, menu_id::powerLine, menu_id::firstSeparator, menu_id::chartHeader, menu_id::modes, menu_id::about}) {
     EXPECT_EQ(panel->click(id), "") << id;
   }
   for (const char* const event : {"hovered", "opened", "closed", "x-shop", "", "CLICKED"}) {
-    EXPECT_EQ(panel->send(percentOnly, event), "") << event;
-    EXPECT_EQ(panel->send(302, event), "") << event;
+    EXPECT_EQ(panel->send(menu_id::percent, event), "") << event;
+    EXPECT_EQ(panel->send(menu_id::quit, event), "") << event;
   }
   EXPECT_TRUE(item->isRunning());
   EXPECT_EQ(label(), "98% ▼ −4.8 W");
@@ -82,7 +77,7 @@ TEST_F(MenuEvents, NothingHappensByWhatIsNoChoice) {
 }
 
 TEST_F(MenuEvents, AnEventOnAnUnknownItemIsAnError) {
-  EXPECT_EQ(panel->click(colors), invalidArguments) << "before there was a menu";
+  EXPECT_EQ(panel->click(menu_id::colors), invalidArguments) << "before there was a menu";
   panel->open();
   for (const int id : {-1, 10, 99, 103, 30105, 30201, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(panel->click(id), invalidArguments) << id;
@@ -91,7 +86,7 @@ TEST_F(MenuEvents, AnEventOnAnUnknownItemIsAnError) {
 
 TEST_F(MenuEvents, AnEventOfAnotherTypeIsAnError) {
   panel->open();
-  EXPECT_EQ(panel->callMenu("Event", "is", colors, "clicked").error, invalidArguments);
+  EXPECT_EQ(panel->callMenu("Event", "is", menu_id::colors, "clicked").error, invalidArguments);
   EXPECT_EQ(panel->callMenu("Event", "ssvu", "x", "clicked", "i", 0, 0U).error, invalidArguments);
   EXPECT_EQ(panel->callMenu("NoSuchMethod").error, "org.freedesktop.DBus.Error.UnknownMethod");
 }
@@ -111,10 +106,10 @@ TEST_F(MenuEvents, OfAGroupOfEventsTheFirstChoiceCounts) {
   panel->open();
   const Answer answer = panel->callMenu("EventGroup", "a(isvu)", 5,           //
                                         99, "clicked", "i", 0, 0U,            //
-                                        powerLine, "clicked", "i", 0, 0U,     //
-                                        percentOnly, "clicked", "s", "", 0U,  //
-                                        302, "clicked", "i", 0, 0U,           //
-                                        30103, "clicked", "i", 0, 0U);
+                                        menu_id::powerLine, "clicked", "i", 0, 0U,     //
+                                        menu_id::percent, "clicked", "s", "", 0U,  //
+                                        menu_id::quit, "clicked", "i", 0, 0U,           //
+                                        menu_id::percentTime, "clicked", "i", 0, 0U);
   EXPECT_EQ(answer.values, Json{Json{99}});
   EXPECT_EQ(label(), "98% ▼");
   EXPECT_TRUE(item->isRunning());

@@ -2,6 +2,7 @@
 #include <set>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 #include "support/open_counter.h"
 
 namespace lumowatt {
@@ -13,13 +14,6 @@ using Names = std::vector<std::string>;
 constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 
 // Items of the menu by their ids.
-constexpr int root = 0;
-constexpr int powerLine = 4;
-constexpr int firstSeparator = 100;
-constexpr int modes = 201;
-constexpr int colors = 202;
-constexpr int copyDetails = 204;
-constexpr int about = 301;
 
 Json separatorItem() { return {{"type", "separator"}, {"visible", true}}; }
 
@@ -55,27 +49,27 @@ Json expectedLayout() {
                     node(7, line("Capacity vs design, raw: 105% (4635 of 4400 mAh)")),
                     node(8, line("Apple’s own health figure uses its own method and can differ.")),
                     node(9, line("Cycle count: 0"))};
-  const Json modeItems{node(30101, toggle("Percent", "radio", 0)),
-                       node(30102, toggle("Percent and battery power", "radio", 1)),
-                       node(30103, toggle("Percent and time", "radio", 0)),
-                       node(30104, toggle("Percent, power and time", "radio", 0))};
+  const Json modeItems{node(menu_id::percent, toggle("Percent", "radio", 0)),
+                       node(menu_id::percentPower, toggle("Percent and battery power", "radio", 1)),
+                       node(menu_id::percentTime, toggle("Percent and time", "radio", 0)),
+                       node(menu_id::allFigures, toggle("Percent, power and time", "radio", 0))};
   const Json rest{
-      node(100, separatorItem()),
-      node(101, line("Charge over the last hour")),
-      node(102, command("Collecting history…")),
-      node(200, separatorItem()),
-      node(201, with(command("Menu bar shows"), "children-display", "submenu"), modeItems),
-      node(202, toggle("Colors", "checkmark", 1)),
-      node(203, toggle("Charging animation", "checkmark", 1)),
-      node(204, with(command("Copy details"), "shortcut", controlKey("c"))),
-      node(205, toggle("Open at login", "checkmark", 0)),
-      node(206, command("Battery settings…")),
-      node(300, separatorItem()),
-      node(301, line("Lumowatt 1.0.0, by Fernhollow")),
-      node(302, with(command("Quit Lumowatt"), "shortcut", controlKey("q")))};
+      node(menu_id::firstSeparator, separatorItem()),
+      node(menu_id::chartHeader, line("Charge over the last hour")),
+      node(menu_id::chart, command("Collecting history…")),
+      node(menu_id::secondSeparator, separatorItem()),
+      node(menu_id::modes, with(command("Menu bar shows"), "children-display", "submenu"), modeItems),
+      node(menu_id::colors, toggle("Colors", "checkmark", 1)),
+      node(menu_id::animation, toggle("Charging animation", "checkmark", 1)),
+      node(menu_id::copyDetails, with(command("Copy details"), "shortcut", controlKey("c"))),
+      node(menu_id::openAtLogin, toggle("Open at login", "checkmark", 0)),
+      node(menu_id::settings, command("Battery settings…")),
+      node(menu_id::thirdSeparator, separatorItem()),
+      node(menu_id::about, line("Lumowatt 1.0.0, by Fernhollow")),
+      node(menu_id::quit, with(command("Quit Lumowatt"), "shortcut", controlKey("q")))};
   Json all = report;
   all.insert(all.end(), rest.begin(), rest.end());
-  return node(root, with(command(""), "children-display", "submenu"), all);
+  return node(menu_id::root, with(command(""), "children-display", "submenu"), all);
 }
 
 /// The menu of the item as panels see it.
@@ -129,14 +123,14 @@ TEST_F(StatusMenu, IsReadDownToTheDepthThatIsAskedFor) {
   const auto items = [this](int parent, int depth) {
     return panel->callMenu("GetLayout", "iias", parent, depth, 0).values.at(1).at(2);
   };
-  EXPECT_EQ(items(root, 0).size(), 0U);
-  EXPECT_EQ(items(root, 1).size(), 22U);
-  EXPECT_EQ(items(root, 1).at(13), node(modes, expectedLayout().at(2).at(13).at(1)));
-  EXPECT_EQ(items(root, 2), expectedLayout().at(2));
-  EXPECT_EQ(items(root, 2'000'000'000), expectedLayout().at(2));
-  EXPECT_EQ(items(modes, -1).size(), 4U);
-  EXPECT_EQ(items(modes, 1).size(), 4U);
-  EXPECT_EQ(items(colors, -1).size(), 0U);
+  EXPECT_EQ(items(menu_id::root, 0).size(), 0U);
+  EXPECT_EQ(items(menu_id::root, 1).size(), 22U);
+  EXPECT_EQ(items(menu_id::root, 1).at(13), node(menu_id::modes, expectedLayout().at(2).at(13).at(1)));
+  EXPECT_EQ(items(menu_id::root, 2), expectedLayout().at(2));
+  EXPECT_EQ(items(menu_id::root, 2'000'000'000), expectedLayout().at(2));
+  EXPECT_EQ(items(menu_id::modes, -1).size(), 4U);
+  EXPECT_EQ(items(menu_id::modes, 1).size(), 4U);
+  EXPECT_EQ(items(menu_id::colors, -1).size(), 0U);
 }
 
 TEST_F(StatusMenu, HasNoNegativeDepthButTheOneForAll) {
@@ -146,9 +140,9 @@ TEST_F(StatusMenu, HasNoNegativeDepthButTheOneForAll) {
 
 TEST_F(StatusMenu, IsReadWithThePropertiesThatAreAskedFor) {
   const Json layout =
-      panel->callMenu("GetLayout", "iias", colors, -1, 3, "label", "toggle-state", "nosuch")
+      panel->callMenu("GetLayout", "iias", menu_id::colors, -1, 3, "label", "toggle-state", "nosuch")
           .values.at(1);
-  EXPECT_EQ(layout, node(colors, {{"label", "Colors"}, {"toggle-state", 1}}));
+  EXPECT_EQ(layout, node(menu_id::colors, {{"label", "Colors"}, {"toggle-state", 1}}));
 }
 
 TEST_F(StatusMenu, HasNoLayoutOfAnUnknownItem) {
@@ -159,30 +153,30 @@ TEST_F(StatusMenu, HasNoLayoutOfAnUnknownItem) {
 
 TEST_F(StatusMenu, GivesGroupsOfProperties) {
   const Json items =
-      panel->callMenu("GetGroupProperties", "aias", 4, colors, 12345, firstSeparator, colors, 0)
+      panel->callMenu("GetGroupProperties", "aias", 4, menu_id::colors, 12345, menu_id::firstSeparator, menu_id::colors, 0)
           .values.at(0);
   EXPECT_EQ(items,
-            (Json{{firstSeparator, separatorItem()}, {colors, toggle("Colors", "checkmark", 1)}}));
+            (Json{{menu_id::firstSeparator, separatorItem()}, {menu_id::colors, toggle("Colors", "checkmark", 1)}}));
   const Json labels =
-      panel->callMenu("GetGroupProperties", "aias", 2, about, firstSeparator, 1, "label")
+      panel->callMenu("GetGroupProperties", "aias", 2, menu_id::about, menu_id::firstSeparator, 1, "label")
           .values.at(0);
-  EXPECT_EQ(labels, (Json{{firstSeparator, Json::object()},
-                          {about, {{"label", "Lumowatt 1.0.0, by Fernhollow"}}}}));
+  EXPECT_EQ(labels, (Json{{menu_id::firstSeparator, Json::object()},
+                          {menu_id::about, {{"label", "Lumowatt 1.0.0, by Fernhollow"}}}}));
 }
 
 TEST_F(StatusMenu, AnEmptyGroupIsAllItems) {
   const Json items = panel->callMenu("GetGroupProperties", "aias", 0, 0).values.at(0);
   EXPECT_EQ(items.size(), 1U + 22U + 4U);
-  EXPECT_EQ(items.at(0).at(0), root);
+  EXPECT_EQ(items.at(0).at(0), menu_id::root);
 }
 
 TEST_F(StatusMenu, GivesSingleProperties) {
-  EXPECT_EQ(panel->menuProperty(colors, "label"), "Colors");
-  EXPECT_EQ(panel->menuProperty(colors, "type"), "standard");
-  EXPECT_EQ(panel->menuProperty(copyDetails, "shortcut"), controlKey("c"));
-  EXPECT_EQ(panel->menuProperty(colors, "shortcut"), Json::array());
-  EXPECT_EQ(panel->menuProperty(colors, "children-display"), "");
-  EXPECT_EQ(panel->callMenu("GetProperty", "is", colors, "icon-data").error, invalidArguments);
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "label"), "Colors");
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "type"), "standard");
+  EXPECT_EQ(panel->menuProperty(menu_id::copyDetails, "shortcut"), controlKey("c"));
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "shortcut"), Json::array());
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "children-display"), "");
+  EXPECT_EQ(panel->callMenu("GetProperty", "is", menu_id::colors, "icon-data").error, invalidArguments);
   EXPECT_EQ(panel->callMenu("GetProperty", "is", 103, "label").error, invalidArguments);
 }
 
@@ -197,11 +191,11 @@ TEST_F(StatusMenu, IsFreshAtEachOpening) {
     // Told before the answer, for panels that do not wait for it.
     const Json update = panel->signal("ItemsPropertiesUpdated");
     EXPECT_EQ(ids(update.at(0)), (std::set{3, 4, 5, 6}));
-    EXPECT_EQ(update.at(0).at(1), (Json{powerLine, line(expected)}));
+    EXPECT_EQ(update.at(0).at(1), (Json{menu_id::powerLine, line(expected)}));
     EXPECT_EQ(update.at(1), Json::array()) << "no property is back at its default";
     EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
-    EXPECT_EQ(panel->menuProperty(powerLine, "label"), expected);
-    EXPECT_EQ(wholeLayout().at(2).at(powerLine - 1), node(powerLine, line(expected)));
+    EXPECT_EQ(panel->menuProperty(menu_id::powerLine, "label"), expected);
+    EXPECT_EQ(wholeLayout().at(2).at(menu_id::powerLine - 1), node(menu_id::powerLine, line(expected)));
   }
 }
 
@@ -217,12 +211,12 @@ TEST_F(StatusMenu, StaysFreshWhileItIsOpen) {
   panel->forgetSignals();
   machine.set("BAT0/power_now", "6100000");
   panel->waitForSignal("ItemsPropertiesUpdated");
-  EXPECT_EQ(panel->menuProperty(powerLine, "label"), "Battery power: −6.1 W  (12.23 V, -0.499 A)");
+  EXPECT_EQ(panel->menuProperty(menu_id::powerLine, "label"), "Battery power: −6.1 W  (12.23 V, -0.499 A)");
 }
 
 TEST_F(StatusMenu, StaysFreshWhenASubmenuCloses) {
   panel->open();
-  EXPECT_EQ(panel->send(modes, "closed"), "");
+  EXPECT_EQ(panel->send(menu_id::modes, "closed"), "");
   panel->forgetSignals();
   machine.set("BAT0/power_now", "6100000");
   panel->waitForSignal("ItemsPropertiesUpdated");
@@ -230,13 +224,13 @@ TEST_F(StatusMenu, StaysFreshWhenASubmenuCloses) {
 
 TEST_F(StatusMenu, IsLeftAloneWhenItIsClosed) {
   panel->open();
-  EXPECT_EQ(panel->send(root, "closed"), "");
+  EXPECT_EQ(panel->send(menu_id::root, "closed"), "");
   expectItIsLeftAlone();
 }
 
 TEST_F(StatusMenu, IsLeftAloneWhenSomethingWasChosen) {
   panel->open();
-  EXPECT_EQ(panel->click(30101), "");
+  EXPECT_EQ(panel->click(menu_id::percent), "");
   expectItIsLeftAlone();
 }
 
@@ -248,11 +242,11 @@ TEST_F(StatusMenu, IsLeftAloneBeforeAnybodyAskedForIt) {
 
 TEST_F(StatusMenu, ASubmenuAboutToShowChangesNothing) {
   panel->open();
-  panel->send(root, "closed");
+  panel->send(menu_id::root, "closed");
   panel->forgetSignals();
   machine.set("BAT0/power_now", "6100000");
-  EXPECT_EQ(panel->callMenu("AboutToShow", "i", modes).values, Json{false});
-  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, modes).error, "");
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json{false});
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, menu_id::modes).error, "");
   EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
 }
 
@@ -275,10 +269,10 @@ TEST_F(StatusMenu, AFurtherLineIsANewItem) {
   panel->forgetSignals();
   machine.set("BAT0/temp", "301");
   EXPECT_TRUE(panel->open());
-  EXPECT_EQ(panel->signal("LayoutUpdated"), (Json{before + 1, root}));
+  EXPECT_EQ(panel->signal("LayoutUpdated"), (Json{before + 1, menu_id::root}));
   EXPECT_EQ(revision(), before + 1);
   EXPECT_EQ(panel->menuProperty(10, "visible"), true);
-  EXPECT_EQ(panel->menuProperty(colors, "label"), "Colors");
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "label"), "Colors");
 
   machine.remove("BAT0/temp");
   panel->open();
@@ -298,7 +292,7 @@ TEST_F(StatusMenu, OtherRowsAreToldBeforeItIsOpened) {
 
 TEST_F(StatusMenu, AboutToShowIsForItemsThatAreThere) {
   EXPECT_EQ(panel->callMenu("AboutToShow", "i", 0).error, "");
-  EXPECT_EQ(panel->callMenu("AboutToShow", "i", modes).values, Json{false});
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json{false});
   for (const int id : {-1, 99, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(panel->callMenu("AboutToShow", "i", id).error, invalidArguments) << id;
   }
@@ -306,7 +300,7 @@ TEST_F(StatusMenu, AboutToShowIsForItemsThatAreThere) {
 
 TEST_F(StatusMenu, AboutToShowGroupTellsWhatChangedAndWhatIsNotThere) {
   using Lists = std::vector<std::vector<int>>;
-  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 3, 0, modes, 99).values,
+  EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 3, 0, menu_id::modes, 99).values,
             Json(Lists{{0}, {99}}));
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, 0).values, Json(Lists{{}, {}}));
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 0).values, Json(Lists{{}, {}}));
@@ -317,7 +311,7 @@ TEST_F(StatusMenu, WithoutABatteryHasOneLine) {
   stop();
   machine.remove("BAT0");
   start();
-  EXPECT_EQ(wholeLayout(), node(root, with(command(""), "children-display", "submenu"),
+  EXPECT_EQ(wholeLayout(), node(menu_id::root, with(command(""), "children-display", "submenu"),
                                 Json{node(1, line("No battery found"))}));
 }
 

@@ -1,6 +1,7 @@
 #include <set>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 #include "program/message_json.h"
 #include "support/picture.h"
 
@@ -106,7 +107,7 @@ class Settings : public ItemTest {
   /// The color of the chart's background.
   Pixel background() const {
     panel->open();
-    choose(102, "Collecting history…");
+    choose(menu_id::chart, "Collecting history…");
     trace("told");
     return Picture(fileContents(user.path() / "runtime/lumowatt-chart.png")).at(2, 2);
   }

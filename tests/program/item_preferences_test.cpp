@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 
 namespace lumowatt {
 
@@ -46,10 +47,10 @@ class Preferences : public ItemTest {
     panel->open();
     int mode = -1;
     for (int i = 0; i < 4; ++i) {
-      if (panel->menuProperty(30101 + i, "toggle-state") == 1) mode = i;
+      if (panel->menuProperty(menu_id::percent + i, "toggle-state") == 1) mode = i;
     }
-    return {mode, panel->menuProperty(202, "toggle-state") == 1,
-            panel->menuProperty(203, "toggle-state") == 1};
+    return {mode, panel->menuProperty(menu_id::colors, "toggle-state") == 1,
+            panel->menuProperty(menu_id::animation, "toggle-state") == 1};
   }
 
   static constexpr Effect defaults{1, true, true};
@@ -113,9 +114,9 @@ TEST_F(Preferences, UnknownLinesStay) {
   write("# mine\nmode=banana\n\nsomething=else\nno sign\ncolor=false");
   start();
   panel->open();
-  choose(202, "Colors");
-  choose(203, "Charging animation");
-  EXPECT_EQ(panel->click(30104), "");
+  choose(menu_id::colors, "Colors");
+  choose(menu_id::animation, "Charging animation");
+  EXPECT_EQ(panel->click(menu_id::allFigures), "");
   EXPECT_EQ(fileContents(preferences()),
             "# mine\nmode=3\n\nsomething=else\nno sign\ncolor=true\nanimate=false\n");
   EXPECT_EQ(effect(), (Effect{3, true, false}));
@@ -126,7 +127,7 @@ TEST_F(Preferences, AFolderInTheFilesPlaceIsTheDefaultsAndStays) {
   install("canberra-gtk-play", "touch $traces/bell");
   start();
   EXPECT_EQ(effect(), defaults);
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   trace("bell");
   EXPECT_EQ(effect(), defaults);
   EXPECT_TRUE(std::filesystem::is_directory(preferences() / "inside"));
@@ -137,7 +138,7 @@ TEST_F(Preferences, APipeInTheFilesPlaceKeepsNobodyWaiting) {
   ASSERT_EQ(::mkfifo(preferences().c_str(), 0600), 0);
   start();
   EXPECT_EQ(effect(), defaults);
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), defaults);
 }
 
@@ -146,7 +147,7 @@ TEST_F(Preferences, ThatCannotBeReadAreTheDefaultsAndStay) {
   const ScopedPermissions none(preferences(), std::filesystem::perms::none);
   startWithoutPrivileges();
   EXPECT_EQ(effect(), defaults);
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), defaults);
   std::filesystem::permissions(preferences(), std::filesystem::perms::owner_read);
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
@@ -157,7 +158,7 @@ TEST_F(Preferences, ThatAreReadOnlyInAReadOnlyFolderStay) {
   const ScopedPermissions folder(preferences().parent_path(), readOnlyFolder);
   startWithoutPrivileges();
   EXPECT_EQ(effect(), (Effect{3, true, true}));
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), (Effect{3, true, true}));
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
 }
@@ -166,7 +167,7 @@ TEST_F(Preferences, WithoutAFolderToBeInAreTheDefaults) {
   std::filesystem::create_directories(configuration());
   const ScopedPermissions folder(configuration(), readOnlyFolder);
   startWithoutPrivileges();
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), defaults);
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
@@ -176,7 +177,7 @@ TEST_F(Preferences, WithoutAHomeAreTheDefaults) {
   variables = {{"XDG_CONFIG_HOME", ""}, {"HOME", ""}};
   start();
   EXPECT_EQ(effect(), defaults);
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), defaults);
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
@@ -187,7 +188,7 @@ TEST_F(Preferences, OnAFullDiskStayAsTheyWere) {
   prefix = {"/bin/bash", "-c", "ulimit -f 0; exec \"$0\""};  // no file may grow
   start();
   EXPECT_EQ(effect(), (Effect{3, true, true}));
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), (Effect{3, true, true}));
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
   const std::filesystem::directory_iterator files(preferences().parent_path());
@@ -201,7 +202,7 @@ TEST_F(Preferences, OnADeviceWithoutSpaceStayAsTheyWereWithTheBellAndALine) {
   item = startAnother(LUMOWATT_REFUSING_SPACE);
   panel->waitForItem();
   panel->open();
-  choose(202, "Colors");
+  choose(menu_id::colors, "Colors");
   trace("bell");
   EXPECT_EQ(effect(), (Effect{3, true, true}));
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");

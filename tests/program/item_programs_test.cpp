@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 #include "support/picture.h"
 
 namespace lumowatt {
@@ -18,7 +19,7 @@ class Commands : public ItemTest {
   }
   bool opensAtLogin() const {
     panel->open();
-    return panel->menuProperty(205, "toggle-state") == 1;
+    return panel->menuProperty(menu_id::openAtLogin, "toggle-state") == 1;
   }
   void startAndChoose(int id, const std::string& title) {
     start();
@@ -37,7 +38,7 @@ constexpr auto telling =
 
 TEST_F(Commands, CopyDetailsPutsTheReportOnTheClipboard) {
   install("xclip", telling);
-  startAndChoose(204, "Copy details");
+  startAndChoose(menu_id::copyDetails, "Copy details");
   EXPECT_EQ(trace("told"), "-selection clipboard\n");
   EXPECT_EQ(trace("input"), panel->property("ToolTip").at(3));
 }
@@ -46,13 +47,13 @@ TEST_F(Commands, CopyDetailsUsesWaylandsProgramOnWayland) {
   install("xclip", "echo xclip > $traces/told");
   install("wl-copy", telling);
   variables = {{"WAYLAND_DISPLAY", "wayland-0"}};
-  startAndChoose(204, "Copy details");
+  startAndChoose(menu_id::copyDetails, "Copy details");
   EXPECT_EQ(trace("told"), "--type text/plain;charset=utf-8\n");
 }
 
 TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
   install("canberra-gtk-play", telling);
-  startAndChoose(204, "Copy details");
+  startAndChoose(menu_id::copyDetails, "Copy details");
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
@@ -62,13 +63,13 @@ TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
 TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {
   start();
   EXPECT_FALSE(opensAtLogin());
-  choose(205, "Open at login");
-  EXPECT_EQ(panel->menuProperty(205, "toggle-state"), 1);
+  choose(menu_id::openAtLogin, "Open at login");
+  EXPECT_EQ(panel->menuProperty(menu_id::openAtLogin, "toggle-state"), 1);
   EXPECT_EQ(fileContents(autostart()),
             "[Desktop Entry]\nType=Application\nName=Lumowatt\n"
             "Comment=Battery item for the panel\nExec=\"" LUMOWATT_PROGRAM "\"\nTerminal=false\n");
   EXPECT_TRUE(opensAtLogin());
-  choose(205, "Open at login");
+  choose(menu_id::openAtLogin, "Open at login");
   EXPECT_FALSE(opensAtLogin());
   EXPECT_FALSE(std::filesystem::exists(autostart()));
 }
@@ -78,7 +79,7 @@ TEST_F(Commands, AnEntryThatTheUserSwitchedOffIsNotOn) {
   user.write("config/autostart/com.fernhollow.Lumowatt.desktop",
              "[Desktop Entry]\nType=Application\nExec=/bin/true\nHidden=true\n");
   EXPECT_FALSE(opensAtLogin());
-  choose(205, "Open at login");
+  choose(menu_id::openAtLogin, "Open at login");
   EXPECT_TRUE(opensAtLogin());
 }
 
@@ -87,7 +88,7 @@ TEST_F(Commands, AnEntryThatCannotBeWrittenSoundsTheBell) {
   start();
   user.write("config/autostart", "a file in the folder's place");
   EXPECT_FALSE(opensAtLogin());
-  choose(205, "Open at login");
+  choose(menu_id::openAtLogin, "Open at login");
   EXPECT_EQ(trace("told"), "--id bell\n");
   EXPECT_FALSE(opensAtLogin());
 }
@@ -96,13 +97,13 @@ TEST_F(Commands, BatterySettingsOpensTheDesktopsOwnPanel) {
   install("gnome-control-center", "echo gnome > $traces/told");
   install("xfce4-power-manager-settings", telling);
   variables = {{"XDG_CURRENT_DESKTOP", "XFCE"}};
-  startAndChoose(206, "Battery settings…");
+  startAndChoose(menu_id::settings, "Battery settings…");
   EXPECT_EQ(trace("told"), "\n");
 }
 
 TEST_F(Commands, TheChartOpensInThePictureViewer) {
   install("xdg-open", telling);
-  startAndChoose(102, "Collecting history…");
+  startAndChoose(menu_id::chart, "Collecting history…");
   EXPECT_EQ(trace("told"), chartFile() + "\n");
   struct stat status {};
   ASSERT_EQ(::stat(chartFile().c_str(), &status), 0);
@@ -114,7 +115,7 @@ TEST_F(Commands, TheChartOpensInThePictureViewer) {
 
 TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
   install("xdg-open", telling);
-  startAndChoose(102, "Collecting history…");
+  startAndChoose(menu_id::chart, "Collecting history…");
   trace("told");
   const std::string maps = fileContents("/proc/" + std::to_string(item->id()) + "/maps");
   EXPECT_NE(maps.find("lumowatt-desktop.so"), std::string::npos);
@@ -132,7 +133,7 @@ TEST_F(Commands, TheChartReplacesALinkAndNotWhatItLeadsTo) {
   user.write("precious", "mine");
   std::filesystem::create_symlink(user.path() / "precious", chartFile());
   panel->open();
-  choose(102, "Collecting history…");
+  choose(menu_id::chart, "Collecting history…");
   EXPECT_EQ(trace("told"), chartFile() + "\n");
   EXPECT_FALSE(std::filesystem::is_symlink(chartFile()));
   EXPECT_EQ(fileContents(user.path() / "precious"), "mine");
@@ -142,7 +143,7 @@ TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
   install("xdg-open",
           "grep -E 'SigBlk|SigIgn' /proc/self/status > $traces/new\n"
           "mv $traces/new $traces/signals\n");
-  startAndChoose(102, "Collecting history…");
+  startAndChoose(menu_id::chart, "Collecting history…");
   std::istringstream signals(trace("signals"));
   for (const char* const set : {"SigBlk:", "SigIgn:"}) {
     std::string name;
@@ -156,14 +157,14 @@ TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
 }
 
 TEST_F(Commands, WithoutBatterySettingsNothingHappensButAWord) {
-  startAndChoose(206, "Battery settings…");
+  startAndChoose(menu_id::settings, "Battery settings…");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors, "lumowatt: there are no battery settings to open\n");
 }
 
 TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
   install("canberra-gtk-play", telling);
-  startAndChoose(102, "Collecting history…");
+  startAndChoose(menu_id::chart, "Collecting history…");
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
@@ -176,7 +177,7 @@ TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
   item = startAnother(LUMOWATT_REFUSING_SPACE);
   panel->waitForItem();
   panel->open();
-  choose(102, "Collecting history…");
+  choose(menu_id::chart, "Collecting history…");
   EXPECT_EQ(trace("told"), "--id bell\n");
   const std::filesystem::directory_iterator files(user.path() / "runtime");
   EXPECT_EQ(std::distance(begin(files), end(files)), 0);
@@ -188,7 +189,7 @@ TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
 TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
   install("canberra-gtk-play", telling);
   variables = {{"XDG_RUNTIME_DIR", "runtime"}};  // nor in one that is somewhere from here
-  startAndChoose(102, "Collecting history…");
+  startAndChoose(menu_id::chart, "Collecting history…");
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,

@@ -3,6 +3,7 @@
 #include <csignal>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 
 namespace lumowatt {
 
@@ -41,9 +42,9 @@ TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
   limitFiles(0);
   panel->open();
   EXPECT_EQ(label(), "No battery");
-  EXPECT_EQ(panel->click(204), "") << "Copy details";
-  EXPECT_EQ(panel->click(102), "") << "the chart";
-  EXPECT_EQ(panel->click(202), "") << "Colors";
+  EXPECT_EQ(panel->click(menu_id::copyDetails), "") << "Copy details";
+  EXPECT_EQ(panel->click(menu_id::chart), "") << "the chart";
+  EXPECT_EQ(panel->click(menu_id::colors), "") << "Colors";
   const std::string id = std::to_string(item->id());
   panel->waitUntil(  // until the process that was to draw the chart has told why it does not
       [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
@@ -54,7 +55,7 @@ TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
   limitFiles(enoughFiles);
   panel->open();
   EXPECT_EQ(label(), before);
-  choose(204, "Copy details");
+  choose(menu_id::copyDetails, "Copy details");
   EXPECT_EQ(trace("copied"), panel->property("ToolTip").at(3));
   item->send(SIGTERM);
   const ProcessResult result = item->wait();

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 #include "program/process_name.h"
 #include "support/open_counter.h"
 
@@ -34,7 +35,7 @@ class Hour : public ItemTest {
       machine.set("AC/online", refreshes / 50 % 2 == 0 ? "0" : "1");
       machine.set("BAT0/status", refreshes / 50 % 2 == 0 ? "Discharging" : "Charging");
       if (refreshes % 10 == 0) panel->open();
-      if (refreshes % 30 == 0) panel->click(30101 + refreshes / 30 % 4);
+      if (refreshes % 30 == 0) panel->click(menu_id::percent + refreshes / 30 % 4);
       panel->forgetSignals();
     }
   }
@@ -67,7 +68,7 @@ TEST_F(Hour, LeavesMemoryAndDescriptorsAsTheyWereAndEndsWithAChart) {
     EXPECT_LE(item->residentMemory(), memory + 64);
   }
   panel->open();
-  const std::string chart = panel->menuProperty(102, "label");
+  const std::string chart = panel->menuProperty(menu_id::chart, "label");
   EXPECT_TRUE(chart.ends_with("%")) << chart;
 }
 

@@ -1,6 +1,7 @@
 #include <csignal>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 
 namespace lumowatt {
 
@@ -132,7 +133,7 @@ TEST_F(StatusItem, TellsWhatChanged) {
 TEST_F(StatusItem, TellsOfANewToolTipWhenItsTitleAloneChanges) {
   start();
   panel->open();
-  EXPECT_EQ(panel->click(30101), "");
+  EXPECT_EQ(panel->click(menu_id::percent), "");
   panel->waitForSignal("NewToolTip");
   EXPECT_EQ(panel->property("ToolTip").at(2), "98% ▼");
 }
