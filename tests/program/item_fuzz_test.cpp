@@ -9,7 +9,6 @@ namespace lumowatt {
 
 namespace {
 
-
 /// A client that calls the item and its menu as it comes, but never to quit.
 class Fuzzer {
  public:
@@ -87,7 +86,8 @@ class Fuzzer {
     sd_bus_message_open_container(call, 'a', "(isvu)");
     for (int i = upTo(5); i > 0; --i) {
       const std::int32_t chosen = id();
-      sd_bus_message_append(call, "(isvu)", chosen == menu_id::quit ? 0 : chosen, text(), "i", 5, 7U);
+      sd_bus_message_append(call, "(isvu)", chosen == menu_id::quit ? 0 : chosen, text(), "i", 5,
+                            7U);
     }
     sd_bus_message_close_container(call);
     panel_.answer(call);
@@ -165,7 +165,8 @@ TEST_F(Stranger, ThousandsOfNamesAreForgotten) {
   }
   sd_bus_message_append(call, "s", "label");
   sd_bus_message_close_container(call);
-  EXPECT_EQ(panel->answer(call).values.at(1), (Json{menu_id::colors, {{"label", "Colors"}}, Json::array()}));
+  EXPECT_EQ(panel->answer(call).values.at(1),
+            (Json{menu_id::colors, {{"label", "Colors"}}, Json::array()}));
   if (!sanitized) {
     EXPECT_LE(item->residentMemory(), before + 4096);
   }

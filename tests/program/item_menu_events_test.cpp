@@ -63,7 +63,9 @@ TEST_F(MenuEvents, QuitEndsWellAfterTheAnswer) {
 TEST_F(MenuEvents, NothingHappensByWhatIsNoChoice) {
   panel->open();
   panel->forgetSignals();
-  for (const int id : {menu_id::root, menu_id::statusLine, menu_id::powerLine, menu_id::firstSeparator, menu_id::chartHeader, menu_id::modes, menu_id::about}) {
+  for (const int id :
+       {menu_id::root, menu_id::statusLine, menu_id::powerLine, menu_id::firstSeparator,
+        menu_id::chartHeader, menu_id::modes, menu_id::about}) {
     EXPECT_EQ(panel->click(id), "") << id;
   }
   for (const char* const event : {"hovered", "opened", "closed", "x-shop", "", "CLICKED"}) {
@@ -104,11 +106,11 @@ TEST_F(MenuEvents, AnItemOfAMenuThatIsNoMoreIsNotChosen) {
 
 TEST_F(MenuEvents, OfAGroupOfEventsTheFirstChoiceCounts) {
   panel->open();
-  const Answer answer = panel->callMenu("EventGroup", "a(isvu)", 5,           //
-                                        99, "clicked", "i", 0, 0U,            //
-                                        menu_id::powerLine, "clicked", "i", 0, 0U,     //
-                                        menu_id::percent, "clicked", "s", "", 0U,  //
-                                        menu_id::quit, "clicked", "i", 0, 0U,           //
+  const Answer answer = panel->callMenu("EventGroup", "a(isvu)", 5,                 //
+                                        99, "clicked", "i", 0, 0U,                  //
+                                        menu_id::powerLine, "clicked", "i", 0, 0U,  //
+                                        menu_id::percent, "clicked", "s", "", 0U,   //
+                                        menu_id::quit, "clicked", "i", 0, 0U,       //
                                         menu_id::percentTime, "clicked", "i", 0, 0U);
   EXPECT_EQ(answer.values, Json{Json{99}});
   EXPECT_EQ(label(), "98% ▼");

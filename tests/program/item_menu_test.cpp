@@ -58,7 +58,8 @@ Json expectedLayout() {
       node(menu_id::chartHeader, line("Charge over the last hour")),
       node(menu_id::chart, command("Collecting history…")),
       node(menu_id::secondSeparator, separatorItem()),
-      node(menu_id::modes, with(command("Menu bar shows"), "children-display", "submenu"), modeItems),
+      node(menu_id::modes, with(command("Menu bar shows"), "children-display", "submenu"),
+           modeItems),
       node(menu_id::colors, toggle("Colors", "checkmark", 1)),
       node(menu_id::animation, toggle("Charging animation", "checkmark", 1)),
       node(menu_id::copyDetails, with(command("Copy details"), "shortcut", controlKey("c"))),
@@ -125,7 +126,8 @@ TEST_F(StatusMenu, IsReadDownToTheDepthThatIsAskedFor) {
   };
   EXPECT_EQ(items(menu_id::root, 0).size(), 0U);
   EXPECT_EQ(items(menu_id::root, 1).size(), 22U);
-  EXPECT_EQ(items(menu_id::root, 1).at(13), node(menu_id::modes, expectedLayout().at(2).at(13).at(1)));
+  EXPECT_EQ(items(menu_id::root, 1).at(13),
+            node(menu_id::modes, expectedLayout().at(2).at(13).at(1)));
   EXPECT_EQ(items(menu_id::root, 2), expectedLayout().at(2));
   EXPECT_EQ(items(menu_id::root, 2'000'000'000), expectedLayout().at(2));
   EXPECT_EQ(items(menu_id::modes, -1).size(), 4U);
@@ -140,7 +142,8 @@ TEST_F(StatusMenu, HasNoNegativeDepthButTheOneForAll) {
 
 TEST_F(StatusMenu, IsReadWithThePropertiesThatAreAskedFor) {
   const Json layout =
-      panel->callMenu("GetLayout", "iias", menu_id::colors, -1, 3, "label", "toggle-state", "nosuch")
+      panel
+          ->callMenu("GetLayout", "iias", menu_id::colors, -1, 3, "label", "toggle-state", "nosuch")
           .values.at(1);
   EXPECT_EQ(layout, node(menu_id::colors, {{"label", "Colors"}, {"toggle-state", 1}}));
 }
@@ -152,14 +155,16 @@ TEST_F(StatusMenu, HasNoLayoutOfAnUnknownItem) {
 }
 
 TEST_F(StatusMenu, GivesGroupsOfProperties) {
-  const Json items =
-      panel->callMenu("GetGroupProperties", "aias", 4, menu_id::colors, 12345, menu_id::firstSeparator, menu_id::colors, 0)
-          .values.at(0);
-  EXPECT_EQ(items,
-            (Json{{menu_id::firstSeparator, separatorItem()}, {menu_id::colors, toggle("Colors", "checkmark", 1)}}));
-  const Json labels =
-      panel->callMenu("GetGroupProperties", "aias", 2, menu_id::about, menu_id::firstSeparator, 1, "label")
-          .values.at(0);
+  const Json items = panel
+                         ->callMenu("GetGroupProperties", "aias", 4, menu_id::colors, 12345,
+                                    menu_id::firstSeparator, menu_id::colors, 0)
+                         .values.at(0);
+  EXPECT_EQ(items, (Json{{menu_id::firstSeparator, separatorItem()},
+                         {menu_id::colors, toggle("Colors", "checkmark", 1)}}));
+  const Json labels = panel
+                          ->callMenu("GetGroupProperties", "aias", 2, menu_id::about,
+                                     menu_id::firstSeparator, 1, "label")
+                          .values.at(0);
   EXPECT_EQ(labels, (Json{{menu_id::firstSeparator, Json::object()},
                           {menu_id::about, {{"label", "Lumowatt 1.0.0, by Fernhollow"}}}}));
 }
@@ -176,7 +181,8 @@ TEST_F(StatusMenu, GivesSingleProperties) {
   EXPECT_EQ(panel->menuProperty(menu_id::copyDetails, "shortcut"), controlKey("c"));
   EXPECT_EQ(panel->menuProperty(menu_id::colors, "shortcut"), Json::array());
   EXPECT_EQ(panel->menuProperty(menu_id::colors, "children-display"), "");
-  EXPECT_EQ(panel->callMenu("GetProperty", "is", menu_id::colors, "icon-data").error, invalidArguments);
+  EXPECT_EQ(panel->callMenu("GetProperty", "is", menu_id::colors, "icon-data").error,
+            invalidArguments);
   EXPECT_EQ(panel->callMenu("GetProperty", "is", 103, "label").error, invalidArguments);
 }
 
@@ -195,7 +201,8 @@ TEST_F(StatusMenu, IsFreshAtEachOpening) {
     EXPECT_EQ(update.at(1), Json::array()) << "no property is back at its default";
     EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
     EXPECT_EQ(panel->menuProperty(menu_id::powerLine, "label"), expected);
-    EXPECT_EQ(wholeLayout().at(2).at(menu_id::powerLine - 1), node(menu_id::powerLine, line(expected)));
+    EXPECT_EQ(wholeLayout().at(2).at(menu_id::powerLine - 1),
+              node(menu_id::powerLine, line(expected)));
   }
 }
 
@@ -211,7 +218,8 @@ TEST_F(StatusMenu, StaysFreshWhileItIsOpen) {
   panel->forgetSignals();
   machine.set("BAT0/power_now", "6100000");
   panel->waitForSignal("ItemsPropertiesUpdated");
-  EXPECT_EQ(panel->menuProperty(menu_id::powerLine, "label"), "Battery power: −6.1 W  (12.23 V, -0.499 A)");
+  EXPECT_EQ(panel->menuProperty(menu_id::powerLine, "label"),
+            "Battery power: −6.1 W  (12.23 V, -0.499 A)");
 }
 
 TEST_F(StatusMenu, StaysFreshWhenASubmenuCloses) {

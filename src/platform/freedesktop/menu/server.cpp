@@ -243,17 +243,14 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
 
 bool MenuServer::handleEvent(std::int32_t id, std::string_view event) {
   if (layout_.find(id) == nullptr) return false;
-  if (event == clicked) choose(id);
-  if (event == "closed" && id == rootId) openUntil_ = 0;
+  const Choosable* const found = event == clicked ? layout_.choosable(id) : nullptr;
+  const bool isClosed = found != nullptr || (event == "closed" && id == rootId);
+  if (isClosed) openUntil_ = 0;
+  if (found != nullptr) {
+    const Choosable chosen = *found;  // the layout's own may go with the menu
+    choose_(chosen);
+  }
   return true;
-}
-
-void MenuServer::choose(std::int32_t id) {
-  const Choosable* const found = layout_.choosable(id);
-  if (found == nullptr) return;
-  openUntil_ = 0;                   // a choice closes the menu
-  const Choosable chosen = *found;  // the layout's own may go with the menu
-  choose_(chosen);
 }
 
 bool MenuServer::open() {

@@ -55,7 +55,6 @@ class MenuServer {
 
   /// Handles an event on an item; false when the menu has no such item.
   bool handleEvent(std::int32_t id, std::string_view event);
-  void choose(std::int32_t id);
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
