@@ -11,8 +11,6 @@ using Names = std::vector<std::string>;
 
 constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 
-// Items of the menu by their ids.
-
 /// What panels tell of the menu: items chosen, and what is none of that.
 class MenuEvents : public ItemTest {
  protected:

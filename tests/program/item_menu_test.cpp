@@ -13,8 +13,6 @@ using Names = std::vector<std::string>;
 
 constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 
-// Items of the menu by their ids.
-
 Json separatorItem() { return {{"type", "separator"}, {"visible", true}}; }
 
 Json line(const char* label) { return {{"label", label}, {"enabled", false}, {"visible", true}}; }
