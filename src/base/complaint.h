@@ -15,7 +15,7 @@ void complain(std::string_view what, const Failure& failure);
 /// Reports something that may fail again and again: once, until it succeeds.
 class Complaint {
  public:
-  /// `what` tells what a failure means to the user.
+  /// `what` says what a failure means to the user.
   explicit Complaint(std::string_view what) : what_(what) {}
 
   /// Reports a failure that follows a success, with its reason.

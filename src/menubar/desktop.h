@@ -60,8 +60,8 @@ using PreferenceValue = std::variant<std::int64_t, bool>;
 
 /// A stored value, as its store reads it in either way.
 struct StoredPreference {
-  std::int64_t integer;  ///< 0 for what is no number
-  bool boolean;          ///< false for what is no truth value
+  std::int64_t integer;  ///< 0 when it is not a number
+  bool boolean;          ///< false when it is not a truth value
 };
 
 enum class LoginItemStatus { notRegistered, enabled, requiresApproval, notFound };

@@ -15,8 +15,8 @@
 
 namespace lumowatt::freedesktop {
 
-/// The desktop of a session with a bus: its panel, and the user's files and programs. What tells of
-/// power sources is the system's business.
+/// The desktop of a session with a bus: its panel, and the user's files and programs. Watching
+/// power sources is left to the system that it runs on.
 class SessionDesktop : public Desktop {
  public:
   /// For the executable at the path `program`, with its icons in the folder `icons`. What has to be

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-/// The environment of this process, and the user's folders that it names (freedesktop.org, XDG Base
-/// Directory Specification).
+/// The environment of this process, and the user's folders that it names (the base directories of
+/// freedesktop.org).
 namespace lumowatt::freedesktop {
 
 /// A variable of the environment; empty when it is not set.
