@@ -43,9 +43,8 @@ class Application : public ApplicationDelegate {
 /// By what the test knows the chart among the tags of choices.
 constexpr std::int64_t chartTag = -1;
 
-std::int64_t tagOf(const freedesktop::Choosable& chosen) {
-  const auto* const choice = std::get_if<Choice>(&chosen);
-  return choice != nullptr ? choice->tag : chartTag;
+std::int64_t tagOf(const Choice& choice) {
+  return choice.action == Action::showChart ? chartTag : choice.tag;
 }
 
 /// The tag of what a panel shows under a label.
@@ -68,7 +67,7 @@ class Session {
     } else if (word == "chart") {
       application_.shownChart = chart + std::to_string(rest.size());
     } else if (word == "update") {
-      server_.update();
+      server_.update(application_.menu());
     } else if (word == "follow") {
       server_.follow(unescaped(rest));
     } else {
@@ -238,10 +237,9 @@ class Session {
 
   Connection& connection_;
   Application application_;
-  MenuServer server_{connection_.item(), application_,
-                     [this](const freedesktop::Choosable& chosen) {
-                       chosen_.push_back(tagOf(chosen));
-                       server_.update();
+  MenuServer server_{connection_.item(), application_, [this](const Choice& choice) {
+                       chosen_.push_back(tagOf(choice));
+                       server_.update(application_.menu());
                      }};
   Panel panel_;
   std::vector<std::int64_t> chosen_;    // by the call

@@ -1,6 +1,8 @@
 #include "artwork/palette.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <variant>
 
 #include "base/rounding.h"
@@ -20,7 +22,7 @@ struct Shades {
   unsigned onDark;
 };
 
-constexpr Shades shades[] = {
+constexpr std::array<Shades, 8> shades{{
     {SystemColor::green, 0x28cd41ff, 0x32d74bff},
     {SystemColor::orange, 0xff9500ff, 0xff9f0aff},
     {SystemColor::red, 0xff3b30ff, 0xff453aff},
@@ -29,7 +31,8 @@ constexpr Shades shades[] = {
     {SystemColor::secondaryLabel, 0x00000080, 0xffffff8c},
     {SystemColor::separator, 0x0000001a, 0xffffff1a},
     {SystemColor::windowBackground, 0xfafafaff, 0x242424ff},
-};
+}};
+static_assert(static_cast<std::size_t>(SystemColor::windowBackground) + 1 == shades.size());
 
 double rounded(double component) {
   return static_cast<double>(roundedHalfAwayFromZero(component * 255.0).value_or(0)) / 255.0;

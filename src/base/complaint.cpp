@@ -13,9 +13,9 @@ void complain(std::string_view what, const Failure& failure) {
                failure.reason.c_str());
 }
 
-void Complaint::update(const Result<>& result) {
-  if (!result && !isReported_) complain(what_, result.failure());
-  isReported_ = !result;
+void Complaint::update(const Failure* failure) {
+  if (failure != nullptr && !isReported_) complain(what_, *failure);
+  isReported_ = failure != nullptr;
 }
 
 }  // namespace lumowatt

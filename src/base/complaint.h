@@ -19,9 +19,14 @@ class Complaint {
   explicit Complaint(std::string_view what) : what_(what) {}
 
   /// Reports a failure that follows a success, with its reason.
-  void update(const Result<>& result);
+  template <typename Value>
+  void update(const Result<Value>& result) {
+    update(result ? nullptr : &result.failure());
+  }
 
  private:
+  void update(const Failure* failure);
+
   std::string_view what_;
   bool isReported_ = false;
 };

@@ -16,7 +16,8 @@ struct Failure {
 /// The failure that the C library has this number for (errno).
 Failure systemFailure(int error);
 
-/// What an operation returns, or why it failed. `Result<>` is of one that returns nothing.
+/// What an operation returns, or why it failed. `Result<>` is for operations that
+/// return nothing.
 template <typename Value = std::monostate>
 class [[nodiscard]] Result {
  public:

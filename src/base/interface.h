@@ -2,7 +2,7 @@
 
 namespace lumowatt {
 
-/// The base of what a platform implements: objects that are owned by pointers and never copied.
+/// The base of what a platform implements: objects that are never copied.
 class Interface {
  public:
   Interface() = default;

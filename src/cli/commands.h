@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/failure.h"
 #include "cli/command_line.h"
 #include "graphics/canvas.h"
 #include "menubar/desktop.h"

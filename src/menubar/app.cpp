@@ -195,6 +195,7 @@ void App::perform(const Choice& choice) {
       return toggleLogin();
     case Action::openSettings:
       return openSettings();
+    case Action::showChart:
     case Action::terminate:
       return;
   }

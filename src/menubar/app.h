@@ -45,12 +45,12 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
   Menu menuWillOpen() override;
   Menu menu() override;
 
-  /// Does what an item of the menu says that was chosen.
+  /// Does what the chosen item of the menu offers.
   void perform(const Choice& choice) override;
 
   // What the items of the menu do.
 
-  /// Makes the mode of that number the one that the title shows; no other number does anything.
+  /// Shows the mode of that number from now on; ignores any other number.
   void pick(std::int64_t tag);
   void toggleColor();
   void toggleAnimate();

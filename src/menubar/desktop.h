@@ -58,7 +58,7 @@ class StatusButton : public Interface {
 
 using PreferenceValue = std::variant<std::int64_t, bool>;
 
-/// A stored value, as its store reads it in either way.
+/// A stored value, read both as a number and as a truth value.
 struct StoredPreference {
   std::int64_t integer;  ///< 0 when it is not a number
   bool boolean;          ///< false when it is not a truth value
@@ -70,7 +70,7 @@ enum class LoginItemStatus { notRegistered, enabled, requiresApproval, notFound 
 /// that runs it.
 class Desktop : public Interface {
  public:
-  /// Runs the application, and keeps it, until it is to end: well when it was quit.
+  /// Runs the application, and keeps it, until it ends. Succeeds when the user quit it.
   virtual Result<> run(std::shared_ptr<ApplicationDelegate> delegate) = 0;
 
   // The status item, which is shown from the beginning.

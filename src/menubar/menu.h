@@ -18,7 +18,9 @@ enum class Action {
   copyDetails,
   toggleLogin,
   openSettings,
-  terminate,  ///< ends the application: the desktop's own command
+  // What a desktop does itself:
+  showChart,  ///< shows the chart's picture, where the menu has a line of text for it
+  terminate,  ///< ends the application
 };
 
 /// What choosing an item does.

@@ -18,8 +18,6 @@ struct TitleExtras {
 struct Title {
   AttributedString text;
   std::vector<Tile> tiles;  ///< for menu bars that show icons alone
-
-  friend bool operator==(const Title&, const Title&) = default;
 };
 
 /// The title as text: the percentage, a small arrow and the extras. Digits are equally

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/interface.h"
 #include "telemetry/property.h"
 
 namespace lumowatt {
@@ -10,10 +11,8 @@ namespace lumowatt {
 ///
 /// The keys, their units and their types are those of the "AppleSmartBattery" service of Apple's
 /// I/O registry; a platform that has another source translates it into them.
-class BatteryService {
+class BatteryService : public Interface {
  public:
-  virtual ~BatteryService() = default;
-
   /// The battery's properties as they are now, or nothing when there is no battery service or
   /// its properties cannot be had. Never throws for what a machine may report.
   virtual std::optional<PropertyDictionary> properties() = 0;

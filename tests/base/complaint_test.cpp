@@ -7,7 +7,7 @@ namespace lumowatt {
 namespace {
 
 /// What an update writes on the standard error.
-std::string written(Complaint& complaint, const Result<>& result) {
+std::string written(Complaint& complaint, const Result<int>& result) {
   testing::internal::CaptureStderr();
   complaint.update(result);
   return testing::internal::GetCapturedStderr();
@@ -23,11 +23,11 @@ TEST(Complain, WritesALineWithTheProgramsName) {
 
 TEST(Complaint, ReportsAFailureOnceUntilASuccess) {
   Complaint complaint("it is broken");
-  EXPECT_EQ(written(complaint, {}), "");
+  EXPECT_EQ(written(complaint, 1), "");
   EXPECT_EQ(written(complaint, Failure{"rust"}), "lumowatt: it is broken: rust\n");
   EXPECT_EQ(written(complaint, Failure{"rust"}), "");
   EXPECT_EQ(written(complaint, Failure{"dust"}), "");
-  EXPECT_EQ(written(complaint, {}), "");
+  EXPECT_EQ(written(complaint, 1), "");
   EXPECT_EQ(written(complaint, Failure{"dust"}), "lumowatt: it is broken: dust\n");
 }
 

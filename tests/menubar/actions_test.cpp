@@ -172,7 +172,8 @@ TEST_F(Actions, OpensTheBatterySettings) {
   EXPECT_EQ(desktop.notes, Notes{"open battery settings"});
 }
 
-TEST_F(Actions, TheQuitItemIsNotTheApplicationsToPerform) {
+TEST_F(Actions, TheDesktopsOwnActionsAreNotTheApplicationsToPerform) {
+  app->perform({Action::showChart});
   app->perform({Action::terminate});
   EXPECT_TRUE(desktop.notes.empty());
   EXPECT_TRUE(desktop.store.empty());

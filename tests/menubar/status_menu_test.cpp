@@ -35,8 +35,8 @@ struct Words {
 
  private:
   static std::string text(const Choice& choice) {
-    static const char* const actions[] = {"pick",  "color",    "animate",  "copy",
-                                          "login", "settings", "terminate"};
+    static const char* const actions[] = {"pick",  "color",    "animate", "copy",
+                                          "login", "settings", "chart",   "terminate"};
     std::string words = std::string(" -> ") + actions[static_cast<std::size_t>(choice.action)];
     if (choice.tag != 0) words += " tag " + std::to_string(choice.tag);
     return words;

@@ -122,7 +122,7 @@ TEST_F(Tiles, TellNothingWhenNothingChanged) {
 TEST_F(Tiles, FollowTheModeAtOnce) {
   startWithTile();
   std::vector<std::string> icons{icon(1)};
-  for (const int mode : {menu::percentAlone, menu::percentAndTime, menu::percentAndPower}) {
+  for (const int mode : {menu_id::percent, menu_id::percentTime, menu_id::percentPower}) {
     panel->forgetSignals();
     chooseMode(mode);
     panel->waitForSignal("NewIcon");
@@ -137,7 +137,7 @@ TEST_F(Tiles, FollowTheModeAtOnce) {
 
 TEST_F(Tiles, AreTwoForEverything) {
   startWithTile();
-  chooseMode(menu::everything);
+  chooseMode(menu_id::allFigures);
   panel->waitForItems(3);
   EXPECT_EQ(panel->property("Id", connection(2)), "Lumowatt-title-2");
   EXPECT_EQ(panel->property("Title", connection(2)), "Lumowatt title 2");
@@ -150,7 +150,7 @@ TEST_F(Tiles, AreTwoForEverything) {
   EXPECT_EQ(pathCount(iconContents(2)), 2) << "the power and the time";
   EXPECT_EQ(panel->property("ToolTip", connection(2)), panel->property("ToolTip"));
 
-  chooseMode(menu::percentAndPower);
+  chooseMode(menu_id::percentPower);
   panel->waitUntil([this] { return !isThere(2); });
   EXPECT_TRUE(isThere(1));
   EXPECT_EQ(iconFiles(), Names{icon(1)});
@@ -158,7 +158,7 @@ TEST_F(Tiles, AreTwoForEverything) {
 
 TEST_F(Tiles, ChoosingFromTheMenuOfATileThatGoesAwayByItIsDone) {
   startWithTile();
-  chooseMode(menu::everything);
+  chooseMode(menu_id::allFigures);
   panel->waitForItems(3);
   sd_bus_message* const call =
       panel->newCall(connection(2), "/MenuBar", "com.canonical.dbusmenu", "AboutToShow");
@@ -166,7 +166,7 @@ TEST_F(Tiles, ChoosingFromTheMenuOfATileThatGoesAwayByItIsDone) {
   EXPECT_EQ(panel->answer(call).error, "");
   sd_bus_message* const choice =
       panel->newCall(connection(2), "/MenuBar", "com.canonical.dbusmenu", "Event");
-  EXPECT_GE(sd_bus_message_append(choice, "isvu", menu::percentAlone, "clicked", "i", 0, 0U), 0);
+  EXPECT_GE(sd_bus_message_append(choice, "isvu", menu_id::percent, "clicked", "i", 0, 0U), 0);
   EXPECT_EQ(panel->answer(choice).error, "");
   panel->waitUntil([this] { return !isThere(2); });
   EXPECT_TRUE(item->isRunning());
@@ -178,11 +178,11 @@ TEST_F(Tiles, AChoiceIsTickedInTheMenusOfAll) {
   const auto isTicked = [this](std::size_t index) {
     sd_bus_message* const call =
         panel->newCall(connection(index), "/MenuBar", "com.canonical.dbusmenu", "GetProperty");
-    EXPECT_GE(sd_bus_message_append(call, "is", menu::colors, "toggle-state"), 0);
+    EXPECT_GE(sd_bus_message_append(call, "is", menu_id::colors, "toggle-state"), 0);
     return panel->answer(call).values.at(0) == 1;
   };
   EXPECT_TRUE(isTicked(1));
-  choose(menu::colors, "Colors");  // in the glyph's
+  choose(menu_id::colors, "Colors");  // in the glyph's
   EXPECT_FALSE(isTicked(0));
   EXPECT_FALSE(isTicked(1));
 }
@@ -206,7 +206,7 @@ TEST_F(Tiles, HaveTheColorsOfTheTrendAndWithoutColorsNone) {
   startWithTile();
   EXPECT_NE(iconContents(1).find("#e07600"), std::string::npos);
   panel->forgetSignals();
-  choose(menu::colors, "Colors");
+  choose(menu_id::colors, "Colors");
   panel->waitForSignal("NewIcon");
   EXPECT_EQ(iconContents(1).find("#e07600"), std::string::npos);
 }
@@ -274,7 +274,7 @@ TEST_F(Tiles, LeaveNoFileAtTheEnd) {
 
 TEST_F(Tiles, LeaveNoFileWhenQuit) {
   startWithTile();
-  choose(menu::quit, "Quit Lumowatt");
+  choose(menu_id::quit, "Quit Lumowatt");
   expectResult(item->wait(), "", 0);
   EXPECT_FALSE(std::filesystem::exists(icons()));
 }
@@ -306,7 +306,7 @@ TEST_F(Tiles, WithoutARuntimeFolderTheGlyphIsAlone) {
   variables = {{"XDG_RUNTIME_DIR", ""}};
   start();
   panel->open();
-  chooseMode(menu::everything);
+  chooseMode(menu_id::allFigures);
   panel->settle();
   EXPECT_EQ(panel->registered.size(), 1U);
   item->send(SIGTERM);

@@ -46,7 +46,7 @@ TEST_F(Wide, FollowsTheModeTheColorsAndTheGlyph) {
     EXPECT_EQ(iconFiles().size(), 1U);
     panel->forgetSignals();
   };
-  chooseMode(menu::everything);
+  chooseMode(menu_id::allFigures);
   next();
   machine.set("BAT0/capacity", "8");
   machine.set("BAT0/energy_now", "4000000");
@@ -54,7 +54,7 @@ TEST_F(Wide, FollowsTheModeTheColorsAndTheGlyph) {
   next();
   constexpr auto red = "rgb(100%,27.059%,22.745%)";  // #ff453a
   EXPECT_NE(fileContents(icon()).find(red), std::string::npos) << "the glyph";
-  choose(menu::colors, "Colors");
+  choose(menu_id::colors, "Colors");
   next();
   EXPECT_EQ(fileContents(icon()).find(red), std::string::npos);
   std::ranges::sort(icons);
@@ -106,7 +106,7 @@ TEST_F(Wide, LeavesNoFileAtTheEnd) {
 
 TEST_F(Label, IsAllThatAPanelGetsThatShowsIt) {
   start();
-  chooseMode(menu::everything);
+  chooseMode(menu_id::allFigures);
   panel->settle();
   EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-100percent-symbolic");

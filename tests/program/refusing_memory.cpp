@@ -3,9 +3,11 @@
 // below /sys: the library that mocks one otherwise does not do without memory itself.
 
 #include <dlfcn.h>
+#include <fcntl.h>
 
 #include <atomic>
 #include <cerrno>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -50,7 +52,11 @@ __attribute__((visibility("default"))) int openat(int parent, const char* path, 
   const bool isOther = folder == nullptr || std::strcmp(path, "/sys/class/power_supply") != 0;
   const auto next =
       reinterpret_cast<int (*)(int, const char*, int, ...)>(::dlsym(RTLD_NEXT, "openat"));
-  return next(parent, isOther ? path : folder, flags);
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+  va_end(arguments);
+  return next(parent, isOther ? path : folder, flags, mode);
 }
 
 }  // extern "C"

@@ -6,21 +6,12 @@
 #include <vector>
 
 #include "program/item_fixture.h"
+#include "program/menu_ids.h"
 #include "program/process_name.h"
 
 namespace lumowatt {
 
 using Names = std::vector<std::string>;
-
-// Items of the menu.
-namespace menu {
-inline constexpr int percentAlone = 30101;
-inline constexpr int percentAndPower = 30102;
-inline constexpr int percentAndTime = 30103;
-inline constexpr int everything = 30104;
-inline constexpr int colors = 202;
-inline constexpr int quit = 302;
-}  // namespace menu
 
 /// The application in a session whose panel is the process of the test's name.
 class TitleTest : public ItemTest {

@@ -24,12 +24,14 @@ CairoBitmap::CairoBitmap(Size size, double scale, Appearance appearance)
   cairo_translate(cairo_.get(), 0.0, -size.height);
 }
 
-bool CairoBitmap::isValid() const {
-  return cairo_status(cairo_.get()) == CAIRO_STATUS_SUCCESS && canvas_.hasFonts();
+Result<> CairoBitmap::check() const {
+  if (!canvas_.hasFonts()) return Failure{"no font is installed"};
+  const cairo_status_t status = cairo_status(cairo_.get());
+  return status == CAIRO_STATUS_SUCCESS ? Result<>() : Failure{cairo_status_to_string(status)};
 }
 
 std::optional<std::string> CairoBitmap::encodePng() {
-  if (!isValid()) return std::nullopt;
+  if (!check()) return std::nullopt;
   cairo_surface_t* const surface = surface_.get();
   cairo_surface_flush(surface);
   return cairo::encodePng({.width = cairo_image_surface_get_width(surface),

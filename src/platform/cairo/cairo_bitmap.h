@@ -24,8 +24,8 @@ class CairoBitmap : public Bitmap {
  public:
   CairoBitmap(Size size, double scale, Appearance appearance);
 
-  /// Whether there is a bitmap: memory may be short, the size out of range, or no font installed.
-  bool isValid() const;
+  /// Fails when there is no bitmap: memory is short, the size out of range, or no font installed.
+  Result<> check() const;
 
   /// The canvas, whose y grows upward. Transparent at first.
   Canvas& canvas() { return canvas_; }

@@ -39,7 +39,7 @@ class Factory : public BitmapFactory {
     requireMemory();
     if (const auto files = requireFiles(filesOfLibraries); !files) return files.failure();
     auto bitmap = std::make_unique<CairoBitmap>(picture.size, scale, appearance);
-    if (!bitmap->isValid()) return Failure{"there is no font, or no memory for the picture"};
+    if (const auto valid = bitmap->check(); !valid) return valid.failure();
     bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
     return std::unique_ptr<Bitmap>(std::move(bitmap));
   }

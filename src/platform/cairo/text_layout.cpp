@@ -3,7 +3,6 @@
 #include <fontconfig/fontconfig.h>
 
 #include <cmath>
-#include <cstdio>
 #include <string>
 
 #include "artwork/palette.h"
@@ -66,10 +65,7 @@ class RunAttributes {
 }  // namespace
 
 TextLayout::TextLayout(Appearance appearance) : appearance_(appearance) {
-  if (!fontIsInstalled()) {
-    std::fputs("lumowatt: no font is installed\n", stderr);
-    return;
-  }
+  if (!fontIsInstalled()) return;
   fonts_.reset(pango_cairo_font_map_new());
   if (fonts_ == nullptr) return;  // Pango has said why
   context_.reset(pango_font_map_create_context(fonts_.get()));

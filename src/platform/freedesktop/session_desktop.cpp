@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <csignal>
 #include <utility>
+#include <variant>
 
 #include "base/complaint.h"
 #include "platform/freedesktop/bus/boottime.h"
@@ -58,7 +59,7 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   application_ = std::move(delegate);
   settings_.emplace(bus_.get());
   button_.emplace(bus_.get(), loop_.get(), icons_, *application_,
-                  [this](const Choosable& chosen) { choose(chosen); });
+                  [this](const Choice& choice) { choose(choice); });
   application_->applicationDidFinishLaunching();
   button_->watchPanels();
   const int status = sd_event_loop(loop_.get());
@@ -87,13 +88,21 @@ std::function<void()> SessionDesktop::followed(std::function<void()> action) {
   };
 }
 
-void SessionDesktop::choose(const Choosable& chosen) {
-  if (const auto* const chart = std::get_if<const MenuChart*>(&chosen)) {
-    viewer_.show((*chart)->picture, settings_->appearance(), *bitmaps_);
-  } else if (const Choice& choice = std::get<Choice>(chosen); choice.action == Action::terminate) {
+void SessionDesktop::choose(const Choice& choice) {
+  if (choice.action == Action::showChart) {
+    showChart();
+  } else if (choice.action == Action::terminate) {
     sd_event_exit(loop_.get(), 0);
   } else {
     application_->perform(choice);
+  }
+}
+
+void SessionDesktop::showChart() {
+  const Menu menu = application_->menu();
+  for (const MenuItem& item : menu) {
+    const auto* const chart = std::get_if<MenuChart>(&item);
+    if (chart != nullptr) viewer_.show(chart->picture, settings_->appearance(), *bitmaps_);
   }
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "graphics/canvas.h"
 #include "menubar/desktop.h"
@@ -15,8 +17,8 @@
 
 namespace lumowatt::freedesktop {
 
-/// The desktop of a session with a bus: its panel, and the user's files and programs. Watching
-/// power sources is left to the system that it runs on.
+/// The desktop of a session with a bus: its panel, and the user's files and programs. A
+/// subclass adds the system's reports of power sources.
 class SessionDesktop : public Desktop {
  public:
   /// For the executable at the path `program`, with its icons in the folder `icons`. What has to be
@@ -58,7 +60,8 @@ class SessionDesktop : public Desktop {
   /// Connects to the session, as the one process in it that shows the item. False when there is
   /// another.
   Result<bool> connect();
-  void choose(const Choosable& chosen);
+  void choose(const Choice& choice);
+  void showChart();
 
   std::string icons_;
   std::unique_ptr<BitmapFactory> bitmaps_;

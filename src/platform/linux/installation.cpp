@@ -41,7 +41,10 @@ Result<void*> loadModule(const std::string& module, const char* symbol) {
     return Failure{path + " is of another version than this process"};
   }
   void* const found = version != nullptr ? ::dlsym(library, symbol) : nullptr;
-  if (found == nullptr) return Failure{::dlerror()};
+  if (found == nullptr) {
+    const char* const reason = ::dlerror();
+    return Failure{reason != nullptr ? reason : path + " exports nothing"};
+  }
   return found;
 }
 

@@ -67,7 +67,7 @@ TEST(CairoBitmap, OnWhichDrawingFailedIsNotEncoded) {
   bitmap.canvas().drawImage(
       {Drawing{.size = {1.0, 1.0}, .flipped = true, .draw = [](Canvas&, const Rect&) {}}},
       {0.0, 0.0, nan, nan});
-  EXPECT_FALSE(bitmap.isValid());
+  EXPECT_FALSE(bitmap.check());
   EXPECT_EQ(bitmap.encodePng(), std::nullopt);
 }
 
@@ -80,7 +80,7 @@ TEST(CairoBitmap, CanBeDrawnOnAfterItWasEncoded) {
 
 TEST(CairoBitmap, AnInvalidOneEncodesAsNothingAndCanBeDrawnOn) {
   CairoBitmap bitmap({0.0, 5.0}, 1.0, Appearance::light);
-  EXPECT_FALSE(bitmap.isValid());
+  EXPECT_FALSE(bitmap.check());
   bitmap.canvas().fill({0.0, 0.0, 1.0, 1.0}, white);
   bitmap.canvas().drawText({{"text", systemFont(12.0)}}, {0.0, 0.0});
   EXPECT_EQ(bitmap.encodePng(), std::nullopt);

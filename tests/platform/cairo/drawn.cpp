@@ -9,7 +9,7 @@ namespace lumowatt::cairo {
 Picture drawn(Size size, const std::function<void(Canvas&)>& draw, double scale,
               Appearance appearance) {
   CairoBitmap bitmap(size, scale, appearance);
-  EXPECT_TRUE(bitmap.isValid());
+  EXPECT_TRUE(bitmap.check());
   draw(bitmap.canvas());
   return Picture(bitmap.encodePng().value());
 }

@@ -1,6 +1,5 @@
 #include "platform/freedesktop/bus/loop_timer.h"
 
-#include <algorithm>
 #include <ctime>
 #include <utility>
 

@@ -12,7 +12,8 @@ namespace {
 /// one.
 int receiveAnswer(sd_bus_message* reply, void*, sd_bus_error*) {
   if (const sd_bus_error* const error = sd_bus_message_get_error(reply)) {
-    complain("the session bus refuses to tell of signals", {error->message});
+    const char* const reason = error->message != nullptr ? error->message : error->name;
+    complain("the session bus refuses to tell of signals", {reason});
   }
   return 0;
 }

@@ -23,7 +23,7 @@ using Bus = std::unique_ptr<sd_bus, Release<sd_bus_flush_close_unref>>;
 using BusSlot = std::unique_ptr<sd_bus_slot, Release<sd_bus_slot_unref>>;
 using BusMessage = std::unique_ptr<sd_bus_message, Release<sd_bus_message_unref>>;
 
-/// Lets a function of libsystemd fill an owner.
+/// Lets a function of libsystemd fill an owner, at the end of the expression that calls it.
 template <typename Owner>
 class Out {
  public:

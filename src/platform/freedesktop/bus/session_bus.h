@@ -5,7 +5,7 @@
 
 namespace lumowatt::freedesktop {
 
-/// The failure for which libsystemd returned this negative number.
+/// The reason for a negative status of libsystemd.
 Failure busFailure(int status);
 
 /// Opens a connection to the session's bus, for the loop, and waits until the bus has accepted it.

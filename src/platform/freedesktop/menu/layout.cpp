@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <map>
+#include <string_view>
 #include <utility>
+#include <variant>
 
 namespace lumowatt::freedesktop {
 
@@ -109,22 +111,22 @@ void compare(const MenuEntry& before, const MenuEntry& now, MenuLayout::Change& 
 
 }  // namespace
 
-MenuLayout::Change MenuLayout::present(Menu menu) {
-  menu_ = std::move(menu);
-  choosable_.clear();
+MenuLayout::Change MenuLayout::present(const Menu& menu) {
+  choices_.clear();
   const MenuEntry before = std::exchange(root_, MenuEntry{.id = 0});
   std::map<std::int32_t, MenuEntry> entries;
   for (const MenuEntry& old : before.children) {
     entries[old.id] = old;
     entries[old.id].isVisible = false;
   }
-  for (const auto& [id, item] : numbered(menu_)) {
+  for (const auto& [id, item] : numbered(menu)) {
     const MenuEntry& entry = entries[id] = std::visit(EntryMaker{id}, *item);
-    if (const Choice* const choice = choiceOf(*item)) choosable_.emplace_back(id, *choice);
-    if (const auto* const chart = std::get_if<MenuChart>(item)) choosable_.emplace_back(id, chart);
+    if (const Choice* const choice = choiceOf(*item)) choices_.emplace_back(id, *choice);
+    if (std::holds_alternative<MenuChart>(*item))
+      choices_.emplace_back(id, Choice{Action::showChart});
     if (const auto* const submenu = std::get_if<Submenu>(item)) {
       for (std::size_t i = 0; i < submenu->items.size(); ++i) {
-        choosable_.emplace_back(entry.children[i].id, submenu->items[i].choice);
+        choices_.emplace_back(entry.children[i].id, submenu->items[i].choice);
       }
     }
   }
@@ -143,9 +145,9 @@ void MenuLayout::forEach(const std::function<void(const MenuEntry&)>& visit) con
   visitAll(root_, visit);
 }
 
-const Choosable* MenuLayout::choosable(std::int32_t id) const {
-  const auto found = std::ranges::find(choosable_, id, [](const auto& each) { return each.first; });
-  return found != choosable_.end() ? &found->second : nullptr;
+std::optional<Choice> MenuLayout::choice(std::int32_t id) const {
+  const auto found = std::ranges::find(choices_, id, [](const auto& each) { return each.first; });
+  return found != choices_.end() ? std::optional(found->second) : std::nullopt;
 }
 
 }  // namespace lumowatt::freedesktop

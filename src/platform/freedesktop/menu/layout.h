@@ -2,10 +2,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "menubar/menu.h"
@@ -29,9 +28,6 @@ struct MenuEntry {
   friend bool operator==(const MenuEntry&, const MenuEntry&) = default;
 };
 
-/// What a user can choose: a choice of the application's, or the chart, to see it in a picture.
-using Choosable = std::variant<Choice, const MenuChart*>;
-
 /// The menu as it is presented to panels, which want ids that stay: an item has its id by the group
 /// between separators that it is in and its place there. One that the menu no longer has stays
 /// too, invisible.
@@ -45,7 +41,7 @@ class MenuLayout {
   };
 
   /// Presents the menu from now on. Returns what that changed.
-  Change present(Menu menu);
+  Change present(const Menu& menu);
 
   /// The whole layout, as the children of an item of id 0.
   const MenuEntry& root() const { return root_; }
@@ -56,13 +52,13 @@ class MenuLayout {
   /// Calls `visit` with each item, from that of id 0 on.
   void forEach(const std::function<void(const MenuEntry&)>& visit) const;
 
-  /// What the item of that id offers; null unless it can be seen and chosen now.
-  const Choosable* choosable(std::int32_t id) const;
+  /// The choice that the item of that id offers; absent unless it can be seen and chosen now.
+  std::optional<Choice> choice(std::int32_t id) const;
 
  private:
   MenuEntry root_;
-  Menu menu_;                                                  ///< the present one
-  std::vector<std::pair<std::int32_t, Choosable>> choosable_;  ///< of its items, by their ids
+  std::vector<std::pair<std::int32_t, Choice>>
+      choices_;  ///< of the present menu, by the items' ids
 };
 
 }  // namespace lumowatt::freedesktop

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <span>
-#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/freedesktop/bus/boottime.h"
 #include "platform/freedesktop/bus/session_bus.h"
+#include "platform/freedesktop/menu/properties.h"
 
 namespace lumowatt::freedesktop {
 
@@ -76,15 +77,15 @@ const sd_bus_vtable MenuServer::table[] = {
 };
 
 MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
-                       std::function<void(const Choosable&)> choose)
+                       std::function<void(const Choice&)> choose)
     : bus_(bus), application_(application), choose_(std::move(choose)) {
   sd_bus_add_object_vtable(bus, Out(object_), path, menuInterface, table, this);
 }
 
 // What the menu is
 
-bool MenuServer::present(Menu menu) {
-  const auto change = layout_.present(std::move(menu));
+bool MenuServer::present(const Menu& menu) {
+  const auto change = layout_.present(menu);
   if (!change.entries.empty()) {
     BusMessage signal;
     sd_bus_message_new_signal(bus_, Out(signal), path, menuInterface, "ItemsPropertiesUpdated");
@@ -229,7 +230,7 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
   bool hasChosen = false;
   for (const auto& [id, name] : events) {
     // A choice closes the menu: there is no second one.
-    const bool isChoice = layout_.choosable(id) != nullptr && name == clicked;
+    const bool isChoice = layout_.choice(id) && name == clicked;
     if (!(isChoice && hasChosen) && !handleEvent(id, name)) unknown.push_back(id);
     hasChosen = hasChosen || isChoice;
   }
@@ -243,13 +244,9 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
 
 bool MenuServer::handleEvent(std::int32_t id, std::string_view event) {
   if (layout_.find(id) == nullptr) return false;
-  const Choosable* const found = event == clicked ? layout_.choosable(id) : nullptr;
-  const bool isClosed = found != nullptr || (event == "closed" && id == rootId);
-  if (isClosed) openUntil_ = 0;
-  if (found != nullptr) {
-    const Choosable chosen = *found;  // the layout's own may go with the menu
-    choose_(chosen);
-  }
+  const auto choice = event == clicked ? layout_.choice(id) : std::nullopt;
+  if (choice || (event == "closed" && id == rootId)) openUntil_ = 0;  // a choice closes the menu
+  if (choice) choose_(*choice);
   return true;
 }
 
@@ -258,16 +255,16 @@ bool MenuServer::open() {
   return present(application_.menuWillOpen());
 }
 
-void MenuServer::update() {
+void MenuServer::update(const Menu& menu) {
   const bool isKnown = !layout_.root().children.empty();
-  if (isKnown) present(application_.menu());
+  if (isKnown) present(menu);
 }
 
 void MenuServer::follow(std::string_view report) {
   if (report == report_ || isBehind(bus_)) return;
   report_ = report;
   const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(layout_.root());
-  if (hasOtherRows || boottime() < openUntil_) update();
+  if (hasOtherRows || boottime() < openUntil_) update(application_.menu());
 }
 
 }  // namespace lumowatt::freedesktop

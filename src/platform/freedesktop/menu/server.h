@@ -4,12 +4,10 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "menubar/desktop.h"
 #include "platform/freedesktop/bus/sd.h"
 #include "platform/freedesktop/menu/layout.h"
-#include "platform/freedesktop/menu/properties.h"
 
 namespace lumowatt::freedesktop {
 
@@ -20,13 +18,13 @@ class MenuServer {
   /// Where panels find it.
   static constexpr char path[] = "/MenuBar";
 
-  /// Calls `choose` with each item that is chosen, which is to update the menu afterwards, wherever
-  /// it is shown. The application must outlive it.
+  /// Calls `choose` with each choice that is made, which must then update the menu of every server.
+  /// The application must outlive it.
   MenuServer(sd_bus* bus, ApplicationDelegate& application,
-             std::function<void(const Choosable&)> choose);
+             std::function<void(const Choice&)> choose);
 
-  /// Makes it what the application's menu would be now, for those who know it already.
-  void update();
+  /// Replaces the menu, for those who know it already.
+  void update(const Menu& menu);
 
   /// Follows the report that the menu holds, a line a row: shows what changed when somebody may be
   /// looking at the menu, or when it has other rows. Panels lay a menu out before they ask for it.
@@ -48,7 +46,7 @@ class MenuServer {
 
   /// Presents the menu, and emits signals for what differs from the one before; false when nothing
   /// does.
-  bool present(Menu menu);
+  bool present(const Menu& menu);
 
   /// For those who ask before the menu was ever about to open.
   void ensureLayout();
@@ -58,7 +56,7 @@ class MenuServer {
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
-  std::function<void(const Choosable&)> choose_;
+  std::function<void(const Choice&)> choose_;
   MenuLayout layout_;
   std::uint32_t revision_ = 1;
   std::string report_;           // the one that was followed last

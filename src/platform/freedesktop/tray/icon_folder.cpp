@@ -86,7 +86,7 @@ void IconFolder::removeAllBut(const Names& names) {
   const int folder = openFolder(path_);
   DIR* const listing = ::fdopendir(folder);
   if (listing == nullptr) {
-    const Descriptor unlisted(folder);
+    if (folder >= 0) ::close(folder);
     return;
   }
   while (const dirent* const entry = ::readdir(listing)) {

@@ -32,7 +32,7 @@ std::string iconPrefix(sd_bus* bus, const char* kind) {
 
 PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
                          ApplicationDelegate& application,
-                         std::function<void(const Choosable&)> choose)
+                         std::function<void(const Choice&)> choose)
     : bus_(bus),
       application_(application),
       choose_(updatingMenus(std::move(choose))),
@@ -44,12 +44,13 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
   scheduleUpdate(toGlyph);
 }
 
-std::function<void(const Choosable&)> PanelButton::updatingMenus(
-    std::function<void(const Choosable&)> choose) {
-  return [this, choose = std::move(choose)](const Choosable& chosen) {
-    choose(chosen);
-    if (menu_) menu_->update();
-    tiles_.updateMenus();
+std::function<void(const Choice&)> PanelButton::updatingMenus(
+    std::function<void(const Choice&)> choose) {
+  return [this, choose = std::move(choose)](const Choice& choice) {
+    choose(choice);
+    const Menu menu = application_.menu();
+    if (menu_) menu_->update(menu);
+    tiles_.updateMenus(menu);
   };
 }
 
@@ -101,7 +102,7 @@ void PanelButton::showGlyph() {
   std::vector<std::string> wide;
   if (isWide) wide.push_back(artwork::wideIcon(symbol_, title_.text));
   const auto names = wideIcons_.replaceIcons(wide);
-  complaint_.update(names ? Result<>() : names.failure());
+  complaint_.update(names);
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(symbol_));
 }
 

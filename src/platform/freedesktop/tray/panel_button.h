@@ -21,10 +21,10 @@ namespace lumowatt::freedesktop {
 /// labels, the title's tiles. All of them have the same tool tip and the same menu.
 class PanelButton : public StatusButton {
  public:
-  /// The glyph's icons lie in the folder `icons`. Calls `choose` with each item of the menu that is
-  /// chosen. The application must outlive it.
+  /// The glyph's icons lie in the folder `icons`. Calls `choose` with each choice that is made in
+  /// the menu. The application must outlive it.
   PanelButton(sd_bus* bus, sd_event* loop, std::string icons, ApplicationDelegate& application,
-              std::function<void(const Choosable&)> choose);
+              std::function<void(const Choice&)> choose);
 
   void show(ButtonContents contents) override;
   void setImage(const std::optional<Image>& image) override;
@@ -50,12 +50,12 @@ class PanelButton : public StatusButton {
   void showGlyph();
   void showTiles(bool isNewPanel);
 
-  /// Calls `choose` with an item of one of the menus, and updates them all.
-  std::function<void(const Choosable&)> updatingMenus(std::function<void(const Choosable&)> choose);
+  /// Calls `choose` with a choice from one of the menus, and updates them all.
+  std::function<void(const Choice&)> updatingMenus(std::function<void(const Choice&)> choose);
 
   sd_bus* bus_;
   ApplicationDelegate& application_;
-  std::function<void(const Choosable&)> choose_;
+  std::function<void(const Choice&)> choose_;
   StatusItem glyph_;
   std::optional<MenuServer> menu_;
   TitleTiles tiles_;

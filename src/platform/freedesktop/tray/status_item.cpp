@@ -7,7 +7,6 @@
 #include "platform/freedesktop/bus/session_bus.h"
 #include "platform/freedesktop/menu/server.h"
 #include "platform/freedesktop/tray/panel_watch.h"
-#include "platform/freedesktop/user/environment.h"
 
 namespace lumowatt::freedesktop {
 

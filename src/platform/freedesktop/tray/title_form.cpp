@@ -13,13 +13,13 @@ struct Row {
   TitleForm form;
 };
 
-constexpr std::array<Row, 5> rows{{
+constexpr auto rows = std::to_array<Row>({
     {"kded5", TitleForm::tiles},  // KDE Plasma
     {"kded6", TitleForm::tiles},
     {"lxqt-panel", TitleForm::tiles},
     {"panel-#-systray", TitleForm::tiles},  // Xfce, whose trays are processes of their own
     {"waybar", TitleForm::wide},
-}};
+});
 
 // What is longer the kernel cuts off (TASK_COMM_LEN in linux/sched.h).
 constexpr std::size_t longestName = 15;

@@ -22,8 +22,7 @@ void nameAfter(const StatusItem& glyph, std::size_t tile, StatusItem& item) {
 }  // namespace
 
 TitleTiles::TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
-                       ApplicationDelegate& application,
-                       std::function<void(const Choosable&)> choose)
+                       ApplicationDelegate& application, std::function<void(const Choice&)> choose)
     : loop_(loop),
       glyph_(glyph),
       application_(application),
@@ -82,8 +81,8 @@ void TitleTiles::followMenus(std::string_view report) {
   for (Item& item : items_) item.menu.follow(report);
 }
 
-void TitleTiles::updateMenus() {
-  for (Item& item : items_) item.menu.update();
+void TitleTiles::updateMenus(const Menu& menu) {
+  for (Item& item : items_) item.menu.update(menu);
 }
 
 }  // namespace lumowatt::freedesktop

@@ -22,7 +22,7 @@ class TitleTiles {
   /// The items have the texts of the glyph's and its menu, and icons whose names begin with
   /// `prefix`. All that is given must outlive them.
   TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
-             ApplicationDelegate& application, std::function<void(const Choosable&)> choose);
+             ApplicationDelegate& application, std::function<void(const Choice&)> choose);
 
   /// Shows these tiles and no more, in a panel that is new or has been there before. Not to be
   /// called from one of their menus: a tile may go away by it. Shows none, rather than some that
@@ -35,14 +35,14 @@ class TitleTiles {
   /// Has their menus follow the report.
   void followMenus(std::string_view report);
 
-  /// Makes their menus what the application's would be now.
-  void updateMenus();
+  /// Replaces their menus.
+  void updateMenus(const Menu& menu);
 
  private:
   /// A panel shows an item as long as its connection lasts, so each has its own.
   struct Item {
     Item(Bus connection, sd_event* loop, const std::string& icons, ApplicationDelegate& application,
-         const std::function<void(const Choosable&)>& choose)
+         const std::function<void(const Choice&)>& choose)
         : bus(std::move(connection)),
           status(bus.get(), loop, icons),
           menu(bus.get(), application, choose) {}
@@ -60,7 +60,7 @@ class TitleTiles {
   sd_event* loop_;
   const StatusItem& glyph_;
   ApplicationDelegate& application_;
-  std::function<void(const Choosable&)> choose_;
+  std::function<void(const Choice&)> choose_;
   IconFolder icons_;
   std::vector<Tile> shown_;
   std::list<Item> items_;

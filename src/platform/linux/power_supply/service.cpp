@@ -4,7 +4,13 @@
 
 #include <utility>
 
+#include "base/failure.h"
+#include "platform/linux/power_supply/apple_sensors.h"
+#include "platform/linux/power_supply/charger.h"
 #include "platform/linux/power_supply/dictionary.h"
+#include "platform/linux/power_supply/pack.h"
+#include "platform/linux/power_supply/power_state.h"
+#include "platform/linux/power_supply/sysfs.h"
 
 namespace lumowatt::power_supply {
 
@@ -61,10 +67,10 @@ Service::Service(std::string powerSupplyFolder, std::string hwmonFolder)
 
 std::optional<PropertyDictionary> Service::properties() try {
   auto properties = read();
-  complaint_.update({});
+  complaint_.update(Result<>());
   return properties;
 } catch (const Failure& shortage) {
-  complaint_.update(shortage);
+  complaint_.update(Result<>(shortage));
   return std::nullopt;
 }
 

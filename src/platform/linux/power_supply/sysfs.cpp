@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <cstddef>
 #include <utility>
 
 #include "base/failure.h"
@@ -36,7 +37,7 @@ std::vector<std::string> namesIn(const Descriptor& folder) {
     std::int64_t offset;
     std::uint16_t length;  // of the entry
     std::uint8_t type;
-    char name[1];  // to its end by a zero
+    char name;  // the first letter; a zero ends it
   };
   std::vector<std::string> names;
   if (!folder.isOpen()) return names;
@@ -45,7 +46,7 @@ std::vector<std::string> namesIn(const Descriptor& folder) {
   while ((length = ::syscall(SYS_getdents64, folder.number(), buffer, sizeof buffer)) > 0) {
     for (const char* at = buffer; at < buffer + length;) {
       const auto* const entry = reinterpret_cast<const Entry*>(at);
-      if (entry->name[0] != '.') names.emplace_back(entry->name);
+      if (entry->name != '.') names.emplace_back(at + offsetof(Entry, name));
       at += entry->length;
     }
   }

@@ -12,8 +12,8 @@
 /// file per attribute (Documentation/filesystems/sysfs.rst).
 namespace lumowatt::sysfs {
 
-// What reads throws a `Failure` where this machine or process is short of files or memory: what
-// else was read would be half of the truth.
+// Reading throws a `Failure` when this process or machine runs out of files or memory: what was
+// read so far would be half of the truth.
 
 /// A class folder such as /sys/class/power_supply, held open. One that cannot be opened has no
 /// devices.
@@ -41,8 +41,8 @@ class Device {
 
   /// An attribute's text without the white space around it: any bytes, and none for an empty
   /// file. Absent when the file is missing, unreadable, longer than anything of use, or a pipe or
-  /// device that gives nothing. Opens and reads it afresh, and waits for nobody but a driver. One
-  /// that was not there when the device was opened is not looked for.
+  /// device that gives nothing, and when it appeared after the device was opened. Opens and reads
+  /// it afresh, and waits for nobody but a driver.
   std::optional<std::string> text(const char* attribute);
 
   /// An attribute that is a decimal integer with an optional sign. Absent when it is anything

@@ -2,7 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-#include <functional>
 #include <memory>
 
 #include "menubar/desktop.h"

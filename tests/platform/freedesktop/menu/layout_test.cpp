@@ -153,22 +153,22 @@ TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
   EXPECT_EQ(entry(1).label, "No battery found");
   EXPECT_FALSE(entry(1).isEnabled);
   for (const MenuEntry& child : layout.root().children) {
-    EXPECT_EQ(layout.choosable(child.id), nullptr) << child.id;
+    EXPECT_FALSE(layout.choice(child.id)) << child.id;
   }
-  EXPECT_EQ(layout.choosable(30102), nullptr) << "below what cannot be seen";
+  EXPECT_FALSE(layout.choice(30102)) << "below what cannot be seen";
 }
 
 TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
   layout.present(statusMenu(contents()));
   std::set<std::int32_t> choosable;
   for (std::int32_t id = -10; id < 40000; ++id) {
-    if (layout.choosable(id) != nullptr) choosable.insert(id);
+    if (layout.choice(id)) choosable.insert(id);
   }
   EXPECT_EQ(choosable, (std::set<std::int32_t>{102, 202, 203, 204, 205, 206, 302, 30101, 30102,
                                                30103, 30104}));
-  EXPECT_EQ(std::get<Choice>(*layout.choosable(204)).action, Action::copyDetails);
-  EXPECT_EQ(std::get<Choice>(*layout.choosable(30104)).tag, 3);
-  EXPECT_EQ(std::get<const MenuChart*>(*layout.choosable(102))->text, "Collecting history…");
+  EXPECT_EQ(layout.choice(204)->action, Action::copyDetails);
+  EXPECT_EQ(layout.choice(30104)->tag, 3);
+  EXPECT_EQ(layout.choice(102)->action, Action::showChart);
 }
 
 TEST_F(MenuLayoutTest, ASubmenuWithoutItemsIsDisabled) {

@@ -61,7 +61,7 @@ class MenuServerTest : public testing::Test {
   }
 
   Reporter application_;
-  MenuServer server_{connection.bus(), application_, [](const Choosable&) {}};
+  MenuServer server_{connection.bus(), application_, [](const Choice&) {}};
 };
 
 }  // namespace
