@@ -10,7 +10,7 @@
 
 #include "artwork/tile_icon.h"
 #include "base/fatal.h"
-#include "menubar/mode.h"
+#include "menubar/preferences.h"
 #include "reading_rules.h"
 #include "render/block_chart.h"
 #include "render/sparkline.h"

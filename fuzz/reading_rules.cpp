@@ -8,7 +8,7 @@
 #include "cli/dump.h"
 #include "format/details.h"
 #include "format/figures.h"
-#include "menubar/mode.h"
+#include "menubar/preferences.h"
 #include "render/glyph.h"
 #include "render/tiles.h"
 #include "support.h"

@@ -1,4 +1,4 @@
-#include "menubar/mode.h"
+#include "menubar/preferences.h"
 
 #include <cstddef>
 
