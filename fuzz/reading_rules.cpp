@@ -160,8 +160,8 @@ void requireDetails(const Reading& reading) {
 void requireTitle(const Reading& reading, Mode mode, bool colored) {
   const TitleExtras extras = titleExtras(mode);
   const std::string percent = " " + std::to_string(reading.percent) + "%";
-  const AttributedString text = title(reading, extras, colored);
-  require(text == title(reading, extras, colored), "a title differs from the one before");
+  const AttributedString text = titleText(reading, extras, colored);
+  require(text == titleText(reading, extras, colored), "a title differs from the one before");
   const bool hasFigures = extras.power || (extras.time && reading.minutes);
   require(text.size() == (hasFigures ? 3U : 2U), "the runs of a title");
   require(text.front().text == percent, "a title's percentage", text.front().text);

@@ -16,7 +16,7 @@ class Canvas;
 struct Drawing {
   Size size;
   /// Whether y grows downward from the top left corner, not upward from the bottom left one.
-  bool flipped;
+  bool flipped = false;
   /// Draws the picture so that it fills the rectangle, which is of `size` and begins at (0, 0).
   std::function<void(Canvas&, const Rect&)> draw;
 };

@@ -65,7 +65,7 @@ std::vector<std::optional<StoredPreference>> PreferenceFile::read(
     }
     const std::string_view value =
         trimmed(std::string_view(text).substr(span->start, span->length));
-    values.push_back(StoredPreference{integer(value), boolean(value)});
+    values.emplace_back(StoredPreference{integer(value), boolean(value)});
   }
   return values;
 }
