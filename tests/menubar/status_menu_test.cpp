@@ -71,7 +71,7 @@ std::string chartColor(MenuContents menu) {
   menu.history = {{0.0, 50}, {60.0, 51}};
   const Menu items = statusMenu(menu);
   const MenuChart& chart = chartIn(items);
-  const std::string color = lineColor(std::get<Drawing>(chart.view.content.image.content));
+  std::string color = lineColor(std::get<Drawing>(chart.view.content.image.content));
   EXPECT_EQ(lineColor(chart.picture), color);
   return color;
 }
