@@ -42,6 +42,7 @@ Charger readCharger(Device& device, std::string_view type) {
   charger.usb = isUsb(type);
   charger.online = device.number("online").value_or(0) >= 1;
   if (!charger.online) return charger;
+  device.listAttributes();
   charger.ratedWatts = positive(device, "input_power_limit") / 1e6;
   if (charger.usb) {
     charger.ratedWatts = std::max({charger.ratedWatts, watts(device, "voltage_max", "current_max"),

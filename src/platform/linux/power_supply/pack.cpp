@@ -147,6 +147,7 @@ std::optional<std::int64_t> readSecondsLeft(Device& device, const Pack& pack) {
 }  // namespace
 
 Pack readPack(Device& device, bool alone) {
+  device.listAttributes();
   Pack pack;
   Battery& battery = pack.battery;
   pack.status = readStatus(device);

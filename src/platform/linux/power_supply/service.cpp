@@ -22,6 +22,7 @@ using sysfs::Device;
 /// Whether a supply of type "Battery" is one of the laptop's own packs: not a mouse's, not an
 /// empty bay.
 bool isLaptopPack(Device& device) {
+  device.listAttributes();
   const std::string scope = device.text("scope").value_or("");
   return ::strcasecmp(scope.c_str(), "Device") != 0 && device.number("present") != 0;
 }

@@ -70,11 +70,14 @@ Class::Class(const std::string& path)
 Device::Device(const Class& devices, std::string name)
     : classFolder_(devices.folder_.number()),
       name_(std::move(name)),
-      folder_(openFolder(classFolder_, name_.c_str())),
-      attributes_(namesIn(folder_)) {}
+      folder_(openFolder(classFolder_, name_.c_str())) {}
+
+void Device::listAttributes() { attributes_ = namesIn(folder_); }
 
 std::optional<std::string> Device::text(const char* attribute) {
-  if (std::ranges::find(attributes_, attribute) == attributes_.end()) return std::nullopt;
+  if (attributes_ && std::ranges::find(*attributes_, attribute) == attributes_->end()) {
+    return std::nullopt;
+  }
   // Not blocking, in case something else than an attribute lies there.
   const Descriptor file(
       ::openat(folder_.number(), attribute, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));

@@ -39,10 +39,13 @@ class Device {
 
   const std::string& name() const { return name_; }
 
+  /// Lists the attributes: those that are not there now count as absent from now on, and are not
+  /// looked for. Worth its cost where many may be missing.
+  void listAttributes();
+
   /// An attribute's text without the white space around it: any bytes, and none for an empty
   /// file. Absent when the file is missing, unreadable, longer than anything of use, or a pipe or
-  /// device that gives nothing, and when it appeared after the device was opened. Opens and reads
-  /// it afresh, and waits for nobody but a driver.
+  /// device that gives nothing. Opens and reads it afresh, and waits for nobody but a driver.
   std::optional<std::string> text(const char* attribute);
 
   /// An attribute that is a decimal integer with an optional sign. Absent when it is anything
@@ -61,9 +64,9 @@ class Device {
   int classFolder_;
   std::string name_;
   Descriptor folder_;
-  std::vector<std::string> attributes_;  // their names
-  bool answered_ = false;                // an attribute could be read
-  bool refused_ = false;                 // reading one failed with ENODEV
+  std::optional<std::vector<std::string>> attributes_;  // their names, when they were listed
+  bool answered_ = false;                               // an attribute could be read
+  bool refused_ = false;                                // reading one failed with ENODEV
 };
 
 /// The decimal integer that is all of `text`, with an optional sign. Absent when it is anything
