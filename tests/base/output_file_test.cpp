@@ -39,6 +39,12 @@ TEST(OutputFile, GoesThroughASymbolicLink) {
   EXPECT_EQ(fileContents(folder.path() / "target"), "new");
 }
 
+TEST(OutputFile, NamedDevStdoutIsTheStandardOutput) {
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(failure("/dev/stdout", "text"), "");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "text");
+}
+
 TEST(OutputFile, AFolderIsAnError) {
   const TemporaryFolder folder;
   EXPECT_EQ(failure(folder.path(), "x"), "Is a directory");
