@@ -31,13 +31,13 @@ void forEachPoint(const Path& path, Visit visit) {
 class Character : public testing::TestWithParam<std::string_view> {};
 
 TEST_P(Character, IsWithinItsBox) {
-  const auto [area, width] = outline(GetParam(), lettering).value();
-  ASSERT_FALSE(area.empty());
+  const TextOutline text = outline(GetParam(), lettering).value();
+  ASSERT_FALSE(text.area.empty());
   // The ends of a slanting line are cut square, and reach a little further.
   constexpr double slant = 0.5;
-  forEachPoint(area, [width = width](const Point& point) {
+  forEachPoint(text.area, [&text](const Point& point) {
     EXPECT_GE(point.x, -slant);
-    EXPECT_LE(point.x, width + slant);
+    EXPECT_LE(point.x, text.width + slant);
     EXPECT_GE(point.y, -slant);
     EXPECT_LE(point.y, lettering.height + slant);
   });

@@ -16,7 +16,7 @@ constexpr const char* room = "platform/macos";
 ProcessResult runClang(const std::vector<std::string>& mode, const std::string& file,
                        const std::filesystem::path& changed) {
   std::istringstream flags(LUMOWATT_OBJCXX_FLAGS);
-  std::vector<std::string> command{"clang++", "@" LUMOWATT_CLANG_FLAGS};
+  std::vector<std::string> command{LUMOWATT_CLANG, "@" LUMOWATT_CLANG_FLAGS};
   command.insert(command.end(), mode.begin(), mode.end());
   command.insert(command.end(), std::istream_iterator<std::string>(flags), {});
   command.insert(command.end(), {"-isystem", LUMOWATT_DECLARATIONS});

@@ -192,7 +192,7 @@ INSTANTIATE_TEST_SUITE_P(
               .in = "menu_bar/menu_items.mm",
               .right = "  NSMenuItem* operator()(const MenuSeparator&) const {",
               .wrong = "  NSMenuItem* separator(const MenuSeparator&) const {",
-              .seen = "no matching function for call to 'visit'"}),
+              .seen = "ItemMaker"}),
     nameOf);
 
 class LeakingMacSource : public testing::TestWithParam<Fault> {};

@@ -110,7 +110,7 @@ TEST_F(MenuEvents, OfAGroupOfEventsTheFirstChoiceCounts) {
                                         menu_id::percent, "clicked", "s", "", 0U,   //
                                         menu_id::quit, "clicked", "i", 0, 0U,       //
                                         menu_id::percentTime, "clicked", "i", 0, 0U);
-  EXPECT_EQ(answer.values, Json{Json{99}});
+  EXPECT_EQ(answer.values, Json::array({Json::array({99})}));
   EXPECT_EQ(label(), "98% ▼");
   EXPECT_TRUE(item->isRunning());
 }
@@ -122,7 +122,7 @@ TEST_F(MenuEvents, AGroupOfUnknownItemsIsAnError) {
                            "i", 0, 0U)
                 .error,
             invalidArguments);
-  EXPECT_EQ(panel->callMenu("EventGroup", "a(isvu)", 0).values, Json{Json::array()});
+  EXPECT_EQ(panel->callMenu("EventGroup", "a(isvu)", 0).values, Json::array({Json::array()}));
 }
 
 }  // namespace lumowatt

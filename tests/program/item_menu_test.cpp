@@ -251,7 +251,7 @@ TEST_F(StatusMenu, ASubmenuAboutToShowChangesNothing) {
   panel->send(menu_id::root, "closed");
   panel->forgetSignals();
   machine.set("BAT0/power_now", "6100000");
-  EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json{false});
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json::array({false}));
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, menu_id::modes).error, "");
   EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
 }
@@ -298,7 +298,7 @@ TEST_F(StatusMenu, OtherRowsAreToldBeforeItIsOpened) {
 
 TEST_F(StatusMenu, AboutToShowIsForItemsThatAreThere) {
   EXPECT_EQ(panel->callMenu("AboutToShow", "i", 0).error, "");
-  EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json{false});
+  EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json::array({false}));
   for (const int id : {-1, 99, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(panel->callMenu("AboutToShow", "i", id).error, invalidArguments) << id;
   }
@@ -318,7 +318,7 @@ TEST_F(StatusMenu, WithoutABatteryHasOneLine) {
   machine.remove("BAT0");
   start();
   EXPECT_EQ(wholeLayout(), node(menu_id::root, with(command(""), "children-display", "submenu"),
-                                Json{node(1, line("No battery found"))}));
+                                Json::array({node(1, line("No battery found"))})));
 }
 
 TEST_F(StatusMenu, OfABatteryThatIsGoneStaysAsItWas) {

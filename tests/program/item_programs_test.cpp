@@ -40,7 +40,7 @@ TEST_F(Commands, CopyDetailsPutsTheReportOnTheClipboard) {
   install("xclip", telling);
   startAndChoose(menu_id::copyDetails, "Copy details");
   EXPECT_EQ(trace("told"), "-selection clipboard\n");
-  EXPECT_EQ(trace("input"), panel->property("ToolTip").at(3));
+  EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
 }
 
 TEST_F(Commands, CopyDetailsUsesWaylandsProgramOnWayland) {
