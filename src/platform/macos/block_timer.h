@@ -13,7 +13,8 @@ namespace lumowatt::macos {
 /// A timer on the run loop of the thread that makes it.
 class BlockTimer : public Timer {
  public:
-  /// Calls `tick` every `interval` seconds.
+  /// Calls `tick` every `interval` seconds. The system may delay a tick by a tenth of the interval,
+  /// to wake the processor once for several timers; delays do not add up.
   BlockTimer(double interval, std::function<void()> tick);
   BlockTimer(const BlockTimer&) = delete;
   BlockTimer& operator=(const BlockTimer&) = delete;

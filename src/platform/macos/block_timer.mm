@@ -8,16 +8,19 @@ namespace {
 
 NSTimer* schedule(double interval, std::function<void()> tick) {
   const auto action = std::move(tick);
-  return [NSTimer scheduledTimerWithTimeInterval:interval
-                                         repeats:YES
-                                           block:^(NSTimer*) {
-                                             // The tick may end its own timer, and this block.
-                                             const auto running = action;
-                                             // Ticks can be all that happens for days.
-                                             @autoreleasepool {
-                                               running();
-                                             }
-                                           }];
+  NSTimer* const timer =
+      [NSTimer scheduledTimerWithTimeInterval:interval
+                                      repeats:YES
+                                        block:^(NSTimer*) {
+                                          // The tick may end its own timer, and this block.
+                                          const auto running = action;
+                                          // Ticks can be all that happens for days.
+                                          @autoreleasepool {
+                                            running();
+                                          }
+                                        }];
+  timer.tolerance = interval / 10.0;
+  return timer;
 }
 
 }  // namespace

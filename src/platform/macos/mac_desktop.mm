@@ -31,7 +31,13 @@ MacDesktop::MacDesktop()
 Result<> MacDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   delegate_ = [[LumowattApplicationDelegate alloc] initWithApplication:std::move(delegate)];
   application_.delegate = delegate_;
+  // Without it, the system delays the timers of an idle application by seconds ("App Nap").
+  NSProcessInfo* const process = NSProcessInfo.processInfo;
+  id<NSObject> const activity =
+      [process beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                 reason:@"Shows the battery's present state"];
   [application_ run];
+  [process endActivity:activity];
   return {};
 }
 

@@ -11,6 +11,9 @@
 #define NS_ENUM(type, name) \
   enum name : type name;    \
   enum name : type
+#define NS_OPTIONS(type, name) \
+  type name;                   \
+  enum : type
 #define NS_NOESCAPE __attribute__((noescape))
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
 
@@ -134,7 +137,21 @@ typedef NSString* NSAttributedStringKey;
 + (NSTimer*)scheduledTimerWithTimeInterval:(NSTimeInterval)interval
                                    repeats:(BOOL)repeats
                                      block:(void (^)(NSTimer* timer))block;
+@property NSTimeInterval tolerance;
 - (void)invalidate;
+@end
+
+typedef NS_OPTIONS(unsigned long long, NSActivityOptions) {
+  NSActivityIdleSystemSleepDisabled = 1ULL << 20,
+  NSActivityUserInitiated = 0x00FFFFFFULL | NSActivityIdleSystemSleepDisabled,
+  NSActivityUserInitiatedAllowingIdleSystemSleep =
+      NSActivityUserInitiated & ~NSActivityIdleSystemSleepDisabled,
+};
+
+@interface NSProcessInfo : NSObject
+@property(class, readonly, strong) NSProcessInfo* processInfo;
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+- (void)endActivity:(id<NSObject>)activity;
 @end
 
 @interface NSUserDefaults : NSObject
