@@ -77,12 +77,26 @@ TEST(MacBundle, TheSystemIsToldWhatItAsksFor) {
       {"CFBundleShortVersionString", text(LUMOWATT_VERSION)},
       {"CFBundleVersion", text(LUMOWATT_VERSION)},
       {"LSApplicationCategoryType", text("public.app-category.utilities")},
-      {"LSMinimumSystemVersion", text("13.3")},
+      {"LSMinimumSystemVersion", text("14.0")},
       {"LSUIElement", "<true/>"},  // no icon in the Dock
       {"NSHighResolutionCapable", "<true/>"},
       {"NSHumanReadableCopyright", text("Copyright 2026 Fernhollow")},
       {"NSPrincipalClass", text("NSApplication")}};
   EXPECT_EQ(infoPlist(), expected);
+}
+
+TEST(MacBundle, TheDocumentsAndChecksNameTheSameOldestSystem) {
+  const std::string oldest = infoPlist()["LSMinimumSystemVersion"];
+  const std::string major = oldest.substr(8, oldest.find('.') - 8);  // after <string>
+  for (const auto& [file, words] :
+       {std::pair{"README.md", "(macOS " + major + " or newer)"},
+        std::pair{"CHANGELOG.md", "with macOS " + major + " or newer"},
+        std::pair{"docs/macos.md", "needs macOS " + major + ":"},
+        std::pair{"tests/macos/clang_flags", "=macosx-" + major + " "}}) {
+    EXPECT_NE(fileContents(std::filesystem::path(LUMOWATT_PROJECT) / file).find(words),
+              std::string::npos)
+        << file << " says nothing of: " << words;
+  }
 }
 
 TEST(MacBundle, ThePropertyListIsOneDictionary) {

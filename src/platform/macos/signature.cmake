@@ -1,0 +1,15 @@
+# The signature of Lumowatt.app, without which the system lets no application open at login. Included
+# where the executable is made, because commands that follow its link must be.
+set(LUMOWATT_SIGNING_IDENTITY "-" CACHE STRING
+  "The certificate in the keychain with which Lumowatt.app is signed; \"-\" signs ad hoc")
+set(signature --sign ${LUMOWATT_SIGNING_IDENTITY})
+if(NOT LUMOWATT_SIGNING_IDENTITY STREQUAL "-")
+  list(APPEND signature --timestamp)  # from a server of Apple's, which takes no other
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release")  # the hardened runtime refuses debuggers and sanitizers
+  list(APPEND signature --options runtime)
+endif()
+add_custom_command(TARGET lumowatt POST_BUILD
+  COMMAND codesign --force ${signature} $<TARGET_BUNDLE_DIR:lumowatt>
+  COMMENT "Signing Lumowatt.app"
+  VERBATIM)
