@@ -8,17 +8,15 @@ namespace {
 
 NSTimer* schedule(double interval, std::function<void()> tick) {
   const auto action = std::move(tick);
-  NSTimer* const timer =
-      [NSTimer scheduledTimerWithTimeInterval:interval
-                                      repeats:YES
-                                        block:^(NSTimer*) {
-                                          // The tick may end its own timer, and this block.
-                                          const auto running = action;
-                                          // Ticks can be all that happens for days.
-                                          @autoreleasepool {
-                                            running();
-                                          }
-                                        }];
+  const auto fire = ^(NSTimer*) {
+    // The tick may end its own timer, and this block.
+    const auto running = action;
+    // Ticks can be all that happens for days.
+    @autoreleasepool {
+      running();
+    }
+  };
+  NSTimer* const timer = [NSTimer scheduledTimerWithTimeInterval:interval repeats:YES block:fire];
   timer.tolerance = interval / 10.0;
   return timer;
 }
