@@ -8,43 +8,12 @@
 #include <utility>
 
 #include "macos/compiler.h"
+#include "macos/fault.h"
 #include "support/files.h"
 
 namespace lumowatt {
 
 namespace {
-
-/// A mistake that somebody might make in one of the sources.
-struct Fault {
-  std::string name;
-  std::string in;       ///< the file that has it
-  std::string right;    ///< what stands there, once
-  std::string wrong;    ///< what the mistake makes of it
-  std::string seen;     ///< what is said of it
-  std::string of = in;  ///< the source in which it is seen
-};
-
-std::ostream& operator<<(std::ostream& stream, const Fault& fault) { return stream << fault.in; }
-
-/// The fault's file as it would be with it.
-class Planted {
- public:
-  explicit Planted(const Fault& fault) {
-    std::string text = fileContents(macosSources / fault.in);
-    const std::size_t place = text.find(fault.right);
-    EXPECT_NE(place, std::string::npos) << "there is no longer: " << fault.right;
-    EXPECT_EQ(text.find(fault.right, place + 1), std::string::npos) << "twice: " << fault.right;
-    if (place != std::string::npos) text.replace(place, fault.right.size(), fault.wrong);
-    folder_.write("platform/macos/" + fault.in, text);
-  }
-
-  const std::filesystem::path& path() const { return folder_.path(); }
-
- private:
-  TemporaryFolder folder_;
-};
-
-std::string nameOf(const testing::TestParamInfo<Fault>& info) { return info.param.name; }
 
 std::string nameOfFile(const testing::TestParamInfo<std::string>& info) {
   std::string name = info.param.substr(0, info.param.find('.'));
@@ -94,8 +63,8 @@ TEST(MacSources, AreThinWithTheirHeaders) {
 class MistypedMacSource : public testing::TestWithParam<Fault> {};
 
 TEST_P(MistypedMacSource, IsSeen) {
-  const Planted planted(GetParam());
-  expectSeen(typeCheck(GetParam().of, ObjcBool::isBool, planted.path()), GetParam());
+  const PlantedFault planted(GetParam());
+  expectSeen(typeCheck(GetParam().of, ObjcBool::isBool, planted.folder()), GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -193,13 +162,13 @@ INSTANTIATE_TEST_SUITE_P(
               .right = "  NSMenuItem* operator()(const MenuSeparator&) const {",
               .wrong = "  NSMenuItem* separator(const MenuSeparator&) const {",
               .seen = "ItemMaker"}),
-    nameOf);
+    nameOfFault);
 
 class LeakingMacSource : public testing::TestWithParam<Fault> {};
 
 TEST_P(LeakingMacSource, IsSeen) {
-  const Planted planted(GetParam());
-  expectSeen(ownershipCheck(GetParam().of, planted.path()), GetParam());
+  const PlantedFault planted(GetParam());
+  expectSeen(ownershipCheck(GetParam().of, planted.folder()), GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -230,7 +199,7 @@ INSTANTIATE_TEST_SUITE_P(
                           .wrong = "  properties = IOServiceMatching(\"x\");\n"
                                    "  CFRelease(properties);\n  CFRelease(properties);",
                           .seen = "used after it is released"}),
-    nameOf);
+    nameOfFault);
 
 // What the system calls by name is optional in its protocols, so that no compiler misses it.
 
@@ -269,49 +238,8 @@ TEST(MacDelegate, AMisspeltMethodOfAProtocolIsSeen) {
                       .right = "- (void)" + std::string(right),
                       .wrong = "- (void)" + std::string(wrong),
                       .seen = {}};
-    EXPECT_NE(delegateMethods(Planted(fault).path()), calledByTheSystem()) << wrong;
+    EXPECT_NE(delegateMethods(PlantedFault(fault).folder()), calledByTheSystem()) << wrong;
   }
 }
-
-/// A name or a choice that has a right place, and that no compiler can judge.
-struct Name {
-  std::string in;
-  std::string text;
-};
-
-std::ostream& operator<<(std::ostream& stream, const Name& name) { return stream << name.text; }
-
-class MacName : public testing::TestWithParam<Name> {};
-
-TEST_P(MacName, StandsWhereItBelongsAndOnce) {
-  const std::string source = fileContents(macosSources / GetParam().in);
-  const std::size_t place = source.find(GetParam().text);
-  EXPECT_NE(place, std::string::npos);
-  EXPECT_EQ(source.find(GetParam().text, place + 1), std::string::npos);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, MacName,
-    testing::Values(
-        Name{"battery_registry.mm", "IOServiceMatching(\"AppleSmartBattery\")"},
-        Name{"mac_desktop.mm",
-             "@\"x-apple.systempreferences:com.apple.Battery-Settings.extension\""},
-        Name{"mac_desktop.mm", "setActivationPolicy:NSApplicationActivationPolicyAccessory"},
-        Name{"mac_desktop.mm", "statusItemWithLength:NSVariableStatusItemLength"},
-        Name{"mac_desktop.mm", "clock_gettime(CLOCK_MONOTONIC_RAW"},
-        Name{"mac_desktop.mm", "forType:NSPasteboardTypeString"},
-        Name{"power_sources.mm", "source, kCFRunLoopDefaultMode"},
-        Name{"block_timer.mm", "repeats:YES"},
-        Name{"menu_bar/menu_items.mm", "imageScaling = NSImageScaleNone"},
-        Name{"menu_bar/menu_items.mm", "isOwn = choice.action != Action::terminate"},
-        Name{"menu_bar/menu_items.mm", "isOwn ? @selector(choose:) : @selector(terminate:)"},
-        Name{"menu_bar/menu_items.mm",
-             "item.representedObject = @(static_cast<NSInteger>(choice.action))"},
-        Name{"menu_bar/menu_items.mm",
-             ".action = static_cast<Action>(action.integerValue), .tag = item.tag"},
-        Name{"menu_bar/menu_items.mm", "item.tag = choice.tag"},
-        Name{"menu_bar/item_button.mm", "imagePosition = NSImageLeading"},
-        Name{"drawing/app_kit_bitmap.mm", "colorSpaceName:NSDeviceRGBColorSpace"},
-        Name{"drawing/app_kit_bitmap.mm", "representationUsingType:NSBitmapImageFileTypePNG"}));
 
 }  // namespace lumowatt
