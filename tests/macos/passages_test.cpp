@@ -1,4 +1,4 @@
-// What a compiler takes either way: which of the system's colours, states, names and operations a
+// What a compiler takes either way: which of the system's colors, states, names and operations a
 // value stands for, and in which order things are done. Such passages of the Mac's sources are
 // required word for word, and faults in them show that an exchange is seen.
 
