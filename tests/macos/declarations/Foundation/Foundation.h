@@ -144,8 +144,8 @@ typedef NSString* NSAttributedStringKey;
 typedef NS_OPTIONS(unsigned long long, NSActivityOptions) {
   NSActivityIdleSystemSleepDisabled = 1ULL << 20,
   NSActivityUserInitiated = 0x00FFFFFFULL | NSActivityIdleSystemSleepDisabled,
-  NSActivityUserInitiatedAllowingIdleSystemSleep =
-      NSActivityUserInitiated & ~NSActivityIdleSystemSleepDisabled,
+  NSActivityUserInitiatedAllowingIdleSystemSleep = NSActivityUserInitiated &
+                                                   ~NSActivityIdleSystemSleepDisabled,
 };
 
 @interface NSProcessInfo : NSObject
