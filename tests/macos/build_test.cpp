@@ -86,7 +86,7 @@ TEST_F(MacBuild, LetsDebuggersAtWhatIsNotShipped) {
 
 TEST_F(MacBuild, SignsAgainWhenAFileInTheBundleChanges) {
   const std::vector<std::string> needs = words(
-      match(describe({}), "build Lumowatt\\.app/Contents/MacOS/Lumowatt: [^|]*\\|([^|]*)\\|\\|"));
+      match(describe({}), R"(build Lumowatt\.app/Contents/MacOS/Lumowatt: [^|]*\|([^|]*)\|\|)"));
   for (const char* const file : {LUMOWATT_PROJECT "/data/macos/Info.plist.in",
                                  "Lumowatt.app/Contents/Resources/Lumowatt.icns"}) {
     EXPECT_EQ(std::ranges::count(needs, file), 1) << file;
