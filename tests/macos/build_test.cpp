@@ -1,4 +1,4 @@
-// The build on a Mac, as CMake describes it for one. Nothing of it can be run here.
+// The build files that CMake generates for a Mac. They are only read here.
 
 #include <gtest/gtest.h>
 
@@ -15,10 +15,17 @@ namespace lumowatt {
 
 namespace {
 
+/// What the expression's first group matches in the text.
+std::string match(const std::string& text, const std::string& expression) {
+  std::smatch found;
+  EXPECT_TRUE(std::regex_search(text, found, std::regex(expression))) << expression;
+  return found[1];
+}
+
 class MacBuild : public testing::Test {
  protected:
-  /// Describes a build with these definitions. Returns the description for Ninja.
-  std::string describe(const std::vector<std::string>& definitions) {
+  /// Generates the build with these definitions. Returns Ninja's file.
+  std::string generate(const std::vector<std::string>& definitions) {
     std::vector<std::string> command{
         LUMOWATT_CMAKE,       "-G", "Ninja",       "-S",
         LUMOWATT_PROJECT,     "-B", folder.path(), "-DCMAKE_TOOLCHAIN_FILE=" LUMOWATT_TOOLCHAIN,
@@ -31,22 +38,12 @@ class MacBuild : public testing::Test {
 
   /// The command that signs the application, without the application's path at its end.
   std::string signature(const std::vector<std::string>& definitions) {
-    const std::string text = describe(definitions);
-    const std::regex command("(codesign .*) " + folder.path().string() + "/Lumowatt.app\n");
-    std::smatch found;
-    EXPECT_TRUE(std::regex_search(text, found, command));
-    return found[1];
+    return match(generate(definitions),
+                 "(codesign .*) " + folder.path().string() + "/Lumowatt.app\n");
   }
 
   TemporaryFolder folder;
 };
-
-/// What the expression's first group matches in the text.
-std::string match(const std::string& text, const std::string& expression) {
-  std::smatch found;
-  EXPECT_TRUE(std::regex_search(text, found, std::regex(expression))) << expression;
-  return found[1];
-}
 
 std::vector<std::string> words(const std::string& text) {
   std::istringstream stream(text);
@@ -57,7 +54,7 @@ std::vector<std::string> words(const std::string& text) {
 
 TEST_F(MacBuild, LinksEachArchiveOnce) {
   std::vector<std::string> archives;
-  for (const std::string& word : words(match(describe({}), "LINK_LIBRARIES = (.*)"))) {
+  for (const std::string& word : words(match(generate({}), "LINK_LIBRARIES = (.*)"))) {
     if (word.ends_with(".a")) archives.push_back(word);
   }
   EXPECT_EQ(archives, (std::vector<std::string>{"src/liblumowatt_cli.a",
@@ -66,7 +63,7 @@ TEST_F(MacBuild, LinksEachArchiveOnce) {
 }
 
 TEST_F(MacBuild, CompilesForTheOldestSystemOfThePropertyList) {
-  const std::string compiledFor = match(describe({}), "-mmacosx-version-min=([0-9.]+) ");
+  const std::string compiledFor = match(generate({}), "-mmacosx-version-min=([0-9.]+) ");
   const std::string list = fileContents(folder.path() / "Lumowatt.app/Contents/Info.plist");
   EXPECT_EQ(match(list, "<key>LSMinimumSystemVersion</key>\\s*<string>(.*)</string>"), compiledFor);
 }
@@ -86,7 +83,7 @@ TEST_F(MacBuild, LetsDebuggersAtWhatIsNotShipped) {
 
 TEST_F(MacBuild, SignsAgainWhenAFileInTheBundleChanges) {
   const std::vector<std::string> needs = words(
-      match(describe({}), R"(build Lumowatt\.app/Contents/MacOS/Lumowatt: [^|]*\|([^|]*)\|\|)"));
+      match(generate({}), R"(build Lumowatt\.app/Contents/MacOS/Lumowatt: [^|]*\|([^|]*)\|\|)"));
   for (const char* const file : {LUMOWATT_PROJECT "/data/macos/Info.plist.in",
                                  "Lumowatt.app/Contents/Resources/Lumowatt.icns"}) {
     EXPECT_EQ(std::ranges::count(needs, file), 1) << file;

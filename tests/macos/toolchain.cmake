@@ -1,4 +1,4 @@
-# A Mac as far as the description of the build needs one: nothing can be built with it.
+# Describes a Mac to CMake, for tests that read the build files that it generates. It builds nothing.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 23)
 set(CMAKE_OSX_SYSROOT ${CMAKE_CURRENT_LIST_DIR}/declarations)

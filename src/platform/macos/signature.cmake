@@ -1,10 +1,10 @@
-# The signature of Lumowatt.app, without which the system lets no application open at login. Included
-# where the executable is made, because commands that follow its link must be.
+# Signs Lumowatt.app after each link: the system lets only signed applications open at login. Included
+# where the executable is created, because CMake allows commands after its link only there.
 set(LUMOWATT_SIGNING_IDENTITY "-" CACHE STRING
   "The certificate in the keychain with which Lumowatt.app is signed; \"-\" signs ad hoc")
 set(signature --sign ${LUMOWATT_SIGNING_IDENTITY})
 if(NOT LUMOWATT_SIGNING_IDENTITY STREQUAL "-")
-  list(APPEND signature --timestamp)  # from a server of Apple's, which takes no other
+  list(APPEND signature --timestamp)  # notarization requires one from Apple's server
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release")  # the hardened runtime refuses debuggers and sanitizers
   list(APPEND signature --options runtime)
