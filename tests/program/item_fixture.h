@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "program/panel.h"
+#include "program/process_name.h"
 #include "program/program.h"
 
 namespace lumowatt {
@@ -15,8 +16,11 @@ namespace lumowatt {
 /// folders of the user's, and no program but those that the test puts there.
 class ItemTest : public testing::Test {
  protected:
-  /// On a bus with further elements in its configuration.
-  explicit ItemTest(const std::string& busConfiguration = "") : session(busConfiguration) {}
+  /// On a bus with further elements in its configuration, in a panel whose process has that name:
+  /// one that shows labels, unless it is named.
+  explicit ItemTest(const std::string& busConfiguration = "",
+                    const char* panelProcess = "ayatana-indicat")
+      : panelName(panelProcess), session(busConfiguration) {}
 
   /// Starts the program. With a panel it is registered there when this returns.
   void start();
@@ -45,6 +49,7 @@ class ItemTest : public testing::Test {
   Environment variables;
   std::vector<std::string> prefix;
 
+  ProcessName panelName;
   TemporaryFolder user;
   Machine machine{anyMachine};
   SessionBus session;

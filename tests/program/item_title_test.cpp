@@ -74,8 +74,7 @@ TEST_F(Wide, WithoutABatteryIsTheGlyph) {
   machine.remove("BAT0");
   panel->open();
   panel->waitForSignal("NewIcon");
-  EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
-  EXPECT_EQ(iconFiles(), Names{});
+  EXPECT_EQ(pathCount(fileContents(icon())), 2) << "the glyph over its edge";
 }
 
 TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {
@@ -104,6 +103,21 @@ TEST_F(Wide, LeavesNoFileAtTheEnd) {
   EXPECT_FALSE(std::filesystem::exists(icons()));
 }
 
+TEST_F(Wide, HasNoLabelBesideIt) {
+  start();
+  EXPECT_EQ(panel->property("XAyatanaLabel"), "");
+  EXPECT_EQ(panel->property("ToolTip").at(2), "98% ▼ −4.8 W");
+}
+
+TEST_F(Label, BeginsWithABlankWhereThePanelAddsNoDistance) {
+  start();
+  EXPECT_EQ(panel->property("XAyatanaLabel"), " 98% ▼ −4.8 W");
+  EXPECT_EQ(panel->property("ToolTip").at(2), "98% ▼ −4.8 W");
+  replacePanel("indicator-apple");
+  panel->waitForItem();
+  EXPECT_EQ(panel->property("XAyatanaLabel"), "98% ▼ −4.8 W");
+}
+
 TEST_F(Label, IsAllThatAPanelGetsThatShowsIt) {
   start();
   chooseMode(menu_id::allFigures);
@@ -117,7 +131,7 @@ TEST_F(Label, GivesWayToTiles) {
   start();
   replacePanel("kded5");
   panel->waitForItems(2);
-  EXPECT_EQ(panel->property("Id", connection(1)), "Lumowatt-title");
+  EXPECT_EQ(panel->property("Title", connection(1)), "Lumowatt title");
 }
 
 }  // namespace lumowatt

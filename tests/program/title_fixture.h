@@ -7,7 +7,6 @@
 
 #include "program/item_fixture.h"
 #include "program/menu_ids.h"
-#include "program/process_name.h"
 
 namespace lumowatt {
 
@@ -17,7 +16,7 @@ using Names = std::vector<std::string>;
 class TitleTest : public ItemTest {
  protected:
   explicit TitleTest(const char* panelProcess, const std::string& busConfiguration = "")
-      : ItemTest(busConfiguration), name_(panelProcess) {}
+      : ItemTest(busConfiguration, panelProcess) {}
 
   std::filesystem::path icons() const { return user.path() / "runtime/lumowatt"; }
 
@@ -35,9 +34,6 @@ class TitleTest : public ItemTest {
 
   /// Has the session another panel, as a process of that name.
   void replacePanel(const char* process);
-
- private:
-  ProcessName name_;
 };
 
 /// How many paths an SVG file has.

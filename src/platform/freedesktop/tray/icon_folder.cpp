@@ -17,7 +17,7 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-constexpr std::string_view suffix = ".svg";
+constexpr std::string_view fileType = ".svg";
 
 constexpr mode_t newFolder = 0700;
 constexpr mode_t newFile = 0600;
@@ -45,7 +45,8 @@ bool contains(const IconFolder::Names& names, std::string_view name) {
 
 }  // namespace
 
-IconFolder::IconFolder(std::string_view prefix) : prefix_(prefix) {
+IconFolder::IconFolder(std::string_view prefix, std::string_view suffix)
+    : prefix_(prefix), suffix_(suffix) {
   if (const std::string runtime = runtimeFolder(); !runtime.empty()) path_ = runtime + "/lumowatt";
   removeAllBut({});
 }
@@ -58,7 +59,7 @@ IconFolder::~IconFolder() {
 Result<IconFolder::Names> IconFolder::replaceIcons(const std::vector<std::string>& svgs) {
   Names names;
   for (const std::string& svg : svgs) {
-    names.push_back(prefix_ + hashOf(svg) + "-symbolic");
+    names.push_back(prefix_ + hashOf(svg) + suffix_);
     const bool isThere =
         contains(names_, names.back()) && ::access(file(names.back()).c_str(), F_OK) == 0;
     if (isThere || write(names.back(), svg)) continue;
@@ -91,8 +92,8 @@ void IconFolder::removeAllBut(const Names& names) {
   }
   while (const dirent* const entry = ::readdir(listing)) {
     std::string_view name = entry->d_name;
-    if (!name.starts_with(prefix_) || !name.ends_with(suffix)) continue;
-    name.remove_suffix(suffix.size());
+    if (!name.starts_with(prefix_) || !name.ends_with(fileType)) continue;
+    name.remove_suffix(fileType.size());
     if (!contains(names, name)) ::unlinkat(folder, entry->d_name, 0);
   }
   ::closedir(listing);

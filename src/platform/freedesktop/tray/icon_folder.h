@@ -13,8 +13,9 @@ namespace lumowatt::freedesktop {
 /// left is removed at the beginning, and all of them at the end.
 class IconFolder {
  public:
-  /// Whose names begin with `prefix`; what has other names is left alone.
-  explicit IconFolder(std::string_view prefix);
+  /// Whose names begin with `prefix` and end with `suffix`; what has other names is left alone.
+  /// Panels recolor icons whose names end with "-symbolic".
+  IconFolder(std::string_view prefix, std::string_view suffix);
   IconFolder(const IconFolder&) = delete;
   IconFolder& operator=(const IconFolder&) = delete;
   ~IconFolder();
@@ -26,9 +27,9 @@ class IconFolder {
 
   using Names = std::vector<std::string>;
 
-  /// Replaces the icons in the folder by these SVG files. Returns the icons' names, by which panels
-  /// know that they are to have the panel's colours; and since panels remember an icon by its name,
-  /// no other contents has it. When they cannot be written, the folder has none afterwards.
+  /// Replaces the icons in the folder by these SVG files. Returns the icons' names. Other contents
+  /// has another name, because panels remember an icon by its name. When they cannot be written,
+  /// the folder has none afterwards.
   Result<Names> replaceIcons(const std::vector<std::string>& svgs);
 
  private:
@@ -37,6 +38,7 @@ class IconFolder {
 
   std::string path_;
   std::string prefix_;
+  std::string suffix_;
   Names names_;  ///< of those that are in it
 };
 

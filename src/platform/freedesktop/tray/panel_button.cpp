@@ -38,7 +38,7 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
       choose_(updatingMenus(std::move(choose))),
       glyph_(bus, loop, std::move(icons)),
       tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_),
-      wideIcons_(iconPrefix(bus, "wide")) {
+      wideIcons_(iconPrefix(bus, "wide"), "") {
   glyph_.setTitle("Lumowatt");
   sd_event_add_defer(loop, Out(updating_), update, this);
   scheduleUpdate(toGlyph);
@@ -58,12 +58,12 @@ void PanelButton::show(ButtonContents contents) {
   setImage(contents.image);
   if (contents.title.text != title_.text) scheduleUpdate(toGlyph);
   title_ = std::move(contents.title);
-  std::string label;
-  for (const TextRun& run : title_.text) label += run.text;
-  glyph_.setLabel(trimmed(label));  // panels keep a distance of their own
+  std::string text;
+  for (const TextRun& run : title_.text) text += run.text;
+  text_ = trimmed(text);
   glyph_.setToolTip(contents.toolTip);
   glyph_.setDescription(contents.accessibilityLabel);
-  tiles_.followTexts();
+  showTexts();
   scheduleUpdate(toTitle);  // also a title that is the same, whose tiles may have failed
 }
 
@@ -77,8 +77,8 @@ void PanelButton::setImage(const std::optional<Image>& image) {
 
 void PanelButton::setTitle(std::string_view title) {
   title_ = {};
-  glyph_.setLabel(title);
-  tiles_.followTexts();
+  text_ = title;
+  showTexts();
   scheduleUpdate(toGlyph | toTitle);
 }
 
@@ -90,15 +90,19 @@ void PanelButton::scheduleUpdate(unsigned changes) {
 int PanelButton::update(sd_event_source*, void* button) {
   auto& self = *static_cast<PanelButton*>(button);
   const unsigned changes = std::exchange(self.changes_, 0U);
-  const bool isNewPanel = (changes & toPanel) != 0;
   if ((changes & (toPanel | toGlyph)) != 0) self.showGlyph();
-  if (isNewPanel) self.glyph_.registerItem();
-  if ((changes & (toPanel | toTitle)) != 0) self.showTiles(isNewPanel);
+  if ((changes & toPanel) != 0) {
+    self.showTexts();
+    self.glyph_.registerItem(self.panel_.expectsPaths ? StatusItem::Address::objectPath
+                                                      : StatusItem::Address::connection);
+    self.tiles_.enterPanel(self.panel_.addsOnTheLeft);
+  }
+  if ((changes & (toPanel | toTitle)) != 0) self.showTiles();
   return 0;
 }
 
 void PanelButton::showGlyph() {
-  const bool isWide = form_ == TitleForm::wide && !title_.text.empty();
+  const bool isWide = panel_.form == TitleForm::wide;
   std::vector<std::string> wide;
   if (isWide) wide.push_back(artwork::wideIcon(symbol_, title_.text));
   const auto names = wideIcons_.replaceIcons(wide);
@@ -106,8 +110,16 @@ void PanelButton::showGlyph() {
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(symbol_));
 }
 
-void PanelButton::showTiles(bool isNewPanel) {
-  tiles_.show(form_ == TitleForm::tiles ? title_.tiles : std::vector<Tile>{}, isNewPanel);
+/// The label is empty where the title is in icons, so that no panel shows it twice.
+void PanelButton::showTexts() {
+  const bool isLabel = panel_.form == TitleForm::label;
+  glyph_.setLabel(isLabel ? (panel_.joinsLabel ? " " : "") + text_ : "");
+  glyph_.setToolTipTitle(panel_.remembersToolTips ? glyph_.title() : text_);
+  tiles_.copyTexts();
+}
+
+void PanelButton::showTiles() {
+  tiles_.show(panel_.form == TitleForm::tiles ? title_.tiles : std::vector<Tile>{});
 }
 
 void PanelButton::attachMenu(std::string_view id) {
@@ -125,7 +137,7 @@ void PanelButton::watchPanels() {
 }
 
 void PanelButton::enterPanel(const std::string& process) {
-  form_ = titleForm(process);
+  panel_ = panelTraits(process);
   scheduleUpdate(toPanel);
 }
 

@@ -10,9 +10,9 @@
 #include "platform/freedesktop/bus/sd.h"
 #include "platform/freedesktop/menu/server.h"
 #include "platform/freedesktop/tray/icon_folder.h"
+#include "platform/freedesktop/tray/panel_traits.h"
 #include "platform/freedesktop/tray/panel_watch.h"
 #include "platform/freedesktop/tray/status_item.h"
-#include "platform/freedesktop/tray/title_form.h"
 #include "platform/freedesktop/tray/title_tiles.h"
 
 namespace lumowatt::freedesktop {
@@ -48,7 +48,8 @@ class PanelButton : public StatusButton {
   void scheduleUpdate(unsigned changes);
   static int update(sd_event_source* source, void* button);
   void showGlyph();
-  void showTiles(bool isNewPanel);
+  void showTexts();
+  void showTiles();
 
   /// Calls `choose` with a choice from one of the menus, and updates them all.
   std::function<void(const Choice&)> updatingMenus(std::function<void(const Choice&)> choose);
@@ -61,9 +62,10 @@ class PanelButton : public StatusButton {
   TitleTiles tiles_;
   IconFolder wideIcons_;
   Complaint complaint_{"the title is not shown in the icon"};
-  TitleForm form_ = TitleForm::label;
+  PanelTraits panel_{.form = TitleForm::label};  // before there is one: no icons are made
   std::optional<Symbol> symbol_;
   Title title_;  ///< empty where a text stands in its place
+  std::string text_;
   unsigned changes_ = 0;
   EventSource updating_;
   std::optional<PanelWatch> panels_;

@@ -13,10 +13,19 @@ namespace lumowatt::freedesktop {
 namespace {
 
 constexpr auto itemPath = "/StatusNotifierItem";
+// Cinnamon's watcher opens the menus of the items below this folder by a left click.
+constexpr auto ayatanaPath = "/org/ayatana/NotificationItem/lumowatt";
 constexpr auto itemInterface = "org.kde.StatusNotifierItem";
 
 constexpr char hardware[] = "Hardware";
 constexpr char active[] = "Active";
+constexpr char none[] = "";
+
+/// No icon as pixels: an empty list of widths, heights and bytes.
+int getNoPixels(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+                sd_bus_error*) {
+  return sd_bus_message_append(reply, "a(iiay)", 0);
+}
 
 int getMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
             sd_bus_error*) {
@@ -65,12 +74,12 @@ int StatusItem::getLabelGuide(sd_bus*, const char*, const char*, const char*, sd
   return sd_bus_message_append(reply, "s", labelGuide(self.label_).c_str());
 }
 
-/// An icon by its name, one as pixels, the title and the text below. Some panels show the title
-/// alone, so that it is what the item's label is.
+/// An icon by its name, one as pixels, the title and the text below.
 int StatusItem::getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                            void* item, sd_bus_error*) {
   const auto& self = *static_cast<StatusItem*>(item);
-  return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0, withoutMarkup(self.label_).c_str(),
+  return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0,
+                               withoutMarkup(self.toolTipTitle_).c_str(),
                                withoutMarkup(self.toolTip_).c_str());
 }
 
@@ -86,6 +95,12 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_PROPERTY("IconThemePath", "s", getText<&StatusItem::iconFolder_>, 0,
                     SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", getText<&StatusItem::icon_>, 0, 0),
+    SD_BUS_PROPERTY("IconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("OverlayIconName", "s", constant<none>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("AttentionIconName", "s", constant<none>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("AttentionMovieName", "s", constant<none>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText<&StatusItem::description_>, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabel", "s", getText<&StatusItem::label_>, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getLabelGuide, 0, 0),
@@ -105,20 +120,24 @@ const sd_bus_vtable StatusItem::table[] = {
 StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons)
     : bus_(bus), iconFolder_(std::move(icons)) {
   sd_bus_add_object_vtable(bus, Out(object_), itemPath, itemInterface, table, this);
+  sd_bus_add_object_vtable(bus, Out(ayatanaObject_), ayatanaPath, itemInterface, table, this);
   sd_event_add_defer(loop, Out(sending_), sendSignals, this);
   sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);
 }
 
 void StatusItem::setIcon(std::string_view name) { set(icon_, name, newIcon); }
 
-void StatusItem::setLabel(std::string_view label) { set(label_, label, newLabel | newToolTip); }
+void StatusItem::setLabel(std::string_view label) { set(label_, label, newLabel); }
+
+void StatusItem::setToolTipTitle(std::string_view text) { set(toolTipTitle_, text, newToolTip); }
 
 void StatusItem::setToolTip(std::string_view text) { set(toolTip_, text, newToolTip); }
 
 void StatusItem::setDescription(std::string_view text) { set(description_, text, newDescription); }
 
-void StatusItem::setTexts(const StatusItem& other) {
+void StatusItem::copyTexts(const StatusItem& other) {
   setLabel(other.label_);
+  setToolTipTitle(other.toolTipTitle_);
   setToolTip(other.toolTip_);
   setDescription(other.description_);
 }
@@ -126,7 +145,7 @@ void StatusItem::setTexts(const StatusItem& other) {
 void StatusItem::set(std::string& property, std::string_view value, unsigned signals) {
   if (value != property) {
     property = value;
-    if (isKnown_) signals_ |= signals;
+    if (path_ != nullptr) signals_ |= signals;
   }
   if (signals_ != 0) sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
 }
@@ -136,7 +155,7 @@ int StatusItem::sendSignals(sd_event_source*, void* item) {
   if (isBehind(self.bus_)) return 0;  // till something is set again
   const unsigned signals = std::exchange(self.signals_, 0U);
   const auto emit = [&self](const char* signal, const char* types, auto... values) {
-    sd_bus_emit_signal(self.bus_, itemPath, itemInterface, signal, types, values...);
+    sd_bus_emit_signal(self.bus_, self.path_, itemInterface, signal, types, values...);
   };
   if (signals & newIcon) emit("NewIcon", "");
   if (signals & newDescription) emit("NewIconAccessibleDesc", "");
@@ -147,13 +166,12 @@ int StatusItem::sendSignals(sd_event_source*, void* item) {
   return 0;
 }
 
-/// A panel takes an item by the name of its connection, which has none but this.
-void StatusItem::registerItem() {
-  isKnown_ = true;
-  const char* self = nullptr;
-  sd_bus_get_unique_name(bus_, &self);
+void StatusItem::registerItem(Address address) {
+  path_ = address == Address::connection ? itemPath : ayatanaPath;
+  const char* name = path_;
+  if (address == Address::connection) sd_bus_get_unique_name(bus_, &name);
   sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
-                           "RegisterStatusNotifierItem", nullptr, nullptr, "s", self);
+                           "RegisterStatusNotifierItem", nullptr, nullptr, "s", name);
 }
 
 }  // namespace lumowatt::freedesktop

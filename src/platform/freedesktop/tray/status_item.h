@@ -17,7 +17,7 @@ class StatusItem {
 
   // What is to be set before the item is registered, and does not change.
 
-  /// The name by which a panel keeps the item's place.
+  /// The name by which a panel keeps the item's place. Items that belong together have the same.
   void setId(std::string_view id) { id_ = id; }
   /// What a panel calls the item in a list of them.
   void setTitle(std::string_view title) { title_ = title; }
@@ -26,22 +26,27 @@ class StatusItem {
 
   void setIcon(std::string_view name);
 
-  /// Shown beside the icon, or where there is no such place, in the tool tip.
+  /// Shown beside the icon by some panels; empty for none.
   void setLabel(std::string_view label);
+  void setToolTipTitle(std::string_view text);
   void setToolTip(std::string_view text);
 
   /// What a screen reader says of the icon.
   void setDescription(std::string_view text);
 
-  /// Label, tool tip and description of another item.
-  void setTexts(const StatusItem& other);
+  /// Copies label, tool tip and description of another item.
+  void copyTexts(const StatusItem& other);
 
   const std::string& id() const { return id_; }
   const std::string& title() const { return title_; }
   const std::string& toolTip() const { return toolTip_; }
 
-  /// Registers the item with the panel that is there. Before that, no change is told.
-  void registerItem();
+  /// How a panel is told which item it is: by a connection, whose item is where the interface says,
+  /// or by the path of an object on it, as of Ayatana's items.
+  enum class Address { connection, objectPath };
+
+  /// Registers the item with the panel that is there. No change is signaled before that.
+  void registerItem(Address address);
 
  private:
   template <std::string StatusItem::*text>
@@ -68,11 +73,13 @@ class StatusItem {
   std::string icon_;
   std::string description_;
   std::string label_;
+  std::string toolTipTitle_;
   std::string toolTip_;
   unsigned signals_ = 0;
   EventSource sending_;
-  bool isKnown_ = false;  // to a panel
+  const char* path_ = nullptr;  // by which a panel knows it
   BusSlot object_;
+  BusSlot ayatanaObject_;
 };
 
 }  // namespace lumowatt::freedesktop

@@ -11,12 +11,9 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// Names a tile's item after the glyph's: "Lumowatt-title", the second one "Lumowatt-title-2".
-/// Panels that order items by name have them after the glyph.
-void nameAfter(const StatusItem& glyph, std::size_t tile, StatusItem& item) {
-  const std::string number = std::to_string(tile);
-  item.setId(glyph.id() + (tile == 1 ? "-title" : "-title-" + number));
-  item.setTitle(glyph.title() + (tile == 1 ? " title" : " title " + number));
+/// What a list of items calls a tile: "Lumowatt title", the second one "Lumowatt title 2".
+std::string titleOf(const StatusItem& glyph, std::size_t tile) {
+  return glyph.title() + (tile == 1 ? " title" : " title " + std::to_string(tile));
 }
 
 }  // namespace
@@ -27,20 +24,26 @@ TitleTiles::TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view
       glyph_(glyph),
       application_(application),
       choose_(std::move(choose)),
-      icons_(prefix) {}
+      icons_(prefix, "-symbolic") {}
 
-void TitleTiles::show(const std::vector<Tile>& tiles, bool isNewPanel) {
+void TitleTiles::enterPanel(bool addsOnTheLeft) {
+  addsOnTheLeft_ = addsOnTheLeft;
+  for (Item& item : items_) item.isRegistered = false;
+}
+
+void TitleTiles::show(std::vector<Tile> tiles) {
   if (!areConnected()) {  // those are gone from the panel
     items_.clear();
     shown_.clear();
   }
-  if (tiles == shown_ && !isNewPanel) return;
-  const Result<> presented = present(tiles, isNewPanel);
+  if (addsOnTheLeft_) std::ranges::reverse(tiles);
+  if (tiles == shown_ && std::ranges::all_of(items_, &Item::isRegistered)) return;
+  const Result<> presented = present(tiles);
   if (!presented) {
     items_.clear();
     static_cast<void>(icons_.replaceIcons({}));
   }
-  shown_ = presented ? tiles : std::vector<Tile>{};  // so that it is tried again
+  shown_ = presented ? std::move(tiles) : std::vector<Tile>{};  // so that it is tried again
   complaint_.update(presented);
 }
 
@@ -49,7 +52,7 @@ bool TitleTiles::areConnected() const {
                              [](const Item& item) { return sd_bus_is_open(item.bus.get()) > 0; });
 }
 
-Result<> TitleTiles::present(const std::vector<Tile>& tiles, bool isNewPanel) {
+Result<> TitleTiles::present(const std::vector<Tile>& tiles) {
   std::vector<std::string> svgs;
   svgs.reserve(tiles.size());
   for (const Tile& tile : tiles) svgs.push_back(artwork::tileIcon(tile));
@@ -61,20 +64,23 @@ Result<> TitleTiles::present(const std::vector<Tile>& tiles, bool isNewPanel) {
     Result<Bus> bus = openSessionBus(loop_);
     if (!bus) return bus.failure();
     Item& item = items_.emplace_back(std::move(*bus), loop_, icons_.path(), application_, choose_);
-    nameAfter(glyph_, items_.size(), item.status);
-    item.status.setTexts(glyph_);
+    // With one Id for all, Xfce draws those that register in one moment: two that are new to it
+    // disturb each other's entry in its list of known items.
+    item.status.setId(glyph_.id());
+    item.status.setTitle(titleOf(glyph_, items_.size()));
+    item.status.copyTexts(glyph_);
   }
   auto name = names->begin();
   for (Item& item : items_) {
     item.status.setIcon(*name++);
-    if (isNewPanel || !item.isRegistered) item.status.registerItem();
+    if (!item.isRegistered) item.status.registerItem(StatusItem::Address::connection);
     item.isRegistered = true;
   }
   return {};
 }
 
-void TitleTiles::followTexts() {
-  for (Item& item : items_) item.status.setTexts(glyph_);
+void TitleTiles::copyTexts() {
+  for (Item& item : items_) item.status.copyTexts(glyph_);
 }
 
 void TitleTiles::followMenus(std::string_view report) {

@@ -24,13 +24,17 @@ class TitleTiles {
   TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
              ApplicationDelegate& application, std::function<void(const Choice&)> choose);
 
-  /// Shows these tiles and no more, in a panel that is new or has been there before. Not to be
-  /// called from one of their menus: a tile may go away by it. Shows none, rather than some that
-  /// were true once, when that fails; the reason is then on the standard error.
-  void show(const std::vector<Tile>& tiles, bool isNewPanel);
+  /// Has the next tiles shown in another panel, which adds new items on the left or on the right of
+  /// those before.
+  void enterPanel(bool addsOnTheLeft);
 
-  /// Gives the items the texts of the glyph's.
-  void followTexts();
+  /// Shows these tiles and no more, from left to right. Not to be called from one of their menus: a
+  /// tile may go away by it. Shows none, rather than some that were true once, when that fails; the
+  /// reason is then on the standard error.
+  void show(std::vector<Tile> tiles);
+
+  /// Copies the texts of the glyph's item.
+  void copyTexts();
 
   /// Has their menus follow the report.
   void followMenus(std::string_view report);
@@ -55,14 +59,15 @@ class TitleTiles {
 
   bool areConnected() const;
 
-  Result<> present(const std::vector<Tile>& tiles, bool isNewPanel);
+  Result<> present(const std::vector<Tile>& tiles);
 
   sd_event* loop_;
   const StatusItem& glyph_;
   ApplicationDelegate& application_;
   std::function<void(const Choice&)> choose_;
   IconFolder icons_;
-  std::vector<Tile> shown_;
+  bool addsOnTheLeft_ = false;
+  std::vector<Tile> shown_;  ///< in the order of the items, which is that of their registration
   std::list<Item> items_;
   Complaint complaint_{"the title is not shown beside the glyph"};
 };

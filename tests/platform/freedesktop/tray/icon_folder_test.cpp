@@ -49,7 +49,7 @@ std::string nameOf(IconFolder& folder, const std::vector<std::string>& svg) {
 }  // namespace
 
 TEST_F(IconFolderTest, HoldsWhatItIsGiven) {
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   const auto names = folder.replaceIcons({"<svg>one</svg>", "<svg>two</svg>"});
   ASSERT_TRUE(names);
   ASSERT_EQ(names->size(), 2U);
@@ -61,7 +61,7 @@ TEST_F(IconFolderTest, HoldsWhatItIsGiven) {
 }
 
 TEST_F(IconFolderTest, NamesAreThoseOfTemplatesAndTellTheContents) {
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   const std::string one = nameOf(folder, {"one"});
   const std::string two = nameOf(folder, {"two"});
   EXPECT_TRUE(one.starts_with("test-")) << one;
@@ -73,7 +73,7 @@ TEST_F(IconFolderTest, NamesAreThoseOfTemplatesAndTellTheContents) {
 }
 
 TEST_F(IconFolderTest, RemovesWhatItIsNotToHoldAnyMore) {
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   const auto first = folder.replaceIcons({"one", "two"});
   const auto second = folder.replaceIcons({"two", "three"});
   EXPECT_EQ((*second)[0], (*first)[1]);
@@ -83,7 +83,7 @@ TEST_F(IconFolderTest, RemovesWhatItIsNotToHoldAnyMore) {
 }
 
 TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   const std::string file = folder.file(nameOf(folder, {"one"}));
   const auto time = std::filesystem::last_write_time(file);
   const auto inode = [&file] {
@@ -98,7 +98,7 @@ TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
 }
 
 TEST_F(IconFolderTest, PutsBackAFileThatIsGone) {
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   const std::string file = folder.file(nameOf(folder, {"one"}));
   std::filesystem::remove_all(path());
   ASSERT_TRUE(folder.replaceIcons({"one"}));
@@ -106,20 +106,20 @@ TEST_F(IconFolderTest, PutsBackAFileThatIsGone) {
 }
 
 TEST_F(IconFolderTest, IsTheUsersAlone) {
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   const std::string file = folder.file(nameOf(folder, {"one"}));
   EXPECT_EQ(permissions(file), perms::owner_read | perms::owner_write);
   EXPECT_EQ(permissions(path()), perms::owner_all);
 }
 
 TEST_F(IconFolderTest, IsGoneAtTheEnd) {
-  { EXPECT_TRUE(IconFolder("test-").replaceIcons({"one"})); }
+  { EXPECT_TRUE(IconFolder("test-", "").replaceIcons({"one"})); }
   EXPECT_FALSE(std::filesystem::exists(path()));
 }
 
 TEST_F(IconFolderTest, ForgetsWhatAFormerRunLeft) {
   runtime.write("lumowatt/test-0123456789abcdef-symbolic.svg", "old");
-  const IconFolder folder("test-");
+  const IconFolder folder("test-", "-symbolic");
   EXPECT_EQ(files(), Files{});
 }
 
@@ -127,7 +127,7 @@ TEST_F(IconFolderTest, LeavesTheFilesOfOthersAlone) {
   runtime.write("lumowatt/other-1.svg", "");
   runtime.write("lumowatt/test-notes.txt", "");
   {
-    IconFolder folder("test-");
+    IconFolder folder("test-", "-symbolic");
     EXPECT_TRUE(folder.replaceIcons({"one"}));
     EXPECT_TRUE(folder.replaceIcons({"two"}));
   }
@@ -135,8 +135,8 @@ TEST_F(IconFolderTest, LeavesTheFilesOfOthersAlone) {
 }
 
 TEST_F(IconFolderTest, TwoShareTheFolder) {
-  IconFolder one("one-");
-  IconFolder two("two-");
+  IconFolder one("one-", "");
+  IconFolder two("two-", "");
   const auto ofOne = one.replaceIcons({"same"});
   const auto ofTwo = two.replaceIcons({"same"});
   EXPECT_EQ(files(), (Files{(*ofOne)[0] + ".svg", (*ofTwo)[0] + ".svg"}));
@@ -146,7 +146,7 @@ TEST_F(IconFolderTest, TwoShareTheFolder) {
 
 TEST_F(IconFolderTest, DoesNotFollowALinkInTheFilesPlace) {
   runtime.write("precious", "kept");
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   const std::string name = nameOf(folder, {"one"});
   EXPECT_TRUE(folder.replaceIcons({}));
   std::filesystem::create_symlink(runtime.path() / "precious", folder.file(name));
@@ -160,14 +160,14 @@ TEST_F(IconFolderTest, DoesNotFollowALinkInTheFoldersPlace) {
   const TemporaryFolder elsewhere;
   elsewhere.write("test-a.svg", "kept");
   std::filesystem::create_directory_symlink(elsewhere.path(), path());
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   EXPECT_FALSE(folder.replaceIcons({"one"}));
   EXPECT_EQ(fileContents(elsewhere.path() / "test-a.svg"), "kept");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(elsewhere.path()), {}), 1);
 }
 
 TEST_F(IconFolderTest, IsEmptyAfterAFailure) {
-  IconFolder folder("test-");
+  IconFolder folder("test-", "-symbolic");
   ASSERT_TRUE(folder.replaceIcons({"one"}));
   // No file may be longer than this, as if the disk were full.
   const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
@@ -186,7 +186,7 @@ TEST_F(IconFolderTest, IsEmptyAfterAFailure) {
 TEST(IconFolder, WithoutARuntimeFolderHoldsNothing) {
   for (const char* value : {"", "relative/run"}) {
     const ScopedVariable variable("XDG_RUNTIME_DIR", value);
-    IconFolder folder("test-");
+    IconFolder folder("test-", "-symbolic");
     EXPECT_FALSE(folder.replaceIcons({"one"}));
     EXPECT_TRUE(folder.replaceIcons({}));
   }

@@ -20,7 +20,7 @@ EventLoop newLoop() {
 /// An item that a panel knows, which takes nothing as yet.
 class StatusItemTest : public testing::Test {
  protected:
-  StatusItemTest() { item_.registerItem(); }
+  StatusItemTest() { item_.registerItem(StatusItem::Address::connection); }
 
   /// Sets the label, and does what is due.
   void setLabel(std::string_view label) {

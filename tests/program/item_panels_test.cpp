@@ -1,0 +1,137 @@
+// The item in each panel that is known, by the name of the process that its tray is.
+
+#include "program/title_fixture.h"
+
+namespace lumowatt {
+
+namespace {
+
+enum class Form { label, tiles, wide };
+
+struct KnownPanel {
+  const char* process;
+  Form form;
+};
+
+std::ostream& operator<<(std::ostream& stream, const KnownPanel& panel) {
+  return stream << panel.process;
+}
+
+class InPanel : public TitleTest, public testing::WithParamInterface<KnownPanel> {
+ protected:
+  InPanel() : TitleTest(GetParam().process) {}
+};
+
+/// Cinnamon's tray, where icons are files and a menu opens for an object's path.
+class InCinnamon : public TitleTest {
+ protected:
+  InCinnamon() : TitleTest("xapp-sn-watcher") {}
+
+  static constexpr auto object = "/org/ayatana/NotificationItem/lumowatt";
+
+  Json property(const char* name) const {
+    return panel->properties(object, "org.kde.StatusNotifierItem").at(name);
+  }
+};
+
+/// A shell that remembers an item by the title of its tool tip.
+class InQuickshell : public TitleTest {
+ protected:
+  InQuickshell() : TitleTest("quickshell") {}
+};
+
+}  // namespace
+
+TEST_P(InPanel, ShowsTheTitleOnceAndTheMenu) {
+  start();
+  const Form form = GetParam().form;
+  if (form == Form::tiles) panel->waitForItems(2);
+  panel->settle();
+  EXPECT_EQ(panel->registered.size(), form == Form::tiles ? 2U : 1U);
+  const std::string label = panel->property("XAyatanaLabel");
+  EXPECT_EQ(label.find("98% ▼ −4.8 W") != std::string::npos, form == Form::label) << label;
+  const std::string icon = panel->property("IconName");
+  EXPECT_EQ(icon.starts_with('/'), form == Form::wide) << icon;
+  EXPECT_EQ(iconFiles().size(), form == Form::label ? 0U : 1U);
+  panel->open();
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "label"), "Colors");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, InPanel,
+    testing::Values(
+        KnownPanel{"gnome-shell", Form::label}, KnownPanel{"mate-panel", Form::label},
+        KnownPanel{"notification-ar", Form::label}, KnownPanel{"indicator-apple", Form::label},
+        KnownPanel{"ayatana-indicat", Form::label}, KnownPanel{"sfwbar", Form::label},
+        KnownPanel{"cairo-dock", Form::label}, KnownPanel{"waybar", Form::wide},
+        KnownPanel{".waybar-wrapped", Form::wide}, KnownPanel{"kded5", Form::tiles},
+        KnownPanel{".kded6-wrapped", Form::tiles}, KnownPanel{"lxqt-panel", Form::tiles},
+        KnownPanel{"panel-7-systray", Form::tiles}, KnownPanel{"panel-7-sntray", Form::tiles},
+        KnownPanel{"swaybar", Form::tiles}, KnownPanel{"quickshell", Form::tiles},
+        KnownPanel{"gnome-flashback", Form::tiles}, KnownPanel{"sni-daemon", Form::tiles},
+        KnownPanel{"enlightenment", Form::tiles}, KnownPanel{"gtk-sni-tray-st", Form::tiles},
+        KnownPanel{"budgie-daemon", Form::tiles}, KnownPanel{"cosmic-applet-s", Form::tiles},
+        KnownPanel{"ironbar", Form::tiles}, KnownPanel{"eww", Form::tiles},
+        KnownPanel{"wf-panel", Form::tiles}, KnownPanel{"nwg-panel", Form::tiles},
+        KnownPanel{"qtile", Form::tiles}, KnownPanel{"status-notifier", Form::tiles},
+        KnownPanel{"one-that-is-new", Form::tiles}));
+
+TEST_F(InCinnamon, TheItemIsRegisteredByAnObjectsPathSoThatAClickOpensItsMenu) {
+  start();
+  EXPECT_EQ(panel->registered, Names{object});
+  EXPECT_EQ(property("Id"), "Lumowatt");
+  EXPECT_EQ(property("Menu"), "/MenuBar");
+}
+
+TEST_F(InCinnamon, TheIconIsAFileWhosePathItDoesNotTakeForAThemesName) {
+  start();
+  const std::string icon = property("IconName");
+  EXPECT_TRUE(std::filesystem::exists(icon)) << icon;
+  EXPECT_EQ(icon.find("symbolic"), std::string::npos) << icon;
+  machine.remove("BAT0");
+  panel->open();
+  panel->waitForSignal("NewIcon");
+  const std::string later = property("IconName");
+  EXPECT_TRUE(std::filesystem::exists(later)) << later;
+  EXPECT_EQ(later.find("symbolic"), std::string::npos) << later;
+}
+
+TEST_F(InCinnamon, ChangesAreSignaledByTheObjectThatIsRegistered) {
+  start();
+  std::string path;
+  sd_bus_slot* slot = nullptr;
+  ASSERT_GE(sd_bus_match_signal(
+                panel->bus(), &slot, nullptr, nullptr, "org.kde.StatusNotifierItem", "NewIcon",
+                [](sd_bus_message* signal, void* text, sd_bus_error*) {
+                  *static_cast<std::string*>(text) = sd_bus_message_get_path(signal);
+                  return 0;
+                },
+                &path),
+            0);
+  machine.set("BAT0/power_now", "6100000");
+  panel->open();
+  panel->waitUntil([&path] { return !path.empty(); });
+  EXPECT_EQ(path, object);
+  sd_bus_slot_unref(slot);
+}
+
+TEST_F(InCinnamon, TheItemComesBackOnceWithItsNextTray) {
+  start();
+  replacePanel("xapp-sn-watcher");
+  panel->waitForItem();
+  panel->settle();
+  EXPECT_EQ(panel->registered, Names{object});
+}
+
+TEST_F(InQuickshell, TheToolTipHasOneTitleWhateverTheReading) {
+  start();
+  EXPECT_EQ(panel->property("ToolTip").at(2), "Lumowatt");
+  machine.set("BAT0/power_now", "6100000");
+  panel->open();
+  EXPECT_EQ(panel->property("ToolTip").at(2), "Lumowatt");
+  machine.remove("BAT0");
+  panel->open();
+  EXPECT_EQ(panel->property("ToolTip").at(2), "Lumowatt");
+}
+
+}  // namespace lumowatt
