@@ -211,21 +211,30 @@ TEST_F(StatusMenu, NothingIsToldOfAnOpeningThatChangesNothing) {
   EXPECT_EQ(panel->signalNames(), Names{});
 }
 
-TEST_F(StatusMenu, StaysFreshWhileItIsOpen) {
+TEST_F(StatusMenu, StandsStillWhileItIsOpen) {
   panel->open();
-  panel->forgetSignals();
-  machine.set("BAT0/power_now", "6100000");
-  panel->waitForSignal("ItemsPropertiesUpdated");
-  EXPECT_EQ(panel->menuProperty(menu_id::powerLine, "label"),
-            "Battery power: −6.1 W  (12.23 V, -0.499 A)");
+  const Json before = wholeLayout();
+  expectItIsLeftAlone();
+  EXPECT_EQ(wholeLayout(), before);
 }
 
-TEST_F(StatusMenu, StaysFreshWhenASubmenuCloses) {
+TEST_F(StatusMenu, StandsStillAlsoWhenALineIsAddedUntilItIsClosed) {
   panel->open();
-  EXPECT_EQ(panel->send(menu_id::modes, "closed"), "");
+  EXPECT_EQ(panel->send(menu_id::modes, "closed"), "") << "a submenu";
   panel->forgetSignals();
-  machine.set("BAT0/power_now", "6100000");
-  panel->waitForSignal("ItemsPropertiesUpdated");
+  machine.set("BAT0/temp", "301");
+  panel->waitForSignal("NewToolTip");
+  EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
+  EXPECT_EQ(panel->send(menu_id::root, "closed"), "");
+  panel->waitForSignal("LayoutUpdated");
+  EXPECT_EQ(panel->menuProperty(10, "label"), "Temperature: 30.1 °C");
+}
+
+TEST_F(StatusMenu, ChangesWhileItIsOpenByWhatIsChosen) {
+  panel->open();
+  panel->forgetSignals();
+  EXPECT_EQ(panel->click(menu_id::colors), "");
+  EXPECT_TRUE(panel->hasHeard("ItemsPropertiesUpdated"));
 }
 
 TEST_F(StatusMenu, IsLeftAloneWhenItIsClosed) {
@@ -258,11 +267,12 @@ TEST_F(StatusMenu, ASubmenuAboutToShowChangesNothing) {
 
 TEST_F(StatusMenu, FollowsWithoutAnotherReading) {
   panel->open();
+  panel->send(menu_id::root, "closed");
   panel->forgetSignals();
   const OpenCounter counter;
   counter.watch(machine.powerSupplyFolder() / "BAT0");
-  machine.set("BAT0/power_now", "6100000");
-  panel->waitForSignal("ItemsPropertiesUpdated");
+  machine.set("BAT0/temp", "301");
+  panel->waitForSignal("LayoutUpdated");
   EXPECT_EQ(counter.opened().count("energy_full"), 1U);
 }
 

@@ -17,7 +17,7 @@ constexpr auto menuInterface = "com.canonical.dbusmenu";
 constexpr std::int32_t rootId = 0;
 constexpr std::string_view clicked = "clicked";
 
-// Not every panel tells that it closed the menu. Microseconds.
+// How long a menu counts as open in a panel that does not tell when it closed it. Microseconds.
 constexpr std::uint64_t longestOpening = 60'000'000;
 
 constexpr char leftToRight[] = "ltr";
@@ -261,10 +261,11 @@ void MenuServer::update(const Menu& menu) {
 }
 
 void MenuServer::follow(std::string_view report) {
-  if (report == report_ || isBehind(bus_)) return;
+  const bool isOpen = boottime() < openUntil_;
+  if (isOpen || report == report_ || isBehind(bus_)) return;
   report_ = report;
   const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(layout_.root());
-  if (hasOtherRows || boottime() < openUntil_) update(application_.menu());
+  if (hasOtherRows) update(application_.menu());
 }
 
 }  // namespace lumowatt::freedesktop

@@ -26,8 +26,9 @@ class MenuServer {
   /// Replaces the menu, for those who know it already.
   void update(const Menu& menu);
 
-  /// Follows the report that the menu holds, a line a row: shows what changed when somebody may be
-  /// looking at the menu, or when it has other rows. Panels lay a menu out before they ask for it.
+  /// Updates the closed menu when the report in it, a line a row, has more or fewer rows than
+  /// before: panels lay a menu out before they ask for it. An open menu stands still, and is
+  /// updated by a later report.
   void follow(std::string_view report);
 
  private:
@@ -59,7 +60,7 @@ class MenuServer {
   std::function<void(const Choice&)> choose_;
   MenuLayout layout_;
   std::uint32_t revision_ = 1;
-  std::string report_;           // the one that was followed last
+  std::string report_;           // the one that was compared last
   std::uint64_t openUntil_ = 0;  // by `boottime`; the menu may be open till then
   BusSlot object_;
 };

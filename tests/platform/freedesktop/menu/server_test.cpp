@@ -29,23 +29,24 @@ class Reporter : public ApplicationDelegate {
   std::string report = "none yet";
 };
 
-/// A menu that a panel has opened, which takes nothing from then on.
+/// A menu that a panel has read, which takes nothing from then on.
 class MenuServerTest : public testing::Test {
  protected:
   MenuServerTest() {
-    EXPECT_GE(
-        sd_bus_call_method_async(connection.panel(), nullptr, nullptr, MenuServer::path,
-                                 "com.canonical.dbusmenu", "AboutToShow", nullptr, nullptr, "i", 0),
-        0);
+    EXPECT_GE(sd_bus_call_method_async(connection.panel(), nullptr, nullptr, MenuServer::path,
+                                       "com.canonical.dbusmenu", "GetLayout", nullptr, nullptr,
+                                       "iias", 0, -1, 0),
+              0);
     connection.take();
-    follow("first");
+    follow(1);
     connection.take();
-    EXPECT_EQ(heard, "first");
+    EXPECT_EQ(heard, "1");
   }
 
-  void follow(const std::string& report) {
-    application_.report = report;
-    server_.follow(report);
+  /// The report has that number in its first row, and another row when it is odd.
+  void follow(int number) {
+    application_.report = std::to_string(number) + (number % 2 == 1 ? "\nanother row" : "");
+    server_.follow(application_.report);
   }
 
   std::string heard;  ///< the first row, as it was told last
@@ -67,30 +68,30 @@ class MenuServerTest : public testing::Test {
 }  // namespace
 
 TEST_F(MenuServerTest, ForABusThatTakesNothingHasNoMoreAndMoreWaiting) {
-  for (int i = 0; i < 1000; ++i) follow(std::to_string(i));
+  for (int i = 0; i < 1000; ++i) follow(i);
   const std::uint64_t waiting = connection.waiting();
   EXPECT_GT(waiting, 0U);
   EXPECT_LE(waiting, 20U);
-  follow("a report\nof two rows");
+  follow(1000);
   EXPECT_EQ(connection.waiting(), waiting);
 }
 
 TEST_F(MenuServerTest, TellsABusThatTakesAgainOfWhatChangedMeanwhileWithTheNextReport) {
-  for (int i = 0; i < 1000; ++i) follow(std::to_string(i));
+  for (int i = 0; i < 1000; ++i) follow(i);
   connection.take();
   EXPECT_NE(heard, "999");
   EXPECT_EQ(connection.waiting(), 0U);
-  follow("1000");
+  for (const int next : {1000, 1001}) follow(next);  // one of which has other rows
   connection.take();
-  EXPECT_EQ(heard, "1000");
+  EXPECT_EQ(heard, "1001");
 }
 
 TEST_F(MenuServerTest, TellsABusThatTakesAgainOfAReportThatStaysTheSame) {
-  for (int i = 0; i < 1000; ++i) follow(std::to_string(i));
+  for (int i = 0; i < 1000; ++i) follow(i);
   connection.take();
   EXPECT_NE(heard, "999");
   EXPECT_EQ(connection.waiting(), 0U);
-  follow("999");
+  follow(999);
   connection.take();
   EXPECT_EQ(heard, "999");
 }
