@@ -76,6 +76,8 @@ TEST_P(Installation, ShowsTheItemWithIconsThatAreThere) {
   const std::filesystem::path icons = panel->property("IconThemePath").get<std::string>();
   const std::string icon = panel->property("IconName").get<std::string>();
   EXPECT_TRUE(std::filesystem::exists(icons / (icon + ".svg"))) << icons << " " << icon;
+  const auto theme = icons.parent_path().parent_path() / "icons/hicolor/scalable/status";
+  EXPECT_TRUE(std::filesystem::exists(theme / (icon + ".svg"))) << theme;
 }
 
 TEST_P(Installation, OpensTheProgramItselfAtLogin) {
