@@ -174,7 +174,9 @@ void requireTitle(const Reading& reading, Mode mode, bool colored) {
   require(icons.size() == (mode == Mode::all ? 2U : 1U), "as many tiles as the mode has");
   const bool isTimeKnown = reading.minutes.has_value();
   require(mode != Mode::all || (icons.back().size() == 2) == isTimeKnown, "a tile's time");
-  require(icons.front().front().text == percent.substr(1), "a tile's percentage");
+  const TileRow& percentRow = icons.front().front();
+  const std::string shown = percentRow.text + (percentRow.mark ? "%" : "");
+  require(shown == percent.substr(1), "a tile's percentage", shown);
   for (const Tile& tile : icons) {
     require(!tile.empty() && tile.size() <= 2, "the rows of a tile");
     for (const TileRow& row : tile) {

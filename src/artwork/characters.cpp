@@ -32,11 +32,22 @@ struct Figure {
   std::span<const Bend> bends = {};
 };
 
+/// What the width of a character is a share of.
+enum class Measure {
+  digitWidth,
+  height,  ///< for shapes that narrow digits must not squeeze
+};
+
 struct Character {
   std::string_view text;
-  double width;                   ///< as a share of a digit's
+  double width;                   ///< as a share of its measure
   std::array<Figure, 3> figures;  ///< the first ones; the rest are empty
   double weight = 1.0;            ///< as a share of the lettering's
+  Measure measure = Measure::digitWidth;
+
+  double widthIn(const Lettering& lettering) const {
+    return width * (measure == Measure::height ? lettering.height : lettering.width);
+  }
 };
 
 constexpr double half = 0.5;  // as round as can be: from side to side
@@ -64,7 +75,7 @@ constexpr Bend slash[] = {{0.8, 0.03}, {0.2, 0.97}};
 constexpr Bend upperRing[] = {{0, 0, 0.18}, {0.36, 0, 0.18}, {0.36, 0.38, 0.18}, {0, 0.38, 0.18}};
 constexpr Bend lowerRing[] = {{0.64, 0.62, 0.18}, {1, 0.62, 0.18}, {1, 1, 0.18}, {0.64, 1, 0.18}};
 
-constexpr Bend bar[] = {{0, 0.52}, {1, 0.52}};
+constexpr Bend bar[] = {{0, 0.53}, {1, 0.53}};
 constexpr Bend post[] = {{0.5, 0.29}, {0.5, 0.75}};
 constexpr Bend point[] = {{0.5, 1}};
 constexpr Bend upperPoint[] = {{0.5, 0.22}};
@@ -72,12 +83,13 @@ constexpr Bend lowerPoint[] = {{0.5, 0.88}};
 constexpr Bend middlePoint[] = {{0.5, 0.52}};
 constexpr Bend zigzag[] = {{0, 0}, {0.25, 0.9}, {0.5, 0.2}, {0.75, 0.9}, {1, 0}};
 
-constexpr Bend upward[] = {{0.5, 0.2}, {1, 0.75}, {0, 0.75}};
-constexpr Bend downward[] = {{0, 0.25}, {1, 0.25}, {0.5, 0.8}};
-constexpr Bend disc[] = {{0.2, 0.2, 0.3}, {0.8, 0.2, 0.3}, {0.8, 0.8, 0.3}, {0.2, 0.8, 0.3}};
+constexpr Bend upward[] = {{0.5, 0.2}, {1, 0.8}, {0, 0.8}};
+constexpr Bend downward[] = {{0, 0.2}, {1, 0.2}, {0.5, 0.8}};
+constexpr Bend disc[] = {
+    {0.1875, 0.25, 0.3125}, {0.8125, 0.25, 0.3125}, {0.8125, 0.75, 0.3125}, {0.1875, 0.75, 0.3125}};
 
 constexpr double pointWidth = 0.4;
-constexpr double colonWidth = 0.55;
+constexpr double colonWidth = 0.6;
 constexpr double signWidth = 0.8;
 constexpr double arrowWidth = 0.8;
 
@@ -101,9 +113,9 @@ constexpr std::array<Character, 22> characters{{
     {" ", pointWidth, {}},
     {":", colonWidth, {{{Kind::dot, upperPoint}, {Kind::dot, lowerPoint}}}},
     {"W", 1.6, {{{Kind::line, zigzag}}}},
-    {"▲", arrowWidth, {{{Kind::area, upward}}}},
-    {"▼", arrowWidth, {{{Kind::area, downward}}}},
-    {"•", arrowWidth, {{{Kind::area, disc}}}},
+    {"▲", arrowWidth, {{{Kind::area, upward}}}, 1.0, Measure::height},
+    {"▼", arrowWidth, {{{Kind::area, downward}}}, 1.0, Measure::height},
+    {"•", arrowWidth, {{{Kind::area, disc}}}, 1.0, Measure::height},
 }};
 
 /// A figure in the character whose left side is at `x`.
@@ -116,7 +128,7 @@ struct FigureWriter {
     const double weight = lettering.weight * character.weight;
     // What is drawn by a line reaches half of its thickness beyond the line's middle.
     const double margin = figure.kind == Kind::area ? 0.0 : weight / 2.0;
-    const double across = lettering.width * character.width - 2 * margin;
+    const double across = character.widthIn(lettering) - 2 * margin;
     const double down = lettering.height - 2 * margin;
     std::vector<Corner> corners;
     corners.reserve(figure.bends.size());
@@ -160,7 +172,7 @@ std::optional<TextOutline> outline(std::string_view text, const Lettering& lette
       const Path path = FigureWriter{*character, lettering, result.width}.path(figure);
       result.area.insert(result.area.end(), path.begin(), path.end());
     }
-    result.width += lettering.width * character->width;
+    result.width += character->widthIn(lettering);
     text.remove_prefix(character->text.size());
   }
   return result;

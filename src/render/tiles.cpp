@@ -9,7 +9,7 @@ namespace lumowatt {
 
 namespace {
 
-// As many characters as a row has room for at its full width, beside a sign or an arrow.
+// As many characters as a row has room for at its full width, beside a sign.
 constexpr std::size_t room = 4;
 
 /// With a decimal where there is room for it, "−8.3" and "−120"; everybody knows that it is watts.
@@ -19,18 +19,13 @@ std::string power(double watts) {
   return text.insert(0, sign(watts));
 }
 
-/// With the trend in front, "▼2:15", where there is room for it.
-std::string timeAndTrend(std::int64_t minutes, std::string_view trend) {
-  std::string text = clock(minutes);
-  return text.size() > room ? text : text.insert(0, trend);
-}
-
 }  // namespace
 
 std::vector<Tile> tiles(const Reading& reading, TitleExtras extras, bool colored) {
   const std::string_view trendArrow = arrow(trend(reading));
   const auto color = colored ? trendAccent(reading) : std::nullopt;
-  const TileRow percentRow{std::to_string(reading.percent) + "%"};
+  const std::string percent = std::to_string(reading.percent);
+  const TileRow percentRow{percent + "%"};
   const Tile percentAlone{percentRow, {std::string(trendArrow), color}};
   const TileRow powerRow{power(reading.batteryWatts), color};
 
@@ -41,7 +36,10 @@ std::vector<Tile> tiles(const Reading& reading, TitleExtras extras, bool colored
   }
   if (extras.power) return {{percentRow, powerRow}};
   if (extras.time && reading.minutes) {
-    return {{percentRow, {timeAndTrend(*reading.minutes, trendArrow), color}}};
+    // In the time's row an arrow would be too small at 16 pixels.
+    const TileRow percentAndTrend{.text = percent,
+                                  .mark = TileMark{std::string(trendArrow), color}};
+    return {{percentAndTrend, {clock(*reading.minutes)}}};
   }
   return {percentAlone};
 }

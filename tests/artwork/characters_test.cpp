@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <limits>
 #include <string>
 
 namespace lumowatt::artwork {
@@ -24,6 +27,24 @@ void forEachPoint(const Path& path, Visit visit) {
       visit(curve->to);
     }
   }
+}
+
+/// The smallest rectangle with all points of a text's outline.
+Rect ink(std::string_view text, const Lettering& style = lettering) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  Point low{infinity, infinity};
+  Point high{-infinity, -infinity};
+  forEachPoint(outline(text, style).value().area, [&](const Point& point) {
+    low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+    high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+  });
+  return {low.x, low.y, high.x - low.x, high.y - low.y};
+}
+
+std::ptrdiff_t figures(std::string_view text) {
+  const Path area = outline(text, lettering).value().area;
+  return std::ranges::count_if(
+      area, [](const auto& element) { return std::holds_alternative<MoveTo>(element); });
 }
 
 }  // namespace
@@ -58,6 +79,31 @@ TEST(Characters, SignsAreEquallyWideAndSoAreArrows) {
   EXPECT_EQ(width("-"), width("+"));
   EXPECT_EQ(width("▲"), width("▼"));
   EXPECT_EQ(width("▲"), width("•"));
+}
+
+TEST(Characters, AnArrowIsWiderThanADigitAndThanItIsHigh) {
+  for (const char* arrow : {"▲", "▼"}) {
+    EXPECT_GE(ink(arrow).width, 1.5 * lettering.width) << arrow;
+    EXPECT_GE(ink(arrow).width, 1.2 * ink(arrow).height) << arrow;
+    EXPECT_GE(ink(arrow).height, 0.5 * lettering.height) << arrow;
+  }
+}
+
+TEST(Characters, NarrowDigitsDoNotSqueezeArrowsAndTheDot) {
+  Lettering narrow = lettering;
+  narrow.width /= 2.0;
+  for (const char* mark : {"▲", "▼", "•"}) {
+    EXPECT_EQ(outline(mark, narrow).value().area, outline(mark, lettering).value().area) << mark;
+    EXPECT_EQ(outline(mark, narrow).value().width, width(mark)) << mark;
+  }
+}
+
+TEST(Characters, TheDotIsRoundFullAndLowerThanAZero) {
+  const Rect dot = ink("•");
+  EXPECT_EQ(dot.width, dot.height);
+  EXPECT_LE(dot.height, 0.6 * ink("0").height);
+  EXPECT_EQ(figures("•"), 1);
+  EXPECT_EQ(figures("0"), 2) << "an edge and a hole";
 }
 
 TEST(Characters, StandSideBySideWithAGap) {

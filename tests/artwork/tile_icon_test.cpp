@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <string>
 
 #include "support/files.h"
 #include "support/process.h"
@@ -47,9 +48,42 @@ double distance(const Picture& a, const Picture& b) {
   return sum;
 }
 
-const std::vector<Tile> everyKind{{{"64%"}, {"▼"}},    {{"64%"}, {"−8.3"}},  {{"100%"}, {"+12.3"}},
-                                  {{"5%"}, {"▲2:15"}}, {{"64%"}, {"10:05"}}, {{"−8.3"}, {"2:15"}},
-                                  {{"78%"}, {"−120"}}, {{"49%"}, {"•"}},     {{"23%"}, {"−6.7"}}};
+TileRow marked(const std::string& percent, const char* mark,
+               std::optional<SystemColor> color = std::nullopt) {
+  return {.text = percent, .mark = TileMark{mark, color}};
+}
+
+/// The smallest rectangle with all pixels of a tile's upper half that are green, or with all others
+/// that are covered.
+Rect upperInk(const Picture& picture, bool isGreen) {
+  Rect bounds{1.0 * picture.width(), 1.0 * picture.height(), 0.0, 0.0};
+  Point end{0.0, 0.0};
+  for (int y = 0; y < picture.height() / 2; ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      const Pixel pixel = picture.at(x, y);
+      if (pixel.alpha < 128 || (pixel.green > pixel.red + 50) != isGreen) continue;
+      bounds.x = std::min(bounds.x, 1.0 * x);
+      bounds.y = std::min(bounds.y, 1.0 * y);
+      end = {std::max(end.x, x + 1.0), std::max(end.y, y + 1.0)};
+    }
+  }
+  bounds.width = end.x - bounds.x;
+  bounds.height = end.y - bounds.y;
+  return bounds;
+}
+
+const std::vector<Tile> everyKind{{{"64%"}, {"▼"}},
+                                  {{"64%"}, {"−8.3"}},
+                                  {{"100%"}, {"+12.3"}},
+                                  {marked("5", "▲"), {"2:15"}},
+                                  {marked("64", "▼"), {"2:15"}},
+                                  {marked("100", "▼"), {"10:45"}},
+                                  {marked("38", "•"), {"0:00"}},
+                                  {{"−8.3"}, {"2:15"}},
+                                  {{"−8.3"}, {"10:05"}},
+                                  {{"78%"}, {"−120"}},
+                                  {{"49%"}, {"•"}},
+                                  {{"23%"}, {"−6.7"}}};
 
 }  // namespace
 
@@ -146,6 +180,18 @@ TEST_P(RenderedTile, KeepsItsWidthsWhateverItsDigits) {
   }
 }
 
+TEST_P(RenderedTile, AMarkBesideThePercentageLeavesTheTimeAsItIs) {
+  for (const char* time : {"2:15", "10:45"}) {
+    const Picture plain = rendered({{"64%"}, {time}}, GetParam());
+    const Picture withMark = rendered({marked("64", "▼"), {time}}, GetParam());
+    for (int y = GetParam() * 12 / 22; y < GetParam(); ++y) {
+      for (int x = 0; x < GetParam(); ++x) {
+        EXPECT_EQ(withMark.at(x, y), plain.at(x, y)) << time << " at " << x << " " << y;
+      }
+    }
+  }
+}
+
 TEST_P(RenderedTile, ARowThatIsTooWideIsNarrowed) {
   const Rect bounds = ink(rendered({{"100%"}, {"−123456.7"}}, GetParam()));
   EXPECT_GE(bounds.width, 0.9 * GetParam());
@@ -155,6 +201,57 @@ TEST_P(RenderedTile, ARowThatIsTooWideIsNarrowed) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, RenderedTile, testing::Values(16, 22, 44));
+
+// Measured where a pixel of the smallest size, 16, is 22 pixels.
+class MarkBesidePercentage : public testing::TestWithParam<std::string> {
+ protected:
+  static constexpr double pixel = 22.0;
+
+  static Picture picture(const char* mark) {
+    const TileRow row = marked(GetParam(), mark, SystemColor::green);
+    return rendered({row, {"2:15"}}, 16 * 22);
+  }
+};
+
+TEST_P(MarkBesidePercentage, StandsAPixelApartFromTheFigure) {
+  for (const char* mark : {"▲", "▼", "•"}) {
+    const Picture tile = picture(mark);
+    EXPECT_GE(upperInk(tile, true).minX() - upperInk(tile, false).maxX(), pixel) << mark;
+  }
+}
+
+TEST_P(MarkBesidePercentage, IsAsLargeAsAnArrowMustBe) {
+  for (const char* mark : {"▲", "▼"}) {
+    const Picture tile = picture(mark);
+    const Rect arrow = upperInk(tile, true);
+    const auto digits = static_cast<double>(GetParam().size());
+    EXPECT_GE(arrow.width, 1.2 * upperInk(tile, false).width / digits) << mark;
+    EXPECT_GE(arrow.width, 4 * pixel) << mark;
+    EXPECT_GE(arrow.height, 4 * pixel) << mark;
+  }
+}
+
+TEST_P(MarkBesidePercentage, IsWithinTheTile) {
+  const Picture tile = picture("▼");
+  EXPECT_GE(upperInk(tile, false).minX(), 0.25 * pixel);
+  EXPECT_LE(upperInk(tile, true).maxX(), 15.75 * pixel);
+}
+
+INSTANTIATE_TEST_SUITE_P(Percentages, MarkBesidePercentage, testing::Values("5", "64", "100"));
+
+TEST(TileIcon, AMarkHasAColorOfItsOwn) {
+  const auto hasGreen = [](const TileRow& row) {
+    return upperInk(rendered({row, {"2:15"}}, 44), true).width > 0.0;
+  };
+  EXPECT_TRUE(hasGreen(marked("64", "▲", SystemColor::green)));
+  EXPECT_FALSE(hasGreen(marked("64", "▲")));
+  const TileRow greenText{.text = "64", .color = SystemColor::green, .mark = TileMark{"▲", {}}};
+  EXPECT_GT(upperInk(rendered({greenText, {"2:15"}}, 44), false).minX(), 22.0);
+}
+
+TEST(TileIcon, LeavesOutAMarkThatCannotBeDrawn) {
+  EXPECT_EQ(tileIcon({marked("64", "x"), {"2:15"}}), tileIcon({{"64"}, {"2:15"}}));
+}
 
 TEST(TileIcon, APanelsColorReplacesATemplatesAndNotATint) {
   // As GTK does it: a style sheet that sets the fill of the shapes.

@@ -284,9 +284,10 @@ TEST_F(AppTest, TheTitleHasTheTilesOfTheModeAndTheColors) {
   setBattery({.watts = 12.0, .external = true, .charging = true, .minutes = 95});
   EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"+12.0", SystemColor::green}}}));
   app->setMode(Mode::percentTime);
-  EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"▲1:35", SystemColor::green}}}));
+  EXPECT_EQ(tiles(),
+            (Tiles{{{.text = "64", .mark = TileMark{"▲", SystemColor::green}}, {"1:35"}}}));
   app->setUseColor(false);
-  EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"▲1:35"}}}));
+  EXPECT_EQ(tiles(), (Tiles{{{.text = "64", .mark = TileMark{"▲", {}}}, {"1:35"}}}));
   app->setMode(Mode::percent);
   EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"▲"}}}));
   app->setMode(Mode::all);

@@ -31,6 +31,11 @@ std::string timeOf(std::int64_t minutes) {
   return tiles(flowing(-8.34, minutes), time, false).at(0).at(1).text;
 }
 
+TileRow marked(const char* percent, const char* mark,
+               std::optional<SystemColor> color = std::nullopt) {
+  return {.text = percent, .mark = TileMark{mark, color}};
+}
+
 }  // namespace
 
 TEST(Tiles, OfThePercentageHaveAnArrowBelow) {
@@ -43,8 +48,10 @@ TEST(Tiles, OfPercentageAndPowerHaveThePowerBelow) {
   EXPECT_EQ(tiles(flowing(-8.34), power, false), (Tiles{{{"64%"}, {"−8.3"}}}));
 }
 
-TEST(Tiles, OfPercentageAndTimeHaveTheTimeBelow) {
-  EXPECT_EQ(tiles(flowing(-8.34), time, false), (Tiles{{{"64%"}, {"▼2:15"}}}));
+TEST(Tiles, OfPercentageAndTimeHaveTheTimeBelowAndTheArrowBesideThePercentage) {
+  EXPECT_EQ(tiles(flowing(-8.34), time, false), (Tiles{{marked("64", "▼"), {"2:15"}}}));
+  EXPECT_EQ(tiles(flowing(8.34), time, false), (Tiles{{marked("64", "▲"), {"2:15"}}}));
+  EXPECT_EQ(tiles(flowing(0.3), time, false), (Tiles{{marked("64", "•"), {"2:15"}}}));
 }
 
 TEST(Tiles, OfEverythingAreTwo) {
@@ -94,10 +101,11 @@ TEST(Tiles, PowersOfThreeDigitsHaveNoDecimal) {
   EXPECT_EQ(powerOf(-1234.5), "−1234");
 }
 
-TEST(Tiles, HoursOfTwoDigitsLeaveNoRoomForTheArrow) {
-  EXPECT_EQ(timeOf(599), "▼9:59");
+TEST(Tiles, TimesOfAnyLengthLeaveTheArrowItsPlace) {
+  EXPECT_EQ(tiles(flowing(-8.34, 645), time, false), (Tiles{{marked("64", "▼"), {"10:45"}}}));
+  EXPECT_EQ(timeOf(599), "9:59");
   EXPECT_EQ(timeOf(600), "10:00");
-  EXPECT_EQ(timeOf(5), "▼0:05");
+  EXPECT_EQ(timeOf(5), "0:05");
   EXPECT_EQ(timeOf(6005), "100:05");
 }
 
@@ -108,7 +116,7 @@ TEST(Tiles, WhatTellsTheTrendIsGreenWhileCharging) {
   const Reading reading = flowing(12.0);
   EXPECT_EQ(tiles(reading, nothing, true), (Tiles{{{"64%"}, {"▲", green}}}));
   EXPECT_EQ(tiles(reading, power, true), (Tiles{{{"64%"}, {"+12.0", green}}}));
-  EXPECT_EQ(tiles(reading, time, true), (Tiles{{{"64%"}, {"▲2:15", green}}}));
+  EXPECT_EQ(tiles(reading, time, true), (Tiles{{marked("64", "▲", green), {"2:15"}}}));
   EXPECT_EQ(tiles(reading, all, true),
             (Tiles{{{"64%"}, {"▲", green}}, {{"+12.0", green}, {"2:15"}}}));
 }
@@ -116,6 +124,8 @@ TEST(Tiles, WhatTellsTheTrendIsGreenWhileCharging) {
 TEST(Tiles, WhatTellsTheTrendIsOrangeBeyondFifteenWattsOutOfTheBattery) {
   EXPECT_EQ(tiles(flowing(-15.01), power, true),
             (Tiles{{{"64%"}, {"−15.0", SystemColor::orange}}}));
+  EXPECT_EQ(tiles(flowing(-15.01), time, true),
+            (Tiles{{marked("64", "▼", SystemColor::orange), {"2:15"}}}));
   EXPECT_EQ(tiles(flowing(-15.0), power, true), (Tiles{{{"64%"}, {"−15.0"}}}));
 }
 
@@ -123,7 +133,10 @@ TEST(Tiles, WithoutColorsAreTemplates) {
   for (const TitleExtras extras : {nothing, power, time, all}) {
     for (const double watts : {12.0, -20.0, 0.0}) {
       for (const Tile& tile : tiles(flowing(watts), extras, false)) {
-        for (const TileRow& row : tile) EXPECT_FALSE(row.color) << row.text;
+        for (const TileRow& row : tile) {
+          EXPECT_FALSE(row.color) << row.text;
+          EXPECT_FALSE(row.mark && row.mark->color) << row.text;
+        }
       }
     }
   }
