@@ -9,9 +9,9 @@
 
 namespace lumowatt::artwork {
 
-/// A symbol and the title beside it, in their tints or else white with a dark edge, as the SVG file
-/// of one icon that is wider than it is high. A run of the title with a character that has no
-/// outline is left out, and so is what is no symbol.
+/// A symbol and the title beside it, in their tints or else white, on a dark plate that keeps them
+/// legible on any background, as the SVG file of one icon that is wider than it is high. A run of
+/// the title with a character that has no outline is left out, and so is what is no symbol.
 std::string wideIcon(const std::optional<Symbol>& symbol, const AttributedString& title);
 
 }  // namespace lumowatt::artwork

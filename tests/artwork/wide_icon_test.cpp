@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+
 #include "artwork/battery.h"
 #include "graphics/symbol.h"
 #include "support/files.h"
@@ -49,6 +53,60 @@ bool hasInk(const Picture& picture, int start, int end, const Pixel& color, int 
 constexpr Pixel white{255, 255, 255, 255};
 constexpr Pixel green{0x32, 0xd7, 0x4b, 255};
 constexpr Pixel orange{0xff, 0x9f, 0x0a, 255};
+constexpr Pixel red{0xff, 0x45, 0x3a, 255};
+
+// Of panels: dark and light ones, waybar's clock and its tray by its own style, and a gray.
+constexpr std::array<Pixel, 5> grounds{{{0, 0, 0, 255},
+                                        {255, 255, 255, 255},
+                                        {0x64, 0x72, 0x7d, 255},
+                                        {0x29, 0x80, 0xb9, 255},
+                                        {128, 128, 128, 255}}};
+
+/// A pixel as it is seen on an opaque ground.
+Pixel on(const Pixel& ground, const Pixel& pixel) {
+  const auto mixed = [&](int above, int below) {
+    return (above * pixel.alpha + below * (255 - pixel.alpha) + 127) / 255;
+  };
+  return {mixed(pixel.red, ground.red), mixed(pixel.green, ground.green),
+          mixed(pixel.blue, ground.blue), 255};
+}
+
+/// The relative luminance of WCAG 2.1.
+double luminance(const Pixel& pixel) {
+  const auto linear = [](int component) {
+    const double value = component / 255.0;
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(pixel.red) + 0.7152 * linear(pixel.green) + 0.0722 * linear(pixel.blue);
+}
+
+/// The contrast ratio of WCAG 2.1, from 1 to 21. It asks for 4.5 of text.
+double contrast(const Pixel& a, const Pixel& b) {
+  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
+  return (high + 0.05) / (low + 0.05);
+}
+
+constexpr double legible = 4.5;
+
+/// The plate of a picture, left of what is on it.
+Pixel plate(const Picture& picture) { return picture.at(1, picture.height() / 2); }
+
+/// The smallest rectangle with all pixels that are rather light than dark.
+Rect lightPart(const Picture& picture) {
+  Rect bounds{1.0 * picture.width(), 1.0 * picture.height(), 0.0, 0.0};
+  Point end{0.0, 0.0};
+  for (int x = 0; x < picture.width(); ++x) {
+    for (int y = 0; y < picture.height(); ++y) {
+      if (picture.at(x, y).green < 128) continue;
+      bounds.x = std::min(bounds.x, 1.0 * x);
+      bounds.y = std::min(bounds.y, 1.0 * y);
+      end = {std::max(end.x, x + 1.0), std::max(end.y, y + 1.0)};
+    }
+  }
+  bounds.width = end.x - bounds.x;
+  bounds.height = end.y - bounds.y;
+  return bounds;
+}
 
 }  // namespace
 
@@ -67,8 +125,8 @@ TEST(WideIcon, HasTheGlyphAndTheTitleSideBySide) {
     EXPECT_GT(picture.width(), 5 * height);
     constexpr int blurred = 70;  // where lines are about as thick as a pixel
     EXPECT_TRUE(hasInk(picture, 0, height, white)) << height;
-    EXPECT_TRUE(hasInk(picture, height + 1, 2 * height, white, blurred)) << height;
-    EXPECT_TRUE(hasInk(picture, picture.width() - height / 2, picture.width(), white, blurred))
+    EXPECT_TRUE(hasInk(picture, height * 5 / 4, 2 * height, white, blurred)) << height;
+    EXPECT_TRUE(hasInk(picture, picture.width() - height * 3 / 4, picture.width(), white, blurred))
         << height;
   }
 }
@@ -84,28 +142,104 @@ TEST(WideIcon, IsAsWideAsItsTitleWhateverTheDigits) {
 TEST(WideIcon, HasTheColorsOfTheGlyphAndOfTheRuns) {
   const AttributedString charging{run(" 64%"), run(" ▲", systemGreen), run(" +8.3 W")};
   const Picture picture = rendered(wideIcon(tinted, charging), 64);
-  EXPECT_TRUE(hasInk(picture, 0, 64, orange));
-  EXPECT_FALSE(hasInk(picture, 64, picture.width(), orange));
-  EXPECT_TRUE(hasInk(picture, 64, picture.width(), green));
-  EXPECT_TRUE(hasInk(picture, 64, picture.width(), white));
+  constexpr int glyphEnd = 76;  // with the margin
+  EXPECT_TRUE(hasInk(picture, 0, glyphEnd, orange));
+  EXPECT_FALSE(hasInk(picture, glyphEnd, picture.width(), orange));
+  EXPECT_TRUE(hasInk(picture, glyphEnd, picture.width(), green));
+  EXPECT_TRUE(hasInk(picture, glyphEnd, picture.width(), white));
 }
 
-TEST(WideIcon, HasADarkEdgeThatLightGroundShows) {
-  const Picture picture = rendered(wideIcon(battery, title), 64);
-  int dark = 0;
-  for (int x = 0; x < picture.width(); ++x) {
-    for (int y = 0; y < picture.height(); ++y) {
-      const Pixel pixel = picture.at(x, y);
-      if (pixel.alpha > 150 && pixel.red < 10) ++dark;
+TEST(WideIcon, TextAndEachTintAreLegibleOnThePlateWhateverIsBehindIt) {
+  struct Case {
+    std::optional<Color> color;
+    Pixel expected{};
+  };
+  for (const auto& [color, expected] :
+       {Case{std::nullopt, white}, Case{secondaryLabel, white}, Case{SystemColor::label, white},
+        Case{systemGreen, green}, Case{systemOrange, orange}, Case{systemRed, red}}) {
+    const Symbol symbol{.name = std::string(symbol::battery100), .tint = color};
+    const Picture glyph = rendered(wideIcon(symbol, {}), 64);
+    const Picture text = rendered(wideIcon(std::nullopt, {run("▼", color)}), 64);
+    EXPECT_TRUE(hasInk(glyph, 0, glyph.width(), expected));
+    EXPECT_TRUE(hasInk(text, 0, text.width(), expected));
+    for (const Pixel& ground : grounds) {
+      EXPECT_GE(contrast(expected, on(ground, plate(text))), legible)
+          << expected << " on " << ground;
     }
   }
-  EXPECT_GT(dark, 20 * 64);
+}
+
+TEST(WideIcon, EachDigitIsLegibleAtSixteenPixelsWhateverIsBehindIt) {
+  for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+    const Picture picture = rendered(wideIcon(std::nullopt, {run(digit)}), 16);
+    for (const Pixel& ground : grounds) {
+      const Pixel dark = on(ground, plate(picture));
+      int legiblePixels = 0;
+      for (int x = 0; x < picture.width(); ++x) {
+        for (int y = 0; y < picture.height(); ++y) {
+          const Pixel seen = on(ground, picture.at(x, y));
+          const bool isLighter = luminance(seen) > luminance(dark);
+          if (isLighter && y >= 3 && y < 13 && contrast(seen, dark) >= legible) ++legiblePixels;
+        }
+      }
+      EXPECT_GE(legiblePixels, 10) << digit << " on " << ground;
+    }
+  }
+}
+
+TEST(WideIcon, LooksTheSameOnWhiteAsOnBlack) {
+  // Beyond its round corners: they let the ground through.
+  for (const int height : {16, 22, 64}) {
+    const Picture picture = rendered(wideIcon(battery, title), height);
+    const int corner = height / 4 + 1;
+    for (int x = corner; x < picture.width() - corner; ++x) {
+      for (int y = 0; y < height; ++y) {
+        const Pixel pixel = picture.at(x, y);
+        EXPECT_LE(difference(on(grounds[0], pixel), on(grounds[1], pixel)), 32)
+            << "at " << x << " " << y << " of " << height;
+      }
+    }
+  }
+}
+
+TEST(WideIcon, HasAPlateWithRoundCorners) {
+  const Picture picture = rendered(wideIcon(battery, title), 64);
+  for (const int x : {0, picture.width() - 1}) {
+    for (const int y : {0, 63}) EXPECT_EQ(picture.at(x, y).alpha, 0) << x << " " << y;
+    EXPECT_GT(picture.at(x, 32).alpha, 200) << x;
+  }
+}
+
+TEST(WideIcon, HasTheSameMarginOnBothSides) {
+  const Picture picture = rendered(wideIcon(std::nullopt, {run("0%0")}), 64);
+  const Rect ink = lightPart(picture);
+  EXPECT_NEAR(ink.minX(), picture.width() - ink.maxX(), 1.0);
+  EXPECT_GE(ink.minX(), 10.0);
+}
+
+TEST(WideIcon, ArrowsAreWiderThanDigitsAtSixteenPixels) {
+  for (const char* arrow : {"▲", "▼"}) {
+    const Rect ink = lightPart(rendered(wideIcon(std::nullopt, {run(arrow)}), 16));
+    EXPECT_GE(ink.width, 6.0) << arrow;
+    EXPECT_GE(ink.height, 5.0) << arrow;
+    EXPECT_GT(ink.width, lightPart(rendered(wideIcon(std::nullopt, {run("0")}), 16)).width);
+  }
+}
+
+TEST(WideIcon, TheDotIsUnlikeAZeroAtSixteenPixels) {
+  const auto center = [](const Picture& picture) { return picture.at(picture.width() / 2, 8); };
+  const Picture dot = rendered(wideIcon(std::nullopt, {run("•")}), 16);
+  const Picture zero = rendered(wideIcon(std::nullopt, {run("0")}), 16);
+  EXPECT_EQ(center(dot), white);
+  EXPECT_GE(contrast(white, on(grounds[1], center(zero))), legible);
+  EXPECT_EQ(lightPart(dot).width, lightPart(dot).height);
+  EXPECT_LE(lightPart(dot).height, 0.6 * lightPart(zero).height);
 }
 
 TEST(WideIcon, TheDotBetweenFiguresIsInTheMiddle) {
   // What the dot adds to a blank of the same width.
   const Picture picture = rendered(wideIcon(std::nullopt, {run("·")}), 64);
-  const Rect ink = picture.inkBounds({0.0, 0.0, 1.0 * picture.width(), 64.0}, {0, 0, 0, 0});
+  const Rect ink = lightPart(picture);
   EXPECT_NEAR(ink.minY() + ink.height / 2.0, 32.0, 3.0);
 }
 

@@ -31,8 +31,8 @@ TEST_F(Wide, IsOneItemWithTheTitleInItsIcon) {
   EXPECT_EQ(panel->registered.size(), 1U);
   ASSERT_EQ(iconFiles().size(), 1U);
   EXPECT_EQ(icon(), icons() / (iconFiles()[0] + ".svg"));
-  EXPECT_EQ(pathCount(fileContents(icon())), 2 * 4)
-      << "the glyph, the percentage, the arrow, the power, each over its edge";
+  EXPECT_EQ(pathCount(fileContents(icon())), 5)
+      << "the plate, the glyph, the percentage, the arrow, the power";
 }
 
 TEST_F(Wide, FollowsTheModeTheColorsAndTheGlyph) {
