@@ -12,10 +12,15 @@ namespace lumowatt::artwork {
 inline constexpr double gridSize = 16.0;
 
 /// The part of the square that the symbols reach, the same for all of them.
-inline constexpr Rect bounds{0.0, 1.8, 16.0, 12.4};
+inline constexpr Rect bounds{0.0, 1.25, 16.0, 13.5};
 
-/// The area of a symbol, to be filled in one colour; its figures do not overlap, except that a hole
-/// lies within what surrounds it (the even-odd rule). Absent when there is no symbol of that name.
+/// The name of a battery that is struck through, for a machine without one. It is not among the
+/// symbols: a Mac has no picture of that name.
+inline constexpr std::string_view noBattery = "battery.slash";
+
+/// The area of a symbol or of `noBattery`, to be filled in one color; its figures do not overlap,
+/// except that a hole lies within what surrounds it (the even-odd rule). Absent when there is
+/// nothing of that name.
 std::optional<Path> symbolPath(std::string_view name);
 
 }  // namespace lumowatt::artwork

@@ -38,6 +38,8 @@ const IconTint* find(std::optional<SystemColor> color) {
   return found == iconTints.end() ? nullptr : found;
 }
 
+const IconInk& find(Ink ink) { return *std::ranges::find(iconInks, ink, &IconInk::ink); }
+
 }  // namespace
 
 std::string decimal(double value) {
@@ -58,11 +60,11 @@ std::string pathData(const Path& path) {
   return data;
 }
 
-std::string iconName(std::string_view symbol, std::optional<SystemColor> tint) {
+std::string iconName(std::string_view symbol, std::optional<SystemColor> tint, Ink ink) {
   std::string name = "lumowatt-" + std::string(symbol) + "-";
   std::ranges::replace(name, '.', '-');  // what follows a dot may be taken for a file's type
-  const IconTint* const known = find(tint);
-  return name.append(known != nullptr ? known->name : "symbolic");
+  if (const IconTint* const known = find(tint)) return name.append(known->name);
+  return name.append(find(ink).name);
 }
 
 std::string area(const Path& path, std::optional<SystemColor> tint, std::string_view attributes) {
@@ -76,20 +78,18 @@ std::string area(const Path& path, std::optional<SystemColor> tint, std::string_
   return element.append(attributes).append(" d=\"").append(pathData(path)).append("\"/>\n");
 }
 
-std::string svg(const Size& size, const std::string& elements, double magnification) {
+std::string svg(const Size& size, const std::string& elements, Ink ink, double magnification) {
   const std::string width = decimal(size.width);
   const std::string height = decimal(size.height);
   return R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" +
          decimal(size.width * magnification) + "\" height=\"" +
          decimal(size.height * magnification) + R"(" viewBox="0 0 )" + width + " " + height +
-         "\">\n" +
-         R"(<style type="text/css" id="current-color-scheme">.ColorScheme-Text{color:#909090})"
-         "</style>\n" +
-         elements + "</svg>\n";
+         "\">\n" + R"(<style type="text/css" id="current-color-scheme">.ColorScheme-Text{color:)" +
+         std::string(find(ink).value) + "}</style>\n" + elements + "</svg>\n";
 }
 
-std::string symbolIcon(const Path& path, std::optional<SystemColor> tint) {
-  return svg({gridSize, gridSize}, area(path, tint, R"(fill-rule="evenodd")"));
+std::string symbolIcon(const Path& path, std::optional<SystemColor> tint, Ink ink) {
+  return svg({gridSize, gridSize}, area(path, tint, R"(fill-rule="evenodd")"), ink);
 }
 
 }  // namespace lumowatt::artwork

@@ -23,27 +23,43 @@ inline constexpr std::array<IconTint, 3> iconTints{{{SystemColor::green, "green"
                                                     {SystemColor::orange, "orange", "#e07600"},
                                                     {SystemColor::red, "red", "#f0403a"}}};
 
+/// The color of a template where the panel does not recolor it, as the desktop's color scheme asks
+/// for it. Where that is not known it is a gray that can be made out on light and on dark panels.
+enum class Ink { unknown, dark, light };
+
+struct IconInk {
+  Ink ink;
+  std::string_view name;   ///< how the name of an icon in it ends
+  std::string_view value;  ///< as in style sheets
+};
+
+inline constexpr std::array<IconInk, 3> iconInks{{{Ink::unknown, "symbolic", "#909090"},
+                                                  {Ink::dark, "dark-symbolic", "#303030"},
+                                                  {Ink::light, "light-symbolic", "#e8e8e8"}}};
+
 /// A length or coordinate as SVG has it, to the nearest thousandth: "2", "0.75".
 std::string decimal(double value);
 
 /// A path as SVG's path data.
 std::string pathData(const Path& path);
 
-/// The name of the icon that shows a symbol in a tint or, without one, as a template. A template's
-/// ends in "-symbolic", by which GTK knows that it is to colour it. A colour that is not among the
-/// tints counts as none.
-std::string iconName(std::string_view symbol, std::optional<SystemColor> tint);
+/// The name of the icon that shows a symbol in a tint or, without one, as a template in an ink. A
+/// template's ends in "-symbolic", by which GTK knows that it is to color it. A color that is not
+/// among the tints counts as none.
+std::string iconName(std::string_view symbol, std::optional<SystemColor> tint,
+                     Ink ink = Ink::unknown);
 
 /// An area with these attributes, as an element of an icon: in a tint, which stays what it is also
 /// in an icon that GTK colours, or without one as a template. Panels colour that through the file's
-/// style sheet (KDE) or its shapes (GTK); where none does, it is grey.
+/// style sheet (KDE) or its shapes (GTK); where none does, it has the icon's ink.
 std::string area(const Path& path, std::optional<SystemColor> tint, std::string_view attributes);
 
-/// An icon of that size as an SVG file, with the style sheet of templates, shown so many times as
-/// large where nobody asks for a size.
-std::string svg(const Size& size, const std::string& elements, double magnification = 1.0);
+/// An icon of that size as an SVG file, with the style sheet of templates in that ink, shown so
+/// many times as large where nobody asks for a size.
+std::string svg(const Size& size, const std::string& elements, Ink ink = Ink::unknown,
+                double magnification = 1.0);
 
-/// The icon of an area on the symbols' square, in a tint or as a template.
-std::string symbolIcon(const Path& path, std::optional<SystemColor> tint);
+/// The icon of an area on the symbols' square, in a tint or as a template in an ink.
+std::string symbolIcon(const Path& path, std::optional<SystemColor> tint, Ink ink = Ink::unknown);
 
 }  // namespace lumowatt::artwork

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "artwork/characters.h"
-#include "artwork/svg.h"
 
 namespace lumowatt::artwork {
 
@@ -60,10 +59,10 @@ std::string elements(const TileRow& row, const RowStyle& style) {
 
 }  // namespace
 
-std::string tileIcon(const Tile& tile) {
+std::string tileIcon(const Tile& tile, Ink ink) {
   std::string rows;
   for (std::size_t i = 0; i < tile.size(); ++i) rows += elements(tile[i], style(tile, i));
-  return svg({side, side}, rows);
+  return svg({side, side}, rows, ink);
 }
 
 }  // namespace lumowatt::artwork

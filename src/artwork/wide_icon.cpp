@@ -72,7 +72,7 @@ std::string wideIcon(const std::optional<Symbol>& symbol, const AttributedString
     width += text->width;
   }
   width += plateMargin;
-  return svg({width, gridSize}, plate(width) + elements, magnification);
+  return svg({width, gridSize}, plate(width) + elements, Ink::unknown, magnification);
 }
 
 }  // namespace lumowatt::artwork

@@ -16,7 +16,7 @@ namespace {
 constexpr double side = 1024.0;
 constexpr double scale = 40.0;
 
-constexpr std::string_view boltColor = "#3ddc84";
+constexpr std::string_view boltColor = "#129a50";
 constexpr std::string_view bodyColor = "#f4f1fa";
 
 constexpr std::string_view background =
@@ -36,11 +36,11 @@ std::string area(const Path& path, std::string_view color) {
 
 std::string appIcon() {
   const Path glyph = symbolPath(symbol::battery100Bolt).value();
-  // The bolt is the first figure.
+  // The second figure is the bolt, a hole in the first. Both are painted, the bolt over the body.
   const auto end = std::ranges::find_if(
       glyph, [](const auto& movement) { return std::holds_alternative<ClosePath>(movement); });
-  const Path bolt(glyph.begin(), end + 1);
-  const Path body(end + 1, glyph.end());
+  const Path body(glyph.begin(), end + 1);
+  const Path bolt(end + 1, glyph.end());
   const std::string offset = fixed((side - gridSize * scale) / 2.0, 1);
   return R"(<svg xmlns="http://www.w3.org/2000/svg" width="1024" height="1024" )"
          R"(viewBox="0 0 1024 1024">)"

@@ -1,5 +1,5 @@
-// Writes the icons of all symbols, templates and tinted ones, and those of the application, into a
-// folder:
+// Writes the icons of all symbols and of no battery, as templates in each ink, those of the symbols
+// in each tint, and the application's own into a folder:
 //
 //   generate_icons FOLDER
 
@@ -27,10 +27,19 @@ void write(const std::string& path, const std::string& contents) {
   }
 }
 
-void writeIcon(const std::string& folder, std::string_view symbol,
-               std::optional<SystemColor> tint) {
-  write(folder + "/" + iconName(symbol, tint) + ".svg",
-        symbolIcon(symbolPath(symbol).value(), tint));
+void writeTemplates(const std::string& folder, std::string_view symbol) {
+  const Path path = symbolPath(symbol).value();
+  for (const IconInk& ink : iconInks) {
+    write(folder + "/" + iconName(symbol, std::nullopt, ink.ink) + ".svg",
+          symbolIcon(path, std::nullopt, ink.ink));
+  }
+}
+
+void writeTinted(const std::string& folder, std::string_view symbol) {
+  const Path path = symbolPath(symbol).value();
+  for (const IconTint& tint : iconTints) {
+    write(folder + "/" + iconName(symbol, tint.color) + ".svg", symbolIcon(path, tint.color));
+  }
 }
 
 }  // namespace
@@ -45,9 +54,10 @@ int main(int argc, char** argv) {
   }
   const std::string folder = argv[1];
   for (const std::string_view symbol : symbol::all) {
-    artwork::writeIcon(folder, symbol, std::nullopt);
-    for (const auto& tint : artwork::iconTints) artwork::writeIcon(folder, symbol, tint.color);
+    artwork::writeTemplates(folder, symbol);
+    artwork::writeTinted(folder, symbol);
   }
+  artwork::writeTemplates(folder, artwork::noBattery);
   const std::string application = folder + "/com.fernhollow.Lumowatt";
   artwork::write(application + ".svg", artwork::appIcon());
   artwork::write(application + "-symbolic.svg",

@@ -28,19 +28,52 @@ constexpr std::array levels{symbol::battery0, symbol::battery25, symbol::battery
 
 using Tint = std::optional<SystemColor>;
 
-std::vector<Tint> tints() {
-  std::vector<Tint> all{std::nullopt};
-  for (const IconTint& tint : iconTints) all.emplace_back(tint.color);
+std::string_view colorOf(Ink ink) { return std::ranges::find(iconInks, ink, &IconInk::ink)->value; }
+
+/// What an icon of the build shows, and in which color.
+struct Icon {
+  std::string_view name;
+  Tint tint = std::nullopt;
+  Ink ink = Ink::unknown;
+
+  std::string file() const { return icons / (iconName(name, tint, ink) + ".svg"); }
+
+  std::string_view color() const {
+    const auto* const known = std::ranges::find(iconTints, tint, &IconTint::color);
+    return known != iconTints.end() ? known->value : colorOf(ink);
+  }
+};
+
+std::ostream& operator<<(std::ostream& stream, const Icon& icon) {
+  return stream << iconName(icon.name, icon.tint, icon.ink);
+}
+
+/// All symbols and no battery.
+std::vector<std::string_view> names() {
+  std::vector<std::string_view> all(symbol::all.begin(), symbol::all.end());
+  all.push_back(noBattery);
   return all;
 }
 
-std::string file(std::string_view name, Tint tint) {
-  return icons / (iconName(name, tint) + ".svg");
+std::vector<Icon> templates() {
+  std::vector<Icon> all;
+  for (const std::string_view name : names()) {
+    for (const IconInk& ink : iconInks) all.push_back({.name = name, .ink = ink.ink});
+  }
+  return all;
 }
 
-/// An icon as it is rendered at a size.
-Picture rendered(std::string_view name, Tint tint, int size) {
-  return lumowatt::rendered(file(name, tint), size);
+std::vector<Icon> everyIcon() {
+  std::vector<Icon> all = templates();
+  for (const std::string_view name : symbol::all) {
+    for (const IconTint& tint : iconTints) all.push_back({.name = name, .tint = tint.color});
+  }
+  return all;
+}
+
+/// An icon as it is rendered at a size, without a tint and in the ink of an unknown panel.
+Picture rendered(std::string_view name, int size) {
+  return lumowatt::rendered(Icon{name}.file(), size);
 }
 
 Pixel pixel(std::string_view hex) {
@@ -67,10 +100,45 @@ double contrast(const Pixel& a, const Pixel& b) {
 
 /// How opaque the pixels of a column are, from the top, each from 0 to 1.
 std::vector<double> column(const Picture& picture, int x) {
-  std::vector<double> alphas(static_cast<std::size_t>(picture.height()));
-  int y = 0;
-  for (double& alpha : alphas) alpha = picture.at(x, y++).alpha / 255.0;
+  std::vector<double> alphas;
+  alphas.reserve(static_cast<std::size_t>(picture.height()));
+  for (int y = 0; y < picture.height(); ++y) alphas.push_back(picture.at(x, y).alpha / 255.0);
   return alphas;
+}
+
+/// The same of a row, from the left.
+std::vector<double> row(const Picture& picture, int y) {
+  std::vector<double> alphas;
+  alphas.reserve(static_cast<std::size_t>(picture.width()));
+  for (int x = 0; x < picture.width(); ++x) alphas.push_back(picture.at(x, y).alpha / 255.0);
+  return alphas;
+}
+
+/// What is covered ('#') and what is free ('.'), in turn, whatever lies between these left out.
+std::string runs(const std::vector<double>& alphas) {
+  std::string kinds;
+  for (const double alpha : alphas) {
+    const char kind = alpha > 0.8 ? '#' : alpha < 0.2 ? '.' : '\0';
+    if (kind != '\0' && (kinds.empty() || kinds.back() != kind)) kinds += kind;
+  }
+  return kinds;
+}
+
+/// Expects that each pixel is as opaque as it would be if its area were covered exactly.
+void expectAlphas(const std::vector<double>& alphas, const std::vector<double>& expected) {
+  ASSERT_EQ(alphas.size(), expected.size());
+  for (std::size_t i = 0; i < alphas.size(); ++i) EXPECT_NEAR(alphas[i], expected[i], 0.03) << i;
+}
+
+/// How different two pictures are: the sum over all pixels, in pixels.
+double distance(const Picture& a, const Picture& b) {
+  double sum = 0.0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) {
+      sum += std::abs(a.at(x, y).alpha - b.at(x, y).alpha) / 255.0;
+    }
+  }
+  return sum;
 }
 
 }  // namespace
@@ -104,12 +172,30 @@ TEST(IconName, AColorWithoutIconsCountsAsNone) {
             "lumowatt-battery-0percent-symbolic");
 }
 
-TEST(Icons, AreThereForEverySymbolAndTintAndNoMore) {
-  std::set<std::string> expected;
-  for (const std::string_view name : symbol::all) {
-    for (const Tint& tint : tints()) expected.insert(iconName(name, tint) + ".svg");
+TEST(IconName, OfATemplateTellsTheInkBeforeTheEndByWhichGtkKnowsIt) {
+  EXPECT_EQ(iconName("battery.25percent", std::nullopt, Ink::unknown),
+            "lumowatt-battery-25percent-symbolic");
+  EXPECT_EQ(iconName("battery.25percent", std::nullopt, Ink::dark),
+            "lumowatt-battery-25percent-dark-symbolic");
+  EXPECT_EQ(iconName("battery.slash", std::nullopt, Ink::light),
+            "lumowatt-battery-slash-light-symbolic");
+  EXPECT_EQ(iconName("battery.25percent", SystemColor::accent, Ink::light),
+            "lumowatt-battery-25percent-light-symbolic");
+}
+
+TEST(IconName, OfATintedIconIsTheSameForEveryInk) {
+  for (const IconInk& ink : iconInks) {
+    EXPECT_EQ(iconName("battery.25percent", SystemColor::green, ink.ink),
+              "lumowatt-battery-25percent-green");
   }
-  EXPECT_EQ(expected.size(), 6U * 4U);
+}
+
+TEST(Icons, AreThereForEverySymbolInkAndTintAndForNoBatteryAndNoMore) {
+  std::set<std::string> expected;
+  for (const Icon& icon : everyIcon()) {
+    expected.insert(iconName(icon.name, icon.tint, icon.ink) + ".svg");
+  }
+  EXPECT_EQ(expected.size(), 6U * (3U + 3U) + 3U);
   // The application's own.
   expected.insert({"com.fernhollow.Lumowatt.svg", "com.fernhollow.Lumowatt-symbolic.svg"});
   std::set<std::string> found;
@@ -121,69 +207,77 @@ TEST(Icons, AreThereForEverySymbolAndTintAndNoMore) {
 
 TEST(Icons, AreValid) {
   std::vector<std::string> command{"xmllint", "--noout"};
-  for (const std::string_view name : symbol::all) {
-    for (const Tint& tint : tints()) command.push_back(file(name, tint));
-  }
+  for (const Icon& icon : everyIcon()) command.push_back(icon.file());
   const auto result = runProcess(command);
   EXPECT_EQ(result.status, 0) << result.errors;
 }
 
 TEST(Icons, ATemplateHasTheFormThatPanelsColor) {
-  for (const std::string_view name : symbol::all) {
-    const std::string contents = fileContents(file(name, std::nullopt));
+  for (const Icon& icon : templates()) {
+    const std::string contents = fileContents(icon.file());
     EXPECT_NE(contents.find(R"(<style type="text/css" id="current-color-scheme">)"
-                            ".ColorScheme-Text{color:#909090}</style>"),
-              std::string::npos);
+                            ".ColorScheme-Text{color:" +
+                            std::string(icon.color()) + "}</style>"),
+              std::string::npos)
+        << icon;
     EXPECT_NE(contents.find(R"(<path class="ColorScheme-Text" fill="currentColor")"),
-              std::string::npos);
+              std::string::npos)
+        << icon;
   }
 }
 
 TEST(Icons, ATintedOneHasItsColorInIt) {
   for (const IconTint& tint : iconTints) {
-    const std::string contents = fileContents(file(symbol::battery50, tint.color));
+    const std::string contents =
+        fileContents(Icon{.name = symbol::battery50, .tint = tint.color}.file());
     EXPECT_NE(contents.find("<path fill=\"" + std::string(tint.value) + "\""), std::string::npos);
     EXPECT_EQ(contents.find("currentColor"), std::string::npos);
   }
 }
 
-TEST(Icons, StandOutFromLightAndFromDarkPanels) {
-  for (const char* color : {iconTints[0].value.data(), iconTints[1].value.data(),
-                            iconTints[2].value.data(), "#909090"}) {
+TEST(Icons, OfATintOrAnUnknownInkStandOutFromLightAndFromDarkPanels) {
+  for (const std::string_view color :
+       {iconTints[0].value, iconTints[1].value, iconTints[2].value, colorOf(Ink::unknown)}) {
     EXPECT_GE(contrast(pixel(color), pixel("#ffffff")), 3.0) << color;
     EXPECT_GE(contrast(pixel(color), pixel("#2d2d2d")), 3.0) << color;
     EXPECT_GE(contrast(pixel(color), pixel("#000000")), 3.0) << color;
   }
 }
 
+TEST(Icons, OfAKnownInkHaveTheContrastOfTextOnThePanelsOfItsColorScheme) {
+  // White; Adwaita, Breeze; of LXQt Clearlooks, and the darkest of the gradients of Light and
+  // Silver.
+  for (const char* panel : {"#ffffff", "#ebebeb", "#eff0f1", "#edeceb", "#c0c0c0", "#adadad"}) {
+    EXPECT_GE(contrast(pixel(colorOf(Ink::dark)), pixel(panel)), 4.5) << panel;
+  }
+  // Black; Adwaita, Breeze; the lightest of the gradients of LXQt's Ambiance and Kvantum.
+  for (const char* panel : {"#000000", "#2e3436", "#31363b", "#515048", "#505050"}) {
+    EXPECT_GE(contrast(pixel(colorOf(Ink::light)), pixel(panel)), 4.5) << panel;
+  }
+}
+
 class RenderedIcon : public testing::TestWithParam<int> {};
 
-TEST_P(RenderedIcon, HasItsTintAndIsTransparentElsewhere) {
+TEST_P(RenderedIcon, HasItsColorAndIsTransparentElsewhere) {
   const int size = GetParam();
-  for (const std::string_view name : symbol::all) {
-    for (const Tint& tint : tints()) {
-      const auto known = std::ranges::find(iconTints, tint, &IconTint::color);
-      const Pixel color = pixel(known == iconTints.end() ? "#909090" : known->value);
-      const Picture picture = rendered(name, tint, size);
-      ASSERT_EQ(picture.width(), size);
-      ASSERT_EQ(picture.height(), size);
-      int opaque = 0;
-      for (int y = 0; y < size; ++y) {
-        for (int x = 0; x < size; ++x) {
-          const Pixel found = picture.at(x, y);
-          if (found.alpha == 255) ++opaque;
-          if (found.alpha < 128) continue;  // what is faint has lost its color to rounding
-          EXPECT_LE(difference({found.red, found.green, found.blue, 255}, color), 2) << name;
-        }
+  for (const Icon& icon : everyIcon()) {
+    const Pixel color = pixel(icon.color());
+    const Picture picture = lumowatt::rendered(icon.file(), size);
+    ASSERT_EQ(picture.width(), size);
+    ASSERT_EQ(picture.height(), size);
+    int opaque = 0;
+    for (int y = 0; y < size; ++y) {
+      for (int x = 0; x < size; ++x) {
+        const Pixel found = picture.at(x, y);
+        if (found.alpha == 255) ++opaque;
+        if (found.alpha < 128) continue;  // what is faint has lost its color to rounding
+        EXPECT_LE(difference({found.red, found.green, found.blue, 255}, color), 2) << icon;
       }
-      // The outline of the empty battery is thinner than a pixel at the smallest size.
-      if (name != symbol::battery0 || size >= 22) {
-        EXPECT_GT(opaque, 0) << name;
-      }
-      for (const int corner : {0, size - 1}) {
-        EXPECT_EQ(picture.at(corner, 0).alpha, 0) << name;
-        EXPECT_EQ(picture.at(corner, size - 1).alpha, 0) << name;
-      }
+    }
+    EXPECT_GT(opaque, 0) << icon;
+    for (const int corner : {0, size - 1}) {
+      EXPECT_EQ(picture.at(corner, 0).alpha, 0) << icon;
+      EXPECT_EQ(picture.at(corner, size - 1).alpha, 0) << icon;
     }
   }
 }
@@ -193,7 +287,7 @@ TEST_P(RenderedIcon, ItsFillGrowsWithTheLevelByQuarters) {
   std::vector<double> coverage;
   coverage.reserve(levels.size());
   for (const std::string_view name : levels) {
-    coverage.push_back(rendered(name, std::nullopt, size).coverage());
+    coverage.push_back(rendered(name, size).coverage());
   }
   const double full = coverage.back() - coverage.front();
   EXPECT_GT(full, 0.1 * size * size);
@@ -206,7 +300,7 @@ TEST_P(RenderedIcon, ItsFillGrowsWithTheLevelByQuarters) {
 TEST_P(RenderedIcon, IsCenteredVertically) {
   const int size = GetParam();
   for (const std::string_view name : levels) {
-    const Picture picture = rendered(name, std::nullopt, size);
+    const Picture picture = rendered(name, size);
     for (int x = 0; x < size; ++x) {
       const std::vector<double> alphas = column(picture, x);
       for (std::size_t y = 0; y < alphas.size(); ++y) {
@@ -218,7 +312,7 @@ TEST_P(RenderedIcon, IsCenteredVertically) {
 
 TEST_P(RenderedIcon, WithTheBoltCoversAsMuchAboveTheMiddleAsBelow) {
   const int size = GetParam();
-  const Picture picture = rendered(symbol::battery100Bolt, std::nullopt, size);
+  const Picture picture = rendered(symbol::battery100Bolt, size);
   double above = 0.0;
   double below = 0.0;
   for (int x = 0; x < size; ++x) {
@@ -232,28 +326,31 @@ TEST_P(RenderedIcon, WithTheBoltCoversAsMuchAboveTheMiddleAsBelow) {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, RenderedIcon, testing::Values(16, 22, 64));
 
-TEST(Icons, AreSharpAtSixteenAndTwentyTwoPixels) {
-  // From the top down the middle of a full battery: nothing, the outline's row, a gap, the fill.
-  const std::vector<double> at16 = column(rendered(symbol::battery100, std::nullopt, 16), 7);
-  EXPECT_LE(at16[3], 0.15);
-  EXPECT_GE(at16[4], 0.7);
-  EXPECT_LE(at16[5], 0.15);
-  EXPECT_GE(at16[6], 0.95);
-  EXPECT_GE(at16[7], 0.95);
+// Down the middle of a full battery: nothing, the outline, a gap, the fill, and the same again.
+// Along its middle row: the outline, a gap, the fill, a gap, the outline and the terminal.
 
-  const std::vector<double> at22 = column(rendered(symbol::battery100, std::nullopt, 22), 9);
-  EXPECT_LE(at22[5], 0.15);
-  EXPECT_GE(at22[6], 0.85);
-  EXPECT_LE(at22[7], 0.15);
-  EXPECT_GE(at22[8], 0.85);
-  EXPECT_GE(at22[9], 0.95);
+TEST(Icons, AreOfWholePixelsAtSixteen) {
+  const Picture full = rendered(symbol::battery100, 16);
+  expectAlphas(column(full, 7), {0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1, 0, 0, 0});
+  expectAlphas(row(full, 7), {1, 1, 0, 1, 1, 1, 1, 1, 1, 1, 1, 0, 1, 1, 1, 1});
+}
+
+TEST(Icons, AreSharpAtTwentyTwo) {
+  // A unit is 1.375 pixels: edges 2, 3 and 5 units from the middle are 2.75, 4.125 and 6.875 from
+  // it.
+  const Picture full = rendered(symbol::battery100, 22);
+  expectAlphas(column(full, 9), {0, 0, 0,    0, 0.875, 1, 0.875, 0, 0.75, 1, 1,
+                                 1, 1, 0.75, 0, 0.875, 1, 0.875, 0, 0,    0, 0});
+  // From the left, edges 2, 3, 11 and 12 units from there are at 2.75, 4.125, 15.125 and 16.5.
+  expectAlphas(row(full, 10),
+               {1, 1, 0.75, 0, 0.875, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0.125, 0.5, 1, 1, 1, 1, 1});
 }
 
 class IconReference : public testing::TestWithParam<std::string_view> {};
 
 TEST_P(IconReference, IsWhatTheIconLooksLike) {
   const std::string name = iconName(GetParam(), std::nullopt);
-  const Picture picture = rendered(GetParam(), std::nullopt, 64);
+  const Picture picture = rendered(GetParam(), 64);
   const Picture reference(fileContents(fixturePath("pictures", name + ".png")));
   ASSERT_EQ(reference.width(), 64);
   ASSERT_EQ(reference.height(), 64);
@@ -266,19 +363,40 @@ TEST_P(IconReference, IsWhatTheIconLooksLike) {
   EXPECT_EQ(different, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Symbols, IconReference, testing::ValuesIn(symbol::all),
+INSTANTIATE_TEST_SUITE_P(Symbols, IconReference, testing::ValuesIn(names()),
                          [](const auto& test) { return testName(std::string(test.param)); });
 
-TEST(Icons, TheBoltIsCutFreeOfTheFill) {
-  // Along the middle row: the outline, a gap, fill, a gap, the bolt, and the same again.
-  const Picture picture = rendered(symbol::battery100Bolt, std::nullopt, 64);
-  std::string runs;
-  for (int x = 0; x < 64; ++x) {
-    const int alpha = picture.at(x, 32).alpha;
-    const char kind = alpha > 200 ? '#' : alpha < 50 ? '.' : '\0';
-    if (kind != '\0' && (runs.empty() || runs.back() != kind)) runs += kind;
+TEST(Icons, TheBoltIsAHoleInABatteryThatIsFilled) {
+  // In the middle row the terminal is a part of the body.
+  const Picture picture = rendered(symbol::battery100Bolt, 64);
+  EXPECT_EQ(runs(row(picture, 32)), "#.#");
+  EXPECT_EQ(runs(column(picture, 28)), ".#.#.");
+}
+
+TEST(Icons, TheBoltIsMadeOutAtSixteenPixels) {
+  // Its area is 17.4 units, which are pixels at this size: more than half of them are free.
+  const Picture picture = rendered(symbol::battery100Bolt, 16);
+  int free = 0;
+  for (int y = 4; y < 12; ++y) {
+    for (int x = 2; x < 12; ++x) {
+      if (picture.at(x, y).alpha < 64) ++free;
+    }
   }
-  EXPECT_EQ(runs, "#.#.#.#.#.#") << "outline, fill, bolt, fill, outline, terminal";
+  EXPECT_GE(free, 9);
+}
+
+TEST(Icons, NoBatteryIsStruckThroughWithAGapOnEitherSide) {
+  const Picture picture = rendered(noBattery, 64);
+  EXPECT_EQ(runs(row(picture, 32)), "#.#.#") << "the outline, the slash, the outline";
+  EXPECT_EQ(runs(row(picture, 16)), ".#.#.") << "above, the slash and the outline";
+  EXPECT_EQ(runs(row(picture, 48)), ".#.#.") << "below, the outline and the slash";
+}
+
+TEST(Icons, NoBatteryIsUnlikeAnEmptyOneAtSixteenPixels) {
+  // Neighboring levels differ by eight pixels.
+  const Picture empty = rendered(symbol::battery0, 16);
+  EXPECT_NEAR(distance(empty, rendered(symbol::battery25, 16)), 8.0, 0.2);
+  EXPECT_GT(distance(empty, rendered(noBattery, 16)), 3 * 8.0);
 }
 
 TEST(Icons, ThePanelsColorReplacesATemplatesGrey) {
@@ -286,9 +404,8 @@ TEST(Icons, ThePanelsColorReplacesATemplatesGrey) {
   const TemporaryFolder folder;
   folder.write("style.css", "path { fill: #ff0000 !important; }");
   const std::string png = folder.path() / "icon.png";
-  const auto result =
-      runProcess({"rsvg-convert", "--stylesheet", folder.path() / "style.css", "-w", "64", "-h",
-                  "64", "-o", png, file(symbol::battery100, std::nullopt)});
+  const auto result = runProcess({"rsvg-convert", "--stylesheet", folder.path() / "style.css", "-w",
+                                  "64", "-h", "64", "-o", png, Icon{symbol::battery100}.file()});
   ASSERT_EQ(result.status, 0) << result.errors;
   EXPECT_EQ(Picture(fileContents(png)).at(20, 32), (Pixel{255, 0, 0, 255}));
 }

@@ -105,6 +105,15 @@ TEST(TileIcon, IsMadeOfPathsThatPanelsColor) {
   EXPECT_EQ(icon.find("<text"), std::string::npos);
 }
 
+TEST(TileIcon, HasTheInkThatItIsGiven) {
+  for (const auto& [ink, name, value] : iconInks) {
+    const std::string icon = tileIcon({{"64%"}, {"+8.3", SystemColor::green}}, ink);
+    EXPECT_NE(icon.find(".ColorScheme-Text{color:" + std::string(value) + "}"), std::string::npos)
+        << name;
+    EXPECT_NE(icon.find(R"(<path fill="#26a650")"), std::string::npos) << "the tint";
+  }
+}
+
 class RenderedTile : public testing::TestWithParam<int> {};
 
 TEST_P(RenderedTile, EachCharacterHasInkAndLooksLikeNoOther) {

@@ -23,12 +23,13 @@ TEST(AppIcon, IsABatteryWithAGreenBoltOnADarkSquareWithMargins) {
   EXPECT_EQ(icon.at(56, 56).alpha, 0);  // a round corner
   EXPECT_EQ(icon.at(256, 60).alpha, 255);
   EXPECT_EQ(icon.at(256, 455).alpha, 255);
-  const Pixel bolt{0x3d, 0xdc, 0x84, 255};
+  const Pixel bolt{0x12, 0x9a, 0x50, 255};
   const Pixel body{0xf4, 0xf1, 0xfa, 255};
-  // The body's centre is at 6.96 of 16 units of 20 pixels each, from 96.
-  EXPECT_EQ(icon.at(96 + 139, 256), bolt);
-  EXPECT_EQ(icon.at(96 + 8, 256), body);    // the middle of the outline's left side
-  EXPECT_EQ(icon.at(96 + 310, 256), body);  // the terminal
+  // The body's center is at 7 of 16 units of 20 pixels each, from 96; its half width is 7 units.
+  EXPECT_EQ(icon.at(96 + 140, 256), bolt);
+  EXPECT_EQ(icon.at(96 + 40, 256), body);   // left of the bolt, which begins 3.6 units off
+  EXPECT_EQ(icon.at(96 + 240, 256), body);  // right of it
+  EXPECT_EQ(icon.at(96 + 300, 256), body);  // the terminal
 }
 
 }  // namespace lumowatt::artwork
