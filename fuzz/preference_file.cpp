@@ -86,11 +86,15 @@ std::int64_t expectedInteger(std::string_view text) {
 }
 
 bool expectedTruth(std::string text) {
-  static const std::set<std::string> yes{"true", "yes", "on", "1"};
+  static const std::set<std::string> yes{"true", "yes", "on"};
   for (char& letter : text) {
     if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter + ('a' - 'A'));
   }
-  return yes.contains(text);
+  if (yes.contains(text)) return true;
+  if (!text.empty() && (text[0] == '+' || text[0] == '-')) text.erase(0, 1);
+  const auto isDigit = [](char letter) { return letter >= '0' && letter <= '9'; };
+  return std::ranges::all_of(text, isDigit) &&
+         std::ranges::any_of(text, [](char digit) { return digit != '0'; });
 }
 
 std::string contents(const std::string& path) {

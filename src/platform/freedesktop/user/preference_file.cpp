@@ -44,11 +44,18 @@ std::int64_t integer(std::string_view value) {
   return value.starts_with('-') ? Limits::min() : Limits::max();
 }
 
+/// Whether the value is a whole number other than 0.
+bool isNumberButZero(std::string_view value) {
+  if (value.starts_with('-') || value.starts_with('+')) value.remove_prefix(1);
+  return value.find_first_not_of("0123456789") == std::string_view::npos &&
+         value.find_first_not_of('0') != std::string_view::npos;
+}
+
 bool boolean(std::string_view value) {
-  constexpr std::array<std::string_view, 4> yes{"true", "yes", "on", "1"};
+  constexpr std::array<std::string_view, 3> yes{"true", "yes", "on"};
   std::string text(value);
   std::ranges::transform(text, text.begin(), lower);
-  return std::ranges::find(yes, text) != yes.end();
+  return isNumberButZero(text) || std::ranges::find(yes, text) != yes.end();
 }
 
 }  // namespace

@@ -17,8 +17,8 @@ class PreferenceFile {
 
   /// What is stored under each of the keys, by one reading of the file; nothing when it cannot be
   /// read. A number is that at the start of the value, the nearest one that 64 bits can hold, and 0
-  /// for a value that begins with none. True are "true", "yes", "on" and "1", in letters of either
-  /// case.
+  /// for a value that begins with none. True are "true", "yes" and "on", in letters of either case,
+  /// and every whole number but 0.
   std::vector<std::optional<StoredPreference>> read(
       const std::vector<std::string_view>& keys) const;
 

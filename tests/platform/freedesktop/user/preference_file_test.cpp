@@ -103,12 +103,14 @@ TEST_F(PreferenceFileTest, ANumberIsReadAsFarAsItGoesAndFits) {
   EXPECT_EQ(number("-99999999999999999999"), std::numeric_limits<std::int64_t>::min());
 }
 
-TEST_F(PreferenceFileTest, ATruthValueIsOneOfFourWords) {
-  for (const char* value : {"true", "TRUE", "yes", "On", "1"}) {
+TEST_F(PreferenceFileTest, ATruthValueIsOneOfThreeWordsOrANumber) {
+  for (const char* value :
+       {"true", "TRUE", "yes", "On", "1", "2", "-1", "+1", "007", "10", "99999999999999999999"}) {
     write("color=" + std::string(value) + "\n");
     EXPECT_TRUE(boolean("color")) << value;
   }
-  for (const char* value : {"false", "no", "off", "0", "", "banana", "2", "truely"}) {
+  for (const char* value :
+       {"false", "no", "off", "0", "", "banana", "truely", "-0", "000", "-", "+", "1x", "--1"}) {
     write("color=" + std::string(value) + "\n");
     EXPECT_FALSE(boolean("color")) << value;
     EXPECT_TRUE(has("color")) << value;
