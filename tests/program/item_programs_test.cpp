@@ -1,6 +1,8 @@
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <csignal>
+#include <optional>
 #include <sstream>
 
 #include "program/item_fixture.h"
@@ -27,6 +29,34 @@ class Commands : public ItemTest {
     choose(id, title);
   }
   std::string chartFile() const { return user.path() / "runtime/lumowatt-chart.png"; }
+};
+
+/// Plasma's clipboard.
+class Klipper : public BusPeer {
+ public:
+  explicit Klipper(const SessionBus& session) : BusPeer(session) {
+    static const sd_bus_vtable table[] = {
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("setClipboardContents", "s", "", setContents, 0),
+        SD_BUS_VTABLE_END,
+    };
+    sd_bus_add_object_vtable(bus(), nullptr, "/klipper", "org.kde.klipper.klipper", table, this);
+    own("org.kde.klipper");
+  }
+
+  std::optional<std::string> contents;
+  bool refuses = false;
+  bool wasAsked = false;
+
+ private:
+  static int setContents(sd_bus_message* call, void* object, sd_bus_error*) {
+    auto& self = *static_cast<Klipper*>(object);
+    self.wasAsked = true;
+    const char* text = nullptr;
+    if (self.refuses || sd_bus_message_read(call, "s", &text) < 0) return -EIO;
+    self.contents = text;
+    return sd_bus_reply_method_return(call, "");
+  }
 };
 
 /// A program that tells its arguments and its input.
@@ -58,6 +88,68 @@ TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
             "lumowatt: no wl-copy or xclip can be started to copy the details\n");
+}
+
+TEST_F(Commands, AProgramThatFailsToCopySoundsTheBell) {
+  install("canberra-gtk-play", telling);
+  install("wl-copy", "exit 1");
+  install("xclip", "touch $traces/xclip");
+  variables = {{"WAYLAND_DISPLAY", "wayland-0"}};
+  startAndChoose(menu_id::copyDetails, "Copy details");
+  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_FALSE(std::filesystem::exists(traces() / "xclip"));
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "lumowatt: cannot copy the details: wl-copy failed\n");
+}
+
+TEST_F(Commands, CopyDetailsUsesPlasmasClipboard) {
+  const Klipper klipper(session);
+  install("xclip", "touch $traces/xclip");
+  variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
+  startAndChoose(menu_id::copyDetails, "Copy details");
+  klipper.waitUntil([&] { return klipper.contents.has_value(); });
+  EXPECT_EQ(panel->property("ToolTip").at(3), *klipper.contents);
+  item->send(SIGTERM);
+  EXPECT_EQ(item->wait().errors, "");
+  EXPECT_FALSE(std::filesystem::exists(traces() / "xclip"));
+}
+
+TEST_F(Commands, CopyDetailsUsesAProgramWherePlasmasClipboardRefuses) {
+  Klipper klipper(session);
+  klipper.refuses = true;
+  install("xclip", telling);
+  variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
+  startAndChoose(menu_id::copyDetails, "Copy details");
+  klipper.waitUntil([&] { return klipper.wasAsked; });
+  EXPECT_EQ(trace("told"), "-selection clipboard\n");
+  EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
+}
+
+TEST_F(Commands, CopyDetailsUsesAProgramOnPlasmaWithoutItsClipboard) {
+  install("xclip", telling);
+  variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
+  startAndChoose(menu_id::copyDetails, "Copy details");
+  EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
+}
+
+TEST_F(Commands, CopyDetailsUsesPlasmasClipboardOnPlasmaAlone) {
+  const Klipper klipper(session);
+  install("xclip", telling);
+  startAndChoose(menu_id::copyDetails, "Copy details");
+  EXPECT_EQ(trace("told"), "-selection clipboard\n");
+  klipper.settle();
+  EXPECT_FALSE(klipper.wasAsked);
+}
+
+TEST_F(Commands, ProgramsLeaveNothingWhenTheyEnd) {
+  install("canberra-gtk-play", "touch $traces/bell");
+  install("xclip", "exit 1");
+  prefix = {"/usr/bin/env", "--ignore-signal=CHLD"};  // as some sessions start their programs
+  startAndChoose(menu_id::copyDetails, "Copy details");
+  trace("bell");
+  const std::string id = std::to_string(item->id());
+  panel->waitUntil(
+      [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
 }
 
 TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {

@@ -11,8 +11,9 @@
 #include "platform/freedesktop/bus/boottime.h"
 #include "platform/freedesktop/bus/loop_timer.h"
 #include "platform/freedesktop/bus/session_bus.h"
+#include "platform/freedesktop/user/child.h"
+#include "platform/freedesktop/user/commands.h"
 #include "platform/freedesktop/user/environment.h"
-#include "platform/freedesktop/user/programs.h"
 
 namespace lumowatt::freedesktop {
 
@@ -53,10 +54,12 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   if (!*connected) return {};
   // What a large message took is to go back to the system when it is answered.
   ::mallopt(M_MMAP_THRESHOLD, largeBlock);
-  std::signal(SIGCHLD, SIG_IGN);  // nobody waits for the programs that are started
+  prepareToWatchChildren();
   endBySignals(loop_.get());
 
   application_ = std::move(delegate);
+  clipboard_.emplace(loop_.get(), bus_.get());
+  viewer_.emplace(loop_.get());
   settings_.emplace(bus_.get());
   button_.emplace(bus_.get(), loop_.get(), icons_, *application_,
                   [this](const Choice& choice) { choose(choice); });
@@ -102,7 +105,7 @@ void SessionDesktop::showChart() {
   const Menu menu = application_->menu();
   for (const MenuItem& item : menu) {
     const auto* const chart = std::get_if<MenuChart>(&item);
-    if (chart != nullptr) viewer_.show(chart->picture, settings_->appearance(), *bitmaps_);
+    if (chart != nullptr) viewer_->show(chart->picture, settings_->appearance(), *bitmaps_);
   }
 }
 
@@ -128,16 +131,13 @@ void SessionDesktop::setPreference(std::string_view key, PreferenceValue value) 
 
 // Other programs
 
-void SessionDesktop::copyText(std::string_view text) {
-  if (startFirst(clipboardCommands(), text)) return;
-  complain("no wl-copy or xclip can be started to copy the details");
-  beep();
-}
+void SessionDesktop::copyText(std::string_view text) { clipboard_->copy(std::string(text)); }
 
-void SessionDesktop::beep() { startFirst(bellCommands()); }
+void SessionDesktop::beep() { startDetached(loop_.get(), bellCommands()); }
 
 void SessionDesktop::openBatterySettings() {
-  if (!startFirst(batterySettingsCommands())) complain("there are no battery settings to open");
+  if (startDetached(loop_.get(), batterySettingsCommands())) return;
+  complain("there are no battery settings to open");
 }
 
 }  // namespace lumowatt::freedesktop

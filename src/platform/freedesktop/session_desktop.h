@@ -10,6 +10,7 @@
 #include "menubar/desktop.h"
 #include "platform/freedesktop/bus/sd.h"
 #include "platform/freedesktop/tray/panel_button.h"
+#include "platform/freedesktop/user/clipboard.h"
 #include "platform/freedesktop/user/login_item.h"
 #include "platform/freedesktop/user/picture_viewer.h"
 #include "platform/freedesktop/user/preference_file.h"
@@ -70,9 +71,10 @@ class SessionDesktop : public Desktop {
   std::shared_ptr<ApplicationDelegate> application_;  // while it runs
   EventLoop loop_;
   Bus bus_;
+  std::optional<Clipboard> clipboard_;
+  std::optional<PictureViewer> viewer_;
   std::optional<SettingsPortal> settings_;
   std::optional<PanelButton> button_;
-  PictureViewer viewer_;
 };
 
 }  // namespace lumowatt::freedesktop

@@ -19,6 +19,11 @@ std::string environmentVariable(const char* name) {
   return value != nullptr ? value : "";
 }
 
+bool isCurrentDesktop(const std::string& name) {
+  return (":" + environmentVariable("XDG_CURRENT_DESKTOP") + ":").find(":" + name + ":") !=
+         std::string::npos;
+}
+
 std::string configurationFolder() {
   std::string configuration = pathVariable("XDG_CONFIG_HOME");
   if (!configuration.empty()) return configuration;

@@ -10,6 +10,9 @@ namespace lumowatt::freedesktop {
 /// A variable of the environment; empty when it is not set.
 std::string environmentVariable(const char* name);
 
+/// Whether one of the colon-separated names in $XDG_CURRENT_DESKTOP is `name`.
+bool isCurrentDesktop(const std::string& name);
+
 /// The folder of the user's configuration: $XDG_CONFIG_HOME when that is an absolute path, else
 /// ".config" in $HOME. Empty when neither is.
 std::string configurationFolder();

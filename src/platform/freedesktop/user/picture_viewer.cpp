@@ -1,15 +1,19 @@
 #include "platform/freedesktop/user/picture_viewer.h"
 
+#include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <string>
 
 #include "base/complaint.h"
+#include "platform/freedesktop/user/child.h"
 #include "platform/freedesktop/user/environment.h"
 #include "platform/freedesktop/user/programs.h"
 #include "platform/freedesktop/user/user_file.h"
+#include "platform/posix/descriptor.h"
 
 namespace lumowatt::freedesktop {
 
@@ -36,21 +40,34 @@ void unblockSignals() {
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
+/// Starts a copy of this process, in which it returns 0. Fails also where no file can be opened,
+/// which watching the copy takes.
+Result<pid_t> startCopy() {
+  const Descriptor spare(::eventfd(0, EFD_CLOEXEC));
+  const pid_t child = spare.isOpen() ? ::fork() : -1;
+  if (child < 0) return systemFailure(errno);
+  return child;
+}
+
 }  // namespace
 
 void PictureViewer::show(const Drawing& picture, Appearance appearance, BitmapFactory& bitmaps) {
-  const bool isBusy = child_ > 0 && ::kill(child_, 0) == 0;
-  if (isBusy) return;
-  child_ = ::fork();
-  if (child_ > 0) return;
-  if (child_ == 0) unblockSignals();
-  const Result<> opened =
-      child_ == 0 ? open(picture, appearance, bitmaps) : Failure{"no process can be started"};
-  if (!opened) {
-    complain("the chart is not shown", opened.failure());
-    startFirst(bellCommands());
+  if (drawing_) return;
+  const Result<pid_t> child = startCopy();
+  if (!child) {
+    complain("the chart is not shown", child.failure());
+    startDetached(loop_, bellCommands());
+  } else if (*child > 0) {
+    drawing_ = watchChild(loop_, *child, [this](bool) { drawing_.reset(); });
+  } else {
+    unblockSignals();
+    const Result<> opened = open(picture, appearance, bitmaps);
+    if (!opened) {
+      complain("the chart is not shown", opened.failure());
+      startFirst(bellCommands());
+    }
+    ::_exit(opened ? EXIT_SUCCESS : EXIT_FAILURE);
   }
-  if (child_ == 0) ::_exit(opened ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
 }  // namespace lumowatt::freedesktop

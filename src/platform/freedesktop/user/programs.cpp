@@ -5,7 +5,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <csignal>
 
@@ -48,12 +47,13 @@ class Attributes {
   posix_spawnattr_t attributes_ = made();
 };
 
-/// The standard input of a new process: the reading end of a pipe.
+/// The standard input of a new process, the reading end of a pipe, and its standard output.
 class FileActions {
  public:
-  explicit FileActions(int input) {
+  FileActions(int input, int output) {
     ::posix_spawn_file_actions_init(&actions_);
     ::posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO);
+    if (output >= 0) ::posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
   }
   FileActions(const FileActions&) = delete;
   FileActions& operator=(const FileActions&) = delete;
@@ -65,9 +65,11 @@ class FileActions {
   posix_spawn_file_actions_t actions_{};
 };
 
-bool start(const std::string& program, const Command& command, std::string_view input) {
+/// Starts a program. Absent when that fails.
+std::optional<pid_t> start(const std::string& program, const Command& command,
+                           std::string_view input, int output) {
   std::array<int, 2> pipe{};
-  if (::pipe2(pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return false;
+  if (::pipe2(pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return std::nullopt;
   const auto [reading, writing] = pipe;
   // The input is small enough for the pipe to hold it, so that nobody has to wait.
   const bool held =
@@ -82,23 +84,12 @@ bool start(const std::string& program, const Command& command, std::string_view 
   }
   arguments.push_back(nullptr);
   pid_t child = 0;
-  const bool started = held && ::posix_spawn(&child, program.c_str(), FileActions(reading).get(),
-                                             Attributes().get(), arguments.data(), ::environ) == 0;
+  const bool started =
+      held && ::posix_spawn(&child, program.c_str(), FileActions(reading, output).get(),
+                            Attributes().get(), arguments.data(), ::environ) == 0;
   ::close(reading);
-  return started;
+  return started ? std::optional(child) : std::nullopt;
 }
-
-/// Whether one of the colon-separated names in $XDG_CURRENT_DESKTOP is `name`.
-bool isCurrentDesktop(const std::string& name) {
-  return (":" + environmentVariable("XDG_CURRENT_DESKTOP") + ":").find(":" + name + ":") !=
-         std::string::npos;
-}
-
-/// A desktop by its name in $XDG_CURRENT_DESKTOP, and its panels of power settings.
-struct DesktopPanel {
-  std::string name;
-  std::vector<Command> commands;
-};
 
 }  // namespace
 
@@ -117,47 +108,14 @@ std::string findProgram(std::string_view name) {
   return "";
 }
 
-bool startFirst(const std::vector<Command>& commands, std::string_view input) {
-  return std::ranges::any_of(commands, [input](const Command& command) {
+std::optional<StartedProgram> startFirst(const std::vector<Command>& commands,
+                                         std::string_view input, int output) {
+  for (const Command& command : commands) {
     const std::string program = findProgram(command.front());
-    return !program.empty() && start(program, command, input);
-  });
-}
-
-std::vector<Command> clipboardCommands() {
-  std::vector<Command> commands{{"wl-copy", "--type", "text/plain;charset=utf-8"},
-                                {"xclip", "-selection", "clipboard"}};
-  if (environmentVariable("WAYLAND_DISPLAY").empty()) commands.erase(commands.begin());
-  return commands;
-}
-
-std::vector<Command> bellCommands() {
-  const std::string file = "/usr/share/sounds/freedesktop/stereo/bell.oga";
-  return {{"canberra-gtk-play", "--id", "bell"}, {"pw-play", file}, {"paplay", file}};
-}
-
-std::vector<Command> pictureViewerCommands(const std::string& path) {
-  return {{"xdg-open", path}, {"gio", "open", path}, {"exo-open", path}};
-}
-
-std::vector<Command> batterySettingsCommands() {
-  std::vector<DesktopPanel> panels{
-      {"GNOME", {{"gnome-control-center", "power"}}},
-      {"KDE",
-       {{"systemsettings", "kcm_powerdevilprofilesconfig"},
-        {"systemsettings5", "powerdevilprofilesconfig"}}},
-      {"XFCE", {{"xfce4-power-manager-settings"}}},
-      {"MATE", {{"mate-power-preferences"}}},
-      {"X-Cinnamon", {{"cinnamon-settings", "power"}}},
-      {"LXQt", {{"lxqt-config-powermanagement"}}},
-  };
-  std::stable_partition(panels.begin(), panels.end(),
-                        [](const DesktopPanel& panel) { return isCurrentDesktop(panel.name); });
-  std::vector<Command> commands;
-  for (const DesktopPanel& panel : panels) {
-    commands.insert(commands.end(), panel.commands.begin(), panel.commands.end());
+    const auto process = program.empty() ? std::nullopt : start(program, command, input, output);
+    if (process) return StartedProgram{command.front(), *process};
   }
-  return commands;
+  return std::nullopt;
 }
 
 }  // namespace lumowatt::freedesktop

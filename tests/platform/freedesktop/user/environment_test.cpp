@@ -13,6 +13,16 @@ TEST(EnvironmentVariable, IsEmptyWhenItIsNotSet) {
   EXPECT_EQ(environmentVariable("LUMOWATT_TEST_VARIABLE"), "value");
 }
 
+TEST(IsCurrentDesktop, IsOneOfTheNames) {
+  const ScopedVariable several("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+  EXPECT_TRUE(isCurrentDesktop("ubuntu"));
+  EXPECT_TRUE(isCurrentDesktop("GNOME"));
+  EXPECT_FALSE(isCurrentDesktop("gnome"));
+  EXPECT_FALSE(isCurrentDesktop("GNO"));
+  const ScopedVariable none("XDG_CURRENT_DESKTOP", std::nullopt);
+  EXPECT_FALSE(isCurrentDesktop("GNOME"));
+}
+
 TEST(ConfigurationFolder, IsWhereTheVariableSays) {
   const ScopedVariable configuration("XDG_CONFIG_HOME", "/somewhere/config");
   EXPECT_EQ(configurationFolder(), "/somewhere/config");

@@ -3,45 +3,23 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include <algorithm>
 #include <csignal>
 
-#include "support/environment.h"
-#include "support/files.h"
+#include "platform/freedesktop/user/programs_folder.h"
 
 namespace lumowatt::freedesktop {
 
 namespace {
 
-/// A $PATH with nothing but what a test puts there.
-class ProgramsTest : public testing::Test {
+class ProgramsTest : public ProgramsFolder {
  protected:
-  void addProgram(const std::string& name, const std::string& script = "") const {
-    folder.write("bin/" + name, "#!/bin/sh\n" + script);
-    std::filesystem::permissions(folder.path() / "bin" / name, std::filesystem::perms(0755));
-  }
-
-  std::string place(const std::string& name) const { return folder.path() / "bin" / name; }
-
   /// Waits for the program that was started.
   static int status() {
     int status = 0;
     EXPECT_GT(::wait(&status), 0);
     return status;
   }
-
-  TemporaryFolder folder;
-  ScopedVariable path{"PATH", (folder.path() / "bin").string()};
 };
-
-std::vector<std::string> names(const std::vector<Command>& commands) {
-  std::vector<std::string> all;
-  all.reserve(commands.size());
-  for (const Command& command : commands) all.push_back(command.front());
-  return all;
-}
-
-using Names = std::vector<std::string>;
 
 }  // namespace
 
@@ -121,31 +99,12 @@ TEST_F(ProgramsTest, AProgramHasTheSignalsThatItExpects) {
   EXPECT_EQ(ignored >> (SIGPIPE - 1U) & 1U, 0U) << line;
 }
 
-TEST(Programs, TheClipboardIsThatOfTheSessionsDisplay) {
-  const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
-  EXPECT_EQ(names(clipboardCommands()), (Names{"wl-copy", "xclip"}));
-  const ScopedVariable none("WAYLAND_DISPLAY", std::nullopt);
-  EXPECT_EQ(names(clipboardCommands()), Names{"xclip"});
-}
-
-TEST(Programs, TheSettingsAreThoseOfTheRunningDesktopFirst) {
-  const Names usual{"gnome-control-center",         "systemsettings",         "systemsettings5",
-                    "xfce4-power-manager-settings", "mate-power-preferences", "cinnamon-settings",
-                    "lxqt-config-powermanagement"};
-  const auto first = [](const std::optional<std::string>& desktop) {
-    const ScopedVariable current("XDG_CURRENT_DESKTOP", desktop);
-    return names(batterySettingsCommands());
-  };
-  EXPECT_EQ(first(std::nullopt), usual);
-  EXPECT_EQ(first("sway"), usual);
-  EXPECT_EQ(first("ubuntu:GNOME"), usual);
-  EXPECT_EQ(first("KDE").at(0), "systemsettings");
-  EXPECT_EQ(first("XFCE").at(0), "xfce4-power-manager-settings");
-  EXPECT_EQ(first("MATE").at(0), "mate-power-preferences");
-  EXPECT_EQ(first("X-Cinnamon").at(0), "cinnamon-settings");
-  EXPECT_EQ(first("LXQt").at(0), "lxqt-config-powermanagement");
-  EXPECT_EQ(first("LXQt").size(), usual.size());
-  EXPECT_EQ(first("LXQt").at(1), "gnome-control-center");
+TEST_F(ProgramsTest, WhatWasStartedIsNamed) {
+  addProgram("second");
+  const auto started = startFirst({{"first"}, {"second"}});
+  ASSERT_TRUE(started);
+  EXPECT_EQ(started->name, "second");
+  EXPECT_EQ(::waitpid(started->process, nullptr, 0), started->process);
 }
 
 }  // namespace lumowatt::freedesktop

@@ -1,0 +1,56 @@
+#include "platform/freedesktop/user/clipboard.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "base/complaint.h"
+#include "platform/freedesktop/user/child.h"
+#include "platform/freedesktop/user/commands.h"
+#include "platform/freedesktop/user/environment.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+constexpr std::uint64_t patience = 2'000'000;  // microseconds
+
+}  // namespace
+
+void Clipboard::copy(std::string text) {
+  text_ = std::move(text);
+  if (!isCurrentDesktop("KDE") || !askService()) startProgram();
+}
+
+bool Clipboard::askService() {
+  BusMessage call;
+  int status = sd_bus_message_new_method_call(bus_, Out(call), "org.kde.klipper", "/klipper",
+                                              "org.kde.klipper.klipper", "setClipboardContents");
+  if (status >= 0) status = sd_bus_message_set_auto_start(call.get(), 0);
+  if (status >= 0) status = sd_bus_message_append(call.get(), "s", text_.c_str());
+  if (status >= 0) {
+    status = sd_bus_call_async(bus_, Out(question_), call.get(), handle<&Clipboard::answered>, this,
+                               patience);
+  }
+  return status >= 0;
+}
+
+int Clipboard::answered(sd_bus_message* reply, sd_bus_error*) {
+  if (sd_bus_message_is_method_error(reply, nullptr) > 0) startProgram();
+  text_ = {};
+  return 0;
+}
+
+void Clipboard::startProgram() {
+  const auto started = startDetached(loop_, clipboardCommands(), text_,
+                                     [loop = loop_](const std::string& name, bool succeeded) {
+                                       if (succeeded) return;
+                                       complain("cannot copy the details", {name + " failed"});
+                                       startDetached(loop, bellCommands());
+                                     });
+  text_ = {};
+  if (started) return;
+  complain("no wl-copy or xclip can be started to copy the details");
+  startDetached(loop_, bellCommands());
+}
+
+}  // namespace lumowatt::freedesktop

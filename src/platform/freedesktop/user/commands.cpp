@@ -1,0 +1,83 @@
+#include "platform/freedesktop/user/commands.h"
+
+#include <algorithm>
+
+#include "platform/freedesktop/user/environment.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+bool isWayland() { return !environmentVariable("WAYLAND_DISPLAY").empty(); }
+
+/// A desktop by its names in $XDG_CURRENT_DESKTOP, and its panels of power settings.
+struct DesktopPanel {
+  std::vector<std::string> names;
+  std::vector<Command> commands;
+};
+
+/// The panels, those that refuse to run outside their own desktop at the end.
+std::vector<DesktopPanel> desktopPanels() {
+  return {
+      {{"KDE"},
+       {{"systemsettings", "kcm_powerdevilprofilesconfig"},
+        {"systemsettings5", "powerdevilprofilesconfig"}}},
+      {{"XFCE"}, {{"xfce4-power-manager-settings"}}},
+      {{"MATE"}, {{"mate-power-preferences"}}},
+      {{"X-Cinnamon"}, {{"cinnamon-settings", "power"}}},
+      {{"LXQt"}, {{"lxqt-config-powermanagement"}}},
+      {{"COSMIC"}, {{"cosmic-settings", "power"}}},
+      {{"Pantheon"},
+       {{"io.elementary.settings", "settings://power"},
+        {"io.elementary.switchboard", "settings://power"}}},
+      {{"Deepin", "DDE"}, {{"dde-control-center", "-m", "power"}}},
+      {{"Budgie"}, {{"budgie-control-center", "power"}}},
+      {{"GNOME", "Unity"}, {{"gnome-control-center", "power"}}},
+  };
+}
+
+}  // namespace
+
+std::vector<Command> clipboardCommands() {
+  std::vector<Command> commands{{"wl-copy", "--type", "text/plain;charset=utf-8"},
+                                {"xclip", "-selection", "clipboard"}};
+  if (!isWayland()) commands.erase(commands.begin());
+  return commands;
+}
+
+std::vector<Command> bellCommands() {
+  const std::string file = "/usr/share/sounds/freedesktop/stereo/bell.oga";
+  return {{"canberra-gtk-play", "--id", "bell"}, {"pw-play", file}, {"paplay", file}};
+}
+
+std::vector<Command> pictureViewerCommands(const std::string& path) {
+  return {{"xdg-open", path}, {"gio", "open", path}, {"exo-open", path}};
+}
+
+std::vector<Command> launcherCommands() {
+  const Command rofi{"rofi", "-dmenu", "-i", "-no-custom", "-l", "20", "-p", "Lumowatt"};
+  const Command bemenu{"bemenu", "-i", "-l", "20", "-p", "Lumowatt"};
+  if (!isWayland()) return {rofi, {"dmenu", "-i", "-l", "20", "-p", "Lumowatt"}, bemenu};
+  return {
+      {"fuzzel", "--dmenu", "--lines=20", "--width=50", "--prompt=Lumowatt: "},
+      {"wofi", "--dmenu", "--insensitive", "--lines=20", "--prompt=Lumowatt"},
+      rofi,
+      {"tofi", "--prompt-text=Lumowatt: "},
+      bemenu,
+      {"wmenu", "-i", "-l", "20", "-p", "Lumowatt"},
+  };
+}
+
+std::vector<Command> batterySettingsCommands() {
+  std::vector<DesktopPanel> panels = desktopPanels();
+  std::stable_partition(panels.begin(), panels.end(), [](const DesktopPanel& panel) {
+    return std::ranges::any_of(panel.names, isCurrentDesktop);
+  });
+  std::vector<Command> commands;
+  for (const DesktopPanel& panel : panels) {
+    commands.insert(commands.end(), panel.commands.begin(), panel.commands.end());
+  }
+  return commands;
+}
+
+}  // namespace lumowatt::freedesktop

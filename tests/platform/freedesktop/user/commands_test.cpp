@@ -1,0 +1,93 @@
+#include "platform/freedesktop/user/commands.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "support/environment.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+Names names(const std::vector<Command>& commands) {
+  Names all;
+  all.reserve(commands.size());
+  for (const Command& command : commands) all.push_back(command.front());
+  return all;
+}
+
+Names settings(const std::optional<std::string>& desktop) {
+  const ScopedVariable current("XDG_CURRENT_DESKTOP", desktop);
+  return names(batterySettingsCommands());
+}
+
+const Names anywhere{
+    "systemsettings",         "systemsettings5",        "xfce4-power-manager-settings",
+    "mate-power-preferences", "cinnamon-settings",      "lxqt-config-powermanagement",
+    "cosmic-settings",        "io.elementary.settings", "io.elementary.switchboard",
+    "dde-control-center",     "budgie-control-center",  "gnome-control-center"};
+
+}  // namespace
+
+TEST(Commands, OfTheClipboardAreThoseOfTheSessionsDisplay) {
+  const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
+  EXPECT_EQ(names(clipboardCommands()), (Names{"wl-copy", "xclip"}));
+  const ScopedVariable none("WAYLAND_DISPLAY", std::nullopt);
+  EXPECT_EQ(names(clipboardCommands()), Names{"xclip"});
+}
+
+TEST(Commands, OfLaunchersAreThoseOfTheSessionsDisplay) {
+  const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
+  EXPECT_EQ(names(launcherCommands()),
+            (Names{"fuzzel", "wofi", "rofi", "tofi", "bemenu", "wmenu"}));
+  const ScopedVariable none("WAYLAND_DISPLAY", std::nullopt);
+  EXPECT_EQ(names(launcherCommands()), (Names{"rofi", "dmenu", "bemenu"}));
+}
+
+TEST(Commands, OfSettingsElsewhereEndWithThoseThatRefuseToRunThere) {
+  EXPECT_EQ(settings(std::nullopt), anywhere);
+  EXPECT_EQ(settings("sway"), anywhere);
+  EXPECT_EQ(settings("KDE"), anywhere);
+}
+
+TEST(Commands, OfSettingsAreThoseOfTheRunningDesktopFirst) {
+  const std::vector<std::pair<std::string, std::string>> firsts{
+      {"KDE", "systemsettings"},
+      {"XFCE", "xfce4-power-manager-settings"},
+      {"MATE", "mate-power-preferences"},
+      {"X-Cinnamon", "cinnamon-settings"},
+      {"LXQt", "lxqt-config-powermanagement"},
+      {"COSMIC", "cosmic-settings"},
+      {"Pantheon", "io.elementary.settings"},
+      {"Deepin", "dde-control-center"},
+      {"DDE", "dde-control-center"},
+      {"Budgie:GNOME", "budgie-control-center"},
+      {"ubuntu:GNOME", "gnome-control-center"},
+      {"Unity:Unity7:ubuntu", "gnome-control-center"}};
+  for (const auto& [desktop, first] : firsts) {
+    EXPECT_EQ(settings(desktop).at(0), first) << desktop;
+    EXPECT_EQ(settings(desktop).size(), anywhere.size()) << desktop;
+  }
+  EXPECT_EQ(settings("LXQt").at(1), "systemsettings");
+  EXPECT_EQ(settings("Budgie:GNOME").at(1), "gnome-control-center");
+}
+
+TEST(Commands, OfSettingsOpenTheirPanelOfPower) {
+  const std::vector<Command> commands = batterySettingsCommands();
+  for (const Command& command :
+       std::vector<Command>{{"systemsettings", "kcm_powerdevilprofilesconfig"},
+                            {"cinnamon-settings", "power"},
+                            {"cosmic-settings", "power"},
+                            {"io.elementary.settings", "settings://power"},
+                            {"dde-control-center", "-m", "power"},
+                            {"budgie-control-center", "power"},
+                            {"gnome-control-center", "power"}}) {
+    EXPECT_NE(std::ranges::find(commands, command), commands.end()) << command.front();
+  }
+}
+
+}  // namespace lumowatt::freedesktop
