@@ -1,0 +1,182 @@
+#include "platform/freedesktop/menu/launcher_menu.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <csignal>
+
+#include "platform/freedesktop/user/programs_folder.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+const Menu menu{MenuLine{"64%, discharging"},
+                MenuSeparator{},
+                MenuLine{"Charge over the last hour"},
+                MenuChart{.view = {}, .text = "▁▂▃ 60–64%", .picture = {}},
+                MenuSeparator{},
+                Submenu{"Menu bar shows",
+                        {{"Percent", {Action::pick, 0}, false},
+                         {"Percent and battery power", {Action::pick, 1}, true}}},
+                MenuCheckMark{"Colors", {Action::toggleColor}, true},
+                MenuCheckMark{"Charging animation", {Action::toggleAnimate}, false},
+                MenuCommand{"Copy details", {Action::copyDetails}, "c"},
+                MenuSeparator{},
+                MenuLine{"Lumowatt 1.0, by Fernhollow"},
+                MenuCommand{"Quit Lumowatt", {Action::terminate}, "q"}};
+
+const std::string lines =
+    "64%, discharging\n"
+    "Charge over the last hour\n"
+    "▁▂▃ 60–64%\n"
+    "Menu bar shows\n"
+    "Percent\n"
+    "• Percent and battery power\n"
+    "✓ Colors\n"
+    "Charging animation\n"
+    "Copy details\n"
+    "Lumowatt 1.0, by Fernhollow\n"
+    "Quit Lumowatt\n";
+
+class LauncherMenuTest : public ProgramsFolder {
+ protected:
+  LauncherMenuTest() {
+    ::sigprocmask(SIG_SETMASK, nullptr, &before);
+    prepareToWatchChildren();
+    EXPECT_GE(sd_event_new(Out(loop)), 0);
+    launcher.emplace(loop.get(), [this](const Choice& choice) { choices.push_back(choice); });
+  }
+  ~LauncherMenuTest() override { ::sigprocmask(SIG_SETMASK, &before, nullptr); }
+
+  /// Runs the loop for as long as there are programs.
+  void finish() const {
+    siginfo_t ended{};
+    while (::waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT) == 0) {
+      EXPECT_GE(sd_event_run(loop.get(), UINT64_MAX), 0);
+    }
+  }
+
+  /// The choices that are made when the launcher does what the script says.
+  std::vector<Choice> chosenBy(const std::string& script, const Menu& shown = menu) {
+    addProgram("dmenu", script);
+    choices.clear();
+    EXPECT_TRUE(launcher->show(shown));
+    finish();
+    return choices;
+  }
+
+  std::string result() const { return folder.path() / "result"; }
+
+  ScopedVariable wayland{"WAYLAND_DISPLAY", std::nullopt};
+  sigset_t before{};
+  EventLoop loop;
+  std::vector<Choice> choices;
+  std::optional<LauncherMenu> launcher;
+};
+
+}  // namespace
+
+TEST_F(LauncherMenuTest, GivesTheLauncherALineForEachItemInOrder) {
+  EXPECT_TRUE(chosenBy("echo \"$@\" > " + result() + "; /bin/cat >> " + result()).empty());
+  EXPECT_EQ(fileContents(result()), "-i -l 20 -p Lumowatt\n" + lines);
+}
+
+TEST_F(LauncherMenuTest, DoesWhatTheChosenLineOffers) {
+  const std::vector<std::pair<std::string, Choice>> offers{
+      {"▁▂▃ 60–64%", {Action::showChart}},
+      {"Percent", {Action::pick, 0}},
+      {"• Percent and battery power", {Action::pick, 1}},
+      {"✓ Colors", {Action::toggleColor}},
+      {"Charging animation", {Action::toggleAnimate}},
+      {"Copy details", {Action::copyDetails}},
+      {"Quit Lumowatt", {Action::terminate}}};
+  for (const auto& [line, choice] : offers) {
+    const auto chosen = chosenBy("echo '" + line + "'");
+    ASSERT_EQ(chosen.size(), 1U) << line;
+    EXPECT_EQ(chosen[0].action, choice.action) << line;
+    EXPECT_EQ(chosen[0].tag, choice.tag) << line;
+  }
+  EXPECT_EQ(chosenBy("printf 'Copy details'").size(), 1U) << "the end of the line may be missing";
+}
+
+TEST_F(LauncherMenuTest, DoesNothingByAnyOtherAnswer) {
+  for (const std::string answer :
+       {"", "\\n", "64%%, discharging\\n", "Menu bar shows\\n", "Lumowatt 1.0, by Fernhollow\\n",
+        "Colors\\n", "copy details\\n", "Copy details \\n", "Copy\\n", "Copy details\\n\\n",
+        "Copy details\\nQuit Lumowatt\\n", "rm -rf\\n"}) {
+    EXPECT_TRUE(chosenBy("printf '" + answer + "'").empty()) << answer;
+  }
+  EXPECT_TRUE(chosenBy("echo Copy details; exit 1").empty());
+  EXPECT_TRUE(chosenBy("echo Copy details; kill -9 $$").empty());
+}
+
+TEST_F(LauncherMenuTest, OfTwoEqualLinesTheFirstWithAChoiceCounts) {
+  const Menu equal{MenuLine{"same"}, MenuCommand{"same", {Action::copyDetails}},
+                   MenuCommand{"same", {Action::terminate}}};
+  const auto chosen = chosenBy("echo same", equal);
+  ASSERT_EQ(chosen.size(), 1U);
+  EXPECT_EQ(chosen[0].action, Action::copyDetails);
+}
+
+TEST_F(LauncherMenuTest, HasNoControlCharactersInItsLines) {
+  const auto made = launcherLines({MenuLine{"a\nb\tc\x1f\x7f"}, MenuLine{std::string("d\0e", 3)}});
+  ASSERT_EQ(made.size(), 2U);
+  EXPECT_EQ(made[0].text, "a b c  ");
+  EXPECT_EQ(made[1].text, "d e");
+  EXPECT_EQ(launcherLines({MenuLine{"ünïcode ▁"}}).at(0).text, "ünïcode ▁");
+}
+
+TEST_F(LauncherMenuTest, IsOpenOnceAtATime) {
+  ASSERT_EQ(::mkfifo(result().c_str(), 0600), 0);
+  addProgram("dmenu", "echo started >> " + place("starts") + "; read line < " + result() +
+                          "; echo Copy details");
+  EXPECT_TRUE(launcher->show(menu));
+  EXPECT_TRUE(launcher->show(menu));
+  folder.write("result", "\n");
+  finish();
+  EXPECT_EQ(choices.size(), 1U);
+  EXPECT_EQ(fileContents(place("starts")), "started\n");
+  EXPECT_TRUE(launcher->show(menu)) << "and again when it is closed";
+  folder.write("result", "\n");
+  finish();
+  EXPECT_EQ(choices.size(), 2U);
+}
+
+TEST_F(LauncherMenuTest, MayBeOpenedAgainByAChoice) {
+  addProgram("dmenu", "echo Copy details");
+  launcher.emplace(loop.get(), [this](const Choice& choice) {
+    choices.push_back(choice);
+    if (choices.size() < 3) launcher->show(menu);
+  });
+  EXPECT_TRUE(launcher->show(menu));
+  finish();
+  EXPECT_EQ(choices.size(), 3U);
+}
+
+TEST_F(LauncherMenuTest, ItsEndEndsTheLauncher) {
+  addProgram("dmenu", "exec /bin/sleep 1000");
+  EXPECT_TRUE(launcher->show(menu));
+  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0);
+  launcher.reset();
+  EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+  EXPECT_EQ(errno, ECHILD);
+}
+
+TEST_F(LauncherMenuTest, WithoutALauncherSoundsTheBellAndSaysSo) {
+  addProgram("canberra-gtk-play", "echo \"$@\" > " + result());
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(launcher->show(menu));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "lumowatt: the menu is not shown: there is no launcher like fuzzel, rofi or dmenu\n");
+  finish();
+  EXPECT_EQ(fileContents(result()), "--id bell\n");
+  addProgram("dmenu", "echo Copy details");
+  EXPECT_TRUE(launcher->show(menu)) << "once there is one";
+}
+
+}  // namespace lumowatt::freedesktop
