@@ -55,16 +55,20 @@ std::vector<Command> pictureViewerCommands(const std::string& path) {
 }
 
 std::vector<Command> launcherCommands() {
-  const Command rofi{"rofi", "-dmenu", "-i", "-no-custom", "-l", "20", "-p", "Lumowatt"};
-  const Command bemenu{"bemenu", "-i", "-l", "20", "-p", "Lumowatt"};
-  if (!isWayland()) return {rofi, {"dmenu", "-i", "-l", "20", "-p", "Lumowatt"}, bemenu};
+  // The 23 lines of the menu of a battery with every figure fit, and so does that on a small
+  // screen.
+  const std::string lines = "24";
+  const std::string prompt = "Lumowatt";
+  const Command rofi{"rofi", "-dmenu", "-i", "-no-custom", "-l", lines, "-p", prompt};
+  const Command bemenu{"bemenu", "-i", "-l", lines, "-p", prompt};
+  if (!isWayland()) return {rofi, {"dmenu", "-i", "-l", lines, "-p", prompt}, bemenu};
   return {
-      {"fuzzel", "--dmenu", "--lines=20", "--width=50", "--prompt=Lumowatt: "},
-      {"wofi", "--dmenu", "--insensitive", "--lines=20", "--prompt=Lumowatt"},
+      {"fuzzel", "--dmenu", "--lines=" + lines, "--width=50", "--prompt=" + prompt + ": "},
+      {"wofi", "--dmenu", "--insensitive", "--lines=" + lines, "--prompt=" + prompt},
       rofi,
-      {"tofi", "--prompt-text=Lumowatt: "},
+      {"tofi", "--prompt-text=" + prompt + ": "},
       bemenu,
-      {"wmenu", "-i", "-l", "20", "-p", "Lumowatt"},
+      {"wmenu", "-i", "-l", lines, "-p", prompt},
   };
 }
 

@@ -83,7 +83,7 @@ class LauncherMenuTest : public ProgramsFolder {
 
 TEST_F(LauncherMenuTest, GivesTheLauncherALineForEachItemInOrder) {
   EXPECT_TRUE(chosenBy("echo \"$@\" > " + result() + "; /bin/cat >> " + result()).empty());
-  EXPECT_EQ(fileContents(result()), "-i -l 20 -p Lumowatt\n" + lines);
+  EXPECT_EQ(fileContents(result()), "-i -l 24 -p Lumowatt\n" + lines);
 }
 
 TEST_F(LauncherMenuTest, DoesWhatTheChosenLineOffers) {

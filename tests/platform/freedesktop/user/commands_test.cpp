@@ -48,6 +48,18 @@ TEST(Commands, OfLaunchersAreThoseOfTheSessionsDisplay) {
   EXPECT_EQ(names(launcherCommands()), (Names{"rofi", "dmenu", "bemenu"}));
 }
 
+TEST(Commands, OfLaunchersShowTheirInputUnderTheNameOfTheProgram) {
+  const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
+  EXPECT_EQ(launcherCommands(),
+            (std::vector<Command>{
+                {"fuzzel", "--dmenu", "--lines=24", "--width=50", "--prompt=Lumowatt: "},
+                {"wofi", "--dmenu", "--insensitive", "--lines=24", "--prompt=Lumowatt"},
+                {"rofi", "-dmenu", "-i", "-no-custom", "-l", "24", "-p", "Lumowatt"},
+                {"tofi", "--prompt-text=Lumowatt: "},
+                {"bemenu", "-i", "-l", "24", "-p", "Lumowatt"},
+                {"wmenu", "-i", "-l", "24", "-p", "Lumowatt"}}));
+}
+
 TEST(Commands, OfSettingsElsewhereEndWithThoseThatRefuseToRunThere) {
   EXPECT_EQ(settings(std::nullopt), anywhere);
   EXPECT_EQ(settings("sway"), anywhere);
