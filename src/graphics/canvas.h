@@ -20,6 +20,8 @@ class Canvas : public Interface {
  public:
   virtual void fill(const Rect& rect, const Color& color) = 0;
   virtual void fillRoundedRect(const Rect& rect, double radius, const Color& color) = 0;
+  /// Fills what the path encloses, `opacity` from 0 (invisible) to 1.
+  virtual void fillPath(const Path& path, const Color& color, double opacity) = 0;
   virtual void stroke(const Path& path, const Stroke& stroke, const Color& color) = 0;
 
   /// Draws upright text whose box, which is of `textSize`, has `origin` as its corner with the

@@ -78,6 +78,12 @@ struct ElementText {
   std::string operator()(const ClosePath&) const { return " Z"; }
 };
 
+std::string text(const Path& path) {
+  std::string pen;
+  for (const auto& element : path) pen += std::visit(ElementText{}, element);
+  return pen;
+}
+
 class RecordingBitmap : public Bitmap {
  public:
   RecordingBitmap(std::vector<std::string>& operations, std::optional<std::string> png)
@@ -103,10 +109,12 @@ void RecordingCanvas::fillRoundedRect(const Rect& rect, double radius, const Col
   operations.push_back(line("rounded ", text(rect), " radius ", radius, " ", text(color)));
 }
 
+void RecordingCanvas::fillPath(const Path& path, const Color& color, double opacity) {
+  operations.push_back(line("area", text(path), " opacity ", opacity, " ", text(color)));
+}
+
 void RecordingCanvas::stroke(const Path& path, const Stroke& stroke, const Color& color) {
-  std::string pen;
-  for (const auto& element : path) pen += std::visit(ElementText{}, element);
-  operations.push_back(line("stroke", pen, " width ", stroke.width,
+  operations.push_back(line("stroke", text(path), " width ", stroke.width,
                             stroke.join == LineJoin::round ? " round joins" : "",
                             stroke.cap == LineCap::round ? " round caps" : "", " ", text(color)));
 }

@@ -14,6 +14,7 @@ class RecordingCanvas : public Canvas {
  public:
   void fill(const Rect& rect, const Color& color) override;
   void fillRoundedRect(const Rect& rect, double radius, const Color& color) override;
+  void fillPath(const Path& path, const Color& color, double opacity) override;
   void stroke(const Path& path, const Stroke& stroke, const Color& color) override;
   void drawText(const AttributedString& text, Point origin) override;
   void drawImage(const Image& image, const Rect& rect) override;

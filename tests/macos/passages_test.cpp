@@ -80,6 +80,8 @@ std::vector<Passage> passages() {
       {"FilledRects", "drawing/app_kit_canvas.mm",
        "[makeColor(color) setFill]; NSRectFillUsingOperation(makeRect(rect), "
        "NSGraphicsContext.currentContext.compositingOperation);"},
+      {"FilledPaths", "drawing/app_kit_canvas.mm",
+       "[[makeColor(color) colorWithAlphaComponent:opacity] setFill]; [makePath(path) fill];"},
       {"FilledRoundedRects", "drawing/app_kit_canvas.mm",
        "[makeColor(color) setFill]; [[NSBezierPath bezierPathWithRoundedRect:makeRect(rect) "
        "xRadius:radius yRadius:radius] fill];"},

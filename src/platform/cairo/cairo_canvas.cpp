@@ -53,9 +53,9 @@ void flip(cairo_t* cairo, double middle) {
 CairoCanvas::CairoCanvas(cairo_t* cairo, Appearance appearance)
     : cairo_(cairo), appearance_(appearance), textLayout_(appearance) {}
 
-void CairoCanvas::setColor(const Color& color) {
+void CairoCanvas::setColor(const Color& color, double opacity) {
   const auto [red, green, blue, alpha] = artwork::resolved(color, appearance_);
-  cairo_set_source_rgba(cairo_, red, green, blue, alpha);
+  cairo_set_source_rgba(cairo_, red, green, blue, alpha * opacity);
 }
 
 void CairoCanvas::fill(const Rect& rect, const Color& color) {
@@ -75,6 +75,12 @@ void CairoCanvas::fillRoundedRect(const Rect& rect, double radius, const Color& 
   cairo_arc(cairo_, rect.minX() + r, rect.maxY() - r, r, quarter, 2 * quarter);
   cairo_arc(cairo_, rect.minX() + r, rect.minY() + r, r, 2 * quarter, 3 * quarter);
   cairo_close_path(cairo_);
+  cairo_fill(cairo_);
+}
+
+void CairoCanvas::fillPath(const Path& path, const Color& color, double opacity) {
+  setColor(color, opacity);
+  trace(cairo_, path);
   cairo_fill(cairo_);
 }
 

@@ -18,6 +18,7 @@ class CairoCanvas : public Canvas {
 
   void fill(const Rect& rect, const Color& color) override;
   void fillRoundedRect(const Rect& rect, double radius, const Color& color) override;
+  void fillPath(const Path& path, const Color& color, double opacity) override;
   void stroke(const Path& path, const Stroke& stroke, const Color& color) override;
   void drawText(const AttributedString& text, Point origin) override;
   Size textSize(const AttributedString& text) override;
@@ -29,7 +30,7 @@ class CairoCanvas : public Canvas {
  private:
   void drawDrawing(const Drawing& drawing, const Rect& rect);
   void drawSymbol(const Symbol& symbol, const Rect& rect);
-  void setColor(const Color& color);
+  void setColor(const Color& color, double opacity = 1.0);
 
   cairo_t* cairo_;
   Appearance appearance_;

@@ -142,6 +142,23 @@ TEST(CairoCanvas, ARadiusOfMoreThanHalfMakesRoundEnds) {
   EXPECT_NEAR(picture.coverage(), 20 * 20 + 314.16, 2.0);
 }
 
+TEST(CairoCanvas, FillsAPathWithItsOpacity) {
+  // A triangle: half of the square from (2, 2) to (8, 8).
+  const Path path{MoveTo{{2.0, 2.0}}, LineTo{{8.0, 2.0}}, LineTo{{2.0, 8.0}}, ClosePath{}};
+  const auto filled = [&](const Color& color, double opacity) {
+    return drawnInImage({10.0, 10.0}, true,
+                        [&](Canvas& canvas) { canvas.fillPath(path, color, opacity); });
+  };
+  EXPECT_EQ(ink(filled(red, 1.0)), (Rect{2.0, 2.0, 6.0, 6.0}));
+  EXPECT_EQ(filled(red, 1.0).at(3, 3), redPixel);
+  EXPECT_EQ(filled(red, 1.0).at(6, 6), nothing);
+  EXPECT_NEAR(filled(red, 1.0).coverage(), 18.0, 0.5);
+  EXPECT_EQ(filled(red, 0.2).at(3, 3), (Pixel{255, 0, 0, 51}));
+  // A color that is translucent itself, 10 percent of black, becomes fainter still.
+  EXPECT_EQ(filled(separator, 0.5).at(3, 3), (Pixel{0, 0, 0, 13}));
+  EXPECT_EQ(filled(red, 0.0).coverage(), 0.0);
+}
+
 TEST(CairoCanvas, StrokesALineOfItsWidthWithFlatEnds) {
   const Path path{MoveTo{{2.0, 5.0}}, LineTo{{8.0, 5.0}}};
   const Picture picture =

@@ -24,6 +24,12 @@ struct Pen {
   void operator()(const ClosePath&) const { [path closePath]; }
 };
 
+NSBezierPath* makePath(const Path& path) {
+  NSBezierPath* const line = [NSBezierPath bezierPath];
+  for (const auto& movement : path) std::visit(Pen{line}, movement);
+  return line;
+}
+
 struct ImageMaker {
   NSImage* _Nullable operator()(const Drawing& drawing) const { return makeDrawing(drawing); }
   NSImage* _Nullable operator()(const Symbol& symbol) const { return makeStyledSymbol(symbol); }
@@ -41,9 +47,13 @@ void AppKitCanvas::fillRoundedRect(const Rect& rect, double radius, const Color&
   [[NSBezierPath bezierPathWithRoundedRect:makeRect(rect) xRadius:radius yRadius:radius] fill];
 }
 
+void AppKitCanvas::fillPath(const Path& path, const Color& color, double opacity) {
+  [[makeColor(color) colorWithAlphaComponent:opacity] setFill];
+  [makePath(path) fill];
+}
+
 void AppKitCanvas::stroke(const Path& path, const Stroke& stroke, const Color& color) {
-  NSBezierPath* const line = [NSBezierPath bezierPath];
-  for (const auto& movement : path) std::visit(Pen{line}, movement);
+  NSBezierPath* const line = makePath(path);
   line.lineWidth = stroke.width;
   line.lineJoinStyle = stroke.join == LineJoin::round ? NSLineJoinStyleRound : NSLineJoinStyleMiter;
   line.lineCapStyle = stroke.cap == LineCap::round ? NSLineCapStyleRound : NSLineCapStyleButt;

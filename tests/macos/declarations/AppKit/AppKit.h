@@ -30,6 +30,7 @@ extern NSAttributedStringKey const NSBaselineOffsetAttributeName;
                               blue:(CGFloat)blue
                              alpha:(CGFloat)alpha;
 + (NSColor*)colorWithCalibratedWhite:(CGFloat)white alpha:(CGFloat)alpha;
+- (NSColor*)colorWithAlphaComponent:(CGFloat)alpha;
 - (void)setFill;
 - (void)setStroke;
 @end
