@@ -27,7 +27,12 @@ std::optional<MenuItem> itemOf(char letter, std::int64_t tag) {
     case 's':
       return Submenu{title, {}};
     case 'v':
-      return MenuChart{};
+    case 'V':
+      return MenuChart{.view = {},
+                       .text = "",
+                       .description = title,
+                       .isEnabled = letter == 'v',
+                       .picture = nullptr};
     default:
       return std::nullopt;
   }

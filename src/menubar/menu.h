@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
@@ -48,11 +49,19 @@ struct ItemView {
   ImageView content;
 };
 
+/// What the chart's picture has of the desktop that shows it.
+struct ChartSetting {
+  Color accent = SystemColor::accent;  ///< the user's
+  double midnight = 0.0;               ///< when the local day began, as `Desktop::now` counts
+};
+
 /// The chart, as each kind of desktop can show it.
 struct MenuChart {
-  ItemView view;     ///< shown in the item's place
-  std::string text;  ///< a line for menus without pictures
-  Drawing picture;   ///< shown when such a line is chosen
+  ItemView view;                                        ///< shown in the item's place
+  std::string text;                                     ///< a line for menus without pictures
+  std::string description;                              ///< what a screen reader says of that line
+  bool isEnabled;                                       ///< whether there is a picture to choose
+  std::function<Drawing(const ChartSetting&)> picture;  ///< shown when such a line is chosen
 };
 
 struct MenuCommand {

@@ -3,8 +3,10 @@
 #include <utility>
 
 #include "format/details.h"
+#include "format/figures.h"
 #include "render/block_chart.h"
 #include "render/chart_picture.h"
+#include "render/history_scale.h"
 #include "render/sparkline.h"
 
 namespace lumowatt {
@@ -20,17 +22,36 @@ void addReport(Menu& menu, const Reading& reading) {
 }
 
 MenuLine chartHeader() {
-  const std::string title = "Charge over the last hour";
+  const std::string title(chartTitle);
   return {title, {{{title, systemFont(11.0), secondaryLabel}}}};
+}
+
+/// The chart in words.
+std::string description(const std::vector<Sample>& history) {
+  const std::string title = std::string(chartTitle) + ": ";
+  if (!historyScale(history)) return title + "collecting history";
+  return title + "from " + std::to_string(history.front().percent) + " to " +
+         std::to_string(history.back().percent) + " percent";
+}
+
+Drawing picture(const MenuContents& contents, const ChartSetting& setting) {
+  const Reading& reading = contents.reading;
+  return chartPicture({.samples = contents.history,
+                       .heading = std::to_string(reading.percent) + "% · " + statusLine(reading),
+                       .color = chartColor(reading, contents.preferences.useColor, setting.accent),
+                       .midnight = setting.midnight});
 }
 
 MenuChart chart(const MenuContents& contents) {
   const Color color = chartColor(contents.reading, contents.preferences.useColor);
-  return {.view = {.frame = {0.0, 0.0, 280.0, 42.0},
-                   .content = {.frame = {14.0, 0.0, 254.0, 42.0},
-                               .image = sparkline(contents.history, color)}},
-          .text = blockChart(contents.history),
-          .picture = chartPicture(contents.history, color)};
+  return {
+      .view = {.frame = {0.0, 0.0, 280.0, 42.0},
+               .content = {.frame = {14.0, 0.0, 254.0, 42.0},
+                           .image = sparkline(contents.history, color)}},
+      .text = blockChart(contents.history),
+      .description = description(contents.history),
+      .isEnabled = historyScale(contents.history).has_value(),
+      .picture = [contents](const ChartSetting& setting) { return picture(contents, setting); }};
 }
 
 Submenu modes(Mode current) {

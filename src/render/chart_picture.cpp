@@ -1,56 +1,164 @@
 #include "render/chart_picture.h"
 
-#include <string>
+#include <algorithm>
+#include <utility>
 
 #include "base/rounding.h"
+#include "format/figures.h"
 #include "graphics/canvas.h"
-#include "render/history_scale.h"
+#include "render/chart_axes.h"
 #include "render/sparkline.h"
 
 namespace lumowatt {
 
 namespace {
 
-constexpr Rect chart{64.0, 28.0, 1000.0, 152.0};
-constexpr Size picture{1096.0, 224.0};
-constexpr double gap = 8.0;  // between the chart and what is written at its edges
-constexpr Font font = systemFont(15.0);
+constexpr Size picture{688.0, 408.0};
+constexpr Rect plot{60.0, 88.0, 600.0, 280.0};
+constexpr double margin = 24.0;
+constexpr double labelDistance = 8.0;  // between the plot and what is written at its edges
 
-AttributedString styled(std::string text) { return {{std::move(text), font, secondaryLabel}}; }
+constexpr double lineWidth = 2.0;
+constexpr double areaOpacity = 0.15;
+constexpr double dotRadius = 4.0;
+constexpr double ringRadius = 6.0;  // of the background, around the dot
 
-std::string percentage(std::int64_t percent) { return std::to_string(percent) + "%"; }
+constexpr double longestStep = 90.0;  // seconds: samples come every half minute
 
-/// Writes a percentage left of the chart, its middle at the height `y`.
-void drawLevel(Canvas& canvas, std::int64_t percent, double y) {
-  const AttributedString text = styled(percentage(percent));
-  const Size size = canvas.textSize(text);
-  canvas.drawText(text, {chart.minX() - gap - size.width, y - size.height / 2});
+AttributedString label(std::string text) {
+  return {{std::move(text), monospacedDigitFont(11.0), secondaryLabel}};
 }
 
-void drawEdges(Canvas& canvas, const HistoryScale& scale) {
-  const double inset = 5.0;  // of the line, from the chart's upper and lower edge
-  const double bottom = chart.maxY() - inset;
-  const double height = chart.height - 2 * inset;
-  drawLevel(canvas, scale.lowest, bottom);
-  if (scale.highest != scale.lowest) {
-    drawLevel(canvas, scale.highest,
-              bottom - height * scale.upward(static_cast<double>(scale.highest)));
+/// A time of the local day, which may be of the day before, as "09:05".
+std::string timeOfDay(double seconds) {
+  constexpr std::int64_t minutesOfDay = 1440;
+  const std::int64_t minutes = roundedHalfAwayFromZero(seconds / 60.0).value_or(0) % minutesOfDay;
+  const std::string text = clock(minutes < 0 ? minutes + minutesOfDay : minutes);
+  return text.size() < 5 ? "0" + text : text;
+}
+
+/// Where an axis has times that are whole steps after midnight.
+std::vector<double> roundTimes(const TimeAxis& axis, double midnight) {
+  const auto steps = [&](double time) {
+    return roundedHalfAwayFromZero((time - midnight) / axis.step).value_or(0);
+  };
+  std::vector<double> times;
+  for (std::int64_t step = steps(axis.start); step <= steps(axis.end); ++step) {
+    const double time = midnight + static_cast<double>(step) * axis.step;
+    if (time >= axis.start && time <= axis.end) times.push_back(time);
+  }
+  return times;
+}
+
+/// Draws one chart with a sample at least.
+class Chart {
+ public:
+  Chart(Canvas& canvas, const ChartContents& contents)
+      : canvas_(canvas),
+        contents_(contents),
+        percents_(percentAxis(contents.samples)),
+        times_(timeAxis(contents.samples)) {}
+
+  void draw() {
+    drawAxes();
+    const std::vector<Sample>& samples = contents_.samples;
+    const auto isGap = [](const Sample& before, const Sample& after) {
+      return after.time - before.time > longestStep;
+    };
+    for (auto first = samples.begin(); first != samples.end();) {
+      const auto last = std::adjacent_find(first, samples.end(), isGap);
+      const auto end = last == samples.end() ? last : std::next(last);
+      drawStretch({first, end});
+      first = end;
+    }
+    drawDot(ringRadius, SystemColor::windowBackground);
+    drawDot(dotRadius, contents_.color);
   }
 
-  const auto minutes = roundedHalfAwayFromZero(scale.span / 60.0).value_or(0);
-  const AttributedString now = styled("now");
-  canvas.drawText(styled(std::to_string(minutes) + " min ago"), {chart.minX(), chart.maxY() + gap});
-  canvas.drawText(now, {chart.maxX() - canvas.textSize(now).width, chart.maxY() + gap});
+ private:
+  double x(double time) const {
+    const double share = (time - times_.start) / (times_.end - times_.start);
+    return plot.minX() + std::max(share, 0.0) * plot.width;
+  }
+
+  double y(std::int64_t percent) const {
+    const auto range = static_cast<double>(percents_.highest() - percents_.lowest);
+    const std::int64_t shown = std::clamp(percent, percents_.lowest, percents_.highest());
+    return plot.maxY() - static_cast<double>(shown - percents_.lowest) / range * plot.height;
+  }
+
+  Point point(const Sample& sample) const { return {x(sample.time), y(sample.percent)}; }
+
+  void drawAxes() {
+    Path grid;
+    for (std::int64_t i = 0; i <= PercentAxis::steps; ++i) {
+      const std::int64_t percent = percents_.lowest + i * percents_.step;
+      const double height = y(percent);
+      grid.insert(grid.end(), {MoveTo{{plot.minX(), height}}, LineTo{{plot.maxX(), height}}});
+      const AttributedString text = label(std::to_string(percent) + "%");
+      const Size size = canvas_.textSize(text);
+      canvas_.drawText(text, {plot.minX() - labelDistance - size.width, height - size.height / 2});
+    }
+    for (const double time : roundTimes(times_, contents_.midnight)) {
+      const double place = x(time);
+      grid.insert(grid.end(), {MoveTo{{place, plot.minY()}}, LineTo{{place, plot.maxY()}}});
+      const AttributedString text = label(timeOfDay(time - contents_.midnight));
+      const double width = canvas_.textSize(text).width;
+      canvas_.drawText(text, {place - width / 2, plot.maxY() + labelDistance});
+    }
+    canvas_.stroke(grid, {.width = 1.0}, separator);
+  }
+
+  /// Draws samples without a gap between them. A single one is as long as the line is wide.
+  void drawStretch(const std::vector<Sample>& samples) {
+    Path line;
+    for (const Sample& sample : samples) {
+      if (line.empty()) line.emplace_back(MoveTo{point(sample)});
+      line.emplace_back(LineTo{point(sample)});
+    }
+    Path area = line;
+    area.emplace_back(LineTo{{x(samples.back().time), plot.maxY()}});
+    area.emplace_back(LineTo{{x(samples.front().time), plot.maxY()}});
+    area.emplace_back(ClosePath{});
+    canvas_.fillPath(area, contents_.color, areaOpacity);
+    canvas_.stroke(line, {.width = lineWidth, .join = LineJoin::round, .cap = LineCap::round},
+                   contents_.color);
+  }
+
+  /// Draws a dot at the last sample.
+  void drawDot(double radius, const Color& color) {
+    const auto [x, y] = point(contents_.samples.back());
+    canvas_.fillRoundedRect({x - radius, y - radius, 2 * radius, 2 * radius}, radius, color);
+  }
+
+  Canvas& canvas_;
+  const ChartContents& contents_;
+  PercentAxis percents_;
+  TimeAxis times_;
+};
+
+void drawHeading(Canvas& canvas, const std::string& heading) {
+  canvas.drawText({{heading, boldSystemFont(17.0), SystemColor::label}}, {margin, 20.0});
+  canvas.drawText({{std::string(chartTitle), systemFont(12.0), secondaryLabel}}, {margin, 46.0});
+}
+
+void drawInTheMiddle(Canvas& canvas, const AttributedString& text) {
+  const Size size = canvas.textSize(text);
+  const Point middle{picture.width / 2, (plot.minY() + plot.maxY()) / 2};
+  canvas.drawText(text, {middle.x - size.width / 2, middle.y - size.height / 2});
 }
 
 }  // namespace
 
-Drawing chartPicture(const std::vector<Sample>& samples, const Color& color) {
-  const auto draw = [line = sparkline(samples, color, chart.width, chart.height),
-                     scale = historyScale(samples)](Canvas& canvas, const Rect& rect) {
+Drawing chartPicture(ChartContents contents) {
+  const auto draw = [contents = std::move(contents)](Canvas& canvas, const Rect& rect) {
     canvas.fill(rect, SystemColor::windowBackground);
-    canvas.drawImage(line, chart);
-    if (scale) drawEdges(canvas, *scale);
+    drawHeading(canvas, contents.heading);
+    if (contents.samples.empty()) {
+      drawInTheMiddle(canvas, label(std::string(collectingHistory)));
+    } else {
+      Chart(canvas, contents).draw();
+    }
   };
   return {.size = picture, .flipped = true, .draw = draw};
 }

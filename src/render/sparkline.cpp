@@ -29,9 +29,9 @@ Path chartLine(const std::vector<Sample>& samples, const HistoryScale& scale, co
 
 }  // namespace
 
-Color chartColor(const Reading& reading, bool colored) {
+Color chartColor(const Reading& reading, bool colored, const Color& userAccent) {
   const std::optional<Color> color = colored ? accent(reading) : std::nullopt;
-  return color.value_or(SystemColor::accent);
+  return color.value_or(userAccent);
 }
 
 Image sparkline(std::vector<Sample> samples, const Color& color, double width, double height) {

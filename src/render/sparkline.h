@@ -10,7 +10,8 @@ namespace lumowatt {
 
 /// The colour of a chart in the menu of a reading: that of the reading, where it has one and
 /// `colored`, else the user's.
-Color chartColor(const Reading& reading, bool colored);
+Color chartColor(const Reading& reading, bool colored,
+                 const Color& userAccent = SystemColor::accent);
 
 /// What stands in a chart's place as long as its samples span no time.
 inline constexpr std::string_view collectingHistory = "Collecting history…";

@@ -66,13 +66,27 @@ std::string lineColor(const Drawing& drawing) {
   return line == canvas.operations.end() ? "" : line->substr(line->rfind(' ') + 1);
 }
 
-/// The color of the chart, which is the same in the menu and in the picture.
+/// The chart's picture on a desktop of its own accent, which is 1 of red alone.
+constexpr Color userAccent = CalibratedRgb{1.0, 0.0, 0.0};
+Drawing pictureOf(const MenuChart& chart, double midnight = 0.0) {
+  return chart.picture({.accent = userAccent, .midnight = midnight});
+}
+
+bool isWritten(const Drawing& drawing, const std::string& text) {
+  RecordingCanvas canvas;
+  drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
+  return std::ranges::any_of(canvas.operations, [&](const std::string& operation) {
+    return operation.find("\"" + text + "\"") != std::string::npos;
+  });
+}
+
+/// The color of the chart, which is the same in the menu and in the picture, but for the user's.
 std::string chartColor(MenuContents menu) {
   menu.history = {{0.0, 50}, {60.0, 51}};
   const Menu items = statusMenu(menu);
   const MenuChart& chart = chartIn(items);
   std::string color = lineColor(std::get<Drawing>(chart.view.content.image.content));
-  EXPECT_EQ(lineColor(chart.picture), color);
+  EXPECT_EQ(lineColor(pictureOf(chart)), color == "accent" ? "0)" : color);
   return color;
 }
 
@@ -159,6 +173,32 @@ TEST(StatusMenu, TheChartIsALineOfTextAsWell) {
   menu.history = {{0.0, 50}, {60.0, 60}};
   const std::string text = chartIn(statusMenu(menu)).text;
   EXPECT_TRUE(text.starts_with("▁") && text.ends_with("█ 50–60%")) << text;
+}
+
+TEST(StatusMenu, TheChartIsDescribedInWords) {
+  MenuContents menu = contents();
+  EXPECT_EQ(chartIn(statusMenu(menu)).description, "Charge over the last hour: collecting history");
+  menu.history = {{0.0, 72}, {30.0, 80}, {60.0, 64}};
+  EXPECT_EQ(chartIn(statusMenu(menu)).description,
+            "Charge over the last hour: from 72 to 64 percent");
+}
+
+TEST(StatusMenu, TheChartCanBeChosenOnceItHasTwoSamples) {
+  MenuContents menu = contents();
+  EXPECT_FALSE(chartIn(statusMenu(menu)).isEnabled);
+  menu.history = {{0.0, 50}};
+  EXPECT_FALSE(chartIn(statusMenu(menu)).isEnabled);
+  menu.history = {{0.0, 50}, {30.0, 50}};
+  EXPECT_TRUE(chartIn(statusMenu(menu)).isEnabled);
+}
+
+TEST(StatusMenu, TheChartsPictureHasTheStatusAndTheTimesOfTheDay) {
+  MenuContents menu = contents();
+  menu.reading.percent = 64;
+  menu.history = {{0.0, 64}, {60.0, 64}};
+  const Drawing picture = pictureOf(chartIn(statusMenu(menu)), -9 * 3600.0);
+  EXPECT_TRUE(isWritten(picture, "64% · On battery"));
+  EXPECT_TRUE(isWritten(picture, "09:01"));
 }
 
 TEST(StatusMenu, TheModesAreASubmenuWithTheCurrentOneOn) {

@@ -112,13 +112,13 @@ TEST_F(ItemChanges, AnUpgradeOfItsFilesLeavesItWorking) {
   install(installed);
   ItemTest::install("xdg-open", "echo \"$@\" > $traces/new\nmv $traces/new $traces/told\n");
   prefix = {"/bin/bash", "-c", "exec " + (installed / "lumowatt").string()};
-  start();
+  startWithChart();
   EXPECT_EQ(panel->property("IconThemePath"), (installed / "icons").string());
 
   std::filesystem::remove_all(installed);  // the kernel calls its program deleted now
   install(installed);
   EXPECT_EQ(nextLabel(), "98% ▼ −4.8 W");
-  choose(menu_id::chart, "Collecting history…");
+  chooseChart();
   EXPECT_EQ(trace("told"), (user.path() / "runtime/lumowatt-chart.png").string() + "\n");
   choose(menu_id::openAtLogin, "Open at login");
   const std::string entry =
@@ -132,12 +132,7 @@ TEST_F(ItemChanges, EightHoursOfSleepAreOneReadingAndNoPartOfTheChart) {
   variables = {{"SLEPT_FILE", slept}};
   const OpenCounter counter;
   counter.watch(machine.powerSupplyFolder() / "BAT0");
-  item = startAnother(LUMOWATT_HURRYING_CLOCK);
-  panel->waitForItem();
-  panel->waitUntil([this] {  // for a chart, which has two ends at least
-    panel->open();
-    return panel->menuProperty(menu_id::chart, "label").get<std::string>().ends_with("%");
-  });
+  startWithChart();
 
   machine.set("BAT0/capacity", "40");
   counter.opened();

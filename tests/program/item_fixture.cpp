@@ -1,10 +1,21 @@
 #include "program/item_fixture.h"
 
+#include "program/menu_ids.h"
+
 namespace lumowatt {
 
 void ItemTest::start() {
   item = startAnother();
   if (panel) panel->waitForItem();
+}
+
+void ItemTest::startWithChart(const std::string& library) {
+  item = startAnother(library + " " LUMOWATT_HURRYING_CLOCK);
+  panel->waitForItem();
+  panel->waitUntil([this] {
+    panel->open();
+    return panel->menuProperty(menu_id::chart, "enabled").get<bool>();
+  });
 }
 
 void ItemTest::stop() {
@@ -41,6 +52,12 @@ void ItemTest::install(const std::string& name, const std::string& script) const
 std::string ItemTest::trace(const std::string& name) const {
   panel->waitUntil([&] { return std::filesystem::exists(traces() / name); });
   return fileContents(traces() / name);
+}
+
+void ItemTest::chooseChart() const {
+  panel->open();
+  EXPECT_EQ(panel->menuProperty(menu_id::chart, "enabled"), true);
+  EXPECT_EQ(panel->click(menu_id::chart), "");
 }
 
 void ItemTest::choose(int id, const std::string& title) const {

@@ -63,7 +63,7 @@ TEST_F(MenuEvents, NothingHappensByWhatIsNoChoice) {
   panel->forgetSignals();
   for (const int id :
        {menu_id::root, menu_id::statusLine, menu_id::powerLine, menu_id::firstSeparator,
-        menu_id::chartHeader, menu_id::modes, menu_id::about}) {
+        menu_id::chartHeader, menu_id::chart, menu_id::modes, menu_id::about}) {
     EXPECT_EQ(panel->click(id), "") << id;
   }
   for (const char* const event : {"hovered", "opened", "closed", "x-shop", "", "CLICKED"}) {

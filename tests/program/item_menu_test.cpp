@@ -54,7 +54,8 @@ Json expectedLayout() {
   const Json rest{
       node(menu_id::firstSeparator, separatorItem()),
       node(menu_id::chartHeader, line("Charge over the last hour")),
-      node(menu_id::chart, command("Collecting history…")),
+      node(menu_id::chart, with(line("Collecting history…"), "accessible-desc",
+                                "Charge over the last hour: collecting history")),
       node(menu_id::secondSeparator, separatorItem()),
       node(menu_id::modes, with(command("Menu bar shows"), "children-display", "submenu"),
            modeItems),
@@ -182,6 +183,18 @@ TEST_F(StatusMenu, GivesSingleProperties) {
   EXPECT_EQ(panel->callMenu("GetProperty", "is", menu_id::colors, "icon-data").error,
             invalidArguments);
   EXPECT_EQ(panel->callMenu("GetProperty", "is", 103, "label").error, invalidArguments);
+}
+
+TEST_F(StatusMenu, TheChartCanBeChosenAndIsDescribedOnceThereIsOne) {
+  EXPECT_EQ(panel->menuProperty(menu_id::chart, "enabled"), false);
+  stop();
+  startWithChart();
+  EXPECT_EQ(panel->menuProperty(menu_id::chart, "accessible-desc"),
+            "Charge over the last hour: from 98 to 98 percent");
+}
+
+TEST_F(StatusMenu, OnlyTheChartHasADescription) {
+  EXPECT_EQ(panel->menuProperty(menu_id::colors, "accessible-desc"), "");
 }
 
 TEST_F(StatusMenu, IsFreshAtEachOpening) {

@@ -95,7 +95,7 @@ class Settings : public ItemTest {
   }
 
   void startWithPortal() {
-    start();
+    startWithChart();
     portal->waitUntil([this] { return portal->wasAsked; });
     panel->open();  // the answer has arrived, and a refresh has seen it
   }
@@ -106,8 +106,7 @@ class Settings : public ItemTest {
 
   /// The color of the chart's background.
   Pixel background() const {
-    panel->open();
-    choose(menu_id::chart, "Collecting history…");
+    chooseChart();
     trace("told");
     return Picture(fileContents(user.path() / "runtime/lumowatt-chart.png")).at(2, 2);
   }

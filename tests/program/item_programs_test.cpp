@@ -195,19 +195,30 @@ TEST_F(Commands, BatterySettingsOpensTheDesktopsOwnPanel) {
 
 TEST_F(Commands, TheChartOpensInThePictureViewer) {
   install("xdg-open", telling);
-  startAndChoose(menu_id::chart, "Collecting history…");
+  startWithChart();
+  chooseChart();
   EXPECT_EQ(trace("told"), chartFile() + "\n");
   struct stat status {};
   ASSERT_EQ(::stat(chartFile().c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
   const Picture picture(fileContents(chartFile()));
-  EXPECT_EQ(picture.width(), 1096);
-  EXPECT_EQ(picture.height(), 224);
+  EXPECT_EQ(picture.width(), 2 * 688);
+  EXPECT_EQ(picture.height(), 2 * 408);
+}
+
+TEST_F(Commands, TheChartIsNotShownBeforeThereIsOne) {
+  install("xdg-open", telling);
+  start();
+  panel->open();
+  EXPECT_EQ(panel->click(menu_id::chart), "");
+  panel->settle();
+  EXPECT_FALSE(std::filesystem::exists(chartFile()));
 }
 
 TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
   install("xdg-open", telling);
-  startAndChoose(menu_id::chart, "Collecting history…");
+  startWithChart();
+  chooseChart();
   trace("told");
   const std::string maps = fileContents("/proc/" + std::to_string(item->id()) + "/maps");
   EXPECT_NE(maps.find("lumowatt-desktop.so"), std::string::npos);
@@ -221,11 +232,10 @@ TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
 
 TEST_F(Commands, TheChartReplacesALinkAndNotWhatItLeadsTo) {
   install("xdg-open", telling);
-  start();
+  startWithChart();
   user.write("precious", "mine");
   std::filesystem::create_symlink(user.path() / "precious", chartFile());
-  panel->open();
-  choose(menu_id::chart, "Collecting history…");
+  chooseChart();
   EXPECT_EQ(trace("told"), chartFile() + "\n");
   EXPECT_FALSE(std::filesystem::is_symlink(chartFile()));
   EXPECT_EQ(fileContents(user.path() / "precious"), "mine");
@@ -235,7 +245,8 @@ TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
   install("xdg-open",
           "grep -E 'SigBlk|SigIgn' /proc/self/status > $traces/new\n"
           "mv $traces/new $traces/signals\n");
-  startAndChoose(menu_id::chart, "Collecting history…");
+  startWithChart();
+  chooseChart();
   std::istringstream signals(trace("signals"));
   for (const char* const set : {"SigBlk:", "SigIgn:"}) {
     std::string name;
@@ -256,7 +267,8 @@ TEST_F(Commands, WithoutBatterySettingsNothingHappensButAWord) {
 
 TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
   install("canberra-gtk-play", telling);
-  startAndChoose(menu_id::chart, "Collecting history…");
+  startWithChart();
+  chooseChart();
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
@@ -266,10 +278,8 @@ TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
 TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
   install("canberra-gtk-play", telling);
   install("xdg-open", "touch $traces/opened");
-  item = startAnother(LUMOWATT_REFUSING_SPACE);
-  panel->waitForItem();
-  panel->open();
-  choose(menu_id::chart, "Collecting history…");
+  startWithChart(LUMOWATT_REFUSING_SPACE);
+  chooseChart();
   EXPECT_EQ(trace("told"), "--id bell\n");
   const std::filesystem::directory_iterator files(user.path() / "runtime");
   EXPECT_EQ(std::distance(begin(files), end(files)), 0);
@@ -281,7 +291,8 @@ TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
 TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
   install("canberra-gtk-play", telling);
   variables = {{"XDG_RUNTIME_DIR", "runtime"}};  // nor in one that is somewhere from here
-  startAndChoose(menu_id::chart, "Collecting history…");
+  startWithChart();
+  chooseChart();
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,

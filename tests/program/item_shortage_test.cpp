@@ -35,7 +35,7 @@ int count(const std::string& text, const std::string& part) {
 
 TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
   install("xclip", "cat > $traces/new\nmv $traces/new $traces/copied");
-  start();
+  startWithChart();
   const std::string before = label();
   panel->open();
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "fakes/recording_canvas.h"
 
 namespace lumowatt {
@@ -10,52 +12,133 @@ namespace {
 
 using Operations = std::vector<std::string>;
 
-Operations drawn(const std::vector<Sample>& samples) {
-  const Drawing picture = chartPicture(samples, systemGreen);
+/// The charts of these tests begin at 13:00:00, which is 0 in the samples' time.
+constexpr double midnight = -13 * 3600.0;
+
+Operations drawn(const std::vector<Sample>& samples, double dayBegan = midnight) {
+  const Drawing picture = chartPicture({.samples = samples,
+                                        .heading = "64% · On battery",
+                                        .color = systemGreen,
+                                        .midnight = dayBegan});
   EXPECT_TRUE(picture.flipped);
-  EXPECT_EQ(picture.size, (Size{1096.0, 224.0}));
+  EXPECT_EQ(picture.size, (Size{688.0, 408.0}));
   RecordingCanvas canvas;
   picture.draw(canvas, {0.0, 0.0, picture.size.width, picture.size.height});
   return canvas.operations;
 }
 
+/// The operations that begin with a word.
+Operations those(const std::string& word, const Operations& operations) {
+  Operations found;
+  std::ranges::copy_if(operations, std::back_inserter(found),
+                       [&](const std::string& each) { return each.starts_with(word + " "); });
+  return found;
+}
+
+/// The lines of the charge, without the grid.
+Operations lines(const Operations& operations) {
+  Operations found = those("stroke", operations);
+  EXPECT_TRUE(!found.empty() && found.front().ends_with("width 1 separator"));
+  found.erase(found.begin());
+  return found;
+}
+
+/// What is written below the plot, in order.
+std::string times(const Operations& operations) {
+  std::string all;
+  for (const std::string& text : those("text", operations)) {
+    if (text.find(", 376) ") == std::string::npos) continue;
+    const std::size_t start = text.find('"') + 1;
+    if (!all.empty()) all += " ";
+    all += text.substr(start, text.find('"', start) - start);
+  }
+  return all;
+}
+
+const std::string lineStyle = " width 2 round joins round caps green";
+
 }  // namespace
 
-TEST(ChartPicture, IsTheChartAtFourTimesItsSizeWithItsEnds) {
-  // Characters are 10 wide and 18 high. The line runs from 33 to 175 points from the top.
-  EXPECT_EQ(drawn({{0, 20}, {3540, 80}}),
+TEST(ChartPicture, HasAHeadingAxesAFilledAreaALineAndADotAtItsEnd) {
+  // The plot is from (60, 88) to (660, 368): 5 minutes across, 10 points up. Characters are 10 wide
+  // and 18 high.
+  EXPECT_EQ(drawn({{240, 71}, {270, 72}, {300, 72}}),
             (Operations{
-                "fill (0, 0, 1096, 224) windowBackground",
-                "begin (64, 28, 1000, 152) of 1000 x 152",
-                "stroke M(2, 5) L(998, 5) width 1 separator",
-                "stroke M(2, 5) L(998, 147) width 2 round joins round caps green",
-                "end",
-                "text (26, 166) \"20%\" system 15 secondaryLabel",
-                "text (26, 24) \"80%\" system 15 secondaryLabel",
-                "text (64, 188) \"59 min ago\" system 15 secondaryLabel",
-                "text (1034, 188) \"now\" system 15 secondaryLabel",
+                "fill (0, 0, 688, 408) windowBackground",
+                "text (24, 20) \"64% · On battery\" bold 17 label",
+                "text (24, 46) \"Charge over the last hour\" system 12 secondaryLabel",
+                "text (22, 359) \"66%\" digits 11 secondaryLabel",
+                "text (22, 303) \"68%\" digits 11 secondaryLabel",
+                "text (22, 247) \"70%\" digits 11 secondaryLabel",
+                "text (22, 191) \"72%\" digits 11 secondaryLabel",
+                "text (22, 135) \"74%\" digits 11 secondaryLabel",
+                "text (22, 79) \"76%\" digits 11 secondaryLabel",
+                "text (35, 376) \"13:00\" digits 11 secondaryLabel",
+                "text (155, 376) \"13:01\" digits 11 secondaryLabel",
+                "text (275, 376) \"13:02\" digits 11 secondaryLabel",
+                "text (395, 376) \"13:03\" digits 11 secondaryLabel",
+                "text (515, 376) \"13:04\" digits 11 secondaryLabel",
+                "text (635, 376) \"13:05\" digits 11 secondaryLabel",
+                "stroke M(60, 368) L(660, 368) M(60, 312) L(660, 312) M(60, 256) L(660, 256)"
+                " M(60, 200) L(660, 200) M(60, 144) L(660, 144) M(60, 88) L(660, 88)"
+                " M(60, 88) L(60, 368) M(180, 88) L(180, 368) M(300, 88) L(300, 368)"
+                " M(420, 88) L(420, 368) M(540, 88) L(540, 368) M(660, 88) L(660, 368)"
+                " width 1 separator",
+                "area M(540, 228) L(540, 228) L(600, 200) L(660, 200) L(660, 368) L(540, 368) Z"
+                " opacity 0.15 green",
+                "stroke M(540, 228) L(540, 228) L(600, 200) L(660, 200)" + lineStyle,
+                "rounded (654, 194, 12, 12) radius 6 windowBackground",
+                "rounded (656, 196, 8, 8) radius 4 green",
             }));
 }
 
-TEST(ChartPicture, OfAFlatHistoryHasOnePercentage) {
-  const Operations operations = drawn({{0, 77}, {3600, 77}});
-  ASSERT_EQ(operations.size(), 8U);
-  EXPECT_EQ(operations[5], "text (26, 166) \"77%\" system 15 secondaryLabel");
-  EXPECT_EQ(operations[6], "text (64, 188) \"60 min ago\" system 15 secondaryLabel");
+TEST(ChartPicture, HasAGapWhereSamplesAreMissing) {
+  // An hour across, 10 points a minute, and 54% to 64% up, 28 points a percent.
+  const Operations operations = drawn({{0, 60}, {90, 60}, {1800, 60}, {1890, 60}, {3600, 60}});
+  EXPECT_EQ(lines(operations), (Operations{
+                                   "stroke M(60, 200) L(60, 200) L(75, 200)" + lineStyle,
+                                   "stroke M(360, 200) L(360, 200) L(375, 200)" + lineStyle,
+                                   "stroke M(660, 200) L(660, 200)" + lineStyle,
+                               }));
+  EXPECT_EQ(those("area", operations).size(), 3U);
 }
 
-TEST(ChartPicture, WritesTheHighestWhereTheLineReachesIt) {
-  // Two of four points: the middle, 104 points from the top.
-  EXPECT_EQ(drawn({{0, 50}, {3600, 52}}).at(6), "text (26, 95) \"52%\" system 15 secondaryLabel");
+TEST(ChartPicture, ADelayOfThreeSamplesIsNoGap) {
+  EXPECT_EQ(lines(drawn({{0, 60}, {90, 60}})).size(), 1U);
+  EXPECT_EQ(lines(drawn({{0, 60}, {90.5, 60}})).size(), 2U);
 }
 
-TEST(ChartPicture, WithoutAHistoryHasNoEnds) {
+TEST(ChartPicture, HasTimesAtRoundMinutes) {
+  EXPECT_EQ(times(drawn({{317, 50}, {3917, 50}})), "13:10 13:20 13:30 13:40 13:50 14:00");
+  EXPECT_EQ(times(drawn({{0, 50}, {1500, 50}})), "12:55 13:00 13:05 13:10 13:15 13:20 13:25");
+  EXPECT_EQ(times(drawn({{0, 50}, {400, 50}})), "12:58 13:00 13:02 13:04 13:06");
+}
+
+TEST(ChartPicture, HasTimesOfTwoDigitsAlsoAcrossMidnight) {
+  EXPECT_EQ(times(drawn({{0, 50}, {3600, 50}}, -8.5 * 3600)),
+            "08:30 08:40 08:50 09:00 09:10 09:20 09:30");
+  EXPECT_EQ(times(drawn({{0, 50}, {3600, 50}}, 1800)), "23:30 23:40 23:50 00:00 00:10 00:20 00:30");
+  EXPECT_EQ(times(drawn({{0, 50}, {3600, 50}}, 1800 - 86400)),
+            "23:30 23:40 23:50 00:00 00:10 00:20 00:30");
+}
+
+TEST(ChartPicture, OfASingleSampleIsADotAtTheRight) {
+  const Operations operations = drawn({{0, 64}});  // between 58% and 68%
+  EXPECT_EQ(operations.back(), "rounded (656, 196, 8, 8) radius 4 green");
+  EXPECT_EQ(times(operations), "12:55 12:56 12:57 12:58 12:59 13:00");
+}
+
+TEST(ChartPicture, OfPercentagesOutsideItsScaleLiesAtTheEdge) {
+  EXPECT_EQ(lines(drawn({{0, -7}, {30, 140}})),
+            (Operations{"stroke M(600, 368) L(600, 368) L(660, 88)" + lineStyle}));
+}
+
+TEST(ChartPicture, WithoutAHistorySaysThatItIsCollected) {
   EXPECT_EQ(drawn({}), (Operations{
-                           "fill (0, 0, 1096, 224) windowBackground",
-                           "begin (64, 28, 1000, 152) of 1000 x 152",
-                           "stroke M(2, 5) L(998, 5) width 1 separator",
-                           "text (4, 69) \"Collecting history…\" system 11 secondaryLabel",
-                           "end",
+                           "fill (0, 0, 688, 408) windowBackground",
+                           "text (24, 20) \"64% · On battery\" bold 17 label",
+                           "text (24, 46) \"Charge over the last hour\" system 12 secondaryLabel",
+                           "text (249, 219) \"Collecting history…\" digits 11 secondaryLabel",
                        }));
 }
 

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <ctime>
 #include <utility>
 #include <variant>
 
@@ -14,6 +15,7 @@
 #include "platform/freedesktop/user/child.h"
 #include "platform/freedesktop/user/commands.h"
 #include "platform/freedesktop/user/environment.h"
+#include "platform/freedesktop/user/time_of_day.h"
 
 namespace lumowatt::freedesktop {
 
@@ -105,7 +107,9 @@ void SessionDesktop::showChart() {
   const Menu menu = application_->menu();
   for (const MenuItem& item : menu) {
     const auto* const chart = std::get_if<MenuChart>(&item);
-    if (chart != nullptr) viewer_->show(chart->picture, settings_->appearance(), *bitmaps_);
+    if (chart == nullptr) continue;
+    const ChartSetting setting{.midnight = now() - timeOfDay(std::time(nullptr))};
+    viewer_->show(chart->picture(setting), settings_->appearance(), *bitmaps_);
   }
 }
 

@@ -27,7 +27,10 @@ struct EntryMaker {
     return {.id = id, .label = withoutAccessKeys(line.title), .isEnabled = false};
   }
   MenuEntry operator()(const MenuChart& chart) const {
-    return {.id = id, .label = withoutAccessKeys(chart.text)};
+    return {.id = id,
+            .label = withoutAccessKeys(chart.text),
+            .description = chart.description,
+            .isEnabled = chart.isEnabled};
   }
   MenuEntry operator()(const MenuCommand& command) const {
     const std::string& key = command.keyEquivalent;
@@ -122,8 +125,10 @@ MenuLayout::Change MenuLayout::present(const Menu& menu) {
   for (const auto& [id, item] : numbered(menu)) {
     const MenuEntry& entry = entries[id] = std::visit(EntryMaker{id}, *item);
     if (const Choice* const choice = choiceOf(*item)) choices_.emplace_back(id, *choice);
-    if (std::holds_alternative<MenuChart>(*item))
+    const auto* const chart = std::get_if<MenuChart>(item);
+    if (chart != nullptr && chart->isEnabled) {
       choices_.emplace_back(id, Choice{Action::showChart});
+    }
     if (const auto* const submenu = std::get_if<Submenu>(item)) {
       for (std::size_t i = 0; i < submenu->items.size(); ++i) {
         choices_.emplace_back(entry.children[i].id, submenu->items[i].choice);

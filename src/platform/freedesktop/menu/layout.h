@@ -16,7 +16,8 @@ struct MenuEntry {
   enum class Toggle { none, checkmark, radio };
 
   std::int32_t id = 0;
-  std::string label = {};  ///< with access keys marked by an underscore, a plain one doubled
+  std::string label = {};        ///< with access keys marked by an underscore, a plain one doubled
+  std::string description = {};  ///< what a screen reader says; empty: the label
   bool isSeparator = false;
   bool isEnabled = true;
   bool isVisible = true;

@@ -47,6 +47,10 @@ constexpr std::array<Property, PropertySet().size()> properties{{
      [](MessageWriter& message, const MenuEntry& entry) {
        message.add("v", "s", entry.label.c_str());
      }},
+    {"accessible-desc", [](const MenuEntry& entry) { return !entry.description.empty(); },
+     [](MessageWriter& message, const MenuEntry& entry) {
+       message.add("v", "s", entry.description.c_str());
+     }},
     {"enabled", isStandard,
      [](MessageWriter& message, const MenuEntry& entry) {
        message.add("v", "b", static_cast<int>(entry.isEnabled));

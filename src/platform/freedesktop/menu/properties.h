@@ -10,7 +10,7 @@
 namespace lumowatt::freedesktop {
 
 /// Some of the properties that items have.
-using PropertySet = std::bitset<8>;
+using PropertySet = std::bitset<9>;
 
 /// Reads the names of the properties that somebody asks for, as; none means all of them, and one
 /// that no item has means nothing. Negative when there are no names, as sd-bus has its errors.

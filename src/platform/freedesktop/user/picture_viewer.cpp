@@ -19,10 +19,12 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
+constexpr double scale = 2.0;  // sharp on a dense screen, and when a viewer fits it to its window
+
 Result<> open(const Drawing& picture, Appearance appearance, BitmapFactory& bitmaps) {
   const std::string folder = runtimeFolder();
   if (folder.empty()) return Failure{"this session has no runtime folder for it"};
-  const auto bitmap = bitmaps.draw(picture, 1.0, appearance);
+  const auto bitmap = bitmaps.draw(picture, scale, appearance);
   if (!bitmap) complain(bitmap.failure().reason);
   const auto png = bitmap ? (*bitmap)->encodePng() : std::nullopt;
   if (!png) return Failure{"it cannot be drawn"};

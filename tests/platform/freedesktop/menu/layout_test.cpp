@@ -27,6 +27,12 @@ Menu longerMenu() {
   return statusMenu(menu);
 }
 
+Menu menuWithChart() {
+  MenuContents menu = contents();
+  menu.history = {{0.0, 50}, {30.0, 51}};
+  return statusMenu(menu);
+}
+
 Ids ids(const std::vector<MenuEntry>& entries) {
   Ids all;
   all.reserve(entries.size());
@@ -70,7 +76,10 @@ TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
   EXPECT_EQ(entry(100), (MenuEntry{.id = 100, .isSeparator = true}));
   EXPECT_EQ(entry(101),
             (MenuEntry{.id = 101, .label = "Charge over the last hour", .isEnabled = false}));
-  EXPECT_EQ(entry(102), (MenuEntry{.id = 102, .label = "Collecting history…"}));
+  EXPECT_EQ(entry(102), (MenuEntry{.id = 102,
+                                   .label = "Collecting history…",
+                                   .description = "Charge over the last hour: collecting history",
+                                   .isEnabled = false}));
   EXPECT_TRUE(entry(201).isEnabled);
   EXPECT_EQ(entry(30101), (MenuEntry{.id = 30101, .label = "Percent", .toggle = Toggle::radio}));
   EXPECT_EQ(entry(30102), (MenuEntry{.id = 30102,
@@ -158,8 +167,18 @@ TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
   EXPECT_FALSE(layout.choice(30102)) << "below what cannot be seen";
 }
 
-TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
+TEST_F(MenuLayoutTest, TheChartCanBeChosenOnceThereIsOne) {
   layout.present(statusMenu(contents()));
+  EXPECT_FALSE(entry(102).isEnabled);
+  EXPECT_FALSE(layout.choice(102));
+  layout.present(menuWithChart());
+  EXPECT_TRUE(entry(102).isEnabled);
+  EXPECT_EQ(entry(102).description, "Charge over the last hour: from 50 to 51 percent");
+  EXPECT_EQ(layout.choice(102)->action, Action::showChart);
+}
+
+TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
+  layout.present(menuWithChart());
   std::set<std::int32_t> choosable;
   for (std::int32_t id = -10; id < 40000; ++id) {
     if (layout.choice(id)) choosable.insert(id);
@@ -168,7 +187,6 @@ TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
                                                30103, 30104}));
   EXPECT_EQ(layout.choice(204)->action, Action::copyDetails);
   EXPECT_EQ(layout.choice(30104)->tag, 3);
-  EXPECT_EQ(layout.choice(102)->action, Action::showChart);
 }
 
 TEST_F(MenuLayoutTest, ASubmenuWithoutItemsIsDisabled) {

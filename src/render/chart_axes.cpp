@@ -1,0 +1,49 @@
+#include "render/chart_axes.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lumowatt {
+
+namespace {
+
+constexpr std::int64_t full = 100;
+
+constexpr std::array<std::int64_t, 4> percentSteps{2, 5, 10, 20};
+static_assert(percentSteps.back() * PercentAxis::steps == full);
+
+struct Period {
+  double minutes;
+  double step;  ///< minutes
+};
+
+constexpr std::array<Period, 4> periods{{{5.0, 1.0}, {10.0, 2.0}, {30.0, 5.0}, {60.0, 10.0}}};
+
+}  // namespace
+
+PercentAxis percentAxis(const std::vector<Sample>& samples) {
+  const auto [least, most] = std::ranges::minmax_element(samples, {}, &Sample::percent);
+  const std::int64_t low = std::clamp<std::int64_t>(least->percent, 0, full);
+  const std::int64_t high = std::clamp<std::int64_t>(most->percent, 0, full);
+  const auto stepsNeeded = [low, high](std::int64_t step) {
+    return (high + step - 1) / step - low / step;
+  };
+  const std::int64_t step = *std::ranges::find_if(
+      percentSteps, [&](std::int64_t each) { return stepsNeeded(each) <= PercentAxis::steps; });
+  const std::int64_t spare = PercentAxis::steps - stepsNeeded(step);
+  const std::int64_t below = (spare + 1) / 2;
+  const std::int64_t first =
+      std::clamp<std::int64_t>(low / step - below, 0, full / step - PercentAxis::steps);
+  return {.lowest = first * step, .step = step};
+}
+
+TimeAxis timeAxis(const std::vector<Sample>& samples) {
+  const double end = samples.back().time;
+  const double minutes = (end - samples.front().time) / 60.0;
+  const auto* fitting = std::ranges::find_if(
+      periods, [minutes](const Period& period) { return minutes <= period.minutes; });
+  if (fitting == periods.end()) fitting = &periods.back();
+  return {.start = end - fitting->minutes * 60.0, .end = end, .step = fitting->step * 60.0};
+}
+
+}  // namespace lumowatt
