@@ -115,8 +115,8 @@ void App::remember(const Reading& reading) {
 // The animation
 
 bool App::shouldAnimate(const Preferences& preferences) const {
-  return preferences.animate && !desktop_.reducesMotion() && last_ && last_->charging &&
-         last_->percent < 100;
+  return preferences.animate && last_ && last_->charging && last_->percent < 100 &&
+         !desktop_.reducesMotion();
 }
 
 void App::updateAnimation(const Preferences& preferences) {

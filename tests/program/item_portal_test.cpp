@@ -1,3 +1,4 @@
+#include <array>
 #include <set>
 
 #include "program/item_fixture.h"
@@ -12,6 +13,9 @@ namespace {
 constexpr auto portalName = "org.freedesktop.portal.Desktop";
 constexpr auto portalObject = "/org/freedesktop/portal/desktop";
 constexpr auto settingsInterface = "org.freedesktop.portal.Settings";
+
+/// Red, green and blue.
+using Accent = std::array<double, 3>;
 
 /// A portal with a few settings. What is absent it does not have.
 class Portal : public BusPeer {
@@ -29,13 +33,22 @@ class Portal : public BusPeer {
 
   std::optional<unsigned> reducedMotion;
   std::optional<unsigned> colorScheme;
+  std::optional<Accent> accent;
   std::optional<bool> animations;
+  std::optional<std::string> plasmaFactor;
   bool wasAsked = false;
 
   template <typename T>
   void change(const char* group, const char* key, const char* type, T value) const {
     sd_bus_emit_signal(bus(), portalObject, settingsInterface, "SettingChanged", "ssv", group, key,
                        type, value);
+    sd_bus_flush(bus());
+  }
+
+  void changeAccent(const Accent& color) const {
+    sd_bus_emit_signal(bus(), portalObject, settingsInterface, "SettingChanged", "ssv",
+                       "org.freedesktop.appearance", "accent-color", "(ddd)", color[0], color[1],
+                       color[2]);
     sd_bus_flush(bus());
   }
 
@@ -62,7 +75,11 @@ class Portal : public BusPeer {
     sd_bus_message_new_method_return(call, &reply);
     sd_bus_message_open_container(reply, 'a', "{sa{sv}}");
     add(reply, asked, "org.freedesktop.appearance", [&] {
-      sd_bus_message_append(reply, "{sv}", "accent-color", "(ddd)", 0.1, 0.2, 0.3);
+      sd_bus_message_append(reply, "{sv}", "contrast", "u", 0U);
+      if (self.accent) {
+        const auto [red, green, blue] = *self.accent;
+        sd_bus_message_append(reply, "{sv}", "accent-color", "(ddd)", red, green, blue);
+      }
       if (self.colorScheme) {
         sd_bus_message_append(reply, "{sv}", "color-scheme", "u", *self.colorScheme);
       }
@@ -75,6 +92,13 @@ class Portal : public BusPeer {
       if (self.animations) {
         sd_bus_message_append(reply, "{sv}", "enable-animations", "b",
                               static_cast<int>(*self.animations));
+      }
+    });
+    add(reply, asked, "org.kde.kdeglobals.KDE", [&] {
+      sd_bus_message_append(reply, "{sv}", "LookAndFeelPackage", "s", "org.kde.breeze.desktop");
+      if (self.plasmaFactor) {
+        sd_bus_message_append(reply, "{sv}", "AnimationDurationFactor", "s",
+                              self.plasmaFactor->c_str());
       }
     });
     sd_bus_message_close_container(reply);
@@ -95,32 +119,61 @@ class Settings : public ItemTest {
   }
 
   void startWithPortal() {
+    start();
+    waitForAnswer();
+  }
+  void startWithPortalAndChart() {
     startWithChart();
-    portal->waitUntil([this] { return portal->wasAsked; });
-    panel->open();  // the answer has arrived, and a refresh has seen it
+    waitForAnswer();
   }
 
   /// An animated glyph shows other levels than the battery's.
   bool isAnimated() const { return icon() != "lumowatt-battery-100percent-bolt-green"; }
   std::string icon() const { return panel->property("IconName"); }
 
-  /// The color of the chart's background.
-  Pixel background() const {
+  /// The chart as it is shown when it is chosen.
+  Picture chart() const {
+    const std::string id = std::to_string(item->id());
+    panel->waitUntil(  // until the process that drew the one before is gone
+        [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
+    std::filesystem::remove(traces() / "told");
     chooseChart();
     trace("told");
-    return Picture(fileContents(user.path() / "runtime/lumowatt-chart.png")).at(2, 2);
+    return Picture(fileContents(user.path() / "runtime/lumowatt-chart.png"));
   }
 
+  /// The color of the chart's background.
+  Pixel background() const { return chart().at(2, 2); }
+
+  /// The color of the dot at the end of the chart's line, at 30 of 24 to 34 percent.
+  Pixel dot() const { return chart().at(2 * 660, 2 * 200); }
+
   std::unique_ptr<Portal> portal = std::make_unique<Portal>(session);
+
+ private:
+  void waitForAnswer() const {
+    portal->waitUntil([this] { return portal->wasAsked; });
+    panel->open();  // the answer has arrived, and a refresh has seen it
+  }
+};
+
+/// The same with colors switched off, so that the chart has the user's.
+class Accents : public Settings {
+ protected:
+  void SetUp() override {
+    Settings::SetUp();
+    user.write("config/lumowatt/preferences", "color=false\n");
+  }
 };
 
 constexpr Pixel light{250, 250, 250, 255};  // 0.98 of white
 constexpr Pixel dark{36, 36, 36, 255};      // 0.14
+constexpr Pixel blue{0, 122, 255, 255};     // the accent where none was chosen
 
 }  // namespace
 
 TEST_F(Settings, WithoutAnyTheGlyphIsAnimatedAndTheChartLight) {
-  startWithPortal();
+  startWithPortalAndChart();
   EXPECT_TRUE(isAnimated());
   EXPECT_EQ(background(), light);
 }
@@ -131,29 +184,50 @@ TEST_F(Settings, LessMotionMeansNoAnimation) {
   EXPECT_FALSE(isAnimated());
 }
 
-TEST_F(Settings, TheAppearanceSettingWinsOverGnomesSwitch) {
+TEST_F(Settings, NoPreferenceLeavesGnomesSwitchItsSay) {
   portal->reducedMotion = 0;
-  portal->animations = false;
-  startWithPortal();
-  EXPECT_TRUE(isAnimated());
-}
-
-TEST_F(Settings, WithoutTheAppearanceSettingGnomesSwitchCounts) {
   portal->animations = false;
   startWithPortal();
   EXPECT_FALSE(isAnimated());
 }
 
-TEST_F(Settings, AreFollowed) {
+TEST_F(Settings, LessMotionCountsWhateverGnomesSwitchSays) {
+  portal->reducedMotion = 1;
+  portal->animations = true;
   startWithPortal();
+  EXPECT_FALSE(isAnimated());
+}
+
+TEST_F(Settings, PlasmasFactorOfZeroMeansNoAnimation) {
+  portal->reducedMotion = 0;
+  portal->plasmaFactor = "0";
+  startWithPortal();
+  EXPECT_FALSE(isAnimated());
+  portal->change("org.kde.kdeglobals.KDE", "AnimationDurationFactor", "s", "0.5");
+  panel->waitUntil([this] { return panel->open(), isAnimated(); });
+  portal->change("org.kde.kdeglobals.KDE", "AnimationDurationFactor", "d", 0.0);
+  panel->waitUntil([this] { return panel->open(), !isAnimated(); });
+  portal->change("org.kde.kdeglobals.KDE", "AnimationDurationFactor", "d", 1.0);
+  panel->waitUntil([this] { return panel->open(), isAnimated(); });
+}
+
+TEST_F(Settings, PlasmasFileCountsWhereThePortalSaysNothing) {
+  user.write("config/kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
+  startWithPortal();
+  EXPECT_FALSE(isAnimated());
+  portal->change("org.kde.kdeglobals.KDE", "AnimationDurationFactor", "s", "1");
+  panel->waitUntil([this] { return panel->open(), isAnimated(); });
+}
+
+TEST_F(Settings, AreFollowed) {
+  startWithPortalAndChart();
   portal->change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
   panel->waitUntil([this] { return panel->open(), !isAnimated(); });
   portal->change("org.freedesktop.appearance", "reduced-motion", "u", 0U);
   panel->waitUntil([this] { return panel->open(), isAnimated(); });
   portal->change("org.freedesktop.appearance", "color-scheme", "u", 1U);
   portal->change("org.gnome.desktop.interface", "enable-animations", "b", 0);
-  panel->open();
-  EXPECT_TRUE(isAnimated());
+  panel->waitUntil([this] { return panel->open(), !isAnimated(); });
   EXPECT_EQ(background(), dark);
 }
 
@@ -176,10 +250,11 @@ TEST_F(Settings, OfOthersCountForNothing) {
 }
 
 TEST_F(Settings, OfAnotherTypeCountForNothing) {
-  startWithPortal();
+  startWithPortalAndChart();
   portal->change("org.freedesktop.appearance", "reduced-motion", "s", "1");
   portal->change("org.gnome.desktop.interface", "enable-animations", "u", 0U);
   portal->change("org.freedesktop.appearance", "color-scheme", "b", 1);
+  portal->change("org.kde.kdeglobals.KDE", "AnimationDurationFactor", "i", 0);
   panel->open();
   EXPECT_TRUE(isAnimated());
   EXPECT_EQ(background(), light);
@@ -187,14 +262,45 @@ TEST_F(Settings, OfAnotherTypeCountForNothing) {
 
 TEST_F(Settings, TheDarkSchemeDarkensTheChart) {
   portal->colorScheme = 1;
-  startWithPortal();
+  startWithPortalAndChart();
   EXPECT_EQ(background(), dark);
 }
 
 TEST_F(Settings, TheLightSchemeDoesNot) {
   portal->colorScheme = 2;
-  startWithPortal();
+  startWithPortalAndChart();
   EXPECT_EQ(background(), light);
+}
+
+TEST_F(Accents, TheChartHasTheUsersAccentAndFollowsIt) {
+  portal->accent = {0.2, 0.4, 0.6};
+  startWithPortalAndChart();
+  EXPECT_EQ(dot(), (Pixel{51, 102, 153, 255}));
+  portal->changeAccent({1.0, 0.0, 0.8});
+  EXPECT_EQ(dot(), (Pixel{255, 0, 204, 255}));
+}
+
+TEST_F(Accents, WithoutOneTheChartIsBlue) {
+  startWithPortalAndChart();
+  EXPECT_EQ(dot(), blue);
+}
+
+TEST_F(Accents, OneThatIsOutOfRangeIsNone) {
+  for (const Accent& none : {Accent{-1.0, -1.0, -1.0}, Accent{0.2, 1.1, 0.3}}) {
+    portal->accent = {0.2, 0.4, 0.6};
+    startWithPortalAndChart();
+    EXPECT_NE(dot(), blue);
+    portal->changeAccent(none);
+    EXPECT_EQ(dot(), blue);
+    stop();
+    portal->wasAsked = false;
+  }
+}
+
+TEST_F(Settings, TheColorOfTheReadingWinsOverTheAccent) {
+  portal->accent = {0.2, 0.4, 0.6};
+  startWithPortalAndChart();
+  EXPECT_EQ(dot(), (Pixel{40, 205, 65, 255}));
 }
 
 }  // namespace lumowatt

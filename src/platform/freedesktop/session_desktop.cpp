@@ -108,7 +108,8 @@ void SessionDesktop::showChart() {
   for (const MenuItem& item : menu) {
     const auto* const chart = std::get_if<MenuChart>(&item);
     if (chart == nullptr) continue;
-    const ChartSetting setting{.midnight = now() - timeOfDay(std::time(nullptr))};
+    const ChartSetting setting{.accent = settings_->accentColor(),
+                               .midnight = now() - timeOfDay(std::time(nullptr))};
     viewer_->show(chart->picture(setting), settings_->appearance(), *bitmaps_);
   }
 }

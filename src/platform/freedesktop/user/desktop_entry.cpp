@@ -23,14 +23,16 @@ std::string unescaped(std::string_view value) {
 
 }  // namespace
 
-std::optional<std::string> entryValue(std::string_view entry, std::string_view key) {
+std::optional<std::string> entryValue(std::string_view entry, std::string_view key,
+                                      std::string_view group) {
+  const std::string header = "[" + std::string(group) + "]";
   bool inGroup = false;
   while (!entry.empty()) {
     const std::size_t end = std::min(entry.find('\n'), entry.size());
     const std::string_view line = trimmed(entry.substr(0, end));
     entry.remove_prefix(std::min(end + 1, entry.size()));
     if (line.starts_with('[')) {
-      inGroup = line == "[Desktop Entry]";
+      inGroup = line == header;
     } else if (const std::size_t sign = line.find('='); inGroup && sign != std::string_view::npos) {
       if (trimmed(line.substr(0, sign)) == key) {
         return unescaped(trimmed(line.substr(sign + 1)));

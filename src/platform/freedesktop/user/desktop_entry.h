@@ -7,8 +7,9 @@
 /// Desktop entries (freedesktop.org), as far as one for the autostart needs it.
 namespace lumowatt::freedesktop {
 
-/// A value of the group "Desktop Entry", with its escapes undone. Absent when it has none.
-std::optional<std::string> entryValue(std::string_view entry, std::string_view key);
+/// A value of a group, with its escapes undone. Absent when it has none.
+std::optional<std::string> entryValue(std::string_view entry, std::string_view key,
+                                      std::string_view group = "Desktop Entry");
 
 /// The program of an "Exec" value, with its quotes undone; empty when there is none.
 std::string execProgram(std::string_view exec);

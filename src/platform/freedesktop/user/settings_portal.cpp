@@ -1,7 +1,12 @@
 #include "platform/freedesktop/user/settings_portal.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
+#include <utility>
+
+#include "platform/freedesktop/user/plasma_settings.h"
 
 namespace lumowatt::freedesktop {
 
@@ -13,9 +18,11 @@ constexpr auto interface = "org.freedesktop.portal.Settings";
 
 constexpr auto appearanceGroup = "org.freedesktop.appearance";
 constexpr auto gnomeGroup = "org.gnome.desktop.interface";
+constexpr auto plasmaGroup = "org.kde.kdeglobals.KDE";
 
 constexpr std::uint32_t prefersLessMotion = 1;
 constexpr std::uint32_t prefersDark = 1;
+constexpr std::uint32_t prefersLight = 2;
 
 std::string changeRule() {
   return "type='signal',sender='" + std::string(service) + "',path='" + object + "',interface='" +
@@ -25,35 +32,65 @@ std::string changeRule() {
 }  // namespace
 
 const SettingsPortal::Setting SettingsPortal::table[] = {
-    {appearanceGroup, "reduced-motion", "u", &SettingsPortal::reducedMotion_},
-    {appearanceGroup, "color-scheme", "u", &SettingsPortal::colorScheme_},
-    {gnomeGroup, "enable-animations", "b", &SettingsPortal::animations_},
+    {appearanceGroup, "reduced-motion", "u",
+     &SettingsPortal::readNumber<&SettingsPortal::reducedMotion_>},
+    {appearanceGroup, "color-scheme", "u",
+     &SettingsPortal::readNumber<&SettingsPortal::colorScheme_>},
+    {appearanceGroup, "accent-color", "(ddd)", &SettingsPortal::readAccentColor},
+    {gnomeGroup, "enable-animations", "b",
+     &SettingsPortal::readNumber<&SettingsPortal::animations_>},
+    {plasmaGroup, "AnimationDurationFactor", "d", &SettingsPortal::readFactor},
+    {plasmaGroup, "AnimationDurationFactor", "s", &SettingsPortal::readFactorText},
 };
 
-SettingsPortal::SettingsPortal(sd_bus* bus)
+SettingsPortal::SettingsPortal(sd_bus* bus, std::function<void()> colorSchemeChanged)
     : bus_(bus),
+      colorSchemeChanged_(std::move(colorSchemeChanged)),
       changes_(matchSignals(bus, changeRule(), handle<&SettingsPortal::receiveChange>, this)),
       portals_(bus, service, [this] { ask(); }) {
   ask();
 }
 
 bool SettingsPortal::reducesMotion() const {
-  return reducedMotion_ ? *reducedMotion_ == prefersLessMotion : animations_ == 0U;
+  if (reducedMotion_ == prefersLessMotion || animations_ == 0U) return true;
+  return plasmaHasNoAnimations_ ? *plasmaHasNoAnimations_ : plasmaFileHasNoAnimations();
 }
 
-Appearance SettingsPortal::appearance() const {
-  return colorScheme_ == prefersDark ? Appearance::dark : Appearance::light;
+std::optional<Appearance> SettingsPortal::colorScheme() const {
+  if (colorScheme_ == prefersDark) return Appearance::dark;
+  if (colorScheme_ == prefersLight) return Appearance::light;
+  return std::nullopt;
 }
 
 void SettingsPortal::ask() {
   sd_bus_call_method_async(bus_, Out(call_), service, object, interface, "ReadAll",
-                           handle<&SettingsPortal::receiveAll>, this, "as", 2, appearanceGroup,
-                           gnomeGroup);
+                           handle<&SettingsPortal::receiveAll>, this, "as", 3, appearanceGroup,
+                           gnomeGroup, plasmaGroup);
 }
 
 int SettingsPortal::receiveAll(sd_bus_message* reply, sd_bus_error*) {
+  const auto before = colorScheme();
+  readGroups(reply);
+  notifyIfOther(before);
+  return 0;
+}
+
+int SettingsPortal::receiveChange(sd_bus_message* signal, sd_bus_error*) {
+  const auto before = colorScheme();
+  const char* group = nullptr;
+  const char* key = nullptr;
+  if (sd_bus_message_read(signal, "ss", &group, &key) > 0) readSetting(signal, group, key);
+  notifyIfOther(before);
+  return 0;
+}
+
+void SettingsPortal::notifyIfOther(std::optional<Appearance> before) const {
+  if (colorSchemeChanged_ && colorScheme() != before) colorSchemeChanged_();
+}
+
+void SettingsPortal::readGroups(sd_bus_message* reply) {
   // a{sa{sv}}: groups of keys and their values. An error has no such contents.
-  if (sd_bus_message_enter_container(reply, 'a', "{sa{sv}}") <= 0) return 0;
+  if (sd_bus_message_enter_container(reply, 'a', "{sa{sv}}") <= 0) return;
   const char* group = nullptr;
   const char* key = nullptr;
   while (sd_bus_message_enter_container(reply, 'e', "sa{sv}") > 0 &&
@@ -66,14 +103,6 @@ int SettingsPortal::receiveAll(sd_bus_message* reply, sd_bus_error*) {
     sd_bus_message_exit_container(reply);
     sd_bus_message_exit_container(reply);
   }
-  return 0;
-}
-
-int SettingsPortal::receiveChange(sd_bus_message* signal, sd_bus_error*) {
-  const char* group = nullptr;
-  const char* key = nullptr;
-  if (sd_bus_message_read(signal, "ss", &group, &key) > 0) readSetting(signal, group, key);
-  return 0;
 }
 
 /// Reads the value that follows, a variant. One of another type sets nothing.
@@ -82,17 +111,50 @@ int SettingsPortal::readSetting(sd_bus_message* message, const char* group, cons
   if (const int status = sd_bus_message_peek_type(message, nullptr, &type); status < 0) {
     return status;
   }
-  for (const Setting& setting : table) {
-    if (std::string_view(setting.group) != group || std::string_view(setting.key) != key ||
-        std::string_view(setting.type) != type) {
-      continue;
-    }
-    std::uint32_t value = 0;
-    const int status = sd_bus_message_read(message, "v", type, &value);
-    if (status > 0) this->*setting.value = value;
-    return status;
-  }
-  return sd_bus_message_skip(message, "v");
+  const auto* const setting = std::ranges::find_if(table, [&](const Setting& each) {
+    return std::string_view(each.group) == group && std::string_view(each.key) == key &&
+           std::string_view(each.type) == type;
+  });
+  if (setting == std::ranges::end(table)) return sd_bus_message_skip(message, "v");
+  int status = sd_bus_message_enter_container(message, 'v', type);
+  if (status >= 0) status = (this->*setting->read)(message);
+  return status < 0 ? status : sd_bus_message_exit_container(message);
+}
+
+template <auto value>
+int SettingsPortal::readNumber(sd_bus_message* message) {
+  // A truth value has 32 bits as well.
+  char type = 0;
+  sd_bus_message_peek_type(message, &type, nullptr);
+  std::uint32_t number = 0;
+  const int status = sd_bus_message_read_basic(message, type, &number);
+  if (status > 0) this->*value = number;
+  return status;
+}
+
+int SettingsPortal::readAccentColor(sd_bus_message* message) {
+  CalibratedRgb color{};
+  const int status = sd_bus_message_read(message, "(ddd)", &color.red, &color.green, &color.blue);
+  if (status <= 0) return status;
+  const std::array components{color.red, color.green, color.blue};
+  const bool isColor = std::ranges::all_of(
+      components, [](double component) { return component >= 0.0 && component <= 1.0; });
+  accentColor_ = isColor ? Color(color) : SystemColor::accent;  // out of range: none is set
+  return status;
+}
+
+int SettingsPortal::readFactor(sd_bus_message* message) {
+  double factor = 1.0;
+  const int status = sd_bus_message_read(message, "d", &factor);
+  if (status > 0) plasmaHasNoAnimations_ = factor == 0.0;
+  return status;
+}
+
+int SettingsPortal::readFactorText(sd_bus_message* message) {
+  const char* factor = nullptr;
+  const int status = sd_bus_message_read(message, "s", &factor);
+  if (status > 0) plasmaHasNoAnimations_ = isZeroFactor(factor);
+  return status;
 }
 
 }  // namespace lumowatt::freedesktop

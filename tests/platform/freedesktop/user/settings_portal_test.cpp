@@ -1,0 +1,58 @@
+#include "platform/freedesktop/user/settings_portal.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/freedesktop/panel_connection.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+/// Settings whose portal, at the other end, answers when it is asked.
+class SettingsPortalTest : public testing::Test {
+ protected:
+  void ask(std::uint32_t colorScheme) {
+    scheme_ = colorScheme;
+    settings.emplace(connection.bus(), [this] { ++changes; });
+    connection.take();
+  }
+
+  PanelConnection connection{[this](sd_bus_message* message) {
+    if (sd_bus_message_is_method_call(message, "org.freedesktop.portal.Settings", "ReadAll") > 0) {
+      sd_bus_reply_method_return(message, "a{sa{sv}}", 1, "org.freedesktop.appearance", 1,
+                                 "color-scheme", "u", scheme_);
+    }
+  }};
+  std::optional<SettingsPortal> settings;
+  int changes = 0;
+
+ private:
+  std::uint32_t scheme_ = 0;
+};
+
+}  // namespace
+
+TEST_F(SettingsPortalTest, TellsOfADarkScheme) {
+  ask(1);
+  EXPECT_EQ(settings->colorScheme(), Appearance::dark);
+  EXPECT_EQ(settings->appearance(), Appearance::dark);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(SettingsPortalTest, TellsOfALightScheme) {
+  ask(2);
+  EXPECT_EQ(settings->colorScheme(), Appearance::light);
+  EXPECT_EQ(settings->appearance(), Appearance::light);
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(SettingsPortalTest, NoPreferenceIsNoSchemeAndNoChange) {
+  for (const std::uint32_t none : {0U, 3U}) {
+    ask(none);
+    EXPECT_EQ(settings->colorScheme(), std::nullopt);
+    EXPECT_EQ(settings->appearance(), Appearance::light);
+  }
+  EXPECT_EQ(changes, 0);
+}
+
+}  // namespace lumowatt::freedesktop
