@@ -129,6 +129,7 @@ TEST_F(Commands, CopyDetailsUsesAProgramOnPlasmaWithoutItsClipboard) {
   install("xclip", telling);
   variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
   startAndChoose(menu_id::copyDetails, "Copy details");
+  EXPECT_EQ(trace("told"), "-selection clipboard\n");
   EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
 }
 
