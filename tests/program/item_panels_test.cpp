@@ -34,6 +34,26 @@ class InCinnamon : public TitleTest {
   }
 };
 
+/// A bar that shows no menus, on X11.
+class InSwaybar : public TitleTest {
+ protected:
+  InSwaybar() : TitleTest("swaybar") {}
+
+  /// Installs a launcher in which that line is chosen.
+  void installLauncher(const std::string& line) const {
+    install("rofi",
+            "cat > $traces/lines.new\nmv $traces/lines.new $traces/lines\necho '" + line + "'\n");
+  }
+
+  /// A click on the item that was registered as the `index`th; the error's name when it is refused.
+  std::string click(const char* method, std::size_t index = 0) const {
+    sd_bus_message* const call = panel->newCall(connection(index), "/StatusNotifierItem",
+                                                "org.kde.StatusNotifierItem", method);
+    EXPECT_GE(sd_bus_message_append(call, "ii", 0, 0), 0);
+    return panel->answer(call).error;
+  }
+};
+
 /// A shell that remembers an item by the title of its tool tip.
 class InQuickshell : public TitleTest {
  protected:
@@ -121,6 +141,37 @@ TEST_F(InCinnamon, TheItemComesBackOnceWithItsNextTray) {
   panel->waitForItem();
   panel->settle();
   EXPECT_EQ(panel->registered, Names{object});
+}
+
+TEST_F(InSwaybar, AClickOpensTheMenuInTheLauncher) {
+  installLauncher("✓ Colors");
+  start();
+  EXPECT_EQ(click("Activate"), "");
+  const std::string lines = trace("lines");
+  EXPECT_TRUE(lines.starts_with("On battery\nCharge: 98% (4579 of 4635 mAh)\n")) << lines;
+  EXPECT_TRUE(lines.ends_with("\nQuit Lumowatt\n") || lines.ends_with("\nQuit Lumowatt")) << lines;
+  panel->waitUntil([this] { return std::filesystem::exists(preferences()); });
+  EXPECT_EQ(fileContents(preferences()), "color=false\n");
+}
+
+TEST_F(InSwaybar, ARightClickOnATileDoesTheSame) {
+  installLauncher("Percent");
+  start();
+  panel->waitForItems(2);
+  EXPECT_EQ(click("ContextMenu", 1), "");
+  panel->waitUntil([this] { return std::filesystem::exists(preferences()); });
+  EXPECT_EQ(fileContents(preferences()), "mode=0\n");
+}
+
+TEST_F(InSwaybar, AClickInAPanelThatShowsMenusIsLeftToIt) {
+  installLauncher("✓ Colors");
+  start();
+  replacePanel("kded6");
+  panel->waitForItem();
+  EXPECT_EQ(click("Activate"), "org.freedesktop.DBus.Error.UnknownMethod");
+  EXPECT_EQ(click("ContextMenu"), "org.freedesktop.DBus.Error.UnknownMethod");
+  panel->settle();
+  EXPECT_FALSE(std::filesystem::exists(preferences()));
 }
 
 TEST_F(InQuickshell, TheToolTipHasOneTitleWhateverTheReading) {

@@ -172,6 +172,21 @@ constexpr Pixel blue{0, 122, 255, 255};     // the accent where none was chosen
 
 }  // namespace
 
+TEST_F(Settings, TheGlyphHasTheInkOfTheColorScheme) {
+  machine.set("AC/online", "0");
+  machine.set("BAT0/status", "Discharging");
+  portal->colorScheme = 1;
+  startWithPortal();
+  const std::string glyph = "lumowatt-battery-25percent-";
+  EXPECT_EQ(icon(), glyph + "light-symbolic") << "on a dark panel";
+  for (const auto& [scheme, ink] : {std::pair{2U, "dark-symbolic"}, std::pair{0U, "symbolic"}}) {
+    panel->forgetSignals();
+    portal->change("org.freedesktop.appearance", "color-scheme", "u", scheme);
+    panel->waitForSignal("NewIcon");
+    EXPECT_EQ(icon(), glyph + ink);
+  }
+}
+
 TEST_F(Settings, WithoutAnyTheGlyphIsAnimatedAndTheChartLight) {
   startWithPortalAndChart();
   EXPECT_TRUE(isAnimated());

@@ -96,11 +96,11 @@ TEST_F(StatusItem, AcceptsWhatMeansNothingToIt) {
             "org.freedesktop.DBus.Error.InvalidArgs");
 }
 
-TEST_F(StatusItem, WithoutABatterySaysSoBesideAnEmptyOne) {
+TEST_F(StatusItem, WithoutABatterySaysSoBesideOneThatIsStruckThrough) {
   machine.remove("BAT0");
   start();
   EXPECT_EQ(panel->property("XAyatanaLabel"), "No battery");
-  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-symbolic");
+  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-slash-symbolic");
   EXPECT_EQ(panel->property("ToolTip"), (Json{"", Json::array(), "No battery", ""}));
 }
 

@@ -237,6 +237,7 @@ TEST_F(Tiles, AreAwayWhileThereIsNoBattery) {
   EXPECT_EQ(iconFiles(), Names{});
   EXPECT_EQ(panel->property("XAyatanaLabel"), "");
   EXPECT_EQ(panel->property("ToolTip").at(2), "No battery");
+  EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-slash-symbolic");
 }
 
 TEST_F(Tiles, AreRegisteredWithAPanelThatComesLater) {

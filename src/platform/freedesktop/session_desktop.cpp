@@ -62,7 +62,7 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   application_ = std::move(delegate);
   clipboard_.emplace(loop_.get(), bus_.get());
   viewer_.emplace(loop_.get());
-  settings_.emplace(bus_.get());
+  settings_.emplace(bus_.get(), [this] { setInk(); });
   button_.emplace(bus_.get(), loop_.get(), icons_, *application_,
                   [this](const Choice& choice) { choose(choice); });
   application_->applicationDidFinishLaunching();
@@ -91,6 +91,16 @@ std::function<void()> SessionDesktop::followed(std::function<void()> action) {
     action();
     if (button_) button_->followMenu();
   };
+}
+
+void SessionDesktop::setInk() {
+  const std::optional<Appearance> scheme = settings_->colorScheme();
+  const bool isDark = scheme == Appearance::dark;
+  if (button_) {
+    button_->setInk(!scheme  ? artwork::Ink::unknown
+                    : isDark ? artwork::Ink::light
+                             : artwork::Ink::dark);
+  }
 }
 
 void SessionDesktop::choose(const Choice& choice) {

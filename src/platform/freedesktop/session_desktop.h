@@ -61,6 +61,7 @@ class SessionDesktop : public Desktop {
   /// Connects to the session, as the one process in it that shows the item. False when there is
   /// another.
   Result<bool> connect();
+  void setInk();
   void choose(const Choice& choice);
   void showChart();
 

@@ -2,21 +2,18 @@
 
 #include <utility>
 
+#include "artwork/battery.h"
 #include "artwork/svg.h"
 #include "artwork/wide_icon.h"
 #include "base/text.h"
-#include "graphics/symbol.h"
 
 namespace lumowatt::freedesktop {
 
 namespace {
 
-/// The icon of a symbol. What is no symbol is shown as an empty battery: without an icon many
-/// panels show nothing at all.
-std::string iconOf(const std::optional<Symbol>& symbol) {
-  if (!symbol) return artwork::iconName(symbol::battery0, std::nullopt);
-  const auto* const tint = symbol->tint ? std::get_if<SystemColor>(&*symbol->tint) : nullptr;
-  return artwork::iconName(symbol->name, tint != nullptr ? std::optional(*tint) : std::nullopt);
+std::string iconOf(const Symbol& symbol, artwork::Ink ink) {
+  const auto* const tint = symbol.tint ? std::get_if<SystemColor>(&*symbol.tint) : nullptr;
+  return artwork::iconName(symbol.name, tint != nullptr ? std::optional(*tint) : std::nullopt, ink);
 }
 
 /// How the names of icons begin that are made for this session: another one of the same user has
@@ -36,8 +33,10 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
     : bus_(bus),
       application_(application),
       choose_(updatingMenus(std::move(choose))),
-      glyph_(bus, loop, std::move(icons)),
-      tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_),
+      launcher_(loop, choose_),
+      glyph_(bus, loop, std::move(icons), [this] { return openMenu(); }),
+      tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_,
+             [this] { return openMenu(); }),
       wideIcons_(iconPrefix(bus, "wide"), "") {
   glyph_.setTitle("Lumowatt");
   sd_event_add_defer(loop, Out(updating_), update, this);
@@ -82,6 +81,17 @@ void PanelButton::setTitle(std::string_view title) {
   scheduleUpdate(toGlyph | toTitle);
 }
 
+void PanelButton::setInk(artwork::Ink ink) {
+  if (ink == ink_) return;
+  ink_ = ink;
+  scheduleUpdate(toGlyph | toTitle);
+}
+
+bool PanelButton::openMenu() {
+  if (panel_.hasNoMenus) launcher_.show(application_.menuWillOpen());
+  return panel_.hasNoMenus;
+}
+
 void PanelButton::scheduleUpdate(unsigned changes) {
   changes_ |= changes;
   sd_event_source_set_enabled(updating_.get(), SD_EVENT_ONESHOT);
@@ -101,13 +111,18 @@ int PanelButton::update(sd_event_source*, void* button) {
   return 0;
 }
 
+Symbol PanelButton::shownSymbol() const {
+  const bool hasBattery = symbol_ && !title_.text.empty();
+  return hasBattery ? *symbol_ : Symbol{.name = std::string(artwork::noBattery)};
+}
+
 void PanelButton::showGlyph() {
   const bool isWide = panel_.form == TitleForm::wide;
   std::vector<std::string> wide;
-  if (isWide) wide.push_back(artwork::wideIcon(symbol_, title_.text));
+  if (isWide) wide.push_back(artwork::wideIcon(shownSymbol(), title_.text));
   const auto names = wideIcons_.replaceIcons(wide);
   complaint_.update(names);
-  glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(symbol_));
+  glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(shownSymbol(), ink_));
 }
 
 /// The label is empty where the title is in icons, so that no panel shows it twice.
@@ -119,7 +134,7 @@ void PanelButton::showTexts() {
 }
 
 void PanelButton::showTiles() {
-  tiles_.show(panel_.form == TitleForm::tiles ? title_.tiles : std::vector<Tile>{});
+  tiles_.show(panel_.form == TitleForm::tiles ? title_.tiles : std::vector<Tile>{}, ink_);
 }
 
 void PanelButton::attachMenu(std::string_view id) {

@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "artwork/svg.h"
 #include "base/complaint.h"
 #include "menubar/desktop.h"
 #include "platform/freedesktop/bus/sd.h"
+#include "platform/freedesktop/menu/launcher_menu.h"
 #include "platform/freedesktop/menu/server.h"
 #include "platform/freedesktop/tray/icon_folder.h"
 #include "platform/freedesktop/tray/panel_traits.h"
@@ -30,6 +32,9 @@ class PanelButton : public StatusButton {
   void setImage(const std::optional<Image>& image) override;
   void setTitle(std::string_view title) override;
 
+  /// Sets the color of icons for panels that do not recolor them.
+  void setInk(artwork::Ink ink);
+
   /// Adds the menu, and sets the name by which a panel keeps the glyph's place.
   void attachMenu(std::string_view id);
 
@@ -47,6 +52,11 @@ class PanelButton : public StatusButton {
   /// Schedules what depends on these changes for the end of this turn of the loop.
   void scheduleUpdate(unsigned changes);
   static int update(sd_event_source* source, void* button);
+  /// Opens the menu for a panel that has none. False for a panel that does it itself.
+  bool openMenu();
+
+  /// The symbol of the battery, or of none.
+  Symbol shownSymbol() const;
   void showGlyph();
   void showTexts();
   void showTiles();
@@ -57,6 +67,7 @@ class PanelButton : public StatusButton {
   sd_bus* bus_;
   ApplicationDelegate& application_;
   std::function<void(const Choice&)> choose_;
+  LauncherMenu launcher_;
   StatusItem glyph_;
   std::optional<MenuServer> menu_;
   TitleTiles tiles_;
@@ -66,6 +77,7 @@ class PanelButton : public StatusButton {
   std::optional<Symbol> symbol_;
   Title title_;  ///< empty where a text stands in its place
   std::string text_;
+  artwork::Ink ink_ = artwork::Ink::unknown;
   unsigned changes_ = 0;
   EventSource updating_;
   std::optional<PanelWatch> panels_;

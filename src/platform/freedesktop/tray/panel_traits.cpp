@@ -24,6 +24,11 @@ constexpr auto rows = std::to_array<Row>({
     {"waybar", {.form = TitleForm::wide}},
     {"xapp-sn-watcher", {.form = TitleForm::wide, .expectsPaths = true}},  // Cinnamon
     {"panel-#-systray", {.addsOnTheLeft = true}},  // Xfce, whose trays are processes of their own
+    {"swaybar", {.hasNoMenus = true}},
+    {"qtile", {.hasNoMenus = true}},
+    {"ironbar", {.hasNoMenus = true}},
+    {"dde-shell", {.hasNoMenus = true}},  // Deepin
+    {"dde-dock", {.hasNoMenus = true}},
     {"quickshell", {.remembersToolTips = true}},
     {"qs", {.remembersToolTips = true}},
 });

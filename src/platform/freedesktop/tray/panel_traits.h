@@ -19,6 +19,8 @@ struct PanelTraits {
   bool joinsLabel = false;
   /// A new item stands on the left of those before it.
   bool addsOnTheLeft = false;
+  /// It shows no menus: a click asks the item to open its own.
+  bool hasNoMenus = false;
   /// An item is remembered by the title of its tool tip, which therefore does not change.
   bool remembersToolTips = false;
   /// Icons are files, whose paths must not contain "symbolic", and only an item that is registered

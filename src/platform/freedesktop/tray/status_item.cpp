@@ -83,8 +83,6 @@ int StatusItem::getToolTip(sd_bus*, const char*, const char*, const char*, sd_bu
                                withoutMarkup(self.toolTip_).c_str());
 }
 
-// Choosing the item does nothing but open its menu: without "Activate", panels that would call it
-// open the menu instead.
 const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_PROPERTY("Category", "s", constant<hardware>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
@@ -107,6 +105,8 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", getToolTip, 0, 0),
     SD_BUS_PROPERTY("ItemIsMenu", "b", constant<true>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_METHOD("Activate", "ii", "", handle<&StatusItem::activate>, 0),
+    SD_BUS_METHOD("ContextMenu", "ii", "", handle<&StatusItem::activate>, 0),
     SD_BUS_METHOD("SecondaryActivate", "ii", "", acceptCall, 0),
     SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", acceptCall, 0),
     SD_BUS_METHOD("Scroll", "is", "", acceptCall, 0),
@@ -117,12 +117,19 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_VTABLE_END,
 };
 
-StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons)
-    : bus_(bus), iconFolder_(std::move(icons)) {
+StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons,
+                       std::function<bool()> openMenu)
+    : bus_(bus), openMenu_(std::move(openMenu)), iconFolder_(std::move(icons)) {
   sd_bus_add_object_vtable(bus, Out(object_), itemPath, itemInterface, table, this);
   sd_bus_add_object_vtable(bus, Out(ayatanaObject_), ayatanaPath, itemInterface, table, this);
   sd_event_add_defer(loop, Out(sending_), sendSignals, this);
   sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);
+}
+
+/// Panels open the menu themselves when this method is not there.
+int StatusItem::activate(sd_bus_message* call, sd_bus_error* error) {
+  if (openMenu_()) return sd_bus_reply_method_return(call, "");
+  return sd_bus_error_setf(error, SD_BUS_ERROR_UNKNOWN_METHOD, "The panel opens the menu");
 }
 
 void StatusItem::setIcon(std::string_view name) { set(icon_, name, newIcon); }

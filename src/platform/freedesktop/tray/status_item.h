@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,9 @@ namespace lumowatt::freedesktop {
 /// again.
 class StatusItem {
  public:
-  /// Its icons lie in the folder `icons`.
-  StatusItem(sd_bus* bus, sd_event* loop, std::string icons);
+  /// Its icons lie in the folder `icons`. Calls `openMenu` when a panel asks the item to open its
+  /// menu itself; false means that the panel is to do it.
+  StatusItem(sd_bus* bus, sd_event* loop, std::string icons, std::function<bool()> openMenu);
 
   // What is to be set before the item is registered, and does not change.
 
@@ -56,6 +58,7 @@ class StatusItem {
                            void* item, sd_bus_error*);
   static int getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                         void* item, sd_bus_error*);
+  int activate(sd_bus_message* call, sd_bus_error* error);
   static const sd_bus_vtable table[];
 
   enum Signal : unsigned { newIcon = 1, newDescription = 2, newLabel = 4, newToolTip = 8 };
@@ -67,6 +70,7 @@ class StatusItem {
   static int sendSignals(sd_event_source* source, void* item);
 
   sd_bus* bus_;
+  std::function<bool()> openMenu_;
   std::string id_;
   std::string title_;
   std::string iconFolder_;

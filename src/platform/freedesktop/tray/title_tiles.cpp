@@ -19,11 +19,13 @@ std::string titleOf(const StatusItem& glyph, std::size_t tile) {
 }  // namespace
 
 TitleTiles::TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
-                       ApplicationDelegate& application, std::function<void(const Choice&)> choose)
+                       ApplicationDelegate& application, std::function<void(const Choice&)> choose,
+                       std::function<bool()> openMenu)
     : loop_(loop),
       glyph_(glyph),
       application_(application),
       choose_(std::move(choose)),
+      openMenu_(std::move(openMenu)),
       icons_(prefix, "-symbolic") {}
 
 void TitleTiles::enterPanel(bool addsOnTheLeft) {
@@ -31,14 +33,16 @@ void TitleTiles::enterPanel(bool addsOnTheLeft) {
   for (Item& item : items_) item.isRegistered = false;
 }
 
-void TitleTiles::show(std::vector<Tile> tiles) {
+void TitleTiles::show(std::vector<Tile> tiles, artwork::Ink ink) {
   if (!areConnected()) {  // those are gone from the panel
     items_.clear();
     shown_.clear();
   }
   if (addsOnTheLeft_) std::ranges::reverse(tiles);
-  if (tiles == shown_ && std::ranges::all_of(items_, &Item::isRegistered)) return;
-  const Result<> presented = present(tiles);
+  const bool areRegistered = std::ranges::all_of(items_, &Item::isRegistered);
+  if (tiles == shown_ && ink == ink_ && areRegistered) return;
+  ink_ = ink;
+  const Result<> presented = present(tiles, ink);
   if (!presented) {
     items_.clear();
     static_cast<void>(icons_.replaceIcons({}));
@@ -52,10 +56,10 @@ bool TitleTiles::areConnected() const {
                              [](const Item& item) { return sd_bus_is_open(item.bus.get()) > 0; });
 }
 
-Result<> TitleTiles::present(const std::vector<Tile>& tiles) {
+Result<> TitleTiles::present(const std::vector<Tile>& tiles, artwork::Ink ink) {
   std::vector<std::string> svgs;
   svgs.reserve(tiles.size());
-  for (const Tile& tile : tiles) svgs.push_back(artwork::tileIcon(tile));
+  for (const Tile& tile : tiles) svgs.push_back(artwork::tileIcon(tile, ink));
   const auto names = icons_.replaceIcons(svgs);
   if (!names) return names.failure();
 
@@ -63,7 +67,8 @@ Result<> TitleTiles::present(const std::vector<Tile>& tiles) {
   while (items_.size() < names->size()) {
     Result<Bus> bus = openSessionBus(loop_);
     if (!bus) return bus.failure();
-    Item& item = items_.emplace_back(std::move(*bus), loop_, icons_.path(), application_, choose_);
+    Item& item = items_.emplace_back(std::move(*bus), loop_, icons_.path(), application_, choose_,
+                                     openMenu_);
     // With one Id for all, Xfce draws those that register in one moment: two that are new to it
     // disturb each other's entry in its list of known items.
     item.status.setId(glyph_.id());

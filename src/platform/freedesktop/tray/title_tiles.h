@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "artwork/svg.h"
 #include "base/complaint.h"
 #include "graphics/tile.h"
 #include "menubar/desktop.h"
@@ -22,7 +23,8 @@ class TitleTiles {
   /// The items have the texts of the glyph's and its menu, and icons whose names begin with
   /// `prefix`. All that is given must outlive them.
   TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
-             ApplicationDelegate& application, std::function<void(const Choice&)> choose);
+             ApplicationDelegate& application, std::function<void(const Choice&)> choose,
+             std::function<bool()> openMenu);
 
   /// Has the next tiles shown in another panel, which adds new items on the left or on the right of
   /// those before.
@@ -31,7 +33,7 @@ class TitleTiles {
   /// Shows these tiles and no more, from left to right. Not to be called from one of their menus: a
   /// tile may go away by it. Shows none, rather than some that were true once, when that fails; the
   /// reason is then on the standard error.
-  void show(std::vector<Tile> tiles);
+  void show(std::vector<Tile> tiles, artwork::Ink ink);
 
   /// Copies the texts of the glyph's item.
   void copyTexts();
@@ -46,9 +48,9 @@ class TitleTiles {
   /// A panel shows an item as long as its connection lasts, so each has its own.
   struct Item {
     Item(Bus connection, sd_event* loop, const std::string& icons, ApplicationDelegate& application,
-         const std::function<void(const Choice&)>& choose)
+         const std::function<void(const Choice&)>& choose, const std::function<bool()>& openMenu)
         : bus(std::move(connection)),
-          status(bus.get(), loop, icons),
+          status(bus.get(), loop, icons, openMenu),
           menu(bus.get(), application, choose) {}
 
     Bus bus;
@@ -59,14 +61,16 @@ class TitleTiles {
 
   bool areConnected() const;
 
-  Result<> present(const std::vector<Tile>& tiles);
+  Result<> present(const std::vector<Tile>& tiles, artwork::Ink ink);
 
   sd_event* loop_;
   const StatusItem& glyph_;
   ApplicationDelegate& application_;
   std::function<void(const Choice&)> choose_;
+  std::function<bool()> openMenu_;
   IconFolder icons_;
   bool addsOnTheLeft_ = false;
+  artwork::Ink ink_ = artwork::Ink::unknown;
   std::vector<Tile> shown_;  ///< in the order of the items, which is that of their registration
   std::list<Item> items_;
   Complaint complaint_{"the title is not shown beside the glyph"};

@@ -80,6 +80,15 @@ TEST(PanelTraits, HaveOneToolTipTitleWhereItemsAreRememberedByIt) {
   EXPECT_FALSE(panelTraits("lxqt-panel").remembersToolTips);
 }
 
+TEST(PanelTraits, HaveNoMenusOnBarsThatDoNotSpeakTheMenuProtocol) {
+  for (const char* const process : {"swaybar", "qtile", "ironbar", "dde-shell", "dde-dock"}) {
+    EXPECT_TRUE(panelTraits(process).hasNoMenus) << process;
+  }
+  for (const char* const process : {"kded6", "lxqt-panel", "waybar", "gnome-shell", ""}) {
+    EXPECT_FALSE(panelTraits(process).hasNoMenus) << process;
+  }
+}
+
 TEST(PanelTraits, HavePathsOnCinnamonAlone) {
   EXPECT_TRUE(panelTraits("xapp-sn-watcher").expectsPaths);
   EXPECT_FALSE(panelTraits("waybar").expectsPaths);

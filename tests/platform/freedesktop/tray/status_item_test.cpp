@@ -41,7 +41,7 @@ class StatusItemTest : public testing::Test {
   }
 
   EventLoop loop_ = newLoop();
-  StatusItem item_{connection.bus(), loop_.get(), "/icons"};
+  StatusItem item_{connection.bus(), loop_.get(), "/icons", [] { return false; }};
 };
 
 }  // namespace
