@@ -7,6 +7,12 @@
 # Starts everything but the panel and the item: begin_session PROGRAM MACHINE PICTURES [SCALE], with
 # a folder as in tests/fixtures/linux, and one in which pictures are left.
 begin_session() {
+  begin_bare_session "$@"
+  begin_xfce_settings
+}
+
+# The same for any panel: without the settings of Xfce's. The screen has $screen_size if that is set.
+begin_bare_session() {
   local program=$1 machine=$2 sanitizer
   pictures=$3
   scale=${4:-1}
@@ -27,21 +33,24 @@ begin_session() {
 
   launch dbus-daemon --config-file="$session/bus.conf" --nofork --nopidfile --print-address=3 \
     3>"$session/address"
-  screen_size=$((760 * scale))x$((560 * scale))
+  screen_size=${screen_size:-$((760 * scale))x$((560 * scale))}
   launch Xvfb -displayfd 3 -screen 0 "${screen_size}x24" -noreset 3>"$session/display"
   await "a session bus and a screen" test -s "$session/address" -a -s "$session/display"
   DBUS_SESSION_BUS_ADDRESS=$(<"$session/address")
   DISPLAY=:$(<"$session/display")
   export DBUS_SESSION_BUS_ADDRESS DISPLAY
+}
 
-  # The bus starts nothing by itself, so that nothing outlives it.
+# The bus starts nothing by itself, so that nothing outlives it.
+begin_xfce_settings() {
+  write_xfce_settings
   launch "$(sed -n 's/^Exec=//p' /usr/share/dbus-1/services/org.xfce.Xfconf.service)"
   await "the panel's settings" is_on_bus org.xfce.Xfconf
 }
 
 write_settings() {
-  local xfconf=$session/config/xfce4/xfconf/xfce-perchannel-xml gtk=$session/config/gtk-3.0
-  mkdir -p "$xfconf" "$gtk"
+  local gtk=$session/config/gtk-3.0
+  mkdir -p "$gtk"
   cat >"$session/bus.conf" <<END
 <busconfig>
   <type>session</type>
@@ -61,7 +70,12 @@ gtk-xft-hinting=1
 gtk-xft-hintstyle=hintslight
 gtk-xft-rgba=none
 END
-  # Along the top: a gap that takes what room there is, then the tray.
+}
+
+# Along the top: a gap that takes what room there is, then the tray.
+write_xfce_settings() {
+  local xfconf=$session/config/xfce4/xfconf/xfce-perchannel-xml
+  mkdir -p "$xfconf"
   cat >"$xfconf/xfce4-panel.xml" <<'END'
 <?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">

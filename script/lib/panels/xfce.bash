@@ -1,0 +1,60 @@
+# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+name="Xfce: panel with the Status Tray plugin"
+needs=("xfce4-panel /usr/bin/xfce4-panel"
+  "xfconf /usr/share/dbus-1/services/org.xfce.Xfconf.service"
+  "xdotool /usr/bin/xdotool"
+  "imagemagick /usr/bin/import")
+themes=(light dark)
+menu_buttons="1 3"
+bar_top=0
+bar_height=30
+starts=${STARTS:-20}
+
+prepare_panel() { begin_xfce_settings; }
+
+open_panel() { # THEME
+  local -A names=([light]=Adwaita [dark]=Adwaita:dark)
+  begin_panel "${names[$1]}"
+}
+
+close_panel() { end_panel; }
+
+# How often glyph and title are drawn by a panel that knows other items, as an ordinary desktop's
+# does, and sees these for the first time. It writes its list of items then, while the second comes.
+try_more() {
+  local start drawn=0
+  for ((start = 1; start <= starts; ++start)); do
+    forget_items
+    open_panel dark
+    begin_item
+    if are_drawn_soon 2; then
+      drawn=$((drawn + 1))
+    else
+      shoot lost
+      convert "$session/lost.miff" -crop "200x30+1080+0" +repage -sample 200% "$folder/lost.png"
+    fi
+    stop "$item"
+    close_panel
+  done
+  if ((drawn == starts)); then
+    note passed "new to a panel that knows other items: drawn $drawn of $starts times"
+  else
+    note failed "new to a panel that knows other items" "drawn $drawn of $starts times"
+    add_result "$folder" picture dark lost.png "dark, new to a panel that knows other items"
+  fi
+}
+
+forget_items() {
+  local list=/plugins/plugin-2/known-items
+  xfconf-query -c xfce4-panel -p $list -r 2>>"$session/log" || true
+  xfconf-query -c xfce4-panel -p $list -n -a -t string -s "(null)" -t string -s nm-applet \
+    -t string -s blueman >>"$session/log" 2>&1
+}
+
+are_drawn_soon() { # COUNT
+  local deadline=$((SECONDS + 6))
+  until are_drawn "$1"; do
+    ((SECONDS < deadline)) || return 1
+    sleep 0.2
+  done
+}
