@@ -18,7 +18,7 @@ begin_bare_session() {
   scale=${4:-1}
   session=$(mktemp -d)
   trap end_session EXIT
-  mkdir -p "$session/laptop" "$pictures"
+  mkdir -p "$session/laptop" "$session/services" "$pictures"
   cp -r "$machine" "$session/laptop/sys"
   sanitizer=$(ldd "$program" | awk '$1 ~ /^libasan/ { print $1 }') # insists on being the first
   lumowatt=(env UMOCKDEV_DIR="$session/laptop"
@@ -41,13 +41,14 @@ begin_bare_session() {
   export DBUS_SESSION_BUS_ADDRESS DISPLAY
 }
 
-# The bus starts nothing by itself, so that nothing outlives it.
 begin_xfce_settings() {
   write_xfce_settings
   launch "$(sed -n 's/^Exec=//p' /usr/share/dbus-1/services/org.xfce.Xfconf.service)"
   await "the panel's settings" is_on_bus org.xfce.Xfconf
 }
 
+# The bus starts nothing by itself but what is put into the folder "services", so that nothing
+# outlives it.
 write_settings() {
   local gtk=$session/config/gtk-3.0
   mkdir -p "$gtk"
@@ -55,6 +56,7 @@ write_settings() {
 <busconfig>
   <type>session</type>
   <listen>unix:path=$session/bus</listen>
+  <servicedir>$session/services</servicedir>
   <policy context="default">
     <allow send_destination="*"/>
     <allow receive_sender="*"/>
