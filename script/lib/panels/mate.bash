@@ -1,0 +1,24 @@
+# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+name="MATE: panel with the notification area"
+needs=("mate-panel /usr/bin/mate-panel" "adwaita-icon-theme /usr/share/icons/Adwaita/index.theme"
+  "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
+themes=(light dark)
+menu_buttons="3"
+bar_top=0
+bar_height=28
+
+# shellcheck source=script/lib/settings-file.bash
+source script/lib/settings-file.bash
+# shellcheck source=script/lib/mate-session.bash
+source script/lib/mate-session.bash
+
+prepare_panel() {
+  prepare_mate NotificationAreaAppletFactory::NotificationArea NotificationAreaAppletFactory
+}
+
+open_panel() { open_mate "$1"; } # THEME
+
+close_panel() {
+  close_mate
+  await "no tray without the panel" is_not_on_bus org.kde.StatusNotifierWatcher
+}
