@@ -7,7 +7,7 @@ needs=("mate-panel /usr/bin/mate-panel"
   "adwaita-icon-theme /usr/share/icons/Adwaita/index.theme"
   "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
 themes=(light dark)
-menu_buttons="1 3"
+menu_buttons=1 # the other opens the panel's own menu
 bar_top=0
 bar_height=28
 

@@ -6,7 +6,7 @@ needs=("xfce4-panel /usr/bin/xfce4-panel"
   "xdotool /usr/bin/xdotool"
   "imagemagick /usr/bin/import")
 themes=(light dark)
-menu_buttons=1
+menu_buttons=1 # the other opens the panel's own menu
 bar_top=0
 bar_height=30
 
