@@ -25,14 +25,16 @@ write_gallery() {
   body { font: 14px sans-serif; margin: 1em 2em; background: #fff; color: #222; }
   h2 { margin: 1.5em 0 0.3em; border-top: 1px solid #ccc; padding-top: 0.5em; }
   h2 small { font-weight: normal; color: #666; }
-  ul { margin: 0.3em 0; padding: 0; columns: 2; list-style: none; }
+  ul { margin: 0.3em 0; padding: 0; list-style: none; }
+  details ul { columns: 3; }
+  summary { color: #666; }
   .passed::before { content: "✓ "; color: #080; }
   .failed { color: #b00; }
   .failed::before { content: "✗ "; }
   .row { display: flex; flex-wrap: wrap; gap: 0.8em; align-items: start; margin: 0.6em 0; }
   figure { margin: 0; }
   figcaption { font-size: 12px; color: #555; }
-  img { display: block; max-height: 440px; border: 1px solid #ddd; }
+  img { display: block; max-height: 340px; }
 </style>
 <h1>Lumowatt in panels</h1>
 END
@@ -46,20 +48,36 @@ write_panel() { # FOLDER NAME
   local results=$1/results group
   echo "<h2 id=\"$2\">$(panel_says "$2" name | escape) <small>$(summary "$results")</small></h2>"
   sed -n 's/^skipped\t/Not run: it needs /p' "$results" | escape
-  echo "<ul>"
-  escape <"$results" | awk -F'\t' '
-    $1 == "check" { printf "<li class=\"%s\">%s%s</li>\n", $2, $3, $4 == "" ? "" : ": " $4 }'
-  echo "</ul>"
+  write_checks failed "$results"
+  echo "<details><summary>what passed</summary>"
+  write_checks passed "$results"
+  echo "</details>"
   while read -r group; do
     echo '<div class="row">'
     escape <"$results" | awk -F'\t' -v group="$group" -v panel="$2" '
       $1 == "picture" && $2 == group {
         path = panel "/" $3
-        printf "<figure><a href=\"%s\"><img src=\"%s\" alt=\"\"></a>", path, path
+        printf "<figure><a href=\"%s\"><img src=\"%s\" alt=\"%s\"></a>", path, path, $4
         printf "<figcaption>%s</figcaption></figure>\n", $4
       }'
     echo "</div>"
-  done < <(awk -F'\t' '$1 == "picture" && !seen[$2]++ { print $2 }' "$results")
+  done < <(groups "$results")
+}
+
+# The groups of pictures, in their order but for the menus, which are large.
+groups() { # RESULTS
+  awk -F'\t' '
+    $1 == "picture" && !seen[$2]++ && $2 != "menus" { print $2 }
+    END { if (seen["menus"]) print "menus" }' "$1"
+}
+
+write_checks() { # passed|failed RESULTS
+  echo "<ul>"
+  escape <"$2" | awk -F'\t' -v found="$1" '
+    $1 == "check" && $2 == found {
+      printf "<li class=\"%s\">%s%s</li>\n", $2, $3, $4 == "" ? "" : ": " $4
+    }'
+  echo "</ul>"
 }
 
 summary() { # RESULTS
