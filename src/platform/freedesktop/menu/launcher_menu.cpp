@@ -18,7 +18,9 @@ class LineMaker {
 
   void operator()(const MenuSeparator&) const {}
   void operator()(const MenuLine& line) const { add(line.title); }
-  void operator()(const MenuChart& chart) const { add(chart.text, Choice{Action::showChart}); }
+  void operator()(const MenuChart& chart) const {
+    add(chart.text, chart.isEnabled ? std::optional(Choice{Action::showChart}) : std::nullopt);
+  }
   void operator()(const MenuCommand& command) const { add(command.title, command.choice); }
   void operator()(const MenuCheckMark& mark) const {
     add((mark.isOn ? "✓ " : "") + mark.title, mark.choice);
