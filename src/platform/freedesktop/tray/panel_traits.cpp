@@ -24,7 +24,7 @@ constexpr auto rows = std::to_array<Row>({
     {"waybar", {.form = TitleForm::wide}},
     {"xapp-sn-watcher", {.form = TitleForm::wide, .expectsPaths = true}},  // Cinnamon
     {"panel-#-systray", {.addsOnTheLeft = true}},  // Xfce, whose trays are processes of their own
-    {"swaybar", {.hasNoMenus = true}},
+    {"swaybar", {.addsOnTheLeft = true, .hasNoMenus = true}},
     {"qtile", {.hasNoMenus = true}},
     {"ironbar", {.hasNoMenus = true}},
     {"dde-shell", {.hasNoMenus = true}},  // Deepin

@@ -64,7 +64,8 @@ TEST(PanelTraits, HaveADistanceFromTheIconWhereThePanelAddsNone) {
   EXPECT_FALSE(panelTraits("indicator-apple").joinsLabel);
 }
 
-TEST(PanelTraits, HaveNewItemsOnTheLeftOnXfceWhateverTheNumberOfItsTray) {
+TEST(PanelTraits, HaveNewItemsOnTheLeftOnXfceWhateverTheNumberOfItsTrayAndOnSwaybar) {
+  EXPECT_TRUE(panelTraits("swaybar").addsOnTheLeft);
   for (const char* const process : {"panel-2-systray", "panel-13-systra", "panel-1234-syst"}) {
     EXPECT_TRUE(panelTraits(process).addsOnTheLeft) << process;
   }
