@@ -57,9 +57,8 @@ Menu menuOf(std::string_view text) {
     auto item = itemOf(letter, tag);
     if (!item) continue;
     ++tag;
-    auto* const mark = std::get_if<MenuRadioMark>(&*item);
-    if (mark != nullptr && submenu != nullptr) {
-      submenu->items.push_back(*mark);
+    if (std::holds_alternative<MenuRadioMark>(*item) && submenu != nullptr) {
+      submenu->items.push_back(std::move(*item));
     } else {
       menu.push_back(std::move(*item));
     }

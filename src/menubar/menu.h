@@ -83,14 +83,16 @@ struct MenuRadioMark {
   bool isOn;
 };
 
-struct Submenu {
-  std::string title;
-  std::vector<MenuRadioMark> items;
-};
+struct Submenu;
 
 using MenuItem = std::variant<MenuSeparator, MenuLine, MenuChart, MenuCommand, MenuCheckMark,
                               MenuRadioMark, Submenu>;
 using Menu = std::vector<MenuItem>;
+
+struct Submenu {
+  std::string title;
+  Menu items;
+};
 
 /// The choice that the item offers; null for one that offers none.
 const Choice* choiceOf(const MenuItem& item);

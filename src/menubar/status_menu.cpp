@@ -57,9 +57,10 @@ MenuChart chart(const MenuContents& contents) {
 Submenu modes(Mode current) {
   Submenu submenu{.title = "Menu bar shows", .items = {}};
   for (const Mode mode : allModes) {
-    submenu.items.push_back({.title = std::string(label(mode)),
-                             .choice = {Action::pick, static_cast<std::int64_t>(mode)},
-                             .isOn = mode == current});
+    submenu.items.emplace_back(
+        MenuRadioMark{.title = std::string(label(mode)),
+                      .choice = {Action::pick, static_cast<std::int64_t>(mode)},
+                      .isOn = mode == current});
   }
   return submenu;
 }

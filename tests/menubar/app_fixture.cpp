@@ -32,8 +32,8 @@ MenuItem AppTest::item(const std::string& title) const {
     if (titleOf(item) == title) return item;
     const auto* const submenu = std::get_if<Submenu>(&item);
     if (submenu == nullptr) continue;
-    for (const MenuRadioMark& choice : submenu->items) {
-      if (choice.title == title) return choice;
+    for (const MenuItem& child : submenu->items) {
+      if (titleOf(child) == title) return child;
     }
   }
   ADD_FAILURE() << "no item " << title;

@@ -11,6 +11,7 @@ enum class Form { label, tiles, wide };
 struct KnownPanel {
   const char* process;
   Form form;
+  int colors = menu_id::colors;  ///< the id of that item of the menu
 };
 
 std::ostream& operator<<(std::ostream& stream, const KnownPanel& panel) {
@@ -20,6 +21,16 @@ std::ostream& operator<<(std::ostream& stream, const KnownPanel& panel) {
 class InPanel : public TitleTest, public testing::WithParamInterface<KnownPanel> {
  protected:
   InPanel() : TitleTest(GetParam().process) {}
+};
+
+/// A panel that has room for few rows of a menu.
+class InGnomeShell : public TitleTest {
+ protected:
+  InGnomeShell() : TitleTest("gnome-shell") {}
+
+  bool isShown(int id) const {
+    return panel->callMenu("GetProperty", "is", id, "visible").values == Json::array({true});
+  }
 };
 
 /// Cinnamon's tray, where icons are files and a menu opens for an object's path.
@@ -74,27 +85,68 @@ TEST_P(InPanel, ShowsTheTitleOnceAndTheMenu) {
   EXPECT_EQ(icon.starts_with('/'), form == Form::wide) << icon;
   EXPECT_EQ(iconFiles().size(), form == Form::label ? 0U : 1U);
   panel->open();
-  EXPECT_EQ(panel->menuProperty(menu_id::colors, "label"), "Colors");
+  EXPECT_EQ(panel->menuProperty(GetParam().colors, "label"), "Colors");
 }
 
 INSTANTIATE_TEST_SUITE_P(
     All, InPanel,
     testing::Values(
-        KnownPanel{"gnome-shell", Form::label}, KnownPanel{"mate-panel", Form::label},
-        KnownPanel{"notification-ar", Form::label}, KnownPanel{"indicator-apple", Form::label},
-        KnownPanel{"ayatana-indicat", Form::label}, KnownPanel{"sfwbar", Form::label},
-        KnownPanel{"cairo-dock", Form::label}, KnownPanel{"waybar", Form::wide},
-        KnownPanel{".waybar-wrapped", Form::wide}, KnownPanel{"kded5", Form::tiles},
-        KnownPanel{".kded6-wrapped", Form::tiles}, KnownPanel{"lxqt-panel", Form::tiles},
-        KnownPanel{"panel-7-systray", Form::tiles}, KnownPanel{"panel-7-sntray", Form::tiles},
-        KnownPanel{"swaybar", Form::tiles}, KnownPanel{"quickshell", Form::tiles},
-        KnownPanel{"gnome-flashback", Form::tiles}, KnownPanel{"sni-daemon", Form::tiles},
-        KnownPanel{"enlightenment", Form::tiles}, KnownPanel{"gtk-sni-tray-st", Form::tiles},
-        KnownPanel{"budgie-daemon", Form::tiles}, KnownPanel{"cosmic-applet-s", Form::tiles},
-        KnownPanel{"ironbar", Form::tiles}, KnownPanel{"eww", Form::tiles},
-        KnownPanel{"wf-panel", Form::tiles}, KnownPanel{"nwg-panel", Form::tiles},
-        KnownPanel{"qtile", Form::tiles}, KnownPanel{"status-notifier", Form::tiles},
-        KnownPanel{"one-that-is-new", Form::tiles}));
+        KnownPanel{"gnome-shell", Form::label, menu_id::compact::colors},
+        KnownPanel{"mate-panel", Form::label}, KnownPanel{"notification-ar", Form::label},
+        KnownPanel{"indicator-apple", Form::label}, KnownPanel{"ayatana-indicat", Form::label},
+        KnownPanel{"sfwbar", Form::label}, KnownPanel{"cairo-dock", Form::label},
+        KnownPanel{"waybar", Form::wide}, KnownPanel{".waybar-wrapped", Form::wide},
+        KnownPanel{"kded5", Form::tiles}, KnownPanel{".kded6-wrapped", Form::tiles},
+        KnownPanel{"lxqt-panel", Form::tiles}, KnownPanel{"panel-7-systray", Form::tiles},
+        KnownPanel{"panel-7-sntray", Form::tiles}, KnownPanel{"swaybar", Form::tiles},
+        KnownPanel{"quickshell", Form::tiles}, KnownPanel{"gnome-flashback", Form::tiles},
+        KnownPanel{"sni-daemon", Form::tiles}, KnownPanel{"enlightenment", Form::tiles},
+        KnownPanel{"gtk-sni-tray-st", Form::tiles}, KnownPanel{"budgie-daemon", Form::tiles},
+        KnownPanel{"cosmic-applet-s", Form::tiles}, KnownPanel{"ironbar", Form::tiles},
+        KnownPanel{"eww", Form::tiles}, KnownPanel{"wf-panel", Form::tiles},
+        KnownPanel{"nwg-panel", Form::tiles}, KnownPanel{"qtile", Form::tiles},
+        KnownPanel{"status-notifier", Form::tiles}, KnownPanel{"one-that-is-new", Form::tiles}));
+
+TEST_F(InGnomeShell, TheReportIsOneItemOfTheMenuAndTheCommandsAreInASubmenu) {
+  start();
+  panel->open();
+  const std::string report = panel->menuProperty(menu_id::compact::report, "label");
+  EXPECT_TRUE(report.starts_with("On battery\nCharge: 98% (4579 of 4635 mAh)\n")) << report;
+  EXPECT_TRUE(report.ends_with(", by Fernhollow")) << report;
+  EXPECT_EQ(panel->menuProperty(menu_id::compact::chart, "label"),
+            "Charge over the last hour\nCollecting history…");
+  EXPECT_EQ(panel->menuProperty(menu_id::compact::more, "children-display"), "submenu");
+  choose(menu_id::compact::colors, "Colors");
+  EXPECT_EQ(fileContents(preferences()), "color=false\n");
+  choose(menu_id::compact::quit, "Quit Lumowatt");
+  EXPECT_EQ(item->wait().status, 0);
+}
+
+TEST_F(InGnomeShell, AReportIsInTheMenuWhenItOpens) {
+  start();
+  panel->open();
+  panel->send(menu_id::root, "closed");
+  machine.set("BAT0/capacity", "40");
+  EXPECT_TRUE(panel->open());
+  const std::string report = panel->menuProperty(menu_id::compact::report, "label");
+  EXPECT_NE(report.find("\nCharge: 40%"), std::string::npos) << report;
+}
+
+TEST_F(InGnomeShell, AnotherPanelHasTheWholeMenu) {
+  start();
+  panel->open();
+  EXPECT_FALSE(isShown(menu_id::quit));
+  replacePanel("panel-7-systray");
+  panel->waitForItem();
+  panel->open();
+  EXPECT_TRUE(isShown(menu_id::quit));
+  EXPECT_EQ(panel->menuProperty(menu_id::quit, "label"), "Quit Lumowatt");
+  replacePanel("gnome-shell");
+  panel->waitForItem();
+  panel->open();
+  EXPECT_FALSE(isShown(menu_id::quit));
+  EXPECT_EQ(panel->menuProperty(menu_id::compact::quit, "label"), "Quit Lumowatt");
+}
 
 TEST_F(InCinnamon, TheItemIsRegisteredByAnObjectsPathSoThatAClickOpensItsMenu) {
   start();

@@ -29,4 +29,15 @@ inline constexpr int percentPower = 30102;
 inline constexpr int percentTime = 30103;
 inline constexpr int allFigures = 30104;
 
+/// The ids in a compact menu where they are others.
+namespace compact {
+
+inline constexpr int report = 1;
+inline constexpr int chart = 101;
+inline constexpr int more = 202;
+inline constexpr int colors = 30201;
+inline constexpr int quit = 301;
+
+}  // namespace compact
+
 }  // namespace lumowatt::menu_id

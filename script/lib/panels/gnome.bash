@@ -4,12 +4,17 @@ extension=ubuntu-appindicators@ubuntu.com
 needs=("gnome-shell /usr/bin/gnome-shell"
   "gnome-shell-extension-appindicator /usr/share/gnome-shell/extensions/$extension/extension.js"
   "libgl1-mesa-dri /usr/lib/*/dri/swrast_dri.so"
+  "fonts-cantarell /usr/share/fonts/*/cantarell/Cantarell-Regular.otf"
   "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
 themes=(dark) # the only one that GNOME's panel has
 menu_buttons="1 3"
 bar_top=0
 bar_height=32
-bar_left=800 # right of the clock
+bar_left=860 # right of the clock
+screen_size=1366x768 # a small laptop's
+more_row=2           # of the closed menu, counted from below
+modes_row=3
+colors_row=6 # with that submenu open
 
 # shellcheck source=script/lib/settings-file.bash
 source script/lib/settings-file.bash
@@ -46,4 +51,37 @@ leave_overview() {
 close_panel() {
   stop "$panel"
   await "no tray without the panel" is_not_on_bus org.kde.StatusNotifierWatcher
+}
+
+reach_colors() { choose_line $more_row; }
+
+# The whole menu is to be seen below the bar, with either of its submenus open: 720 px are the
+# height of 1080 px at a scale of 150 %.
+try_more() {
+  supply BAT0/status=Charging BAT0/power_now=28200000 BAT0/temp=312 AC/online=1 \
+    AC/input_power_limit=65000000 # as many lines as a report has
+  open_panel dark
+  point_away
+  shoot_still bare
+  begin_item
+  if check "it is drawn, charging" is_item_drawn; then
+    fit_submenu $modes_row "Menu bar shows"
+    fit_submenu $more_row "More"
+  fi
+  stop "$item"
+  close_panel
+}
+
+fit_submenu() { # ROW TITLE
+  open_menu_by 1 dark || return 0
+  choose_line "$1" || true
+  check "its menu fits the screen with \"$2\" open" is_menu_high_enough 500 688 || true
+  keep_menu "charging-$1" "charging, with \"$2\" open"
+  check "the menu closes" is_menu_closed || true
+}
+
+is_menu_high_enough() { # LOWEST HIGHEST
+  find_menu || return 1
+  reason="it is $menu_height px high"
+  ((menu_height >= $1 && menu_height <= $2))
 }

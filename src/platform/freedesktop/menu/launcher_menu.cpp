@@ -30,7 +30,7 @@ class LineMaker {
   }
   void operator()(const Submenu& submenu) const {
     add(submenu.title);
-    for (const MenuRadioMark& mark : submenu.items) (*this)(mark);
+    for (const MenuItem& item : submenu.items) std::visit(*this, item);
   }
 
  private:

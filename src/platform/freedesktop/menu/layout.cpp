@@ -48,8 +48,8 @@ struct EntryMaker {
     MenuEntry entry{
         .id = id, .label = withoutAccessKeys(submenu.title), .isEnabled = !submenu.items.empty()};
     std::int32_t child = (id + groupSize) * groupSize;  // beyond the ids of the menu itself
-    for (const MenuRadioMark& mark : submenu.items) {
-      entry.children.push_back(EntryMaker{++child}(mark));
+    for (const MenuItem& item : submenu.items) {
+      entry.children.push_back(std::visit(EntryMaker{++child}, item));
     }
     return entry;
   }
@@ -123,23 +123,27 @@ MenuLayout::Change MenuLayout::present(const Menu& menu) {
     entries[old.id].isVisible = false;
   }
   for (const auto& [id, item] : numbered(menu)) {
-    const MenuEntry& entry = entries[id] = std::visit(EntryMaker{id}, *item);
-    if (const Choice* const choice = choiceOf(*item)) choices_.emplace_back(id, *choice);
-    const auto* const chart = std::get_if<MenuChart>(item);
-    if (chart != nullptr && chart->isEnabled) {
-      choices_.emplace_back(id, Choice{Action::showChart});
-    }
-    if (const auto* const submenu = std::get_if<Submenu>(item)) {
-      for (std::size_t i = 0; i < submenu->items.size(); ++i) {
-        choices_.emplace_back(entry.children[i].id, submenu->items[i].choice);
-      }
-    }
+    entries[id] = std::visit(EntryMaker{id}, *item);
+    addChoices(entries[id], *item);
   }
   for (auto& [id, entry] : entries) root_.children.push_back(std::move(entry));
 
   Change change;
   compare(before, root_, change);
   return change;
+}
+
+void MenuLayout::addChoices(const MenuEntry& entry, const MenuItem& item) {
+  if (const Choice* const choice = choiceOf(item)) choices_.emplace_back(entry.id, *choice);
+  const auto* const chart = std::get_if<MenuChart>(&item);
+  if (chart != nullptr && chart->isEnabled) {
+    choices_.emplace_back(entry.id, Choice{Action::showChart});
+  }
+  if (const auto* const submenu = std::get_if<Submenu>(&item)) {
+    for (std::size_t i = 0; i < submenu->items.size(); ++i) {
+      addChoices(entry.children[i], submenu->items[i]);
+    }
+  }
 }
 
 const MenuEntry* MenuLayout::find(std::int32_t id) const {

@@ -57,6 +57,9 @@ class MenuLayout {
   std::optional<Choice> choice(std::int32_t id) const;
 
  private:
+  /// Notes what the item and those below it offer.
+  void addChoices(const MenuEntry& entry, const MenuItem& item);
+
   MenuEntry root_;
   std::vector<std::pair<std::int32_t, Choice>>
       choices_;  ///< of the present menu, by the items' ids

@@ -7,6 +7,7 @@
 
 #include "platform/freedesktop/bus/boottime.h"
 #include "platform/freedesktop/bus/session_bus.h"
+#include "platform/freedesktop/menu/compact_menu.h"
 #include "platform/freedesktop/menu/properties.h"
 
 namespace lumowatt::freedesktop {
@@ -84,8 +85,12 @@ MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
 
 // What the menu is
 
+MenuLayout::Change MenuServer::replaceLayout(const Menu& menu) {
+  return layout_.present(isCompact_ ? compactMenu(menu) : menu);
+}
+
 bool MenuServer::present(const Menu& menu) {
-  const auto change = layout_.present(menu);
+  const auto change = replaceLayout(menu);
   if (!change.entries.empty()) {
     BusMessage signal;
     sd_bus_message_new_signal(bus_, Out(signal), path, menuInterface, "ItemsPropertiesUpdated");
@@ -109,7 +114,7 @@ bool MenuServer::present(const Menu& menu) {
 
 void MenuServer::ensureLayout() {
   if (!layout_.root().children.empty()) return;
-  layout_.present(application_.menuWillOpen());
+  replaceLayout(application_.menuWillOpen());
 }
 
 int MenuServer::getLayout(sd_bus_message* call, sd_bus_error* error) {
@@ -255,6 +260,12 @@ bool MenuServer::open() {
   return present(application_.menuWillOpen());
 }
 
+void MenuServer::setCompact(bool isCompact) {
+  if (isCompact == isCompact_) return;
+  isCompact_ = isCompact;
+  update(application_.menu());
+}
+
 void MenuServer::update(const Menu& menu) {
   const bool isKnown = !layout_.root().children.empty();
   if (isKnown) present(menu);
@@ -262,7 +273,7 @@ void MenuServer::update(const Menu& menu) {
 
 void MenuServer::follow(std::string_view report) {
   const bool isOpen = boottime() < openUntil_;
-  if (isOpen || report == report_ || isBehind(bus_)) return;
+  if (isOpen || isCompact_ || report == report_ || isBehind(bus_)) return;
   report_ = report;
   const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(layout_.root());
   if (hasOtherRows) update(application_.menu());

@@ -23,12 +23,15 @@ class MenuServer {
   MenuServer(sd_bus* bus, ApplicationDelegate& application,
              std::function<void(const Choice&)> choose);
 
+  /// Sets whether panels see the menu in fewer rows (`compactMenu`).
+  void setCompact(bool isCompact);
+
   /// Replaces the menu, for those who know it already.
   void update(const Menu& menu);
 
   /// Updates the closed menu when the report in it, a line a row, has more or fewer rows than
-  /// before: panels lay a menu out before they ask for it. An open menu stands still, and is
-  /// updated by a later report.
+  /// before: panels lay a menu out before they ask for it. In a compact menu the report is one row.
+  /// An open menu stands still, and is updated by a later report.
   void follow(std::string_view report);
 
  private:
@@ -49,6 +52,9 @@ class MenuServer {
   /// does.
   bool present(const Menu& menu);
 
+  /// Replaces what the menu is, in the rows that panels see.
+  MenuLayout::Change replaceLayout(const Menu& menu);
+
   /// For those who ask before the menu was ever about to open.
   void ensureLayout();
 
@@ -59,6 +65,7 @@ class MenuServer {
   ApplicationDelegate& application_;
   std::function<void(const Choice&)> choose_;
   MenuLayout layout_;
+  bool isCompact_ = false;
   std::uint32_t revision_ = 1;
   std::string report_;           // the one that was compared last
   std::uint64_t openUntil_ = 0;  // by `boottime`; the menu may be open till then

@@ -103,6 +103,7 @@ int PanelButton::update(sd_event_source*, void* button) {
   if ((changes & (toPanel | toGlyph)) != 0) self.showGlyph();
   if ((changes & toPanel) != 0) {
     self.showTexts();
+    if (self.menu_) self.menu_->setCompact(self.panel_.hasHighRows);
     self.glyph_.registerItem(self.panel_.expectsPaths ? StatusItem::Address::objectPath
                                                       : StatusItem::Address::connection);
     self.tiles_.enterPanel(self.panel_.addsOnTheLeft);

@@ -60,7 +60,7 @@ struct ItemMaker {
   NSMenuItem* operator()(const Submenu& submenu) const {
     NSMenuItem* const item = makePlainItem(submenu.title);
     item.submenu = [[NSMenu alloc] initWithTitle:item.title];
-    for (const MenuRadioMark& mark : submenu.items) [item.submenu addItem:(*this)(mark)];
+    for (const MenuItem& child : submenu.items) [item.submenu addItem:std::visit(*this, child)];
     return item;
   }
 

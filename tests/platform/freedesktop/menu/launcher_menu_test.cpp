@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include "platform/freedesktop/menu/example_menu.h"
 #include "platform/freedesktop/user/programs_folder.h"
 
 namespace lumowatt::freedesktop {
@@ -15,27 +16,9 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-const Menu menu{MenuLine{"64%, discharging"},
-                MenuSeparator{},
-                MenuLine{"Charge over the last hour"},
-                MenuChart{.view = {},
-                          .text = "▁▂▃ 60–64%",
-                          .description = "",
-                          .isEnabled = true,
-                          .picture = {}},
-                MenuSeparator{},
-                Submenu{"Menu bar shows",
-                        {{"Percent", {Action::pick, 0}, false},
-                         {"Percent and battery power", {Action::pick, 1}, true}}},
-                MenuCheckMark{"Colors", {Action::toggleColor}, true},
-                MenuCheckMark{"Charging animation", {Action::toggleAnimate}, false},
-                MenuCommand{"Copy details", {Action::copyDetails}, "c"},
-                MenuSeparator{},
-                MenuLine{"Lumowatt 1.0, by Fernhollow"},
-                MenuCommand{"Quit Lumowatt", {Action::terminate}, "q"}};
-
 const std::string lines =
     "64%, discharging\n"
+    "Cycle count: 12\n"
     "Charge over the last hour\n"
     "▁▂▃ 60–64%\n"
     "Menu bar shows\n"
@@ -66,7 +49,7 @@ class LauncherMenuTest : public ProgramsFolder {
   }
 
   /// The choices that are made when the launcher does what the script says.
-  std::vector<Choice> chosenBy(const std::string& script, const Menu& shown = menu) {
+  std::vector<Choice> chosenBy(const std::string& script, const Menu& shown = exampleMenu) {
     addProgram("dmenu", script);
     choices.clear();
     EXPECT_TRUE(launcher->show(shown));
@@ -139,13 +122,13 @@ TEST_F(LauncherMenuTest, IsOpenOnceAtATime) {
   ASSERT_EQ(::mkfifo(result().c_str(), 0600), 0);
   addProgram("dmenu", "echo started >> " + place("starts") + "; read line < " + result() +
                           "; echo Copy details");
-  EXPECT_TRUE(launcher->show(menu));
-  EXPECT_TRUE(launcher->show(menu));
+  EXPECT_TRUE(launcher->show(exampleMenu));
+  EXPECT_TRUE(launcher->show(exampleMenu));
   folder.write("result", "\n");
   finish();
   EXPECT_EQ(choices.size(), 1U);
   EXPECT_EQ(fileContents(place("starts")), "started\n");
-  EXPECT_TRUE(launcher->show(menu)) << "and again when it is closed";
+  EXPECT_TRUE(launcher->show(exampleMenu)) << "and again when it is closed";
   folder.write("result", "\n");
   finish();
   EXPECT_EQ(choices.size(), 2U);
@@ -155,16 +138,16 @@ TEST_F(LauncherMenuTest, MayBeOpenedAgainByAChoice) {
   addProgram("dmenu", "echo Copy details");
   launcher.emplace(loop.get(), [this](const Choice& choice) {
     choices.push_back(choice);
-    if (choices.size() < 3) launcher->show(menu);
+    if (choices.size() < 3) launcher->show(exampleMenu);
   });
-  EXPECT_TRUE(launcher->show(menu));
+  EXPECT_TRUE(launcher->show(exampleMenu));
   finish();
   EXPECT_EQ(choices.size(), 3U);
 }
 
 TEST_F(LauncherMenuTest, ItsEndEndsTheLauncher) {
   addProgram("dmenu", "exec /bin/sleep 1000");
-  EXPECT_TRUE(launcher->show(menu));
+  EXPECT_TRUE(launcher->show(exampleMenu));
   EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0);
   launcher.reset();
   EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
@@ -174,13 +157,13 @@ TEST_F(LauncherMenuTest, ItsEndEndsTheLauncher) {
 TEST_F(LauncherMenuTest, WithoutALauncherSoundsTheBellAndSaysSo) {
   addProgram("canberra-gtk-play", "echo \"$@\" > " + result());
   testing::internal::CaptureStderr();
-  EXPECT_FALSE(launcher->show(menu));
+  EXPECT_FALSE(launcher->show(exampleMenu));
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "lumowatt: the menu is not shown: there is no launcher like fuzzel, rofi or dmenu\n");
   finish();
   EXPECT_EQ(fileContents(result()), "--id bell\n");
   addProgram("dmenu", "echo Copy details");
-  EXPECT_TRUE(launcher->show(menu)) << "once there is one";
+  EXPECT_TRUE(launcher->show(exampleMenu)) << "once there is one";
 }
 
 }  // namespace lumowatt::freedesktop

@@ -96,7 +96,8 @@ TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
 }
 
 TEST_F(MenuLayoutTest, VisitsEachItemWithTheOnesBelowItAfterIt) {
-  layout.present({Submenu{"first", {{"below", {Action::pick}, false}}}, MenuLine{"second"}});
+  layout.present(
+      {Submenu{"first", {MenuRadioMark{"below", {Action::pick}, false}}}, MenuLine{"second"}});
   Ids visited;
   layout.forEach([&](const MenuEntry& visitedEntry) { visited.push_back(visitedEntry.id); });
   EXPECT_EQ(visited, (Ids{0, 1, 10101, 2}));
