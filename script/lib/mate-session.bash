@@ -20,6 +20,8 @@ toplevel-id='top'
 position=0
 panel-right-stick=true
 END
+  # As MATE's settings daemon has it. A button with a label shows no icon otherwise.
+  echo gtk-button-images=1 >>"$XDG_CONFIG_HOME/gtk-3.0/settings.ini"
   cp "/usr/share/dbus-1/services/org.mate.panel.applet.$2.service" "$session/services"
 }
 

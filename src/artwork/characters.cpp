@@ -88,12 +88,27 @@ constexpr Bend downward[] = {{0, 0.2}, {1, 0.2}, {0.5, 0.8}};
 constexpr Bend disc[] = {
     {0.1875, 0.25, 0.3125}, {0.8125, 0.25, 0.3125}, {0.8125, 0.75, 0.3125}, {0.1875, 0.75, 0.3125}};
 
+constexpr double xHeight = 0.3;  // where small letters begin, from above
+constexpr Bend diagonal[] = {{0.05, 0.06}, {0.95, 0.94}};
+constexpr Bend highRightStem[] = {{1, 0}, {1, 1}};
+constexpr Bend bowl[] = {{0, xHeight, half}, {1, xHeight, half}, {1, 1, half}, {0, 1, half}};
+constexpr Bend leftStem[] = {{0, 0}, {0, 1}};
+constexpr Bend rightStem[] = {{1, xHeight}, {1, 1}};
+constexpr Bend lowStem[] = {{0, xHeight}, {0, 1}};
+constexpr Bend arm[] = {{0, 0.65}, {0, xHeight, half}, {1, xHeight}};
+constexpr Bend crossedStem[] = {{0.35, 0.08}, {0.35, 1, 0.4}, {1, 1}};
+constexpr Bend crossbar[] = {{0, xHeight}, {1, xHeight}};
+constexpr Bend hook[] = {{0, 0.65},          {1, 0.65},    {1, xHeight, half},
+                         {0, xHeight, half}, {0, 1, half}, {0.9, 1, 0.2}};
+constexpr Bend leftArm[] = {{0, xHeight}, {0.5, 0.96}};
+constexpr Bend tail[] = {{1, xHeight}, {0.35, 1.3}};
+
 constexpr double pointWidth = 0.4;
 constexpr double colonWidth = 0.6;
 constexpr double signWidth = 0.8;
 constexpr double arrowWidth = 0.8;
 
-constexpr std::array<Character, 22> characters{{
+constexpr std::array<Character, 30> characters{{
     {"0", 1.0, {{{Kind::loop, zero}}}},
     {"1", 1.0, {{{Kind::line, one}}}},
     {"2", 1.0, {{{Kind::line, two}}}},
@@ -113,6 +128,14 @@ constexpr std::array<Character, 22> characters{{
     {" ", pointWidth, {}},
     {":", colonWidth, {{{Kind::dot, upperPoint}, {Kind::dot, lowerPoint}}}},
     {"W", 1.6, {{{Kind::line, zigzag}}}},
+    {"N", 1.1, {{{Kind::line, leftStem}, {Kind::line, diagonal}, {Kind::line, highRightStem}}}},
+    {"a", 0.9, {{{Kind::loop, bowl}, {Kind::line, rightStem}}}},
+    {"b", 0.9, {{{Kind::loop, bowl}, {Kind::line, leftStem}}}},
+    {"e", 0.9, {{{Kind::line, hook}}}},
+    {"o", 0.9, {{{Kind::loop, bowl}}}},
+    {"r", 0.65, {{{Kind::line, lowStem}, {Kind::line, arm}}}},
+    {"t", 0.75, {{{Kind::line, crossedStem}, {Kind::line, crossbar}}}},
+    {"y", 1.0, {{{Kind::line, leftArm}, {Kind::line, tail}}}},
     {"▲", arrowWidth, {{{Kind::area, upward}}}, 1.0, Measure::height},
     {"▼", arrowWidth, {{{Kind::area, downward}}}, 1.0, Measure::height},
     {"•", arrowWidth, {{{Kind::area, disc}}}, 1.0, Measure::height},

@@ -26,8 +26,9 @@ struct TextOutline {
 };
 
 /// The outline of a text of digits and "%", "−" (U+2212), "+", "-", ".", ":", "·", "W", "▲", "▼",
-/// "•" and blanks. All digits are equally wide, and so are the signs and the arrows with the dot,
-/// whose shape depends on the height alone. Absent when there is another character in it.
+/// "•", blanks, and the letters of "No battery". All digits are equally wide, and so are the signs
+/// and the arrows with the dot, whose shape depends on the height alone. Absent when there is
+/// another character in it.
 std::optional<TextOutline> outline(std::string_view text, const Lettering& lettering);
 
 }  // namespace lumowatt::artwork

@@ -66,7 +66,8 @@ TEST_P(Character, IsWithinItsBox) {
 
 INSTANTIATE_TEST_SUITE_P(All, Character,
                          testing::Values("0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "%", "−",
-                                         "-", "+", ".", ":", "·", "W", "▲", "▼", "•"));
+                                         "-", "+", ".", ":", "·", "W", "▲", "▼", "•", "N", "a", "b",
+                                         "e", "o", "r", "t"));
 
 TEST(Characters, DigitsAreEquallyWide) {
   for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
@@ -104,6 +105,28 @@ TEST(Characters, TheDotIsRoundFullAndLowerThanAZero) {
   EXPECT_LE(dot.height, 0.6 * ink("0").height);
   EXPECT_EQ(figures("•"), 1);
   EXPECT_EQ(figures("0"), 2) << "an edge and a hole";
+}
+
+TEST(Characters, SmallLettersAreLowerThanDigitsAndTheTailOfAYHangsBelow) {
+  const double digitTop = ink("8").y;
+  for (const char* letter : {"a", "e", "o", "r", "y"}) {
+    EXPECT_GT(ink(letter).y, digitTop + 0.2 * lettering.height) << letter;
+  }
+  for (const char* letter : {"N", "b"}) EXPECT_LT(ink(letter).y, digitTop + 0.1) << letter;
+  const Rect tailed = ink("y");
+  EXPECT_GT(tailed.y + tailed.height, 1.1 * lettering.height);
+  EXPECT_LT(tailed.y + tailed.height, 1.3 * lettering.height);
+}
+
+TEST(Characters, EachLetterOfAMissingBatteryIsAnotherShape) {
+  const std::string letters = "Nobatery";
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      EXPECT_NE(outline(letters.substr(i, 1), lettering).value().area,
+                outline(letters.substr(j, 1), lettering).value().area)
+          << letters[i] << letters[j];
+    }
+  }
 }
 
 TEST(Characters, StandSideBySideWithAGap) {

@@ -131,6 +131,18 @@ TEST(WideIcon, HasTheGlyphAndTheTitleSideBySide) {
   }
 }
 
+TEST(WideIcon, HasRoomForTheWordsOfAMissingBattery) {
+  const Symbol missing{.name = std::string(noBattery)};
+  constexpr int height = 64;
+  const Picture glyph = rendered(wideIcon(missing, {}), height);
+  const Picture picture = rendered(wideIcon(missing, {run(" No battery")}), height);
+  EXPECT_GT(picture.width(), glyph.width() + 2 * height);
+  EXPECT_TRUE(hasInk(picture, glyph.width(), picture.width(), white));
+  for (int x = 0; x < picture.width(); ++x) {
+    EXPECT_LT(picture.at(x, height - 1).green, 128) << "the tail of the y ends above, at " << x;
+  }
+}
+
 TEST(WideIcon, IsAsWideAsItsTitleWhateverTheDigits) {
   const int width = rendered(wideIcon(battery, title), 64).width();
   for (const char* text : {" −1.1 W · 1:11", " +8.8 W · 8:88"}) {

@@ -69,12 +69,12 @@ TEST_F(Wide, TellsNothingWhenNothingChanged) {
   EXPECT_EQ(panel->signalNames(), Names{});
 }
 
-TEST_F(Wide, WithoutABatteryIsTheGlyph) {
+TEST_F(Wide, WithoutABatterySaysSoBesideTheGlyph) {
   start();
   machine.remove("BAT0");
   panel->open();
   panel->waitForSignal("NewIcon");
-  EXPECT_EQ(pathCount(fileContents(icon())), 2) << "the glyph over its edge";
+  EXPECT_EQ(pathCount(fileContents(icon())), 3) << "the plate, the glyph, the words";
 }
 
 TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {

@@ -117,10 +117,14 @@ Symbol PanelButton::shownSymbol() const {
   return hasBattery ? *symbol_ : Symbol{.name = std::string(artwork::noBattery)};
 }
 
+AttributedString PanelButton::shownTitle() const {
+  return title_.text.empty() ? AttributedString{{" " + text_, Font{}}} : title_.text;
+}
+
 void PanelButton::showGlyph() {
   const bool isWide = panel_.form == TitleForm::wide;
   std::vector<std::string> wide;
-  if (isWide) wide.push_back(artwork::wideIcon(shownSymbol(), title_.text));
+  if (isWide) wide.push_back(artwork::wideIcon(shownSymbol(), shownTitle()));
   const auto names = wideIcons_.replaceIcons(wide);
   complaint_.update(names);
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(shownSymbol(), ink_));

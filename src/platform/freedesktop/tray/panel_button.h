@@ -57,6 +57,8 @@ class PanelButton : public StatusButton {
 
   /// The symbol of the battery, or of none.
   Symbol shownSymbol() const;
+  /// The title, or the text that stands in its place.
+  AttributedString shownTitle() const;
   void showGlyph();
   void showTexts();
   void showTiles();
