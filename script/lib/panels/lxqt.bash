@@ -2,11 +2,15 @@
 name="LXQt: panel with the Status Notifier plugin"
 needs=("lxqt-panel /usr/bin/lxqt-panel" "lxqt-themes /usr/share/lxqt/themes/light/lxqt-panel.qss"
   "adwaita-icon-theme /usr/share/icons/Adwaita/index.theme"
-  "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
+  "xdg-desktop-portal-gtk /usr/libexec/xdg-desktop-portal-gtk"
+  "xdg-desktop-portal /usr/libexec/xdg-desktop-portal" "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
 themes=(light dark)
 menu_buttons="3"
 bar_top=0
 bar_height=32
+
+# shellcheck source=script/lib/settings-file.bash
+source script/lib/settings-file.bash
 
 prepare_panel() {
   mkdir -p "$XDG_CONFIG_HOME/lxqt"
@@ -32,6 +36,7 @@ END
 }
 
 open_panel() { # THEME
+  begin_portal "$1"
   printf '[General]\ntheme=%s\nicon_theme=Adwaita\n\n[Qt]\nfont="Inter,10"\nstyle=Fusion\n' "$1" \
     >"$XDG_CONFIG_HOME/lxqt/lxqt.conf"
   launch env XDG_CURRENT_DESKTOP=LXQt QT_QPA_PLATFORMTHEME=lxqt XDG_CONFIG_DIRS=/etc/xdg \
@@ -43,4 +48,5 @@ open_panel() { # THEME
 close_panel() {
   stop "$panel"
   await "no tray without the panel" is_not_on_bus org.kde.StatusNotifierWatcher
+  end_portal
 }

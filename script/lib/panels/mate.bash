@@ -1,7 +1,8 @@
 # shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
 name="MATE: panel with the notification area"
 needs=("mate-panel /usr/bin/mate-panel" "adwaita-icon-theme /usr/share/icons/Adwaita/index.theme"
-  "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
+  "xdg-desktop-portal-gtk /usr/libexec/xdg-desktop-portal-gtk"
+  "xdg-desktop-portal /usr/libexec/xdg-desktop-portal" "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
 themes=(light dark)
 menu_buttons="3"
 bar_top=0
@@ -16,9 +17,13 @@ prepare_panel() {
   prepare_mate NotificationAreaAppletFactory::NotificationArea NotificationAreaAppletFactory
 }
 
-open_panel() { open_mate "$1"; } # THEME
+open_panel() { # THEME
+  begin_portal "$1"
+  open_mate "$1"
+}
 
 close_panel() {
   close_mate
   await "no tray without the panel" is_not_on_bus org.kde.StatusNotifierWatcher
+  end_portal
 }
