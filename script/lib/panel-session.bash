@@ -74,11 +74,14 @@ gtk-xft-rgba=none
 END
 }
 
-# Along the top: a gap that takes what room there is, then the tray.
+# Along the top: a gap that takes what room there is, then the tray. That knows other items, as an
+# ordinary desktop's does, and writes its list of them anew when it sees another.
+other_items=("(null)" nm-applet blueman)
+
 write_xfce_settings() {
   local xfconf=$session/config/xfce4/xfconf/xfce-perchannel-xml
   mkdir -p "$xfconf"
-  cat >"$xfconf/xfce4-panel.xml" <<'END'
+  cat >"$xfconf/xfce4-panel.xml" <<END
 <?xml version="1.0" encoding="UTF-8"?>
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
@@ -102,10 +105,21 @@ write_xfce_settings() {
     </property>
     <property name="plugin-2" type="string" value="systray">
       <property name="square-icons" type="bool" value="true"/>
+      <property name="known-items" type="array">
+$(printf '        <value type="string" value="%s"/>\n' "${other_items[@]}")
+      </property>
     </property>
   </property>
 </channel>
 END
+}
+
+# Has the panel that is started next see the item for the first time.
+forget_items() {
+  local list=(-c xfce4-panel -p /plugins/plugin-2/known-items) other values=()
+  for other in "${other_items[@]}"; do values+=(-t string -s "$other"); done
+  xfconf-query "${list[@]}" -r
+  xfconf-query "${list[@]}" -n -a "${values[@]}"
 }
 
 # Starts the panel: begin_panel THEME, which is Adwaita or Adwaita:dark.

@@ -57,6 +57,27 @@ TEST_F(Tiles, AreItemsOfTheirOwnBesideTheGlyph) {
   EXPECT_EQ(pathCount(iconContents(1)), 2);
 }
 
+TEST_F(Tiles, AreRegisteredOneAfterTheOtherAsThePanelReadsThem) {
+  user.write("config/lumowatt/preferences", "mode=3\n");
+  panel->readsItems = false;
+  start();
+  panel->property("Title", connection(0));
+  EXPECT_EQ(panel->registered.size(), 1U);
+  panel->property("IconName", connection(0));
+  panel->waitForItems(2);
+  panel->property("Title", connection(1));
+  EXPECT_EQ(panel->registered.size(), 2U);
+  icon(1);
+  panel->waitForItems(3);
+}
+
+TEST_F(Tiles, AreRegisteredInAPanelThatDoesNotReadThem) {
+  user.write("config/lumowatt/preferences", "mode=3\n");
+  panel->readsItems = false;
+  start();
+  panel->waitForItems(3);
+}
+
 TEST_F(Tiles, HaveTheTextsOfTheGlyph) {
   startWithTile();
   for (const char* property : {"ToolTip", "XAyatanaLabel", "IconAccessibleDesc", "Category",

@@ -149,8 +149,16 @@ Panel::Panel(const SessionBus& session) : BusPeer(session) {
   own("org.kde.StatusNotifierWatcher");
 }
 
-int Panel::takeRegistration(sd_bus_message* call, void* panel, sd_bus_error*) {
-  static_cast<Panel*>(panel)->registered.push_back(readValue(call));
+int Panel::takeRegistration(sd_bus_message* call, void* object, sd_bus_error*) {
+  auto& panel = *static_cast<Panel*>(object);
+  const std::string item = panel.registered.emplace_back(readValue(call));
+  if (panel.readsItems) {
+    const bool isPath = item.starts_with('/');
+    sd_bus_call_method_async(panel.bus(), nullptr, sd_bus_message_get_sender(call),
+                             isPath ? item.c_str() : "/StatusNotifierItem",
+                             "org.freedesktop.DBus.Properties", "GetAll", nullptr, nullptr, "s",
+                             "org.kde.StatusNotifierItem");
+  }
   return sd_bus_reply_method_return(call, "");
 }
 

@@ -102,6 +102,9 @@ class Panel : public BusPeer {
   /// The names that were registered, in order.
   std::vector<std::string> registered;
 
+  /// Whether each item is read when it is registered.
+  bool readsItems = true;
+
   void waitForItem() const { waitForItems(1); }
   void waitForItems(std::size_t count) const {
     waitUntil([this, count] { return registered.size() >= count; });
@@ -154,7 +157,7 @@ class Panel : public BusPeer {
     return answer(call);
   }
 
-  static int takeRegistration(sd_bus_message* call, void* panel, sd_bus_error*);
+  static int takeRegistration(sd_bus_message* call, void* object, sd_bus_error*);
 };
 
 }  // namespace lumowatt

@@ -19,8 +19,8 @@ open_panel() { # THEME
 
 close_panel() { end_panel; }
 
-# How often glyph and title are drawn by a panel that knows other items, as an ordinary desktop's
-# does, and sees these for the first time. It writes its list of items then, while the second comes.
+# How often glyph and title are drawn by a panel that knows other items, and sees these for the first
+# time. It writes its list of items then, while the second comes.
 try_more() {
   local start drawn=0 half=0
   for ((start = 1; start <= starts; ++start)); do
@@ -44,13 +44,6 @@ try_more() {
 $half times; it cancelled $(grep -c 'known-items.*cancelled' "$session/log") writes of its list itself"
     add_result "$folder" picture dark lost.png "dark, new to a panel that knows other items"
   fi
-}
-
-forget_items() {
-  local list=/plugins/plugin-2/known-items
-  xfconf-query -c xfce4-panel -p $list -r 2>>"$session/log" || true
-  xfconf-query -c xfce4-panel -p $list -n -a -t string -s "(null)" -t string -s nm-applet \
-    -t string -s blueman >>"$session/log" 2>&1
 }
 
 are_drawn_soon() { # COUNT

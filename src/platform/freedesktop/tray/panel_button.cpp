@@ -34,9 +34,8 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
       application_(application),
       choose_(updatingMenus(std::move(choose))),
       launcher_(loop, choose_),
-      glyph_(bus, loop, std::move(icons), [this] { return openMenu(); }),
-      tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_,
-             [this] { return openMenu(); }),
+      glyph_(bus, loop, std::move(icons), handlers()),
+      tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_, handlers()),
       wideIcons_(iconPrefix(bus, "wide"), "") {
   glyph_.setTitle("Lumowatt");
   sd_event_add_defer(loop, Out(updating_), update, this);
@@ -51,6 +50,12 @@ std::function<void(const Choice&)> PanelButton::updatingMenus(
     if (menu_) menu_->update(menu);
     tiles_.updateMenus(menu);
   };
+}
+
+StatusItem::Handlers PanelButton::handlers() {
+  // Once an item is settled, the next one is registered.
+  return {.openMenu = [this] { return openMenu(); },
+          .settled = [this] { scheduleUpdate(toTitle); }};
 }
 
 void PanelButton::show(ButtonContents contents) {

@@ -63,6 +63,8 @@ class PanelButton : public StatusButton {
   void showTexts();
   void showTiles();
 
+  StatusItem::Handlers handlers();
+
   /// Calls `choose` with a choice from one of the menus, and updates them all.
   std::function<void(const Choice&)> updatingMenus(std::function<void(const Choice&)> choose);
 

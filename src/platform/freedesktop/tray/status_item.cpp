@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ctime>
 #include <utility>
 
 #include "platform/freedesktop/bus/session_bus.h"
@@ -16,6 +17,9 @@ constexpr auto itemPath = "/StatusNotifierItem";
 // Cinnamon's watcher opens the menus of the items below this folder by a left click.
 constexpr auto ayatanaPath = "/org/ayatana/NotificationItem/lumowatt";
 constexpr auto itemInterface = "org.kde.StatusNotifierItem";
+
+// How long a panel may take to read an item, in microseconds.
+constexpr std::uint64_t longestReading = 1'000'000;
 
 constexpr char hardware[] = "Hardware";
 constexpr char active[] = "Active";
@@ -68,6 +72,12 @@ int StatusItem::getText(sd_bus*, const char*, const char*, const char*, sd_bus_m
   return sd_bus_message_append(reply, "s", (static_cast<StatusItem*>(item)->*text).c_str());
 }
 
+int StatusItem::getIcon(sd_bus* bus, const char* path, const char* interface, const char* property,
+                        sd_bus_message* reply, void* item, sd_bus_error* error) {
+  settle(nullptr, 0, item);
+  return getText<&StatusItem::icon_>(bus, path, interface, property, reply, item, error);
+}
+
 int StatusItem::getLabelGuide(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                               void* item, sd_bus_error*) {
   const auto& self = *static_cast<StatusItem*>(item);
@@ -92,7 +102,7 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_PROPERTY("WindowId", "i", constant<0>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconThemePath", "s", getText<&StatusItem::iconFolder_>, 0,
                     SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("IconName", "s", getText<&StatusItem::icon_>, 0, 0),
+    SD_BUS_PROPERTY("IconName", "s", getIcon, 0, 0),
     SD_BUS_PROPERTY("IconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("OverlayIconName", "s", constant<none>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
@@ -117,9 +127,8 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_VTABLE_END,
 };
 
-StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons,
-                       std::function<bool()> openMenu)
-    : bus_(bus), openMenu_(std::move(openMenu)), iconFolder_(std::move(icons)) {
+StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons, Handlers handlers)
+    : bus_(bus), loop_(loop), handlers_(std::move(handlers)), iconFolder_(std::move(icons)) {
   sd_bus_add_object_vtable(bus, Out(object_), itemPath, itemInterface, table, this);
   sd_bus_add_object_vtable(bus, Out(ayatanaObject_), ayatanaPath, itemInterface, table, this);
   sd_event_add_defer(loop, Out(sending_), sendSignals, this);
@@ -128,7 +137,7 @@ StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons,
 
 /// Panels open the menu themselves when this method is not there.
 int StatusItem::activate(sd_bus_message* call, sd_bus_error* error) {
-  if (openMenu_()) return sd_bus_reply_method_return(call, "");
+  if (handlers_.openMenu()) return sd_bus_reply_method_return(call, "");
   return sd_bus_error_setf(error, SD_BUS_ERROR_UNKNOWN_METHOD, "The panel opens the menu");
 }
 
@@ -179,6 +188,18 @@ void StatusItem::registerItem(Address address) {
   if (address == Address::connection) sd_bus_get_unique_name(bus_, &name);
   sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
                            "RegisterStatusNotifierItem", nullptr, nullptr, "s", name);
+  const int status = sd_event_add_time_relative(loop_, Out(settling_), CLOCK_MONOTONIC,
+                                                longestReading, 0, settle, this);
+  isSettled_ = status < 0;
+}
+
+int StatusItem::settle(sd_event_source*, std::uint64_t, void* item) {
+  auto& self = *static_cast<StatusItem*>(item);
+  if (self.isSettled_ || self.path_ == nullptr) return 0;
+  self.isSettled_ = true;
+  self.settling_.reset();
+  self.handlers_.settled();
+  return 0;
 }
 
 }  // namespace lumowatt::freedesktop

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -13,9 +14,15 @@ namespace lumowatt::freedesktop {
 /// again.
 class StatusItem {
  public:
-  /// Its icons lie in the folder `icons`. Calls `openMenu` when a panel asks the item to open its
-  /// menu itself; false means that the panel is to do it.
-  StatusItem(sd_bus* bus, sd_event* loop, std::string icons, std::function<bool()> openMenu);
+  struct Handlers {
+    /// Opens the menu, which a panel has asked for. False means that the panel is to do it.
+    std::function<bool()> openMenu;
+    /// Called when the item becomes settled.
+    std::function<void()> settled;
+  };
+
+  /// Its icons lie in the folder `icons`.
+  StatusItem(sd_bus* bus, sd_event* loop, std::string icons, Handlers handlers);
 
   // What is to be set before the item is registered, and does not change.
 
@@ -50,14 +57,21 @@ class StatusItem {
   /// Registers the item with the panel that is there. No change is signaled before that.
   void registerItem(Address address);
 
+  /// Whether a panel has read the item after its registration, or has not within a second. Panels
+  /// place items in the order in which they have read them.
+  bool isSettled() const { return isSettled_; }
+
  private:
   template <std::string StatusItem::*text>
   static int getText(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                     void* item, sd_bus_error*);
+  static int getIcon(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                      void* item, sd_bus_error*);
   static int getLabelGuide(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                            void* item, sd_bus_error*);
   static int getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                         void* item, sd_bus_error*);
+  static int settle(sd_event_source* source, std::uint64_t due, void* item);
   int activate(sd_bus_message* call, sd_bus_error* error);
   static const sd_bus_vtable table[];
 
@@ -70,7 +84,8 @@ class StatusItem {
   static int sendSignals(sd_event_source* source, void* item);
 
   sd_bus* bus_;
-  std::function<bool()> openMenu_;
+  sd_event* loop_;
+  Handlers handlers_;
   std::string id_;
   std::string title_;
   std::string iconFolder_;
@@ -82,6 +97,8 @@ class StatusItem {
   unsigned signals_ = 0;
   EventSource sending_;
   const char* path_ = nullptr;  // by which a panel knows it
+  bool isSettled_ = false;
+  EventSource settling_;
   BusSlot object_;
   BusSlot ayatanaObject_;
 };

@@ -20,12 +20,12 @@ std::string titleOf(const StatusItem& glyph, std::size_t tile) {
 
 TitleTiles::TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
                        ApplicationDelegate& application, std::function<void(const Choice&)> choose,
-                       std::function<bool()> openMenu)
+                       StatusItem::Handlers handlers)
     : loop_(loop),
       glyph_(glyph),
       application_(application),
       choose_(std::move(choose)),
-      openMenu_(std::move(openMenu)),
+      handlers_(std::move(handlers)),
       icons_(prefix, "-symbolic") {}
 
 void TitleTiles::enterPanel(bool addsOnTheLeft) {
@@ -39,8 +39,7 @@ void TitleTiles::show(std::vector<Tile> tiles, artwork::Ink ink) {
     shown_.clear();
   }
   if (addsOnTheLeft_) std::ranges::reverse(tiles);
-  const bool areRegistered = std::ranges::all_of(items_, &Item::isRegistered);
-  if (tiles == shown_ && ink == ink_ && areRegistered) return;
+  if (tiles == shown_ && ink == ink_) return registerItems();
   ink_ = ink;
   const Result<> presented = present(tiles, ink);
   if (!presented) {
@@ -49,6 +48,7 @@ void TitleTiles::show(std::vector<Tile> tiles, artwork::Ink ink) {
   }
   shown_ = presented ? std::move(tiles) : std::vector<Tile>{};  // so that it is tried again
   complaint_.update(presented);
+  registerItems();
 }
 
 bool TitleTiles::areConnected() const {
@@ -68,7 +68,7 @@ Result<> TitleTiles::present(const std::vector<Tile>& tiles, artwork::Ink ink) {
     Result<Bus> bus = openSessionBus(loop_);
     if (!bus) return bus.failure();
     Item& item = items_.emplace_back(std::move(*bus), loop_, icons_.path(), application_, choose_,
-                                     openMenu_);
+                                     handlers_);
     // With one Id for all, Xfce draws those that register in one moment: two that are new to it
     // disturb each other's entry in its list of known items.
     item.status.setId(glyph_.id());
@@ -76,12 +76,18 @@ Result<> TitleTiles::present(const std::vector<Tile>& tiles, artwork::Ink ink) {
     item.status.copyTexts(glyph_);
   }
   auto name = names->begin();
+  for (Item& item : items_) item.status.setIcon(*name++);
+  return {};
+}
+
+void TitleTiles::registerItems() {
+  const StatusItem* previous = &glyph_;
   for (Item& item : items_) {
-    item.status.setIcon(*name++);
+    if (!item.isRegistered && !previous->isSettled()) return;
     if (!item.isRegistered) item.status.registerItem(StatusItem::Address::connection);
     item.isRegistered = true;
+    previous = &item.status;
   }
-  return {};
 }
 
 void TitleTiles::copyTexts() {

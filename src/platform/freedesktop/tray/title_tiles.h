@@ -24,15 +24,16 @@ class TitleTiles {
   /// `prefix`. All that is given must outlive them.
   TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
              ApplicationDelegate& application, std::function<void(const Choice&)> choose,
-             std::function<bool()> openMenu);
+             StatusItem::Handlers handlers);
 
   /// Has the next tiles shown in another panel, which adds new items on the left or on the right of
   /// those before.
   void enterPanel(bool addsOnTheLeft);
 
-  /// Shows these tiles and no more, from left to right. Not to be called from one of their menus: a
-  /// tile may go away by it. Shows none, rather than some that were true once, when that fails; the
-  /// reason is then on the standard error.
+  /// Shows these tiles and no more, from left to right. Registers each once the one before is
+  /// settled: what is not registered by then is by another call with the same tiles. Not to be
+  /// called from one of their menus: a tile may go away by it. Shows none, rather than some that
+  /// were true once, when that fails; the reason is then on the standard error.
   void show(std::vector<Tile> tiles, artwork::Ink ink);
 
   /// Copies the texts of the glyph's item.
@@ -48,9 +49,9 @@ class TitleTiles {
   /// A panel shows an item as long as its connection lasts, so each has its own.
   struct Item {
     Item(Bus connection, sd_event* loop, const std::string& icons, ApplicationDelegate& application,
-         const std::function<void(const Choice&)>& choose, const std::function<bool()>& openMenu)
+         const std::function<void(const Choice&)>& choose, const StatusItem::Handlers& handlers)
         : bus(std::move(connection)),
-          status(bus.get(), loop, icons, openMenu),
+          status(bus.get(), loop, icons, handlers),
           menu(bus.get(), application, choose) {}
 
     Bus bus;
@@ -62,12 +63,13 @@ class TitleTiles {
   bool areConnected() const;
 
   Result<> present(const std::vector<Tile>& tiles, artwork::Ink ink);
+  void registerItems();
 
   sd_event* loop_;
   const StatusItem& glyph_;
   ApplicationDelegate& application_;
   std::function<void(const Choice&)> choose_;
-  std::function<bool()> openMenu_;
+  StatusItem::Handlers handlers_;
   IconFolder icons_;
   bool addsOnTheLeft_ = false;
   artwork::Ink ink_ = artwork::Ink::unknown;

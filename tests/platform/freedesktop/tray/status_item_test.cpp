@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,23 @@ class StatusItemTest : public testing::Test {
     while (sd_event_run(loop_.get(), 0) > 0) continue;
   }
 
+  /// The panel reads a property.
+  void read(const char* property) {
+    EXPECT_GE(sd_bus_call_method_async(connection.panel(), nullptr, nullptr, "/StatusNotifierItem",
+                                       "org.freedesktop.DBus.Properties", "Get", nullptr, nullptr,
+                                       "ss", "org.kde.StatusNotifierItem", property),
+              0);
+    connection.take();
+  }
+
+  /// Runs the loop until something is due, and does that.
+  void waitForTimer() { EXPECT_GT(sd_event_run(loop_.get(), UINT64_MAX), 0); }
+
+  void registerAgain() { item_.registerItem(StatusItem::Address::connection); }
+  sd_event* loop() const { return loop_.get(); }
+  bool isSettled() const { return item_.isSettled(); }
+
+  int timesSettled = 0;
   std::string heard;  ///< the label that was told last
   PanelConnection connection{[this](sd_bus_message* message) { hear(message); }};
 
@@ -41,7 +59,10 @@ class StatusItemTest : public testing::Test {
   }
 
   EventLoop loop_ = newLoop();
-  StatusItem item_{connection.bus(), loop_.get(), "/icons", [] { return false; }};
+  StatusItem item_{connection.bus(),
+                   loop_.get(),
+                   "/icons",
+                   {.openMenu = [] { return false; }, .settled = [this] { ++timesSettled; }}};
 };
 
 }  // namespace
@@ -62,6 +83,36 @@ TEST_F(StatusItemTest, TellsABusThatTakesAgainOfWhatChangedMeanwhileWithTheNextC
   setLabel("999");  // again: no change, but something is said
   connection.take();
   EXPECT_EQ(heard, "999");
+}
+
+TEST_F(StatusItemTest, IsSettledOnceAPanelHasReadItsIcon) {
+  EXPECT_FALSE(isSettled());
+  read("Id");
+  EXPECT_FALSE(isSettled());
+  read("IconName");
+  EXPECT_TRUE(isSettled());
+  read("IconName");
+  EXPECT_EQ(timesSettled, 1);
+}
+
+TEST_F(StatusItemTest, IsSettledAnewAfterEachRegistration) {
+  read("IconName");
+  registerAgain();
+  EXPECT_FALSE(isSettled());
+  read("IconName");
+  EXPECT_TRUE(isSettled());
+  EXPECT_EQ(timesSettled, 2);
+}
+
+TEST_F(StatusItemTest, IsSettledAfterAWhileWhenNoPanelReadsIt) {
+  waitForTimer();
+  EXPECT_TRUE(isSettled());
+  EXPECT_EQ(timesSettled, 1);
+}
+
+TEST_F(StatusItemTest, NothingIsDueOnceItIsSettled) {
+  read("IconName");
+  EXPECT_EQ(sd_event_run(loop(), 1'500'000), 0);
 }
 
 }  // namespace lumowatt::freedesktop
