@@ -138,8 +138,13 @@ class Panel {
   }
 
  private:
-  static int takeRegistration(sd_bus_message* call, void* panel, sd_bus_error*) {
-    ++static_cast<Panel*>(panel)->registrations_;
+  /// Reads the item as well, as a panel does.
+  static int takeRegistration(sd_bus_message* call, void* object, sd_bus_error*) {
+    auto& panel = *static_cast<Panel*>(object);
+    ++panel.registrations_;
+    sd_bus_call_method_async(panel.bus_, nullptr, sd_bus_message_get_sender(call),
+                             "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "GetAll",
+                             nullptr, nullptr, "s", "org.kde.StatusNotifierItem");
     return sd_bus_reply_method_return(call, "");
   }
 

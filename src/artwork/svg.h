@@ -50,7 +50,7 @@ std::string iconName(std::string_view symbol, std::optional<SystemColor> tint,
                      Ink ink = Ink::unknown);
 
 /// An area with these attributes, as an element of an icon: in a tint, which stays what it is also
-/// in an icon that GTK colours, or without one as a template. Panels colour that through the file's
+/// in an icon that GTK colors, or without one as a template. Panels color that through the file's
 /// style sheet (KDE) or its shapes (GTK); where none does, it has the icon's ink.
 std::string area(const Path& path, std::optional<SystemColor> tint, std::string_view attributes);
 

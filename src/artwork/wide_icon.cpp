@@ -12,7 +12,7 @@ namespace lumowatt::artwork {
 
 namespace {
 
-// Digits are as high as the battery with a bolt is. Panels show the icon 16 pixels high, where a
+// Digits are as high as the battery. Panels show the icon 16 pixels high, where a
 // unit is a pixel: widths and gaps are whole ones, so that each digit is as sharp as the others.
 constexpr Lettering lettering{.height = 10.0, .width = 5.0, .gap = 1.0, .weight = 1.5};
 constexpr double top = 3.0;
@@ -58,11 +58,11 @@ std::string plate(double width) {
 
 }  // namespace
 
-std::string wideIcon(const std::optional<Symbol>& symbol, const AttributedString& title) {
+std::string wideIcon(const Symbol& symbol, const AttributedString& title) {
   std::string elements;
   double width = plateMargin;
-  if (const auto path = symbol ? symbolPath(symbol->name) : std::nullopt) {
-    elements += painted(*path, symbol->tint, {width, 0.0}, "evenodd");
+  if (const auto path = symbolPath(symbol.name)) {
+    elements += painted(*path, symbol.tint, {width, 0.0}, "evenodd");
     width += gridSize;
   }
   for (const TextRun& run : title) {

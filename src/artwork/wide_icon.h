@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,7 +10,7 @@ namespace lumowatt::artwork {
 
 /// A symbol and the title beside it, in their tints or else white, on a dark plate that keeps them
 /// legible on any background, as the SVG file of one icon that is wider than it is high. A run of
-/// the title with a character that has no outline is left out, and so is what is no symbol.
-std::string wideIcon(const std::optional<Symbol>& symbol, const AttributedString& title);
+/// the title with a character that has no outline is left out, and so is a symbol of another name.
+std::string wideIcon(const Symbol& symbol, const AttributedString& title);
 
 }  // namespace lumowatt::artwork

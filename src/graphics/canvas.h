@@ -20,7 +20,7 @@ class Canvas : public Interface {
  public:
   virtual void fill(const Rect& rect, const Color& color) = 0;
   virtual void fillRoundedRect(const Rect& rect, double radius, const Color& color) = 0;
-  /// Fills what the path encloses, `opacity` from 0 (invisible) to 1.
+  /// Fills what the path encloses with an opaque color, `opacity` from 0 (invisible) to 1.
   virtual void fillPath(const Path& path, const Color& color, double opacity) = 0;
   virtual void stroke(const Path& path, const Stroke& stroke, const Color& color) = 0;
 

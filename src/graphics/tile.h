@@ -19,7 +19,7 @@ struct TileMark {
 /// A row of text in a tile.
 struct TileRow {
   std::string text;  ///< UTF-8; what it may have is in artwork/characters.h
-  /// Absent: the colour of what surrounds the tile.
+  /// Absent: the color of what surrounds the tile.
   std::optional<SystemColor> color = std::nullopt;
   std::optional<TileMark> mark = std::nullopt;
 

@@ -52,7 +52,7 @@ struct ItemView {
 /// What the chart's picture has of the desktop that shows it.
 struct ChartSetting {
   Color accent = SystemColor::accent;  ///< the user's
-  double midnight = 0.0;               ///< when the local day began, as `Desktop::now` counts
+  double midnight = 0.0;               ///< when clocks showed 0:00 last, as `Desktop::now` counts
 };
 
 /// The chart, as each kind of desktop can show it.

@@ -19,6 +19,8 @@ namespace {
 const Symbol battery{.name = std::string(symbol::battery75), .isTemplate = true};
 const Symbol tinted{.name = std::string(symbol::battery75), .tint = systemOrange};
 
+const Symbol noSymbol;
+
 TextRun run(const char* text, std::optional<Color> color = std::nullopt) {
   return {.text = text, .font = monospacedDigitFont(12.0), .color = color};
 }
@@ -171,7 +173,7 @@ TEST(WideIcon, TextAndEachTintAreLegibleOnThePlateWhateverIsBehindIt) {
         Case{systemGreen, green}, Case{systemOrange, orange}, Case{systemRed, red}}) {
     const Symbol symbol{.name = std::string(symbol::battery100), .tint = color};
     const Picture glyph = rendered(wideIcon(symbol, {}), 64);
-    const Picture text = rendered(wideIcon(std::nullopt, {run("▼", color)}), 64);
+    const Picture text = rendered(wideIcon(noSymbol, {run("▼", color)}), 64);
     EXPECT_TRUE(hasInk(glyph, 0, glyph.width(), expected));
     EXPECT_TRUE(hasInk(text, 0, text.width(), expected));
     for (const Pixel& ground : grounds) {
@@ -183,7 +185,7 @@ TEST(WideIcon, TextAndEachTintAreLegibleOnThePlateWhateverIsBehindIt) {
 
 TEST(WideIcon, EachDigitIsLegibleAtSixteenPixelsWhateverIsBehindIt) {
   for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
-    const Picture picture = rendered(wideIcon(std::nullopt, {run(digit)}), 16);
+    const Picture picture = rendered(wideIcon(noSymbol, {run(digit)}), 16);
     for (const Pixel& ground : grounds) {
       const Pixel dark = on(ground, plate(picture));
       int legiblePixels = 0;
@@ -223,7 +225,7 @@ TEST(WideIcon, HasAPlateWithRoundCorners) {
 }
 
 TEST(WideIcon, HasTheSameMarginOnBothSides) {
-  const Picture picture = rendered(wideIcon(std::nullopt, {run("0%0")}), 64);
+  const Picture picture = rendered(wideIcon(noSymbol, {run("0%0")}), 64);
   const Rect ink = lightPart(picture);
   EXPECT_NEAR(ink.minX(), picture.width() - ink.maxX(), 1.0);
   EXPECT_GE(ink.minX(), 10.0);
@@ -231,17 +233,17 @@ TEST(WideIcon, HasTheSameMarginOnBothSides) {
 
 TEST(WideIcon, ArrowsAreWiderThanDigitsAtSixteenPixels) {
   for (const char* arrow : {"▲", "▼"}) {
-    const Rect ink = lightPart(rendered(wideIcon(std::nullopt, {run(arrow)}), 16));
+    const Rect ink = lightPart(rendered(wideIcon(noSymbol, {run(arrow)}), 16));
     EXPECT_GE(ink.width, 6.0) << arrow;
     EXPECT_GE(ink.height, 5.0) << arrow;
-    EXPECT_GT(ink.width, lightPart(rendered(wideIcon(std::nullopt, {run("0")}), 16)).width);
+    EXPECT_GT(ink.width, lightPart(rendered(wideIcon(noSymbol, {run("0")}), 16)).width);
   }
 }
 
 TEST(WideIcon, TheDotIsUnlikeAZeroAtSixteenPixels) {
   const auto center = [](const Picture& picture) { return picture.at(picture.width() / 2, 8); };
-  const Picture dot = rendered(wideIcon(std::nullopt, {run("•")}), 16);
-  const Picture zero = rendered(wideIcon(std::nullopt, {run("0")}), 16);
+  const Picture dot = rendered(wideIcon(noSymbol, {run("•")}), 16);
+  const Picture zero = rendered(wideIcon(noSymbol, {run("0")}), 16);
   EXPECT_EQ(center(dot), white);
   EXPECT_GE(contrast(white, on(grounds[1], center(zero))), legible);
   EXPECT_EQ(lightPart(dot).width, lightPart(dot).height);
@@ -250,13 +252,13 @@ TEST(WideIcon, TheDotIsUnlikeAZeroAtSixteenPixels) {
 
 TEST(WideIcon, TheDotBetweenFiguresIsInTheMiddle) {
   // What the dot adds to a blank of the same width.
-  const Picture picture = rendered(wideIcon(std::nullopt, {run("·")}), 64);
+  const Picture picture = rendered(wideIcon(noSymbol, {run("·")}), 64);
   const Rect ink = lightPart(picture);
   EXPECT_NEAR(ink.minY() + ink.height / 2.0, 32.0, 3.0);
 }
 
 TEST(WideIcon, WithoutASymbolIsTheTitle) {
-  const Picture picture = rendered(wideIcon(std::nullopt, {run("64%")}), 64);
+  const Picture picture = rendered(wideIcon(noSymbol, {run("64%")}), 64);
   EXPECT_LT(picture.width(), 2 * 64);
   EXPECT_TRUE(hasInk(picture, 0, 30, white));
 }

@@ -38,8 +38,10 @@ class InCinnamon : public TitleTest {
  protected:
   InCinnamon() : TitleTest("xapp-sn-watcher") {}
 
+ public:
   static constexpr auto object = "/org/ayatana/NotificationItem/lumowatt";
 
+ protected:
   Json property(const char* name) const {
     return panel->properties(object, "org.kde.StatusNotifierItem").at(name);
   }
@@ -99,13 +101,15 @@ INSTANTIATE_TEST_SUITE_P(
         KnownPanel{"kded5", Form::tiles}, KnownPanel{".kded6-wrapped", Form::tiles},
         KnownPanel{"lxqt-panel", Form::tiles}, KnownPanel{"panel-7-systray", Form::tiles},
         KnownPanel{"panel-7-sntray", Form::tiles}, KnownPanel{"swaybar", Form::tiles},
-        KnownPanel{"quickshell", Form::tiles}, KnownPanel{"gnome-flashback", Form::tiles},
-        KnownPanel{"sni-daemon", Form::tiles}, KnownPanel{"enlightenment", Form::tiles},
-        KnownPanel{"gtk-sni-tray-st", Form::tiles}, KnownPanel{"budgie-daemon", Form::tiles},
-        KnownPanel{"cosmic-applet-s", Form::tiles}, KnownPanel{"ironbar", Form::tiles},
-        KnownPanel{"eww", Form::tiles}, KnownPanel{"wf-panel", Form::tiles},
-        KnownPanel{"nwg-panel", Form::tiles}, KnownPanel{"qtile", Form::tiles},
-        KnownPanel{"status-notifier", Form::tiles}, KnownPanel{"one-that-is-new", Form::tiles}));
+        KnownPanel{"quickshell", Form::tiles}, KnownPanel{"qs", Form::tiles},
+        KnownPanel{"dde-shell", Form::tiles}, KnownPanel{"dde-dock", Form::tiles},
+        KnownPanel{"gnome-flashback", Form::tiles}, KnownPanel{"sni-daemon", Form::tiles},
+        KnownPanel{"enlightenment", Form::tiles}, KnownPanel{"gtk-sni-tray-st", Form::tiles},
+        KnownPanel{"budgie-daemon", Form::tiles}, KnownPanel{"cosmic-applet-s", Form::tiles},
+        KnownPanel{"ironbar", Form::tiles}, KnownPanel{"eww", Form::tiles},
+        KnownPanel{"wf-panel", Form::tiles}, KnownPanel{"nwg-panel", Form::tiles},
+        KnownPanel{"qtile", Form::tiles}, KnownPanel{"status-notifier", Form::tiles},
+        KnownPanel{"one-that-is-new", Form::tiles}));
 
 TEST_F(InGnomeShell, TheReportIsOneItemOfTheMenuAndTheCommandsAreInASubmenu) {
   start();
@@ -120,6 +124,16 @@ TEST_F(InGnomeShell, TheReportIsOneItemOfTheMenuAndTheCommandsAreInASubmenu) {
   EXPECT_EQ(fileContents(preferences()), "color=false\n");
   choose(menu_id::compact::quit, "Quit Lumowatt");
   EXPECT_EQ(item->wait().status, 0);
+}
+
+TEST_F(InGnomeShell, TheItemIsFoundAtOneObjectAlone) {
+  start();
+  for (const char* const object : {"/StatusNotifierItem", InCinnamon::object}) {
+    sd_bus_message* const call =
+        panel->newCall(Panel::application, object, "org.freedesktop.DBus.Properties", "GetAll");
+    EXPECT_GE(sd_bus_message_append(call, "s", "org.kde.StatusNotifierItem"), 0);
+    EXPECT_EQ(panel->answer(call).error.empty(), object != InCinnamon::object) << object;
+  }
 }
 
 TEST_F(InGnomeShell, AReportIsInTheMenuWhenItOpens) {

@@ -38,18 +38,21 @@ class Portal : public BusPeer {
   std::optional<std::string> plasmaFactor;
   bool wasAsked = false;
 
-  template <typename T>
-  void change(const char* group, const char* key, const char* type, T value) const {
-    sd_bus_emit_signal(bus(), portalObject, settingsInterface, "SettingChanged", "ssv", group, key,
-                       type, value);
+  /// Emits the signal of a change with these values.
+  template <typename... Values>
+  void emit(const char* types, Values... values) const {
+    sd_bus_emit_signal(bus(), portalObject, settingsInterface, "SettingChanged", types, values...);
     sd_bus_flush(bus());
   }
 
+  template <typename T>
+  void change(const char* group, const char* key, const char* type, T value) const {
+    emit("ssv", group, key, type, value);
+  }
+
   void changeAccent(const Accent& color) const {
-    sd_bus_emit_signal(bus(), portalObject, settingsInterface, "SettingChanged", "ssv",
-                       "org.freedesktop.appearance", "accent-color", "(ddd)", color[0], color[1],
-                       color[2]);
-    sd_bus_flush(bus());
+    emit("ssv", "org.freedesktop.appearance", "accent-color", "(ddd)", color[0], color[1],
+         color[2]);
   }
 
  private:
@@ -108,9 +111,11 @@ class Portal : public BusPeer {
   }
 };
 
-/// The item on a charging machine, in a session with a portal->
+/// The item on a charging machine, in a session with a portal.
 class Settings : public ItemTest {
  protected:
+  explicit Settings(const char* panelProcess = "ayatana-indicat") : ItemTest("", panelProcess) {}
+
   void SetUp() override {
     machine.set("AC/online", "1");
     machine.set("BAT0/status", "Charging");
@@ -157,6 +162,21 @@ class Settings : public ItemTest {
   }
 };
 
+/// The same with a panel that shows icons alone.
+class SettingsOfIcons : public Settings {
+ protected:
+  SettingsOfIcons() : Settings("lxqt-panel") {}
+
+  /// Waits until the title's icon, which may be replaced by then, has that ink.
+  void waitForInk(const std::string& color) const {
+    panel->waitUntil([&] {
+      const std::string name = panel->property("IconName", panel->registered.at(1).c_str());
+      const auto file = user.path() / "runtime/lumowatt" / (name + ".svg");
+      return std::filesystem::exists(file) && fileContents(file).find(color) != std::string::npos;
+    });
+  }
+};
+
 /// The same with colors switched off, so that the chart has the user's.
 class Accents : public Settings {
  protected:
@@ -184,6 +204,17 @@ TEST_F(Settings, TheGlyphHasTheInkOfTheColorScheme) {
     portal->change("org.freedesktop.appearance", "color-scheme", "u", scheme);
     panel->waitForSignal("NewIcon");
     EXPECT_EQ(icon(), glyph + ink);
+  }
+}
+
+TEST_F(SettingsOfIcons, TheTitleHasTheInkOfTheColorScheme) {
+  portal->colorScheme = 1;
+  startWithPortal();
+  panel->waitForItems(2);
+  waitForInk("#e8e8e8");
+  for (const auto& [scheme, ink] : {std::pair{2U, "#303030"}, std::pair{0U, "#909090"}}) {
+    portal->change("org.freedesktop.appearance", "color-scheme", "u", scheme);
+    waitForInk(ink);
   }
 }
 
@@ -262,6 +293,16 @@ TEST_F(Settings, OfOthersCountForNothing) {
   stranger.change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
   panel->open();
   EXPECT_TRUE(isAnimated());
+}
+
+TEST_F(Settings, WithoutAVariantCountForNothing) {
+  startWithPortal();
+  portal->emit("ssu", "org.freedesktop.appearance", "reduced-motion", 1U);
+  portal->emit("ss", "org.freedesktop.appearance", "reduced-motion");
+  panel->open();
+  EXPECT_TRUE(isAnimated());
+  portal->change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
+  panel->waitUntil([this] { return !isAnimated(); });
 }
 
 TEST_F(Settings, OfAnotherTypeCountForNothing) {

@@ -46,12 +46,14 @@ class Klipper : public BusPeer {
 
   std::optional<std::string> contents;
   bool refuses = false;
+  bool answers = true;
   bool wasAsked = false;
 
  private:
   static int setContents(sd_bus_message* call, void* object, sd_bus_error*) {
     auto& self = *static_cast<Klipper*>(object);
     self.wasAsked = true;
+    if (!self.answers) return 1;  // the call stays open
     const char* text = nullptr;
     if (self.refuses || sd_bus_message_read(call, "s", &text) < 0) return -EIO;
     self.contents = text;
@@ -117,6 +119,17 @@ TEST_F(Commands, CopyDetailsUsesPlasmasClipboard) {
 TEST_F(Commands, CopyDetailsUsesAProgramWherePlasmasClipboardRefuses) {
   Klipper klipper(session);
   klipper.refuses = true;
+  install("xclip", telling);
+  variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
+  startAndChoose(menu_id::copyDetails, "Copy details");
+  klipper.waitUntil([&] { return klipper.wasAsked; });
+  EXPECT_EQ(trace("told"), "-selection clipboard\n");
+  EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
+}
+
+TEST_F(Commands, CopyDetailsUsesAProgramWherePlasmasClipboardDoesNotAnswer) {
+  Klipper klipper(session);
+  klipper.answers = false;
   install("xclip", telling);
   variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
   startAndChoose(menu_id::copyDetails, "Copy details");

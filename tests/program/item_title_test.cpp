@@ -87,6 +87,16 @@ TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {
             "session's runtime folder\n");
 }
 
+TEST_F(Wide, IsMadeOnceItsFolderCanBe) {
+  user.write("runtime/lumowatt", "in the way");
+  start();
+  EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
+  std::filesystem::remove(icons());
+  panel->open();
+  panel->waitForSignal("NewIcon");
+  EXPECT_EQ(icon(), icons() / (iconFiles().at(0) + ".svg"));
+}
+
 TEST_F(Wide, GivesWayToTheGlyphInAPanelWithLabels) {
   start();
   replacePanel("gnome-shell");

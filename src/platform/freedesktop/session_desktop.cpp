@@ -119,7 +119,7 @@ void SessionDesktop::showChart() {
     const auto* const chart = std::get_if<MenuChart>(&item);
     if (chart == nullptr) continue;
     const ChartSetting setting{.accent = settings_->accentColor(),
-                               .midnight = now() - timeOfDay(std::time(nullptr))};
+                               .midnight = lastMidnight(now(), std::time(nullptr))};
     viewer_->show(chart->picture(setting), settings_->appearance(), *bitmaps_);
   }
 }

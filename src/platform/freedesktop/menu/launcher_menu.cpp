@@ -65,7 +65,7 @@ bool LauncherMenu::show(const Menu& menu) {
       [this](const std::optional<std::string>& answer) { finish(answer.value_or("")); });
   if (launcher_) return true;
   lines_ = {};
-  complain("the menu is not shown", {"there is no launcher like fuzzel, rofi or dmenu"});
+  complain("the menu is not shown", {"no launcher like fuzzel, rofi or dmenu can be started"});
   startDetached(loop_, bellCommands());
   return false;
 }

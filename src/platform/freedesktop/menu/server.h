@@ -31,7 +31,7 @@ class MenuServer {
 
   /// Updates the closed menu when the report in it, a line a row, has more or fewer rows than
   /// before: panels lay a menu out before they ask for it. In a compact menu the report is one row.
-  /// An open menu stands still, and is updated by a later report.
+  /// This leaves an open menu as it is: a later report updates it.
   void follow(std::string_view report);
 
  private:

@@ -73,7 +73,7 @@ Result<IconFolder::Names> IconFolder::replaceIcons(const std::vector<std::string
 bool IconFolder::write(const std::string& name, std::string_view svg) const {
   ::mkdir(path_.c_str(), newFolder);
   const Descriptor folder(openFolder(path_));
-  const std::string file = name + ".svg";
+  const std::string file = name + std::string(fileType);
   ::unlinkat(folder.number(), file.c_str(), 0);  // whatever it is, it is not to be followed
   Descriptor icon(
       ::openat(folder.number(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFile));

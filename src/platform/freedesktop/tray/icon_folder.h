@@ -13,8 +13,8 @@ namespace lumowatt::freedesktop {
 /// left is removed at the beginning, and all of them at the end.
 class IconFolder {
  public:
-  /// Whose names begin with `prefix` and end with `suffix`; what has other names is left alone.
-  /// Panels recolor icons whose names end with "-symbolic".
+  /// The icons' names begin with `prefix` and end with `suffix`. Files whose names begin otherwise
+  /// are left alone. Panels recolor icons whose names end with "-symbolic".
   IconFolder(std::string_view prefix, std::string_view suffix);
   IconFolder(const IconFolder&) = delete;
   IconFolder& operator=(const IconFolder&) = delete;

@@ -36,7 +36,8 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
       launcher_(loop, choose_),
       glyph_(bus, loop, std::move(icons), handlers()),
       tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_, handlers()),
-      wideIcons_(iconPrefix(bus, "wide"), "") {
+      wideIcons_(iconPrefix(bus, "wide"),
+                 "") {  // Cinnamon draws no file with "symbolic" in its name
   glyph_.setTitle("Lumowatt");
   sd_event_add_defer(loop, Out(updating_), update, this);
   scheduleUpdate(toGlyph);
@@ -60,7 +61,7 @@ StatusItem::Handlers PanelButton::handlers() {
 
 void PanelButton::show(ButtonContents contents) {
   setImage(contents.image);
-  if (contents.title.text != title_.text) scheduleUpdate(toGlyph);
+  if (contents.title.text != title_.text || !hasIcon_) scheduleUpdate(toGlyph);
   title_ = std::move(contents.title);
   std::string text;
   for (const TextRun& run : title_.text) text += run.text;
@@ -109,8 +110,8 @@ int PanelButton::update(sd_event_source*, void* button) {
   if ((changes & toPanel) != 0) {
     self.showTexts();
     if (self.menu_) self.menu_->setCompact(self.panel_.hasHighRows);
-    self.glyph_.registerItem(self.panel_.expectsPaths ? StatusItem::Address::objectPath
-                                                      : StatusItem::Address::connection);
+    self.glyph_.registerItem(self.panel_.registersPaths ? StatusItem::Address::objectPath
+                                                        : StatusItem::Address::connection);
     self.tiles_.enterPanel(self.panel_.addsOnTheLeft);
   }
   if ((changes & (toPanel | toTitle)) != 0) self.showTiles();
@@ -132,6 +133,7 @@ void PanelButton::showGlyph() {
   if (isWide) wide.push_back(artwork::wideIcon(shownSymbol(), shownTitle()));
   const auto names = wideIcons_.replaceIcons(wide);
   complaint_.update(names);
+  hasIcon_ = static_cast<bool>(names);
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(shownSymbol(), ink_));
 }
 

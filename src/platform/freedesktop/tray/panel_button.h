@@ -41,7 +41,7 @@ class PanelButton : public StatusButton {
   /// Registers with the panel that is there, and with each that appears later.
   void watchPanels();
 
-  /// Has the menu follow the tool tip, which is the menu's report.
+  /// Has the closed menu follow the tool tip, which is the menu's report.
   void followMenu();
 
  private:
@@ -78,6 +78,7 @@ class PanelButton : public StatusButton {
   IconFolder wideIcons_;
   Complaint complaint_{"the title is not shown in the icon"};
   PanelTraits panel_{.form = TitleForm::label};  // before there is one: no icons are made
+  bool hasIcon_ = true;  ///< false when a wide icon could not be written: it is tried again
   std::optional<Symbol> symbol_;
   Title title_;  ///< empty where a text stands in its place
   std::string text_;

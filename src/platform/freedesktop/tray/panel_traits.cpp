@@ -22,7 +22,7 @@ constexpr auto rows = std::to_array<Row>({
     {"sfwbar", {.form = TitleForm::label}},
     {"cairo-dock", {.form = TitleForm::label}},
     {"waybar", {.form = TitleForm::wide}},
-    {"xapp-sn-watcher", {.form = TitleForm::wide, .expectsPaths = true}},  // Cinnamon
+    {"xapp-sn-watcher", {.form = TitleForm::wide, .registersPaths = true}},  // Cinnamon
     {"panel-#-systray", {.addsOnTheLeft = true}},  // Xfce, whose trays are processes of their own
     {"swaybar", {.addsOnTheLeft = true, .hasNoMenus = true}},
     {"qtile", {.hasNoMenus = true}},

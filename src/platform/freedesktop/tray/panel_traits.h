@@ -23,9 +23,8 @@ struct PanelTraits {
   bool hasNoMenus = false;
   /// An item is remembered by the title of its tool tip, which therefore does not change.
   bool remembersToolTips = false;
-  /// Icons are files, whose paths must not contain "symbolic", and only an item that is registered
-  /// by an object's path has its menu opened by a left click.
-  bool expectsPaths = false;
+  /// Only an item that is registered by an object's path has its menu opened by a left click.
+  bool registersPaths = false;
   /// The rows of a menu are so high that it fits the screen only when the report is one of them.
   bool hasHighRows = false;
 };

@@ -19,7 +19,7 @@ constexpr auto ayatanaPath = "/org/ayatana/NotificationItem/lumowatt";
 constexpr auto itemInterface = "org.kde.StatusNotifierItem";
 
 // How long a panel may take to read an item, in microseconds.
-constexpr std::uint64_t longestReading = 1'000'000;
+constexpr std::uint64_t longestReading = 3'000'000;
 
 constexpr char hardware[] = "Hardware";
 constexpr char active[] = "Active";
@@ -74,7 +74,7 @@ int StatusItem::getText(sd_bus*, const char*, const char*, const char*, sd_bus_m
 
 int StatusItem::getIcon(sd_bus* bus, const char* path, const char* interface, const char* property,
                         sd_bus_message* reply, void* item, sd_bus_error* error) {
-  settle(nullptr, 0, item);
+  static_cast<StatusItem*>(item)->settle();
   return getText<&StatusItem::icon_>(bus, path, interface, property, reply, item, error);
 }
 
@@ -129,8 +129,7 @@ const sd_bus_vtable StatusItem::table[] = {
 
 StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons, Handlers handlers)
     : bus_(bus), loop_(loop), handlers_(std::move(handlers)), iconFolder_(std::move(icons)) {
-  sd_bus_add_object_vtable(bus, Out(object_), itemPath, itemInterface, table, this);
-  sd_bus_add_object_vtable(bus, Out(ayatanaObject_), ayatanaPath, itemInterface, table, this);
+  moveTo(itemPath);
   sd_event_add_defer(loop, Out(sending_), sendSignals, this);
   sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);
 }
@@ -161,7 +160,7 @@ void StatusItem::copyTexts(const StatusItem& other) {
 void StatusItem::set(std::string& property, std::string_view value, unsigned signals) {
   if (value != property) {
     property = value;
-    if (path_ != nullptr) signals_ |= signals;
+    if (isRegistered_) signals_ |= signals;
   }
   if (signals_ != 0) sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
 }
@@ -183,23 +182,34 @@ int StatusItem::sendSignals(sd_event_source*, void* item) {
 }
 
 void StatusItem::registerItem(Address address) {
-  path_ = address == Address::connection ? itemPath : ayatanaPath;
+  moveTo(address == Address::connection ? itemPath : ayatanaPath);
+  isRegistered_ = true;
   const char* name = path_;
   if (address == Address::connection) sd_bus_get_unique_name(bus_, &name);
   sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
                            "RegisterStatusNotifierItem", nullptr, nullptr, "s", name);
   const int status = sd_event_add_time_relative(loop_, Out(settling_), CLOCK_MONOTONIC,
-                                                longestReading, 0, settle, this);
+                                                longestReading, 0, waitedLongEnough, this);
   isSettled_ = status < 0;
 }
 
-int StatusItem::settle(sd_event_source*, std::uint64_t, void* item) {
-  auto& self = *static_cast<StatusItem*>(item);
-  if (self.isSettled_ || self.path_ == nullptr) return 0;
-  self.isSettled_ = true;
-  self.settling_.reset();
-  self.handlers_.settled();
+int StatusItem::waitedLongEnough(sd_event_source*, std::uint64_t, void* item) {
+  static_cast<StatusItem*>(item)->settle();
   return 0;
+}
+
+void StatusItem::settle() {
+  if (isSettled_ || !isRegistered_) return;
+  isSettled_ = true;
+  settling_.reset();
+  handlers_.settled();
+}
+
+void StatusItem::moveTo(const char* path) {
+  if (path == path_) return;
+  path_ = path;
+  object_.reset();
+  sd_bus_add_object_vtable(bus_, Out(object_), path, itemInterface, table, this);
 }
 
 }  // namespace lumowatt::freedesktop

@@ -57,8 +57,8 @@ class StatusItem {
   /// Registers the item with the panel that is there. No change is signaled before that.
   void registerItem(Address address);
 
-  /// Whether a panel has read the item after its registration, or has not within a second. Panels
-  /// place items in the order in which they have read them.
+  /// Whether a panel has read the item after its registration, or has not for some seconds.
+  /// Panels place items in the order in which they have read them.
   bool isSettled() const { return isSettled_; }
 
  private:
@@ -71,7 +71,10 @@ class StatusItem {
                            void* item, sd_bus_error*);
   static int getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                         void* item, sd_bus_error*);
-  static int settle(sd_event_source* source, std::uint64_t due, void* item);
+  static int waitedLongEnough(sd_event_source* source, std::uint64_t due, void* item);
+  void settle();
+  /// Has panels find the item at that path alone: one that looks for items finds it once.
+  void moveTo(const char* path);
   int activate(sd_bus_message* call, sd_bus_error* error);
   static const sd_bus_vtable table[];
 
@@ -96,11 +99,11 @@ class StatusItem {
   std::string toolTip_;
   unsigned signals_ = 0;
   EventSource sending_;
-  const char* path_ = nullptr;  // by which a panel knows it
+  const char* path_ = nullptr;  // of the object
+  bool isRegistered_ = false;
   bool isSettled_ = false;
   EventSource settling_;
   BusSlot object_;
-  BusSlot ayatanaObject_;
 };
 
 }  // namespace lumowatt::freedesktop

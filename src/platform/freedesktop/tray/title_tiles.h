@@ -30,8 +30,8 @@ class TitleTiles {
   /// those before.
   void enterPanel(bool addsOnTheLeft);
 
-  /// Shows these tiles and no more, from left to right. Registers each once the one before is
-  /// settled: what is not registered by then is by another call with the same tiles. Not to be
+  /// Shows these tiles and no more, from left to right. Registers each once the item before it is
+  /// settled: the handler `settled` is to call this again for the rest. Not to be
   /// called from one of their menus: a tile may go away by it. Shows none, rather than some that
   /// were true once, when that fails; the reason is then on the standard error.
   void show(std::vector<Tile> tiles, artwork::Ink ink);

@@ -25,8 +25,8 @@ void prepareToWatchChildren();
 EventSource watchChild(sd_event* loop, pid_t child, std::function<void(bool succeeded)> ended);
 
 /// Starts the first of the commands as `startFirst` does, and lets it run for as long as it likes.
-/// `ended` is called as long as the loop runs. Returns the program's name, absent when none could
-/// be started.
+/// `ended` is called as long as the loop runs, unless the program cannot be watched. Returns the
+/// program's name, absent when none could be started.
 std::optional<std::string> startDetached(
     sd_event* loop, const std::vector<Command>& commands, std::string_view input = {},
     const std::function<void(const std::string& name, bool succeeded)>& ended = {});

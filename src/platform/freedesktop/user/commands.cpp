@@ -55,16 +55,17 @@ std::vector<Command> pictureViewerCommands(const std::string& path) {
 }
 
 std::vector<Command> launcherCommands() {
-  // The 23 lines of the menu of a battery with every figure fit, and so does that on a small
-  // screen.
-  const std::string lines = "24";
+  // The longest menu, of a battery that is charged, has 26 lines.
+  const std::string lines = "26";
   const std::string prompt = "Lumowatt";
   const Command rofi{"rofi", "-dmenu", "-i", "-no-custom", "-l", lines, "-p", prompt};
   const Command bemenu{"bemenu", "-i", "-l", lines, "-p", prompt};
   if (!isWayland()) return {rofi, {"dmenu", "-i", "-l", lines, "-p", prompt}, bemenu};
   return {
       {"fuzzel", "--dmenu", "--lines=" + lines, "--width=50", "--prompt=" + prompt + ": "},
-      {"wofi", "--dmenu", "--insensitive", "--lines=" + lines, "--prompt=" + prompt},
+      // wofi puts what was chosen before at the top, unless its cache is nowhere.
+      {"wofi", "--dmenu", "--cache-file=/dev/null", "--insensitive", "--lines=" + lines,
+       "--prompt=" + prompt},
       rofi,
       {"tofi", "--prompt-text=" + prompt + ": "},
       bemenu,

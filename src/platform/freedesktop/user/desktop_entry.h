@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Desktop entries (freedesktop.org), as far as one for the autostart needs it.
+/// Files of groups with keys and values: desktop entries (freedesktop.org), and Plasma's settings.
 namespace lumowatt::freedesktop {
 
 /// A value of a group, with its escapes undone. Absent when it has none.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -111,6 +112,7 @@ int SettingsPortal::readSetting(sd_bus_message* message, const char* group, cons
   if (const int status = sd_bus_message_peek_type(message, nullptr, &type); status < 0) {
     return status;
   }
+  if (type == nullptr) return -EBADMSG;  // it is no variant
   const auto* const setting = std::ranges::find_if(table, [&](const Setting& each) {
     return std::string_view(each.group) == group && std::string_view(each.key) == key &&
            std::string_view(each.type) == type;

@@ -9,4 +9,6 @@ double timeOfDay(std::time_t time) {
   return local.tm_hour * 3600.0 + local.tm_min * 60.0 + local.tm_sec;
 }
 
+double lastMidnight(double now, std::time_t time) { return now - timeOfDay(time); }
+
 }  // namespace lumowatt::freedesktop

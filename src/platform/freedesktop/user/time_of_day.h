@@ -8,4 +8,8 @@ namespace lumowatt::freedesktop {
 /// the zone is not known.
 double timeOfDay(std::time_t time);
 
+/// When the day of `time` began in the user's time zone, by a clock of seconds that shows `now`
+/// then.
+double lastMidnight(double now, std::time_t time);
+
 }  // namespace lumowatt::freedesktop

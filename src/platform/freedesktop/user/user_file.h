@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// The small files that a user has of this program.
+/// The user's small files: this program's, and settings of the desktop.
 namespace lumowatt::freedesktop {
 
 /// The largest file that is read, in bytes.

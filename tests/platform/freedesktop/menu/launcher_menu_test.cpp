@@ -70,7 +70,7 @@ class LauncherMenuTest : public ProgramsFolder {
 
 TEST_F(LauncherMenuTest, GivesTheLauncherALineForEachItemInOrder) {
   EXPECT_TRUE(chosenBy("echo \"$@\" > " + result() + "; /bin/cat >> " + result()).empty());
-  EXPECT_EQ(fileContents(result()), "-i -l 24 -p Lumowatt\n" + lines);
+  EXPECT_EQ(fileContents(result()), "-i -l 26 -p Lumowatt\n" + lines);
 }
 
 TEST_F(LauncherMenuTest, DoesWhatTheChosenLineOffers) {
@@ -159,7 +159,8 @@ TEST_F(LauncherMenuTest, WithoutALauncherSoundsTheBellAndSaysSo) {
   testing::internal::CaptureStderr();
   EXPECT_FALSE(launcher->show(exampleMenu));
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "lumowatt: the menu is not shown: there is no launcher like fuzzel, rofi or dmenu\n");
+            "lumowatt: the menu is not shown: no launcher like fuzzel, rofi or dmenu can be "
+            "started\n");
   finish();
   EXPECT_EQ(fileContents(result()), "--id bell\n");
   addProgram("dmenu", "echo Copy details");

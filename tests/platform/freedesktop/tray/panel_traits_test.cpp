@@ -91,9 +91,9 @@ TEST(PanelTraits, HaveNoMenusOnBarsThatDoNotSpeakTheMenuProtocol) {
 }
 
 TEST(PanelTraits, HavePathsOnCinnamonAlone) {
-  EXPECT_TRUE(panelTraits("xapp-sn-watcher").expectsPaths);
-  EXPECT_FALSE(panelTraits("waybar").expectsPaths);
-  EXPECT_FALSE(panelTraits("").expectsPaths);
+  EXPECT_TRUE(panelTraits("xapp-sn-watcher").registersPaths);
+  EXPECT_FALSE(panelTraits("waybar").registersPaths);
+  EXPECT_FALSE(panelTraits("").registersPaths);
 }
 
 TEST(PanelTraits, HaveHighRowsOnGnomeAlone) {

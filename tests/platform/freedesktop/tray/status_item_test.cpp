@@ -112,7 +112,7 @@ TEST_F(StatusItemTest, IsSettledAfterAWhileWhenNoPanelReadsIt) {
 
 TEST_F(StatusItemTest, NothingIsDueOnceItIsSettled) {
   read("IconName");
-  EXPECT_EQ(sd_event_run(loop(), 1'500'000), 0);
+  EXPECT_EQ(sd_event_run(loop(), 4'000'000), 0);
 }
 
 }  // namespace lumowatt::freedesktop

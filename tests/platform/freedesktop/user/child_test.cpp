@@ -158,7 +158,13 @@ TEST_F(ChildTest, ThatClosesItsOutputIsWaitedForWithoutWork) {
 }
 
 TEST_F(ChildTest, WhoseOwnChildHoldsItsOutputOpenEndsAllTheSame) {
-  ASSERT_EQ(outputOf("echo text; /bin/sleep 3 & exit 0"), "text\n");
+  addProgram("program", "echo text; read line < " + place("pipe") + " & exit 0");
+  ASSERT_EQ(::mkfifo(place("pipe").c_str(), 0600), 0);
+  const auto program = read("program");
+  ASSERT_TRUE(program);
+  while (ends == 0) turn();
+  EXPECT_EQ(output, "text\n");
+  folder.write("bin/pipe", "\n");  // which ends that child
 }
 
 TEST_F(ChildTest, MayBeReleasedByItsEnd) {

@@ -52,12 +52,13 @@ TEST(Commands, OfLaunchersShowTheirInputUnderTheNameOfTheProgram) {
   const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
   EXPECT_EQ(launcherCommands(),
             (std::vector<Command>{
-                {"fuzzel", "--dmenu", "--lines=24", "--width=50", "--prompt=Lumowatt: "},
-                {"wofi", "--dmenu", "--insensitive", "--lines=24", "--prompt=Lumowatt"},
-                {"rofi", "-dmenu", "-i", "-no-custom", "-l", "24", "-p", "Lumowatt"},
+                {"fuzzel", "--dmenu", "--lines=26", "--width=50", "--prompt=Lumowatt: "},
+                {"wofi", "--dmenu", "--cache-file=/dev/null", "--insensitive", "--lines=26",
+                 "--prompt=Lumowatt"},
+                {"rofi", "-dmenu", "-i", "-no-custom", "-l", "26", "-p", "Lumowatt"},
                 {"tofi", "--prompt-text=Lumowatt: "},
-                {"bemenu", "-i", "-l", "24", "-p", "Lumowatt"},
-                {"wmenu", "-i", "-l", "24", "-p", "Lumowatt"}}));
+                {"bemenu", "-i", "-l", "26", "-p", "Lumowatt"},
+                {"wmenu", "-i", "-l", "26", "-p", "Lumowatt"}}));
 }
 
 TEST(Commands, OfSettingsElsewhereEndWithThoseThatRefuseToRunThere) {

@@ -25,6 +25,11 @@ TEST(TimeOfDay, FollowsAChangeOfTheTimeZone) {
   EXPECT_EQ(timeOfDay(noon - 3 * 3600), 23 * 3600) << "the day before";
 }
 
+TEST(TimeOfDay, MidnightIsThatLongAgoOnAnotherClock) {
+  const ScopedVariable hawaii("TZ", "HST10");
+  EXPECT_EQ(lastMidnight(100'000.5, noon), 100'000.5 - 2 * 3600);
+}
+
 TEST(TimeOfDay, KnowsDaylightSavingTime) {
   const ScopedVariable berlin("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
   constexpr std::time_t october29 = 1'698'537'600;  // 2023-10-29 at midnight UTC
