@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "program/title_fixture.h"
+#include "support/open_counter.h"
 
 namespace lumowatt {
 
@@ -64,6 +65,8 @@ TEST_F(Tiles, AreRegisteredOneAfterTheOtherAsThePanelReadsThem) {
   user.write("config/lumowatt/preferences", "mode=3\n");
   panel->readsItems = false;
   start();
+  const OpenCounter counter;
+  counter.watch(machine.powerSupplyFolder() / "BAT0");
   panel->property("Title", connection(0));
   EXPECT_EQ(panel->registered.size(), 1U);
   panel->property("IconName", connection(0));
@@ -72,6 +75,7 @@ TEST_F(Tiles, AreRegisteredOneAfterTheOtherAsThePanelReadsThem) {
   EXPECT_EQ(panel->registered.size(), 2U);
   icon(1);
   panel->waitForItems(3);
+  EXPECT_TRUE(counter.opened().empty()) << "they do not wait for the next reading";
 }
 
 TEST_F(Tiles, AreRegisteredInAPanelThatDoesNotReadThem) {
