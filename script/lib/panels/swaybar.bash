@@ -1,6 +1,6 @@
 # shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
-name="swaybar, which opens no menus"
-needs=("sway /usr/bin/sway"
+name="swaybar, with the menu in fuzzel"
+needs=("sway /usr/bin/sway" "fuzzel /usr/bin/fuzzel"
   "xdg-desktop-portal-gtk /usr/libexec/xdg-desktop-portal-gtk"
   "xdg-desktop-portal /usr/libexec/xdg-desktop-portal" "xdotool /usr/bin/xdotool"
   "imagemagick /usr/bin/import")
@@ -38,3 +38,30 @@ close_panel() {
   await "no tray without the panel" is_not_on_bus org.kde.StatusNotifierWatcher
   end_portal
 }
+
+# Both buttons open the menu in a launcher, where a line is chosen by its first letters.
+try_more() {
+  open_panel dark
+  WAYLAND_DISPLAY=$(wayland_display)
+  export WAYLAND_DISPLAY
+  point_away
+  shoot_still bare
+  begin_item
+  if check "dark: it is drawn" is_item_drawn; then
+    shoot_still state
+    find_item state
+    open_menu_by 1 dark && keep_menu dark-launcher "dark, menu in fuzzel"
+    focus_sway
+    xdotool type Colors
+    xdotool key Return
+    check "dark: Colors in the launcher turns them off" prefers color=false || true
+    open_menu_by 3 dark || true
+    xdotool key Escape
+    check "dark: the launcher closes" is_menu_closed || true
+  fi
+  stop "$item"
+  unset WAYLAND_DISPLAY
+  close_panel
+}
+
+focus_sway() { xdotool search --onlyvisible --class sway windowfocus || true; }
