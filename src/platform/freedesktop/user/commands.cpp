@@ -62,7 +62,7 @@ std::vector<Command> launcherCommands() {
   const Command bemenu{"bemenu", "-i", "-l", lines, "-p", prompt};
   if (!isWayland()) return {rofi, {"dmenu", "-i", "-l", lines, "-p", prompt}, bemenu};
   return {
-      {"fuzzel", "--dmenu", "--lines=" + lines, "--width=50", "--prompt=" + prompt + ": "},
+      {"fuzzel", "--dmenu", "--lines=" + lines, "--width=64", "--prompt=" + prompt + ": "},
       // wofi puts what was chosen before at the top, unless its cache is nowhere.
       {"wofi", "--dmenu", "--cache-file=/dev/null", "--insensitive", "--lines=" + lines,
        "--prompt=" + prompt},

@@ -52,7 +52,7 @@ TEST(Commands, OfLaunchersShowTheirInputUnderTheNameOfTheProgram) {
   const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
   EXPECT_EQ(launcherCommands(),
             (std::vector<Command>{
-                {"fuzzel", "--dmenu", "--lines=26", "--width=50", "--prompt=Lumowatt: "},
+                {"fuzzel", "--dmenu", "--lines=26", "--width=64", "--prompt=Lumowatt: "},
                 {"wofi", "--dmenu", "--cache-file=/dev/null", "--insensitive", "--lines=26",
                  "--prompt=Lumowatt"},
                 {"rofi", "-dmenu", "-i", "-no-custom", "-l", "26", "-p", "Lumowatt"},
