@@ -41,6 +41,8 @@ class Out {
 
 template <typename Object>
 Object* classOf(int (Object::*)(sd_bus_message*, sd_bus_error*));
+template <typename Object>
+const Object* classOf(int (Object::*)(sd_bus_message*, sd_bus_error*) const);
 
 /// A member function as the handler of messages, for the object that is registered with it.
 template <auto method>

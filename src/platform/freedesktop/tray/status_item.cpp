@@ -135,7 +135,7 @@ StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons, Handlers 
 }
 
 /// Panels open the menu themselves when this method is not there.
-int StatusItem::activate(sd_bus_message* call, sd_bus_error* error) {
+int StatusItem::activate(sd_bus_message* call, sd_bus_error* error) const {
   if (handlers_.openMenu()) return sd_bus_reply_method_return(call, "");
   return sd_bus_error_setf(error, SD_BUS_ERROR_UNKNOWN_METHOD, "The panel opens the menu");
 }

@@ -75,7 +75,7 @@ class StatusItem {
   void settle();
   /// Has panels find the item at that path alone: one that looks for items finds it once.
   void moveTo(const char* path);
-  int activate(sd_bus_message* call, sd_bus_error* error);
+  int activate(sd_bus_message* call, sd_bus_error* error) const;
   static const sd_bus_vtable table[];
 
   enum Signal : unsigned { newIcon = 1, newDescription = 2, newLabel = 4, newToolTip = 8 };
