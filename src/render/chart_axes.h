@@ -25,7 +25,7 @@ PercentAxis percentAxis(const std::vector<Sample>& samples);
 struct TimeAxis {
   double start;
   double end;
-  double step;  ///< between two times that are told, whole minutes
+  double step;  ///< between two times on the axis, in seconds, whole minutes
 };
 
 /// The time for samples, oldest first, of which there is one at least. It ends at the last and is

@@ -20,7 +20,7 @@ struct ChartContents {
   double midnight;  ///< when the local day began, in the samples' time, which may be before 0
 };
 
-/// The chart as a picture of its own, on a window's background: the samples as a line over a
+/// Draws the chart as a large picture on a window's background: the samples as a line over a
 /// lightly filled area, with round percentages beside it and the times of a clock below. Where
 /// samples are missing, as in a sleep, the line is interrupted. Percentages outside 0 to 100 lie at
 /// the edge. Without a sample it says that the history is being collected.

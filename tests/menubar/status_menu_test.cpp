@@ -66,7 +66,7 @@ std::string lineColor(const Drawing& drawing) {
   return line == canvas.operations.end() ? "" : line->substr(line->rfind(' ') + 1);
 }
 
-/// The chart's picture on a desktop of its own accent, which is 1 of red alone.
+/// An accent color of the user's that no other color of the chart is: red alone.
 constexpr Color userAccent = CalibratedRgb{1.0, 0.0, 0.0};
 Drawing pictureOf(const MenuChart& chart, double midnight = 0.0) {
   return chart.picture({.accent = userAccent, .midnight = midnight});

@@ -50,8 +50,8 @@ class StatusItem {
   const std::string& title() const { return title_; }
   const std::string& toolTip() const { return toolTip_; }
 
-  /// How a panel is told which item it is: by a connection, whose item is where the interface says,
-  /// or by the path of an object on it, as of Ayatana's items.
+  /// What an item registers: the name of its connection, on which the object has the interface's
+  /// own path, or the path of an object, as Ayatana's items do.
   enum class Address { connection, objectPath };
 
   /// Registers the item with the panel that is there. No change is signaled before that.
