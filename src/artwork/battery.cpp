@@ -18,14 +18,14 @@ namespace {
 //
 // All coordinates are from the body's center; what lies right of it is in front, at the terminal.
 constexpr Point center{7.0, 8.0};
-constexpr Size half{7.0, 5.0};
-constexpr double outline = 2.0;
+constexpr Size halfBody{7.0, 5.0};
+constexpr double outlineWidth = 2.0;
 constexpr double gap = 1.0;
-constexpr Size halfInside{half.width - outline, half.height - outline};
+constexpr Size halfInside{halfBody.width - outlineWidth, halfBody.height - outlineWidth};
 constexpr Size halfFill{halfInside.width - gap, halfInside.height - gap};
 
 constexpr double outerRadius = 2.5;
-constexpr double innerRadius = outerRadius - outline;
+constexpr double innerRadius = outerRadius - outlineWidth;
 
 constexpr double terminalFront = gridSize - center.x;
 constexpr double halfTerminal = 2.0;
@@ -50,10 +50,10 @@ Corners block(Size halfSize, double radius, double share = 1.0) {
 
 /// The terminal, from above down, as a part of the body's edge.
 Corners terminal() {
-  return {{{half.width, -halfTerminal}},
+  return {{{halfBody.width, -halfTerminal}},
           {{terminalFront, -halfTerminal}, terminalRadius},
           {{terminalFront, halfTerminal}, terminalRadius},
-          {{half.width, halfTerminal}}};
+          {{halfBody.width, halfTerminal}}};
 }
 
 /// Inserts the terminal after the corner in front and above, which is the second.
@@ -90,7 +90,7 @@ void add(Path& path, Corners corners) {
 
 /// The part of the outline above the slash, in front of it.
 Corners outlineAboveSlash() {
-  const auto [x, y] = half;
+  const auto [x, y] = halfBody;
   const auto [insideX, insideY] = halfInside;
   return {{{besideSlash - y, -y}},
           {{x, -y}, outerRadius},
@@ -102,7 +102,7 @@ Corners outlineAboveSlash() {
 
 Path levelPath(double level) {
   Path path;
-  add(path, withTerminal(block(half, outerRadius)));
+  add(path, withTerminal(block(halfBody, outerRadius)));
   add(path, block(halfInside, innerRadius));
   if (level > 0.0) add(path, block(halfFill, 0.0, level));
   return path;
@@ -112,7 +112,7 @@ Path levelPath(double level) {
 /// is a hole in a battery that is filled all over.
 Path boltPath() {
   Path path;
-  add(path, withTerminal(block(half, outerRadius)));
+  add(path, withTerminal(block(halfBody, outerRadius)));
   add(path, withTurned(halfBolt));
   return path;
 }

@@ -50,26 +50,31 @@ struct Character {
   }
 };
 
-constexpr double half = 0.5;  // as round as can be: from side to side
+constexpr double roundest = 0.5;  // as round as can be: from side to side
 
-constexpr Bend zero[] = {{0, 0, half}, {1, 0, half}, {1, 1, half}, {0, 1, half}};
+constexpr Bend zero[] = {{0, 0, roundest}, {1, 0, roundest}, {1, 1, roundest}, {0, 1, roundest}};
 constexpr Bend one[] = {{0.12, 0.2}, {0.66, 0}, {0.66, 1}};
-constexpr Bend two[] = {{0, 0.22},     {0, 0, half}, {1, 0, half}, {1, 0.45, 0.3},
-                        {0, 0.9, 0.1}, {0, 1},       {1, 1}};
-constexpr Bend threeTop[] = {{0, 0.16}, {0, 0, half}, {1, 0, half}, {1, 0.47, 0.4}, {0.4, 0.47}};
+constexpr Bend two[] = {
+    {0, 0.22}, {0, 0, roundest}, {1, 0, roundest}, {1, 0.45, 0.3}, {0, 0.9, 0.1}, {0, 1}, {1, 1}};
+constexpr Bend threeTop[] = {
+    {0, 0.16}, {0, 0, roundest}, {1, 0, roundest}, {1, 0.47, 0.4}, {0.4, 0.47}};
 constexpr Bend threeBottom[] = {
-    {0.4, 0.47}, {1, 0.47, half}, {1, 1, half}, {0, 1, half}, {0, 0.84}};
+    {0.4, 0.47}, {1, 0.47, roundest}, {1, 1, roundest}, {0, 1, roundest}, {0, 0.84}};
 constexpr Bend fourHook[] = {{0.42, 0.03}, {0, 0.78, 0.12}, {1, 0.78}};
 constexpr Bend fourStem[] = {{0.8, 0.48}, {0.8, 1}};
-constexpr Bend five[] = {{0.95, 0},    {0.08, 0},    {0, 0.42}, {1, 0.42, half},
-                         {1, 1, half}, {0, 1, half}, {0, 0.84}};
-constexpr Bend sixBowl[] = {{0, 0.45, half}, {1, 0.45, half}, {1, 1, half}, {0, 1, half}};
-constexpr Bend sixStem[] = {{0, 0.7}, {0, 0, half}, {1, 0, half}, {1, 0.1}};
+constexpr Bend five[] = {{0.95, 0},        {0.08, 0},        {0, 0.42}, {1, 0.42, roundest},
+                         {1, 1, roundest}, {0, 1, roundest}, {0, 0.84}};
+constexpr Bend sixBowl[] = {
+    {0, 0.45, roundest}, {1, 0.45, roundest}, {1, 1, roundest}, {0, 1, roundest}};
+constexpr Bend sixStem[] = {{0, 0.7}, {0, 0, roundest}, {1, 0, roundest}, {1, 0.1}};
 constexpr Bend seven[] = {{0, 0}, {1, 0, 0.1}, {0.3, 0.97}};
-constexpr Bend eightTop[] = {{0, 0, half}, {1, 0, half}, {1, 0.47, half}, {0, 0.47, half}};
-constexpr Bend eightBottom[] = {{0, 0.47, half}, {1, 0.47, half}, {1, 1, half}, {0, 1, half}};
-constexpr Bend nineBowl[] = {{0, 0, half}, {1, 0, half}, {1, 0.55, half}, {0, 0.55, half}};
-constexpr Bend nineStem[] = {{0, 0.9}, {0, 1, half}, {1, 1, half}, {1, 0.3}};
+constexpr Bend eightTop[] = {
+    {0, 0, roundest}, {1, 0, roundest}, {1, 0.47, roundest}, {0, 0.47, roundest}};
+constexpr Bend eightBottom[] = {
+    {0, 0.47, roundest}, {1, 0.47, roundest}, {1, 1, roundest}, {0, 1, roundest}};
+constexpr Bend nineBowl[] = {
+    {0, 0, roundest}, {1, 0, roundest}, {1, 0.55, roundest}, {0, 0.55, roundest}};
+constexpr Bend nineStem[] = {{0, 0.9}, {0, 1, roundest}, {1, 1, roundest}, {1, 0.3}};
 
 constexpr Bend slash[] = {{0.8, 0.03}, {0.2, 0.97}};
 constexpr Bend upperRing[] = {{0, 0, 0.18}, {0.36, 0, 0.18}, {0.36, 0.38, 0.18}, {0, 0.38, 0.18}};
@@ -77,7 +82,7 @@ constexpr Bend lowerRing[] = {{0.64, 0.62, 0.18}, {1, 0.62, 0.18}, {1, 1, 0.18},
 
 constexpr Bend bar[] = {{0, 0.53}, {1, 0.53}};
 constexpr Bend post[] = {{0.5, 0.29}, {0.5, 0.75}};
-constexpr Bend point[] = {{0.5, 1}};
+constexpr Bend decimalPoint[] = {{0.5, 1}};
 constexpr Bend upperPoint[] = {{0.5, 0.22}};
 constexpr Bend lowerPoint[] = {{0.5, 0.88}};
 constexpr Bend middlePoint[] = {{0.5, 0.52}};
@@ -91,15 +96,17 @@ constexpr Bend disc[] = {
 constexpr double xHeight = 0.3;  // where small letters begin, from above
 constexpr Bend diagonal[] = {{0.05, 0.06}, {0.95, 0.94}};
 constexpr Bend highRightStem[] = {{1, 0}, {1, 1}};
-constexpr Bend bowl[] = {{0, xHeight, half}, {1, xHeight, half}, {1, 1, half}, {0, 1, half}};
+constexpr Bend bowl[] = {
+    {0, xHeight, roundest}, {1, xHeight, roundest}, {1, 1, roundest}, {0, 1, roundest}};
 constexpr Bend leftStem[] = {{0, 0}, {0, 1}};
 constexpr Bend rightStem[] = {{1, xHeight}, {1, 1}};
 constexpr Bend lowStem[] = {{0, xHeight}, {0, 1}};
-constexpr Bend arm[] = {{0, 0.65}, {0, xHeight, half}, {1, xHeight}};
+constexpr Bend arm[] = {{0, 0.65}, {0, xHeight, roundest}, {1, xHeight}};
 constexpr Bend crossedStem[] = {{0.35, 0.08}, {0.35, 1, 0.4}, {1, 1}};
 constexpr Bend crossbar[] = {{0, xHeight}, {1, xHeight}};
-constexpr Bend hook[] = {{0, 0.65},          {1, 0.65},    {1, xHeight, half},
-                         {0, xHeight, half}, {0, 1, half}, {0.9, 1, 0.2}};
+constexpr Bend hook[] = {
+    {0, 0.65},        {1, 0.65},    {1, xHeight, roundest}, {0, xHeight, roundest},
+    {0, 1, roundest}, {0.9, 1, 0.2}};
 constexpr Bend leftArm[] = {{0, xHeight}, {0.5, 0.96}};
 constexpr Bend tail[] = {{1, xHeight}, {0.35, 1.3}};
 
@@ -123,7 +130,7 @@ constexpr std::array<Character, 30> characters{{
     {"−", signWidth, {{{Kind::line, bar}}}},
     {"-", signWidth, {{{Kind::line, bar}}}},
     {"+", signWidth, {{{Kind::line, bar}, {Kind::line, post}}}},
-    {".", pointWidth, {{{Kind::dot, point}}}},
+    {".", pointWidth, {{{Kind::dot, decimalPoint}}}},
     {"·", pointWidth, {{{Kind::dot, middlePoint}}}},
     {" ", pointWidth, {}},
     {":", colonWidth, {{{Kind::dot, upperPoint}, {Kind::dot, lowerPoint}}}},

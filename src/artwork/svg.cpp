@@ -43,12 +43,12 @@ const IconInk& find(Ink ink) { return *std::ranges::find(iconInks, ink, &IconInk
 }  // namespace
 
 std::string decimal(double value) {
-  constexpr std::int64_t one = 1000;
-  const std::int64_t thousandths = roundedHalfAwayFromZero(value * one).value_or(0);
+  constexpr std::int64_t unit = 1000;
+  const std::int64_t thousandths = roundedHalfAwayFromZero(value * unit).value_or(0);
   std::string text = thousandths < 0 ? "-" : "";
-  text += std::to_string(std::abs(thousandths / one));
-  if (const std::int64_t rest = std::abs(thousandths % one); rest != 0) {
-    text += "." + std::to_string(one + rest).substr(1);  // with the zeros in front
+  text += std::to_string(std::abs(thousandths / unit));
+  if (const std::int64_t rest = std::abs(thousandths % unit); rest != 0) {
+    text += "." + std::to_string(unit + rest).substr(1);  // with the zeros in front
     text.erase(text.find_last_not_of('0') + 1);
   }
   return text;

@@ -13,7 +13,7 @@ namespace {
 // A unit is a pixel of the larger of the two sizes at which panels show most icons, 22 and 16. At
 // the smaller one, too, there is a row of pixels between two rows of text that is nearly free.
 constexpr double side = 22.0;
-constexpr double room = side - 1.0;  // for a row: tiles may stand close together
+constexpr double rowWidth = side - 1.0;  // for a row: tiles may stand close together
 
 /// Where the upper edge of a row is, and how it is written.
 struct RowStyle {
@@ -46,7 +46,7 @@ std::string elements(const TileRow& row, const RowStyle& style) {
   const auto markOutline = row.mark ? outline(row.mark->text, style.lettering) : std::nullopt;
   const double markStart = text->width + gapBeforeMark;
   const double width = markOutline ? markStart + markOutline->width : text->width;
-  const double narrowing = std::min(room / width, 1.0);
+  const double narrowing = std::min(rowWidth / width, 1.0);
   const double left = (side - width * narrowing) / 2.0;
   const auto placed = [&](double start) {
     return "transform=\"translate(" + decimal(left + start * narrowing) + "," + decimal(style.top) +

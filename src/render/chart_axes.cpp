@@ -7,10 +7,10 @@ namespace lumowatt {
 
 namespace {
 
-constexpr std::int64_t full = 100;
+constexpr std::int64_t fullPercent = 100;
 
 constexpr std::array<std::int64_t, 4> percentSteps{2, 5, 10, 20};
-static_assert(percentSteps.back() * PercentAxis::steps == full);
+static_assert(percentSteps.back() * PercentAxis::steps == fullPercent);
 
 struct Period {
   double minutes;
@@ -23,8 +23,8 @@ constexpr std::array<Period, 4> periods{{{5.0, 1.0}, {10.0, 2.0}, {30.0, 5.0}, {
 
 PercentAxis percentAxis(const std::vector<Sample>& samples) {
   const auto [least, most] = std::ranges::minmax_element(samples, {}, &Sample::percent);
-  const std::int64_t low = std::clamp<std::int64_t>(least->percent, 0, full);
-  const std::int64_t high = std::clamp<std::int64_t>(most->percent, 0, full);
+  const std::int64_t low = std::clamp<std::int64_t>(least->percent, 0, fullPercent);
+  const std::int64_t high = std::clamp<std::int64_t>(most->percent, 0, fullPercent);
   const auto stepsNeeded = [low, high](std::int64_t step) {
     return (high + step - 1) / step - low / step;
   };
@@ -33,7 +33,7 @@ PercentAxis percentAxis(const std::vector<Sample>& samples) {
   const std::int64_t spare = PercentAxis::steps - stepsNeeded(step);
   const std::int64_t below = (spare + 1) / 2;
   const std::int64_t first =
-      std::clamp<std::int64_t>(low / step - below, 0, full / step - PercentAxis::steps);
+      std::clamp<std::int64_t>(low / step - below, 0, fullPercent / step - PercentAxis::steps);
   return {.lowest = first * step, .step = step};
 }
 

@@ -13,9 +13,9 @@ namespace lumowatt {
 
 namespace {
 
-constexpr Size picture{688.0, 408.0};
-constexpr Rect plot{60.0, 88.0, 600.0, 280.0};
-constexpr double margin = 24.0;
+constexpr Size pictureSize{688.0, 408.0};
+constexpr Rect plotArea{60.0, 88.0, 600.0, 280.0};
+constexpr double pictureMargin = 24.0;
 constexpr double labelDistance = 8.0;  // between the plot and what is written at its edges
 
 constexpr double lineWidth = 2.0;
@@ -78,13 +78,14 @@ class Chart {
  private:
   double x(double time) const {
     const double share = (time - times_.start) / (times_.end - times_.start);
-    return plot.minX() + std::max(share, 0.0) * plot.width;
+    return plotArea.minX() + std::max(share, 0.0) * plotArea.width;
   }
 
   double y(std::int64_t percent) const {
     const auto range = static_cast<double>(percents_.highest() - percents_.lowest);
     const std::int64_t shown = std::clamp(percent, percents_.lowest, percents_.highest());
-    return plot.maxY() - static_cast<double>(shown - percents_.lowest) / range * plot.height;
+    return plotArea.maxY() -
+           static_cast<double>(shown - percents_.lowest) / range * plotArea.height;
   }
 
   Point point(const Sample& sample) const { return {x(sample.time), y(sample.percent)}; }
@@ -94,17 +95,19 @@ class Chart {
     for (std::int64_t i = 0; i <= PercentAxis::steps; ++i) {
       const std::int64_t percent = percents_.lowest + i * percents_.step;
       const double height = y(percent);
-      grid.insert(grid.end(), {MoveTo{{plot.minX(), height}}, LineTo{{plot.maxX(), height}}});
+      grid.insert(grid.end(),
+                  {MoveTo{{plotArea.minX(), height}}, LineTo{{plotArea.maxX(), height}}});
       const AttributedString text = label(std::to_string(percent) + "%");
       const Size size = canvas_.textSize(text);
-      canvas_.drawText(text, {plot.minX() - labelDistance - size.width, height - size.height / 2});
+      canvas_.drawText(text,
+                       {plotArea.minX() - labelDistance - size.width, height - size.height / 2});
     }
     for (const double time : roundTimes(times_, contents_.midnight)) {
       const double place = x(time);
-      grid.insert(grid.end(), {MoveTo{{place, plot.minY()}}, LineTo{{place, plot.maxY()}}});
+      grid.insert(grid.end(), {MoveTo{{place, plotArea.minY()}}, LineTo{{place, plotArea.maxY()}}});
       const AttributedString text = label(timeOfDay(time - contents_.midnight));
       const double width = canvas_.textSize(text).width;
-      canvas_.drawText(text, {place - width / 2, plot.maxY() + labelDistance});
+      canvas_.drawText(text, {place - width / 2, plotArea.maxY() + labelDistance});
     }
     canvas_.stroke(grid, {.width = 1.0}, separator);
   }
@@ -117,8 +120,8 @@ class Chart {
       line.emplace_back(LineTo{point(sample)});
     }
     Path area = line;
-    area.emplace_back(LineTo{{x(samples.back().time), plot.maxY()}});
-    area.emplace_back(LineTo{{x(samples.front().time), plot.maxY()}});
+    area.emplace_back(LineTo{{x(samples.back().time), plotArea.maxY()}});
+    area.emplace_back(LineTo{{x(samples.front().time), plotArea.maxY()}});
     area.emplace_back(ClosePath{});
     canvas_.fillPath(area, contents_.color, areaOpacity);
     canvas_.stroke(line, {.width = lineWidth, .join = LineJoin::round, .cap = LineCap::round},
@@ -138,13 +141,14 @@ class Chart {
 };
 
 void drawHeading(Canvas& canvas, const std::string& heading) {
-  canvas.drawText({{heading, boldSystemFont(17.0), SystemColor::label}}, {margin, 20.0});
-  canvas.drawText({{std::string(chartTitle), systemFont(12.0), secondaryLabel}}, {margin, 46.0});
+  canvas.drawText({{heading, boldSystemFont(17.0), SystemColor::label}}, {pictureMargin, 20.0});
+  canvas.drawText({{std::string(chartTitle), systemFont(12.0), secondaryLabel}},
+                  {pictureMargin, 46.0});
 }
 
 void drawInTheMiddle(Canvas& canvas, const AttributedString& text) {
   const Size size = canvas.textSize(text);
-  const Point middle{picture.width / 2, (plot.minY() + plot.maxY()) / 2};
+  const Point middle{pictureSize.width / 2, (plotArea.minY() + plotArea.maxY()) / 2};
   canvas.drawText(text, {middle.x - size.width / 2, middle.y - size.height / 2});
 }
 
@@ -160,7 +164,7 @@ Drawing chartPicture(ChartContents contents) {
       Chart(canvas, contents).draw();
     }
   };
-  return {.size = picture, .flipped = true, .draw = draw};
+  return {.size = pictureSize, .flipped = true, .draw = draw};
 }
 
 }  // namespace lumowatt

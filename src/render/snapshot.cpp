@@ -18,7 +18,7 @@ constexpr double stripHeight = 34.0;
 constexpr double margin = 24.0;
 constexpr double panelTop = stripHeight + 14.0;
 constexpr double lineSpacing = 24.0;
-constexpr double scale = 2.0;
+constexpr double pixelsPerPoint = 2.0;
 
 constexpr Color background = CalibratedRgb{0.1, 0.08, 0.15};
 constexpr Color strip = CalibratedRgb{0.17, 0.14, 0.23};
@@ -74,7 +74,7 @@ Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool sa
 Result<> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
                        BitmapFactory& bitmaps) {
   const auto bitmap =
-      bitmaps.draw(snapshot(reading, details(reading), sample), scale, Appearance::dark);
+      bitmaps.draw(snapshot(reading, details(reading), sample), pixelsPerPoint, Appearance::dark);
   if (!bitmap) {
     complain(bitmap.failure().reason);
     return Failure{"no bitmap"};

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "artwork/symbol_names.h"
 #include "graphics/symbol.h"
 
 namespace lumowatt::artwork {
@@ -24,13 +25,6 @@ std::vector<Point> points(const Path& path) {
   return all;
 }
 
-/// The names that have a path.
-std::vector<std::string_view> names() {
-  std::vector<std::string_view> all(symbol::all.begin(), symbol::all.end());
-  all.push_back(noBattery);
-  return all;
-}
-
 std::ptrdiff_t figures(const Path& path) {
   return std::ranges::count_if(
       path, [](const auto& element) { return std::holds_alternative<ClosePath>(element); });
@@ -39,7 +33,7 @@ std::ptrdiff_t figures(const Path& path) {
 }  // namespace
 
 TEST(SymbolPath, EverySymbolAndNoBatteryHaveOneWithinTheBounds) {
-  for (const std::string_view name : names()) {
+  for (const std::string_view name : symbolNames()) {
     const auto path = symbolPath(name);
     ASSERT_TRUE(path) << name;
     for (const Point& point : points(*path)) {
@@ -59,7 +53,7 @@ TEST(SymbolPath, NoOtherNameHasOne) {
 }
 
 TEST(SymbolPath, EveryFigureIsClosed) {
-  for (const std::string_view name : names()) {
+  for (const std::string_view name : symbolNames()) {
     const Path path = symbolPath(name).value();
     bool open = false;
     for (const auto& element : path) {

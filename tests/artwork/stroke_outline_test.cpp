@@ -38,7 +38,7 @@ double signedArea(const Points& points) {
   return area;
 }
 
-const std::vector<Corner> square{{{0, 0}}, {{10, 0}}, {{10, 10}}, {{0, 10}}};
+const std::vector<Corner> squareCorners{{{0, 0}}, {{10, 0}}, {{10, 10}}, {{0, 10}}};
 
 }  // namespace
 
@@ -66,7 +66,7 @@ TEST(StrokeOutline, AnInnerCornerThatCannotBeRoundedIsSharp) {
 }
 
 TEST(StrokeOutline, OfALoopIsARing) {
-  const Path ring = strokeOutline(square, true, 2.0);
+  const Path ring = strokeOutline(squareCorners, true, 2.0);
   EXPECT_EQ(corners(ring),
             (Points{{1, 1}, {9, 1}, {9, 9}, {1, 9}, {-1, 10}, {10, 11}, {11, 0}, {0, -1}}));
   EXPECT_EQ(curveEnds(ring), (Points{{0, 11}, {11, 10}, {10, -1}, {-1, 0}}));
@@ -76,7 +76,7 @@ TEST(StrokeOutline, GoesRoundInOneDirectionSoThatLinesThatMeetAreFilledTogether)
   const double line = signedArea(corners(strokeOutline({{{0, 0}}, {{9, 5}}}, false, 2.0)));
   const double bend =
       signedArea(corners(strokeOutline({{{9, 5}}, {{0, 0}}, {{3, 9}}}, false, 2.0)));
-  const Points ring = corners(strokeOutline(square, true, 2.0));
+  const Points ring = corners(strokeOutline(squareCorners, true, 2.0));
   const double outside = signedArea({ring.begin() + 4, ring.end()});
   const double hole = signedArea({ring.begin(), ring.begin() + 4});
   EXPECT_LT(line, 0.0);

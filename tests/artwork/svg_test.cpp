@@ -10,6 +10,7 @@
 #include <set>
 
 #include "artwork/battery.h"
+#include "artwork/symbol_names.h"
 #include "graphics/symbol.h"
 #include "support/files.h"
 #include "support/fixtures.h"
@@ -48,16 +49,9 @@ std::ostream& operator<<(std::ostream& stream, const Icon& icon) {
   return stream << iconName(icon.name, icon.tint, icon.ink);
 }
 
-/// All symbols and no battery.
-std::vector<std::string_view> names() {
-  std::vector<std::string_view> all(symbol::all.begin(), symbol::all.end());
-  all.push_back(noBattery);
-  return all;
-}
-
 std::vector<Icon> templates() {
   std::vector<Icon> all;
-  for (const std::string_view name : names()) {
+  for (const std::string_view name : symbolNames()) {
     for (const IconInk& ink : iconInks) all.push_back({.name = name, .ink = ink.ink});
   }
   return all;
@@ -81,21 +75,6 @@ Pixel pixel(std::string_view hex) {
     return static_cast<int>(std::strtol(std::string(hex.substr(at, 2)).c_str(), nullptr, 16));
   };
   return {component(1), component(3), component(5), 255};
-}
-
-/// The relative luminance of WCAG 2.
-double luminance(const Pixel& color) {
-  const auto linear = [](int component) {
-    const double share = component / 255.0;
-    return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
-}
-
-double contrast(const Pixel& a, const Pixel& b) {
-  const double la = luminance(a) + 0.05;
-  const double lb = luminance(b) + 0.05;
-  return std::max(la, lb) / std::min(la, lb);
 }
 
 /// How opaque the pixels of a column are, from the top, each from 0 to 1.
@@ -128,17 +107,6 @@ std::string runs(const std::vector<double>& alphas) {
 void expectAlphas(const std::vector<double>& alphas, const std::vector<double>& expected) {
   ASSERT_EQ(alphas.size(), expected.size());
   for (std::size_t i = 0; i < alphas.size(); ++i) EXPECT_NEAR(alphas[i], expected[i], 0.03) << i;
-}
-
-/// How different two pictures are: the sum over all pixels, in pixels.
-double distance(const Picture& a, const Picture& b) {
-  double sum = 0.0;
-  for (int y = 0; y < a.height(); ++y) {
-    for (int x = 0; x < a.width(); ++x) {
-      sum += std::abs(a.at(x, y).alpha - b.at(x, y).alpha) / 255.0;
-    }
-  }
-  return sum;
 }
 
 }  // namespace
@@ -363,7 +331,7 @@ TEST_P(IconReference, IsWhatTheIconLooksLike) {
   EXPECT_EQ(different, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Symbols, IconReference, testing::ValuesIn(names()),
+INSTANTIATE_TEST_SUITE_P(Symbols, IconReference, testing::ValuesIn(symbolNames()),
                          [](const auto& test) { return testName(std::string(test.param)); });
 
 TEST(Icons, TheBoltIsAHoleInABatteryThatIsFilled) {
@@ -395,8 +363,8 @@ TEST(Icons, NoBatteryIsStruckThroughWithAGapOnEitherSide) {
 TEST(Icons, NoBatteryIsUnlikeAnEmptyOneAtSixteenPixels) {
   // Neighboring levels differ by eight pixels.
   const Picture empty = rendered(symbol::battery0, 16);
-  EXPECT_NEAR(distance(empty, rendered(symbol::battery25, 16)), 8.0, 0.2);
-  EXPECT_GT(distance(empty, rendered(noBattery, 16)), 3 * 8.0);
+  EXPECT_NEAR(alphaDistance(empty, rendered(symbol::battery25, 16)), 8.0, 0.2);
+  EXPECT_GT(alphaDistance(empty, rendered(noBattery, 16)), 3 * 8.0);
 }
 
 TEST(Icons, ThePanelsColorReplacesATemplatesGrey) {

@@ -20,7 +20,7 @@ namespace {
 constexpr Pixel nothing{0, 0, 0, 0};
 
 /// A tile as it is rendered at a size.
-Picture rendered(const Tile& tile, int size) {
+Picture tilePicture(const Tile& tile, int size) {
   const TemporaryFolder folder;
   folder.write("tile.svg", tileIcon(tile));
   return lumowatt::rendered(folder.path() / "tile.svg", size);
@@ -34,17 +34,6 @@ Rect ink(const Picture& picture) {
 double rowCoverage(const Picture& picture, int y) {
   double sum = 0.0;
   for (int x = 0; x < picture.width(); ++x) sum += picture.at(x, y).alpha / 255.0;
-  return sum;
-}
-
-/// How different two pictures are: the sum over all pixels, in pixels.
-double distance(const Picture& a, const Picture& b) {
-  double sum = 0.0;
-  for (int y = 0; y < a.height(); ++y) {
-    for (int x = 0; x < a.width(); ++x) {
-      sum += std::abs(a.at(x, y).alpha - b.at(x, y).alpha) / 255.0;
-    }
-  }
   return sum;
 }
 
@@ -119,17 +108,17 @@ class RenderedTile : public testing::TestWithParam<int> {};
 TEST_P(RenderedTile, EachCharacterHasInkAndLooksLikeNoOther) {
   std::map<std::string, Picture> pictures;
   for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
-    const auto picture = pictures.emplace(text, rendered({{text}, {text}}, GetParam())).first;
+    const auto picture = pictures.emplace(text, tilePicture({{text}, {text}}, GetParam())).first;
     EXPECT_GT(picture->second.coverage(), 0.06 * GetParam() * GetParam()) << text;
   }
   for (const char* text : {"%", "−", "+", "W", "▲", "▼", "•"}) {
-    const auto picture = pictures.emplace(text, rendered({{text}, {text}}, GetParam())).first;
+    const auto picture = pictures.emplace(text, tilePicture({{text}, {text}}, GetParam())).first;
     EXPECT_GT(picture->second.coverage(), 0.02 * GetParam() * GetParam()) << text;
   }
   for (const auto& [text, picture] : pictures) {
     for (const auto& [other, otherPicture] : pictures) {
       if (text == other) continue;
-      EXPECT_GT(distance(picture, otherPicture), 0.012 * GetParam() * GetParam())
+      EXPECT_GT(alphaDistance(picture, otherPicture), 0.012 * GetParam() * GetParam())
           << text << " and " << other;
     }
   }
@@ -137,7 +126,7 @@ TEST_P(RenderedTile, EachCharacterHasInkAndLooksLikeNoOther) {
 
 TEST_P(RenderedTile, APointAndAColonAreSeenBetweenDigitsAndAreNotTheSame) {
   const auto coverage = [](const char* text) {
-    return rendered({{text}, {text}}, GetParam()).coverage() / (GetParam() * GetParam());
+    return tilePicture({{text}, {text}}, GetParam()).coverage() / (GetParam() * GetParam());
   };
   EXPECT_GT(coverage("1.1"), coverage("11") + 0.01);
   EXPECT_GT(coverage("1:1"), coverage("1.1") + 0.01);
@@ -145,7 +134,7 @@ TEST_P(RenderedTile, APointAndAColonAreSeenBetweenDigitsAndAreNotTheSame) {
 
 TEST_P(RenderedTile, HasInkInBothRowsThatDoNotTouch) {
   for (const Tile& tile : everyKind) {
-    const Picture picture = rendered(tile, GetParam());
+    const Picture picture = tilePicture(tile, GetParam());
     // Above, between and below the middle of the gap, wherever that is.
     std::string runs;
     for (int y = 0; y < GetParam(); ++y) {
@@ -159,24 +148,24 @@ TEST_P(RenderedTile, HasInkInBothRowsThatDoNotTouch) {
 
 TEST_P(RenderedTile, IsWithinItsSquareAndAsHighAsThat) {
   for (const Tile& tile : everyKind) {
-    const Rect bounds = ink(rendered(tile, GetParam()));
-    EXPECT_GE(bounds.height, 0.9 * GetParam()) << tile[0].text << " " << tile[1].text;
+    const Rect extent = ink(tilePicture(tile, GetParam()));
+    EXPECT_GE(extent.height, 0.9 * GetParam()) << tile[0].text << " " << tile[1].text;
     // As much room on the left as on the right: nothing is cut off.
-    EXPECT_NEAR(bounds.minX(), GetParam() - bounds.maxX(), 0.13 * GetParam())
+    EXPECT_NEAR(extent.minX(), GetParam() - extent.maxX(), 0.13 * GetParam())
         << tile[0].text << " " << tile[1].text;
   }
 }
 
 TEST_P(RenderedTile, KeepsItsWidthsWhateverItsDigits) {
   // What stands beside the digits stays where it is, but for how the renderer rounds.
-  const Picture reference = rendered({{"88%"}, {"−8.8"}}, GetParam());
+  const Picture reference = tilePicture({{"88%"}, {"−8.8"}}, GetParam());
   const int side = GetParam();
   for (const char digit : std::string("0123456789")) {
     std::string percent = "88%";
     std::string power = "−8.8";
     std::ranges::replace(percent, '8', digit);
     std::ranges::replace(power, '8', digit);
-    const Picture picture = rendered({{percent}, {power}}, side);
+    const Picture picture = tilePicture({{percent}, {power}}, side);
     for (int y = 0; y < side; ++y) {
       for (int x = 0; x < side; ++x) {
         const bool isPercent = y < side / 2 && x >= side * 14 / 22;
@@ -191,8 +180,8 @@ TEST_P(RenderedTile, KeepsItsWidthsWhateverItsDigits) {
 
 TEST_P(RenderedTile, AMarkBesideThePercentageLeavesTheTimeAsItIs) {
   for (const char* time : {"2:15", "10:45"}) {
-    const Picture plain = rendered({{"64%"}, {time}}, GetParam());
-    const Picture withMark = rendered({marked("64", "▼"), {time}}, GetParam());
+    const Picture plain = tilePicture({{"64%"}, {time}}, GetParam());
+    const Picture withMark = tilePicture({marked("64", "▼"), {time}}, GetParam());
     for (int y = GetParam() * 12 / 22; y < GetParam(); ++y) {
       for (int x = 0; x < GetParam(); ++x) {
         EXPECT_EQ(withMark.at(x, y), plain.at(x, y)) << time << " at " << x << " " << y;
@@ -202,9 +191,9 @@ TEST_P(RenderedTile, AMarkBesideThePercentageLeavesTheTimeAsItIs) {
 }
 
 TEST_P(RenderedTile, ARowThatIsTooWideIsNarrowed) {
-  const Rect bounds = ink(rendered({{"100%"}, {"−123456.7"}}, GetParam()));
-  EXPECT_GE(bounds.width, 0.9 * GetParam());
-  const Rect wide = ink(rendered({{"−1:-15"}}, GetParam()));
+  const Rect extent = ink(tilePicture({{"100%"}, {"−123456.7"}}, GetParam()));
+  EXPECT_GE(extent.width, 0.9 * GetParam());
+  const Rect wide = ink(tilePicture({{"−1:-15"}}, GetParam()));
   EXPECT_GE(wide.minX(), 0.0);
   EXPECT_GE(wide.width, 0.9 * GetParam());
 }
@@ -218,7 +207,7 @@ class MarkBesidePercentage : public testing::TestWithParam<std::string> {
 
   static Picture picture(const char* mark) {
     const TileRow row = marked(GetParam(), mark, SystemColor::green);
-    return rendered({row, {"2:15"}}, 16 * 22);
+    return tilePicture({row, {"2:15"}}, 16 * 22);
   }
 };
 
@@ -250,12 +239,12 @@ INSTANTIATE_TEST_SUITE_P(Percentages, MarkBesidePercentage, testing::Values("5",
 
 TEST(TileIcon, AMarkHasAColorOfItsOwn) {
   const auto hasGreen = [](const TileRow& row) {
-    return upperInk(rendered({row, {"2:15"}}, 44), true).width > 0.0;
+    return upperInk(tilePicture({row, {"2:15"}}, 44), true).width > 0.0;
   };
   EXPECT_TRUE(hasGreen(marked("64", "▲", SystemColor::green)));
   EXPECT_FALSE(hasGreen(marked("64", "▲")));
   const TileRow greenText{.text = "64", .color = SystemColor::green, .mark = TileMark{"▲", {}}};
-  EXPECT_GT(upperInk(rendered({greenText, {"2:15"}}, 44), false).minX(), 22.0);
+  EXPECT_GT(upperInk(tilePicture({greenText, {"2:15"}}, 44), false).minX(), 22.0);
 }
 
 TEST(TileIcon, LeavesOutAMarkThatCannotBeDrawn) {
@@ -288,10 +277,10 @@ TEST(TileIcon, APanelsColorReplacesATemplatesAndNotATint) {
 
 TEST(TileIcon, LeavesOutARowThatCannotBeDrawn) {
   EXPECT_EQ(tileIcon({{"64%"}, {"−nan"}}).find("d=\"\""), std::string::npos);
-  EXPECT_GT(rendered({{"64%"}, {"−nan"}}, 22).coverage(), 20.0);
-  EXPECT_EQ(ink(rendered({{"nan"}}, 22)).width, 0.0);
+  EXPECT_GT(tilePicture({{"64%"}, {"−nan"}}, 22).coverage(), 20.0);
+  EXPECT_EQ(ink(tilePicture({{"nan"}}, 22)).width, 0.0);
 }
 
-TEST(TileIcon, WithoutRowsIsEmpty) { EXPECT_EQ(rendered(Tile{}, 22).coverage(), 0.0); }
+TEST(TileIcon, WithoutRowsIsEmpty) { EXPECT_EQ(tilePicture(Tile{}, 22).coverage(), 0.0); }
 
 }  // namespace lumowatt::artwork

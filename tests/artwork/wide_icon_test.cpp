@@ -73,21 +73,6 @@ Pixel on(const Pixel& ground, const Pixel& pixel) {
           mixed(pixel.blue, ground.blue), 255};
 }
 
-/// The relative luminance of WCAG 2.1.
-double luminance(const Pixel& pixel) {
-  const auto linear = [](int component) {
-    const double value = component / 255.0;
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(pixel.red) + 0.7152 * linear(pixel.green) + 0.0722 * linear(pixel.blue);
-}
-
-/// The contrast ratio of WCAG 2.1, from 1 to 21. It asks for 4.5 of text.
-double contrast(const Pixel& a, const Pixel& b) {
-  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
-  return (high + 0.05) / (low + 0.05);
-}
-
 constexpr double legible = 4.5;
 
 /// The plate of a picture, left of what is on it.

@@ -10,9 +10,8 @@ namespace lumowatt {
 
 namespace {
 
-constexpr auto labels = "panel-1";         // a panel that shows the title as text
-constexpr auto tiles = "panel-2-systray";  // one that shows it as icons
-constexpr auto readAtEachReading = "energy_full";
+constexpr auto labelPanel = "panel-1";         // a panel that shows the title as text
+constexpr auto tilePanel = "panel-2-systray";  // one that shows it as icons
 
 /// The item with a bus or a panel that does not do its part.
 class ItemBus : public ItemTest {
@@ -57,7 +56,7 @@ class ItemPanels : public ItemBus, public testing::WithParamInterface<const char
     panel->waitForItems(itemCount());
   }
 
-  static std::size_t itemCount() { return GetParam() == std::string_view(tiles) ? 2 : 1; }
+  static std::size_t itemCount() { return GetParam() == std::string_view(tilePanel) ? 2 : 1; }
 
  private:
   ProcessName name_{GetParam()};
@@ -104,9 +103,10 @@ TEST_P(ItemPanels, ThatAreKilledTwentyTimesHaveTheItemAgainEachTime) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, ItemPanels, testing::Values(labels, tiles), [](const auto& test) {
-  return test.param == std::string_view(tiles) ? "Icons" : "Labels";
-});
+INSTANTIATE_TEST_SUITE_P(Of, ItemPanels, testing::Values(labelPanel, tilePanel),
+                         [](const auto& test) {
+                           return test.param == std::string_view(tilePanel) ? "Icons" : "Labels";
+                         });
 
 TEST(ItemWithoutAName, OnTheBusHasNoSession) {
   const SessionBus session("<limit name='max_names_per_connection'>1</limit>");

@@ -12,8 +12,6 @@ namespace lumowatt {
 
 namespace {
 
-constexpr auto readAtEachReading = "energy_full";
-
 /// The item on a machine to which something happens.
 class ItemChanges : public ItemTest {
  protected:

@@ -12,6 +12,11 @@
 
 namespace lumowatt {
 
+using Names = std::vector<std::string>;
+
+/// The D-Bus error of a call whose arguments make no sense.
+inline constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
+
 /// The built program as the item of a session of its own: a mocked machine, a private bus, empty
 /// folders of the user's, and no program but those that the test puts there.
 class ItemTest : public testing::Test {

@@ -7,10 +7,6 @@ namespace lumowatt {
 
 namespace {
 
-using Names = std::vector<std::string>;
-
-constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
-
 /// What panels tell of the menu: items chosen, and what is none of that.
 class MenuEvents : public ItemTest {
  protected:

@@ -9,10 +9,6 @@ namespace lumowatt {
 
 namespace {
 
-using Names = std::vector<std::string>;
-
-constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
-
 Json separatorItem() { return {{"type", "separator"}, {"visible", true}}; }
 
 Json line(const char* label) { return {{"label", label}, {"enabled", false}, {"visible", true}}; }

@@ -7,8 +7,6 @@ namespace lumowatt {
 
 namespace {
 
-using Names = std::vector<std::string>;
-
 /// The item as panels see it.
 class StatusItem : public ItemTest {};
 

@@ -10,8 +10,6 @@
 
 namespace lumowatt {
 
-using Names = std::vector<std::string>;
-
 /// The application in a session whose panel is the process of the test's name.
 class TitleTest : public ItemTest {
  protected:

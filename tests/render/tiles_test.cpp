@@ -4,14 +4,11 @@
 
 #include <limits>
 
+#include "render/title_extras.h"
+
 namespace lumowatt {
 
 namespace {
-
-constexpr TitleExtras nothing{.power = false, .time = false};
-constexpr TitleExtras power{.power = true, .time = false};
-constexpr TitleExtras time{.power = false, .time = true};
-constexpr TitleExtras all{.power = true, .time = true};
 
 using Tiles = std::vector<Tile>;
 

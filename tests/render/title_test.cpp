@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "render/title_extras.h"
+
 namespace lumowatt {
 
 namespace {
-
-constexpr TitleExtras nothing{.power = false, .time = false};
-constexpr TitleExtras power{.power = true, .time = false};
-constexpr TitleExtras time{.power = false, .time = true};
-constexpr TitleExtras all{.power = true, .time = true};
 
 Reading draining() {
   Reading reading;
@@ -19,7 +16,7 @@ Reading draining() {
   return reading;
 }
 
-Reading flowing(double watts) {
+Reading readingOf(double watts) {
   Reading reading;
   reading.batteryWatts = watts;
   return reading;
@@ -60,14 +57,14 @@ TEST(Title, WithoutExtrasHasTwoRuns) {
 }
 
 TEST(Title, TheArrowFollowsTheTrend) {
-  EXPECT_EQ(arrowOf(flowing(-0.3)), " •");
-  EXPECT_EQ(arrowOf(flowing(-0.31)), " ▼");
-  EXPECT_EQ(arrowOf(flowing(0.3)), " •");
-  EXPECT_EQ(arrowOf(flowing(0.31)), " ▲");
+  EXPECT_EQ(arrowOf(readingOf(-0.3)), " •");
+  EXPECT_EQ(arrowOf(readingOf(-0.31)), " ▼");
+  EXPECT_EQ(arrowOf(readingOf(0.3)), " •");
+  EXPECT_EQ(arrowOf(readingOf(0.31)), " ▲");
 }
 
 TEST(Title, FullOnPowerIsSteadyWhateverFlows) {
-  Reading reading = flowing(5.0);
+  Reading reading = readingOf(5.0);
   reading.external = true;
   reading.full = true;
   EXPECT_EQ(arrowOf(reading), " •");
@@ -75,19 +72,19 @@ TEST(Title, FullOnPowerIsSteadyWhateverFlows) {
 }
 
 TEST(Title, TheArrowIsColoredByTheTrend) {
-  EXPECT_EQ(colorOf(flowing(12.0), true), systemGreen);
-  EXPECT_EQ(colorOf(flowing(0.0), true), secondaryLabel);
-  EXPECT_EQ(colorOf(flowing(-5.0), true), secondaryLabel);
+  EXPECT_EQ(colorOf(readingOf(12.0), true), systemGreen);
+  EXPECT_EQ(colorOf(readingOf(0.0), true), secondaryLabel);
+  EXPECT_EQ(colorOf(readingOf(-5.0), true), secondaryLabel);
 }
 
 TEST(Title, TheArrowTurnsOrangeBeyondFifteenWatts) {
-  EXPECT_EQ(colorOf(flowing(-15.0), true), secondaryLabel);
-  EXPECT_EQ(colorOf(flowing(-15.01), true), systemOrange);
+  EXPECT_EQ(colorOf(readingOf(-15.0), true), secondaryLabel);
+  EXPECT_EQ(colorOf(readingOf(-15.01), true), systemOrange);
 }
 
 TEST(Title, WithoutColorsTheArrowHasTheColorOfText) {
   for (const double watts : {12.0, 0.0, -5.0, -20.0}) {
-    EXPECT_EQ(colorOf(flowing(watts), false), Color(SystemColor::label)) << watts;
+    EXPECT_EQ(colorOf(readingOf(watts), false), Color(SystemColor::label)) << watts;
   }
 }
 
@@ -130,9 +127,9 @@ TEST(Title, WritesNegativeMinutesAsTheyDivide) {
 }
 
 TEST(Title, TheSignFollowsTheValueNotItsText) {
-  EXPECT_EQ(extrasOf(flowing(0.04), power), " +0.0 W");
-  EXPECT_EQ(extrasOf(flowing(-0.04), power), " −0.0 W");
-  EXPECT_EQ(extrasOf(flowing(0.0), power), " +0.0 W");
+  EXPECT_EQ(extrasOf(readingOf(0.04), power), " +0.0 W");
+  EXPECT_EQ(extrasOf(readingOf(-0.04), power), " −0.0 W");
+  EXPECT_EQ(extrasOf(readingOf(0.0), power), " +0.0 W");
 }
 
 }  // namespace lumowatt

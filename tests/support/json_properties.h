@@ -7,6 +7,9 @@
 
 namespace lumowatt {
 
+/// What the dictionary has for a time in minutes that is not known.
+inline constexpr int unknownMinutes = 65535;
+
 nlohmann::json jsonFile(const std::filesystem::path& path);
 
 /// A property dictionary from its JSON form: integers of either sign and truth values are numbers;

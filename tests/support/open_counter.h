@@ -10,6 +10,9 @@
 
 namespace lumowatt {
 
+/// An attribute of a pack that every reading opens.
+inline constexpr auto readAtEachReading = "energy_full";
+
 /// Counts how often each file of some folders is opened.
 class OpenCounter {
  public:

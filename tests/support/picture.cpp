@@ -24,6 +24,19 @@ int difference(const Pixel& a, const Pixel& b) {
                    std::abs(a.alpha - b.alpha)});
 }
 
+double luminance(const Pixel& pixel) {
+  const auto linear = [](int component) {
+    const double share = component / 255.0;
+    return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(pixel.red) + 0.7152 * linear(pixel.green) + 0.0722 * linear(pixel.blue);
+}
+
+double contrast(const Pixel& a, const Pixel& b) {
+  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
+  return (high + 0.05) / (low + 0.05);
+}
+
 Picture::Picture(const std::string& png) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
@@ -79,6 +92,14 @@ int Picture::inkCount(const Rect& area, const Pixel& background) const {
 double Picture::coverage() const {
   double sum = 0.0;
   for (std::size_t i = 3; i < components_.size(); i += 4) sum += components_[i];
+  return sum / 255.0;
+}
+
+double alphaDistance(const Picture& a, const Picture& b) {
+  int sum = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) sum += std::abs(a.at(x, y).alpha - b.at(x, y).alpha);
+  }
   return sum / 255.0;
 }
 

@@ -25,6 +25,12 @@ std::ostream& operator<<(std::ostream& stream, const Rect& rect);
 /// The largest difference between two pixels in a component.
 int difference(const Pixel& a, const Pixel& b);
 
+/// The relative luminance of WCAG 2.1, from 0 to 1.
+double luminance(const Pixel& pixel);
+
+/// The contrast ratio of WCAG 2.1, from 1 to 21. It asks for 4.5 of text.
+double contrast(const Pixel& a, const Pixel& b);
+
 /// A decoded PNG file.
 class Picture {
  public:
@@ -52,6 +58,9 @@ class Picture {
   int height_ = 0;
   std::vector<std::uint8_t> components_;
 };
+
+/// How differently two pictures are covered, in pixels: the sum of the differences of their alphas.
+double alphaDistance(const Picture& a, const Picture& b);
 
 /// The resolution that a PNG file's contents tell, in pixels per metre; 0 without one.
 std::uint32_t pixelsPerMetre(const std::string& png);

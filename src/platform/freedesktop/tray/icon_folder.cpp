@@ -19,8 +19,8 @@ namespace {
 
 constexpr std::string_view fileType = ".svg";
 
-constexpr mode_t newFolder = 0700;
-constexpr mode_t newFile = 0600;
+constexpr mode_t iconFolderMode = 0700;
+constexpr mode_t iconFileMode = 0600;
 
 /// The 64-bit FNV-1a hash, in hexadecimal digits.
 std::string hashOf(std::string_view contents) {
@@ -71,12 +71,12 @@ Result<IconFolder::Names> IconFolder::replaceIcons(const std::vector<std::string
 }
 
 bool IconFolder::write(const std::string& name, std::string_view svg) const {
-  ::mkdir(path_.c_str(), newFolder);
+  ::mkdir(path_.c_str(), iconFolderMode);
   const Descriptor folder(openFolder(path_));
   const std::string file = name + std::string(fileType);
   ::unlinkat(folder.number(), file.c_str(), 0);  // whatever it is, it is not to be followed
-  Descriptor icon(
-      ::openat(folder.number(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, newFile));
+  Descriptor icon(::openat(folder.number(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                           iconFileMode));
   if (icon.isOpen() && icon.write(svg) && icon.close()) return true;
   ::unlinkat(folder.number(), file.c_str(), 0);
   return false;

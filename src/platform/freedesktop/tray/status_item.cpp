@@ -23,7 +23,7 @@ constexpr std::uint64_t longestReading = 3'000'000;
 
 constexpr char hardware[] = "Hardware";
 constexpr char active[] = "Active";
-constexpr char none[] = "";
+constexpr char noText[] = "";
 
 /// No icon as pixels: an empty list of widths, heights and bytes.
 int getNoPixels(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
@@ -104,11 +104,11 @@ const sd_bus_vtable StatusItem::table[] = {
                     SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconName", "s", getIcon, 0, 0),
     SD_BUS_PROPERTY("IconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("OverlayIconName", "s", constant<none>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("OverlayIconName", "s", constant<noText>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("AttentionIconName", "s", constant<none>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("AttentionIconName", "s", constant<noText>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", getNoPixels, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("AttentionMovieName", "s", constant<none>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+    SD_BUS_PROPERTY("AttentionMovieName", "s", constant<noText>, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_PROPERTY("IconAccessibleDesc", "s", getText<&StatusItem::description_>, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabel", "s", getText<&StatusItem::label_>, 0, 0),
     SD_BUS_PROPERTY("XAyatanaLabelGuide", "s", getLabelGuide, 0, 0),

@@ -16,17 +16,17 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-constexpr mode_t newFolder = 0700;
-constexpr mode_t newFile = 0600;
+constexpr mode_t folderMode = 0700;
+constexpr mode_t fileMode = 0600;
 
 std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
 
 void makeFolders(const std::string& folder) {
   for (std::size_t end = folder.find('/', 1); end != std::string::npos;
        end = folder.find('/', end + 1)) {
-    ::mkdir(folder.substr(0, end).c_str(), newFolder);
+    ::mkdir(folder.substr(0, end).c_str(), folderMode);
   }
-  ::mkdir(folder.c_str(), newFolder);
+  ::mkdir(folder.c_str(), folderMode);
 }
 
 /// Where a chain of symbolic links ends, if at a file that is there; else the path itself.
@@ -72,7 +72,7 @@ bool replaceUserFile(const std::string& path, std::string_view contents) {
   Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
   if (!file.isOpen()) return false;
   const bool complete =
-      fill(file, contents, isThere ? status.st_mode & 07777U : newFile) && file.close();
+      fill(file, contents, isThere ? status.st_mode & 07777U : fileMode) && file.close();
   if (complete && std::rename(temporary.c_str(), place.c_str()) == 0) return true;
   ::unlink(temporary.c_str());
   return false;

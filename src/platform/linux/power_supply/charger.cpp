@@ -13,13 +13,13 @@ using sysfs::Device;
 // Vendor kernels have USB_PD, USB_C, USB_DCP and more.
 bool isUsb(std::string_view type) { return type.starts_with("USB"); }
 
-double positive(Device& device, const char* attribute) {
+double nonNegative(Device& device, const char* attribute) {
   return static_cast<double>(std::max<std::int64_t>(device.number(attribute).value_or(0), 0));
 }
 
 double watts(Device& device, const char* voltage, const char* current) {
-  const double microvolts = positive(device, voltage);
-  return microvolts > 0 ? microvolts * positive(device, current) / 1e12 : 0;
+  const double microvolts = nonNegative(device, voltage);
+  return microvolts > 0 ? microvolts * nonNegative(device, current) / 1e12 : 0;
 }
 
 std::string readProduct(Device& device) {
@@ -43,7 +43,7 @@ Charger readCharger(Device& device, std::string_view type) {
   charger.online = device.number("online").value_or(0) >= 1;
   if (!charger.online) return charger;
   device.listAttributes();
-  charger.ratedWatts = positive(device, "input_power_limit") / 1e6;
+  charger.ratedWatts = nonNegative(device, "input_power_limit") / 1e6;
   if (charger.usb) {
     charger.ratedWatts = std::max({charger.ratedWatts, watts(device, "voltage_max", "current_max"),
                                    watts(device, "voltage_now", "current_now")});

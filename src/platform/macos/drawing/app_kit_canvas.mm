@@ -30,7 +30,7 @@ NSBezierPath* makePath(const Path& path) {
   return line;
 }
 
-struct ImageMaker {
+struct DrawnImage {
   NSImage* _Nullable operator()(const Drawing& drawing) const { return makeDrawing(drawing); }
   NSImage* _Nullable operator()(const Symbol& symbol) const { return makeStyledSymbol(symbol); }
 };
@@ -71,7 +71,7 @@ Size AppKitCanvas::textSize(const AttributedString& text) {
 }
 
 void AppKitCanvas::drawImage(const Image& image, const Rect& rect) {
-  [std::visit(ImageMaker{}, image.content) drawInRect:makeRect(rect)];
+  [std::visit(DrawnImage{}, image.content) drawInRect:makeRect(rect)];
 }
 
 NSRect makeRect(const Rect& rect) { return NSMakeRect(rect.x, rect.y, rect.width, rect.height); }

@@ -16,7 +16,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-const std::string lines =
+const std::string menuLines =
     "64%, discharging\n"
     "Cycle count: 12\n"
     "Charge over the last hour\n"
@@ -70,7 +70,7 @@ class LauncherMenuTest : public ProgramsFolder {
 
 TEST_F(LauncherMenuTest, GivesTheLauncherALineForEachItemInOrder) {
   EXPECT_TRUE(chosenBy("echo \"$@\" > " + result() + "; /bin/cat >> " + result()).empty());
-  EXPECT_EQ(fileContents(result()), "-i -l 26 -p Lumowatt\n" + lines);
+  EXPECT_EQ(fileContents(result()), "-i -l 26 -p Lumowatt\n" + menuLines);
 }
 
 TEST_F(LauncherMenuTest, DoesWhatTheChosenLineOffers) {

@@ -10,8 +10,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr int unknownMinutes = 65535;
-
 /// 4000 mAh, half full, at rest; 5000 mAh when new, 11 V by design, now at 12 V.
 PowerState atRest(Unit unit = Unit::charge) {
   PowerState state;

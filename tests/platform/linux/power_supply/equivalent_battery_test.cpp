@@ -7,7 +7,8 @@ namespace lumowatt::power_supply {
 namespace {
 
 /// Energies in Wh, power in W, voltages in V.
-Pack energyPack(double full, double now, double watts, double designVolts = 10, double volts = 12) {
+Pack packOfEnergy(double full, double now, double watts, double designVolts = 10,
+                  double volts = 12) {
   Pack pack;
   pack.battery.store = Store{Unit::energy, full * 1e12, now * 1e12, full * 1.25e12};
   pack.battery.picowatts = watts * 1e12;
@@ -19,8 +20,8 @@ Pack energyPack(double full, double now, double watts, double designVolts = 10, 
 }
 
 /// Charges in Ah.
-Pack chargePack(double full, double now, double amps, double designVolts, double volts) {
-  Pack pack = energyPack(full, now, amps * volts, designVolts, volts);
+Pack packOfCharge(double full, double now, double amps, double designVolts, double volts) {
+  Pack pack = packOfEnergy(full, now, amps * volts, designVolts, volts);
   pack.battery.store = Store{Unit::charge, full * 1e6, now * 1e6, full * 1.25e6};
   return pack;
 }
@@ -28,7 +29,7 @@ Pack chargePack(double full, double now, double amps, double designVolts, double
 }  // namespace
 
 TEST(EquivalentBattery, OfOnePackIsThatPack) {
-  Pack pack = chargePack(4, 2, -0.5, 11, 12);
+  Pack pack = packOfCharge(4, 2, -0.5, 11, 12);
   pack.battery.secondsLeft = 7200;
   const Battery battery = equivalentBattery({pack});
   EXPECT_EQ(battery.store->unit, Unit::charge);
@@ -38,7 +39,7 @@ TEST(EquivalentBattery, OfOnePackIsThatPack) {
 }
 
 TEST(EquivalentBattery, AddsEnergiesAndPowers) {
-  const Battery battery = equivalentBattery({energyPack(20, 5, 0), energyPack(60, 30, -6)});
+  const Battery battery = equivalentBattery({packOfEnergy(20, 5, 0), packOfEnergy(60, 30, -6)});
   EXPECT_EQ(battery.store->unit, Unit::energy);
   EXPECT_DOUBLE_EQ(battery.store->full, 80e12);
   EXPECT_DOUBLE_EQ(battery.store->now.value(), 35e12);
@@ -48,7 +49,7 @@ TEST(EquivalentBattery, AddsEnergiesAndPowers) {
 
 TEST(EquivalentBattery, TakesTheVoltagesOfTheLargestPack) {
   const Battery battery =
-      equivalentBattery({energyPack(20, 5, 0, 15, 16), energyPack(60, 30, -6, 10, 12)});
+      equivalentBattery({packOfEnergy(20, 5, 0, 15, 16), packOfEnergy(60, 30, -6, 10, 12)});
   EXPECT_EQ(battery.microvolts, 12e6);
   EXPECT_EQ(battery.designMicrovolts, 10e6);
   EXPECT_DOUBLE_EQ(battery.microamps, -0.5e6) << "6 W at 12 V";
@@ -56,13 +57,13 @@ TEST(EquivalentBattery, TakesTheVoltagesOfTheLargestPack) {
 
 TEST(EquivalentBattery, OfPacksOfOneSizeTakesTheVoltagesOfTheFirst) {
   const Battery battery =
-      equivalentBattery({energyPack(20, 5, 0, 15, 16), energyPack(20, 5, 0, 10, 12)});
+      equivalentBattery({packOfEnergy(20, 5, 0, 15, 16), packOfEnergy(20, 5, 0, 10, 12)});
   EXPECT_EQ(battery.microvolts, 16e6);
 }
 
 TEST(EquivalentBattery, ComparesAndAddsChargesThroughTheirDesignVoltages) {
   const Battery battery =
-      equivalentBattery({chargePack(5, 1, 0, 4, 4.2), energyPack(22, 11, 0, 11, 12)});
+      equivalentBattery({packOfCharge(5, 1, 0, 4, 4.2), packOfEnergy(22, 11, 0, 11, 12)});
   EXPECT_EQ(battery.designMicrovolts, 11e6) << "20 Wh against 22";
   EXPECT_DOUBLE_EQ(battery.store->full, 42e12);
   EXPECT_DOUBLE_EQ(battery.store->now.value(), 15e12);
@@ -70,13 +71,13 @@ TEST(EquivalentBattery, ComparesAndAddsChargesThroughTheirDesignVoltages) {
 }
 
 TEST(EquivalentBattery, OpposedPowersCancel) {
-  const Battery battery = equivalentBattery({energyPack(20, 5, 8), energyPack(60, 30, -6)});
+  const Battery battery = equivalentBattery({packOfEnergy(20, 5, 8), packOfEnergy(60, 30, -6)});
   EXPECT_DOUBLE_EQ(battery.picowatts, 2e12);
   EXPECT_GT(direction(battery), 0);
 }
 
 TEST(EquivalentBattery, HasNoPercentageAndNoEstimateOfADriver) {
-  Pack pack = energyPack(20, 5, -2);
+  Pack pack = packOfEnergy(20, 5, -2);
   pack.battery.secondsLeft = 60;
   const Battery battery = equivalentBattery({pack, pack});
   EXPECT_EQ(battery.capacity, std::nullopt);
@@ -84,11 +85,11 @@ TEST(EquivalentBattery, HasNoPercentageAndNoEstimateOfADriver) {
 }
 
 TEST(EquivalentBattery, IsAsHotAndAsUsedAsTheWorstPack) {
-  Pack first = energyPack(20, 5, 0);
+  Pack first = packOfEnergy(20, 5, 0);
   first.battery.temperature = -50;
-  Pack second = energyPack(60, 5, 0);
+  Pack second = packOfEnergy(60, 5, 0);
   second.battery.cycles = 78;
-  Pack third = energyPack(10, 5, 0);
+  Pack third = packOfEnergy(10, 5, 0);
   third.battery.temperature = -60;
   third.battery.cycles = 236;
   const Battery battery = equivalentBattery({first, second, third});
@@ -97,14 +98,14 @@ TEST(EquivalentBattery, IsAsHotAndAsUsedAsTheWorstPack) {
 }
 
 TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
-  Pack unknown = energyPack(100, 50, -3, 20, 20);
+  Pack unknown = packOfEnergy(100, 50, -3, 20, 20);
   unknown.battery.store.reset();
-  Pack unmeasured = energyPack(30, 15, 0);
+  Pack unmeasured = packOfEnergy(30, 15, 0);
   unmeasured.battery.store->now.reset();
-  Pack voltless = chargePack(5, 1, 0, 11, 12);
+  Pack voltless = packOfCharge(5, 1, 0, 11, 12);
   voltless.battery.designMicrovolts.reset();
   const Battery battery =
-      equivalentBattery({unknown, unmeasured, voltless, energyPack(60, 30, -6)});
+      equivalentBattery({unknown, unmeasured, voltless, packOfEnergy(60, 30, -6)});
   EXPECT_DOUBLE_EQ(battery.store->full, 60e12);
   EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e12);
   EXPECT_DOUBLE_EQ(battery.picowatts, -9e12) << "its power still flows";
@@ -112,9 +113,9 @@ TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
 }
 
 TEST(EquivalentBattery, ADesignThatOnePackDoesNotKnowIsUnknown) {
-  Pack pack = energyPack(20, 5, 0);
+  Pack pack = packOfEnergy(20, 5, 0);
   pack.battery.store->design.reset();
-  EXPECT_EQ(equivalentBattery({pack, energyPack(60, 30, 0)}).store->design, std::nullopt);
+  EXPECT_EQ(equivalentBattery({pack, packOfEnergy(60, 30, 0)}).store->design, std::nullopt);
 }
 
 TEST(EquivalentBattery, WithoutAnyEnergyTakesThePercentageOfOnePack) {

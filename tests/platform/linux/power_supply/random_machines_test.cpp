@@ -10,8 +10,6 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::int64_t unknownMinutes = 65535;
-
 /// Machines of all kinds: likely ones, with any attribute missing or strange.
 class RandomMachines {
  public:

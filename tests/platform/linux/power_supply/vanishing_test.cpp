@@ -81,23 +81,23 @@ void expectOldOrNewHoweverItGoes(const std::vector<Supply>& others, const Supply
   });
 }
 
-const Supply mains = {"AC", {{"type", "Mains"}, {"online", "0"}}};
-const Supply pack = {"BAT0", energyPack({{"time_to_empty_now", "7200"}})};
+const Supply laptopMains = {"AC", {{"type", "Mains"}, {"online", "0"}}};
+const Supply laptopPack = {"BAT0", energyPack({{"time_to_empty_now", "7200"}})};
 
 }  // namespace
 
 TEST(Vanishing, TheOnlyPack) {
-  expectOldOrNewHoweverItGoes({mains}, pack, energyPack({{"energy_now", "20000000"}}));
+  expectOldOrNewHoweverItGoes({laptopMains}, laptopPack, energyPack({{"energy_now", "20000000"}}));
 }
 
 TEST(Vanishing, TheFirstOfTwoPacks) {
-  expectOldOrNewHoweverItGoes({mains, {"BAT1", energyPack({{"time_to_empty_now", "3600"}})}}, pack,
-                              energyPack({{"energy_now", "20000000"}}));
+  expectOldOrNewHoweverItGoes({laptopMains, {"BAT1", energyPack({{"time_to_empty_now", "3600"}})}},
+                              laptopPack, energyPack({{"energy_now", "20000000"}}));
 }
 
 TEST(Vanishing, TheSecondOfTwoPacks) {
   const Attributes charge = chargePack({{"time_to_empty_now", "3600"}});
-  expectOldOrNewHoweverItGoes({mains, pack}, {"BAT1", charge}, energyPack());
+  expectOldOrNewHoweverItGoes({laptopMains, laptopPack}, {"BAT1", charge}, energyPack());
 }
 
 TEST(Vanishing, TheLastOfManyPacksWheneverItIsReadCostsOneReading) {
