@@ -1,0 +1,177 @@
+"""Builds the tests with changed sources, in a copy of the project."""
+
+import json
+import os
+import re
+import shlex
+import shutil
+import subprocess
+import zlib
+
+from changes import Source
+from schema import HEADER, blame, render
+
+JOBS = os.cpu_count() or 1
+FLAGS = "-O1 -w -ferror-limit=0 -Wno-narrowing -Wno-invalid-constexpr -include {}"
+MESSAGE = re.compile(r"^(/[^:\n]+):(\d+):(\d+): (?:fatal )?(error|note): (.*)", re.M)
+
+
+class Build:
+    """The copy of the project below build/mutate, and what is built of it."""
+
+    def __init__(self, root):
+        self.root = root
+        self.folder = root / "build/mutate"
+        self.tree = self.folder / "tree"
+        self.binaries = self.folder / "build"
+        self.sources = {}  # by path: those that are changed
+
+    # The copy
+
+    def write(self, path, contents):
+        """Writes a file of the copy, unless it is so already: what is older need not be rebuilt."""
+        file = self.tree / path
+        if not file.exists() or file.read_bytes() != contents:
+            file.parent.mkdir(parents=True, exist_ok=True)
+            file.write_bytes(contents)
+
+    def copy(self):
+        """Brings the copy up to date, apart from the files that are changed in it."""
+        listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others",
+                                 "--exclude-standard"], cwd=self.root, check=True,
+                                capture_output=True, text=True).stdout.split("\0")
+        paths = {path for path in listed if path and (self.root / path).is_file()}
+        for path in sorted(paths - self.sources.keys()):
+            self.write(path, (self.root / path).read_bytes())
+            shutil.copymode(self.root / path, self.tree / path)
+        for file in list(self.tree.rglob("*")):
+            if file.is_file() and str(file.relative_to(self.tree)) not in paths:
+                file.unlink()
+        self.folder.joinpath("switch.h").write_text(HEADER, encoding="utf-8")
+
+    def configure(self):
+        if not (self.binaries / "build.ninja").exists():
+            flags = FLAGS.format(shlex.quote(str(self.folder / "switch.h")))
+            subprocess.run(["cmake", "-S", self.tree, "-B", self.binaries, "-G", "Ninja",
+                            "-DCMAKE_CXX_COMPILER=clang++", "-DCMAKE_BUILD_TYPE=Debug",
+                            "-DCMAKE_CXX_FLAGS_DEBUG=", f"-DCMAKE_CXX_FLAGS={flags}"],
+                           check=True, stdout=subprocess.DEVNULL)
+
+    def ninja(self, *arguments):
+        return subprocess.run(["ninja", "-C", self.binaries, *arguments], check=False,
+                              capture_output=True, text=True)
+
+    # The tests
+
+    def tests(self):
+        """The names of the test executables."""
+        targets = self.ninja("-t", "targets", "all").stdout
+        return set(re.findall(r"^(\w+_test): CXX_EXECUTABLE", targets, re.M))
+
+    def inputs(self, test):
+        """The sources, headers apart, of which a test is made."""
+        prefix = f"{self.tree}/"
+        return {line.removeprefix(prefix) for line in
+                self.ninja("-t", "inputs", test).stdout.splitlines() if line.startswith(prefix)}
+
+    def environment(self, test):
+        """What a test finds in its environment."""
+        shown = subprocess.run(["ctest", "--show-only=json-v1", "--label-regex", f"^{test}$"],
+                               cwd=self.binaries, check=True, capture_output=True, text=True)
+        properties = json.loads(shown.stdout)["tests"][0]["properties"]
+        pairs = next((each["value"] for each in properties if each["name"] == "ENVIRONMENT"), [])
+        return dict(pair.split("=", 1) for pair in pairs)
+
+    # The changes
+
+    def parse(self, paths):
+        """Finds the changes of the sources."""
+        commands = json.loads((self.binaries / "compile_commands.json").read_text("utf-8"))
+        flags = {}
+        for command in commands:
+            path = os.path.relpath(command["file"], self.tree)
+            words = shlex.split(command["command"].replace(str(self.tree), str(self.root)))
+            flags[path] = words[1:words.index("-o")]
+        for path in paths:
+            its_flags = flags.get(path) or next(
+                value for key, value in flags.items() if key.startswith("src/"))
+            source = Source(self.root, path, ["-x", "c++", *its_flags])
+            first = zlib.crc32(path.encode()) % 100_000 * 10_000
+            for at, change in enumerate(source.changes(), first + 1):
+                change.number = at
+            identify(source)
+            self.sources[path] = source
+
+    def build(self, tests):
+        """Builds the tests with all changes, and moves those that cannot be switched at run time
+        aside."""
+        rendered = {path: render(source) for path, source in self.sources.items()}
+        while True:
+            for path, code in rendered.items():
+                self.write(path, code)
+            result = self.ninja("-j", str(JOBS), "-k", "0", *tests)
+            if result.returncode == 0:
+                return
+            blamed = self.blame(result.stdout, rendered)
+            if not blamed:
+                raise SystemExit(f"{result.stdout}\nmutate: the changed sources cannot be built")
+            for path in blamed:
+                rendered[path] = render(self.sources[path])
+
+    def blame(self, output, rendered):
+        """Takes the part of what the compiler complains about out of the switchable places. Returns
+        the paths of the sources concerned."""
+        paths = set()
+        messages = list(MESSAGE.finditer(output))
+        at = 0
+        while at < len(messages):
+            end = at + 1
+            while end < len(messages) and messages[end][4] == "note":
+                end += 1
+            found = [each for message in messages[at:end]
+                     if (each := self.culprit(message, rendered))]
+            direct = self.culprit(messages[at], rendered)
+            for path, place, constant in [direct] if direct and direct[1] else found:
+                paths.add(path)
+                if place:
+                    place.switchable = False
+                elif not constant.fixed:
+                    constant.fixed = True
+                    for each in self.sources[path].places.values():
+                        if constant.start <= each.start < constant.end:
+                            each.switchable = False
+            at = end
+        return paths
+
+    def culprit(self, message, rendered):
+        """The path, and the place or the constant there, that a message of the compiler is about."""
+        path = os.path.relpath(os.path.realpath(message[1]), self.tree)
+        if path not in rendered:
+            return None
+        lines = rendered[path].split(b"\n")
+        offset = sum(len(line) + 1 for line in lines[:int(message[2]) - 1]) + int(message[3]) - 1
+        place, constant = blame(self.sources[path], rendered[path], offset)
+        return (path, place, None if place else constant) if place or constant else None
+
+    def build_alone(self, change, test):
+        """Builds a test with one change made for good. Returns whether it compiles."""
+        source = next(each for each in self.sources.values()
+                      if each.places.get((change.place.start, change.place.end)) is change.place)
+        self.write(source.path, render(source, change))
+        return self.ninja("-j", str(JOBS), test).returncode == 0
+
+    def restore(self):
+        for path, source in self.sources.items():
+            self.write(path, render(source))
+
+
+def identify(source):
+    """Gives each change its key. Equal changes of equal lines are told apart by their order."""
+    lines = source.bytes.decode().split("\n")
+    seen = {}
+    for change in sorted(source.changes(), key=lambda each: each.place.start):
+        line = " ".join(lines[source.line(change.place.start) - 1].split())
+        times = seen[line, change.change] = seen.get((line, change.change), 0) + 1
+        if times > 1:
+            change.change += f" (occurrence {times})"
+        change.key = (source.path, line, change.change)

@@ -1,0 +1,87 @@
+"""Writes a source in which every change is present and one can be switched on."""
+
+import re
+
+# Not constexpr, so that no compiler evaluates a change away.
+HEADER = """#pragma once
+#include <cstdlib>
+inline bool isMutant(long number) {
+  static const long active = [] {
+    const char* const value = std::getenv("LUMOWATT_MUTANT");
+    return value == nullptr ? 0 : std::atol(value);
+  }();
+  return active == number;
+}
+static const bool mutantIsKnown = (isMutant(0), true);
+"""
+
+MARK = re.compile(rb"/\*(\d+):(\d+)([<>])\*/")
+KEYWORD = re.compile(rb"/\*(\d+)\*/")
+
+
+def render(source, alone=None):
+    """The code of the source with what can be switched; `alone` is a change made for good."""
+    edits = [each for each in source.places.values()
+             if each.switchable or alone is not None and alone.place is each]
+    # Outer ones first; of insertions behind a place, the place.
+    edits.sort(key=lambda each: (each.start, -each.end))
+    keywords = [each for each in source.constants if not each.fixed]
+    return _render(source, 0, len(source.bytes), edits, keywords, alone)
+
+
+def _render(source, start, end, edits, keywords, alone):
+    code = []
+    at = start
+    nested = [each for each in edits if start <= each.start and each.end <= end]
+    while nested:
+        place = nested[0]
+        inner = [each for each in nested[1:] if each.end <= place.end and place.end > place.start]
+        nested = [each for each in nested[1:] if each not in inner and each.start >= place.end]
+        code.append(_constants(source, at, place.start, keywords))
+        code.append(_place(source, place, inner, keywords, alone))
+        at = place.end
+    code.append(_constants(source, at, end, keywords))
+    return b"".join(code)
+
+
+def _constants(source, start, end, keywords):
+    code = []
+    at = start
+    for constant in sorted(keywords, key=lambda each: each.keyword):
+        if at <= constant.keyword < end:
+            code.append(source.bytes[at:constant.keyword]
+                        + b"/*%d*/%s" % (constant.keyword, constant.replacement.encode()))
+            at = constant.keyword + len("constexpr")
+    return b"".join(code) + source.bytes[at:end]
+
+
+def _place(source, place, inner, keywords, alone):
+    original = place.insertion.encode() or _render(
+        source, place.start, place.end, inner, keywords, alone)
+    prefix = b"; " if place.insertion else b""
+    if alone is not None and alone.place is place:
+        code = alone.code.encode()
+        is_simple = re.fullmatch(rb"[\w.:]+|\"[^\"]*\"|'[^']*'|\w[\w:]*[({].*[)}]", code, re.S)
+        return prefix + (code if is_simple else b"(" + code + b")")
+    cast = place.cast.encode()
+    alternatives = b"".join(
+        b"isMutant(%d)?%s(%s):" % (each.number, cast, each.code.encode())
+        for each in place.changes)
+    return b"%s/*%d:%d<*/(%s%s(%s))/*%d:%d>*/" % (
+        prefix, place.start, place.end, alternatives, cast, original, place.start, place.end)
+
+
+def blame(source, rendered, offset):
+    """The innermost place around an offset of the rendered code, and the constant declared there;
+    None where there is none."""
+    around = []
+    for found in MARK.finditer(rendered, 0, offset):
+        if found[3] == b"<":
+            around.append((int(found[1]), int(found[2])))
+        else:
+            around.remove((int(found[1]), int(found[2])))
+    keywords = list(KEYWORD.finditer(rendered, 0, offset))
+    constant = None
+    if keywords and not re.search(rb"[;=]", rendered[keywords[-1].end():offset]):
+        constant = next(each for each in source.constants if each.keyword == int(keywords[-1][1]))
+    return source.places[around[-1]] if around else None, constant
