@@ -1,9 +1,11 @@
 """Changes the sources one place at a time and says which changes no test finds: see script/mutate."""
 
 import argparse
+import os
 import pathlib
 import random
 import re
+import signal
 import subprocess
 import sys
 import time
@@ -130,11 +132,11 @@ def try_changes(build, tests, changes, seconds):
             return
         test = tests[change.key[0]]
         if is_alone and not build.build_alone(change, test):
-            results[change.key] = None
+            results[change.number] = None
             progress.update(True)
             return
-        results[change.key] = trials[test].finds(0 if is_alone else change.number)
-        progress.update(results[change.key])
+        results[change.number] = trials[test].finds(0 if is_alone else change.number)
+        progress.update(results[change.number])
 
     with ThreadPoolExecutor(JOBS) as pool:
         list(pool.map(try_one, [each for each in changes if each.place.switchable]))
@@ -151,21 +153,22 @@ def report(build, changes, results, started):
     listed = set(equivalents(build.root))
     found = sum(result is True for result in results.values())
     programs = sum(result is not None for result in results.values())
-    survivors = [each for each in changes if results.get(each.key) is False]
+    survivors = [each for each in changes if results.get(each.number) is False]
     equal = [each for each in survivors if each.key in listed]
     unexplained = [each for each in survivors if each.key not in listed]
     for change in unexplained:
         source = build.sources[change.key[0]]
         print(f"{source.path}:{source.line(change.place.start)}: {change.change}")
 
-    known = {change.key for source in build.sources.values() for change in source.changes()}
+    everything = [each for source in build.sources.values() for each in source.changes()]
+    known = {each.key: each.number for each in everything}
     stale = [key for key in listed if key[0] in build.sources and key not in known
-             or results.get(key, False) is not False]
+             or results.get(known.get(key), False) is not False]
     for path, line, change in sorted(stale):
         print(f"{path}: not equivalent or no longer there: {change}, in: {line}")
 
     before = set(remembered.read_text("utf-8").splitlines()) if remembered.exists() else set()
-    before -= {"\t".join(key) for key in results}
+    before -= {"\t".join(each.key) for each in everything if each.number in results}
     now = {"\t".join(each.key) for each in unexplained}
     remembered.write_text("".join(f"{line}\n" for line in sorted(before | now)), "utf-8")
 
@@ -181,6 +184,8 @@ def report(build, changes, results, started):
 
 def main():
     started = time.monotonic()
+    for number in (signal.SIGINT, signal.SIGTERM):
+        signal.signal(number, lambda *_: os._exit(130))  # at once; what it started ends with it
     options = arguments()
     root = pathlib.Path(__file__).resolve().parents[3]
     build = Build(root)

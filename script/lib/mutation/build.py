@@ -47,7 +47,7 @@ class Build:
         for file in list(self.tree.rglob("*")):
             if file.is_file() and str(file.relative_to(self.tree)) not in paths:
                 file.unlink()
-        self.folder.joinpath("switch.h").write_text(HEADER, encoding="utf-8")
+        self.write("../switch.h", HEADER.encode())
 
     def configure(self):
         if not (self.binaries / "build.ninja").exists():
@@ -58,7 +58,7 @@ class Build:
                            check=True, stdout=subprocess.DEVNULL)
 
     def ninja(self, *arguments):
-        return subprocess.run(["ninja", "-C", self.binaries, *arguments], check=False,
+        return subprocess.run(["setpriv", "--pdeathsig", "TERM", "ninja", "-C", self.binaries, *arguments], check=False,
                               capture_output=True, text=True)
 
     # The tests
@@ -87,15 +87,12 @@ class Build:
     def parse(self, paths):
         """Finds the changes of the sources."""
         commands = json.loads((self.binaries / "compile_commands.json").read_text("utf-8"))
-        flags = {}
-        for command in commands:
-            path = os.path.relpath(command["file"], self.tree)
-            words = shlex.split(command["command"].replace(str(self.tree), str(self.root)))
-            flags[path] = words[1:words.index("-o")]
+        by_path = {os.path.relpath(each["file"], self.tree): each["command"] for each in commands}
+        any_command = next(each for path, each in by_path.items() if path.startswith("src/"))
         for path in paths:
-            its_flags = flags.get(path) or next(
-                value for key, value in flags.items() if key.startswith("src/"))
-            source = Source(self.root, path, ["-x", "c++", *its_flags])
+            command = by_path.get(path, any_command)  # a header has none
+            words = shlex.split(command.replace(str(self.tree), str(self.root)))
+            source = Source(self.root, path, ["-x", "c++", *words[1:words.index("-o")]])
             first = zlib.crc32(path.encode()) % 100_000 * 10_000
             for at, change in enumerate(source.changes(), first + 1):
                 change.number = at

@@ -10,47 +10,49 @@ import time
 
 MEMORY = 2 << 30
 FILE_SIZE = 256 << 20
-SLOW = 0.3  # seconds; tests that take longer run after the others
+STAGES = (0.05, 0.5, float("inf"))  # seconds: quick tests run first, since most changes fail them
 
 
 class Trial:
-    """A test executable with its environment, its time limit and the order of its tests."""
+    """A test executable with its environment, and its tests in stages with a time limit each."""
 
     def __init__(self, program, environment):
         self.program = program
         self.environment = {**os.environ, **environment}
-        self.environment.pop("LUMOWATT_MUTANT", None)
-        self.stages = ["*"]
-        self.limit = 600.0
         started = time.monotonic()
         with tempfile.NamedTemporaryFile("r", suffix=".json") as report:
-            if not self.passes(0, "*", f"--gtest_output=json:{report.name}"):
+            if not self.passes(0, ["*"], 600, f"--gtest_output=json:{report.name}"):
                 raise SystemExit(f"mutate: {program.name} fails without any change; run\n"
                                  f"  {program}")
             suites = json.load(report)["testsuites"]
-        self.limit = 10 + 5 * (time.monotonic() - started)
-        slow = [f"{suite['name']}.{test['name']}" for suite in suites
-                for test in suite["testsuite"] if float(test["time"].rstrip("s")) > SLOW]
-        if slow:
-            self.stages = [f"-{':'.join(slow)}", ":".join(slow)]
+        overhead = time.monotonic() - started - sum(float(each["time"][:-1]) for each in suites)
+        times = {f"{suite['name']}.{test['name']}": float(test["time"][:-1])
+                 for suite in suites for test in suite["testsuite"]}
+        self.stages = []  # the tests of each, and how long they take
+        for least, most in zip((-1.0, *STAGES), STAGES):
+            tests = [name for name, seconds in times.items() if least < seconds <= most]
+            if tests:
+                self.stages.append((tests, overhead + sum(times[each] for each in tests)))
 
     def finds(self, number):
         """Whether a test fails, crashes or hangs with the change of this number."""
-        return not all(self.passes(number, stage) for stage in self.stages)
+        return not all(self.passes(number, tests, seconds) for tests, seconds in self.stages)
 
-    def passes(self, number, tests, *options):
-        seconds = max(2, round(self.limit / 2))  # of the processor: independent of what else runs
+    def passes(self, number, tests, seconds, *options):
+        processor_time = 2 + round(3 * seconds)  # which does not depend on what else runs
         with tempfile.TemporaryDirectory(prefix="mutate-", ignore_cleanup_errors=True) as folder:
-            environment = {**self.environment, "LUMOWATT_MUTANT": str(number), "TMPDIR": folder}
+            environment = {**self.environment, "LUMOWATT_MUTANT": str(number), "TMPDIR": folder,
+                           "GTEST_FILTER": ":".join(tests)}
             with subprocess.Popen(
-                    ["prlimit", f"--as={MEMORY}", f"--fsize={FILE_SIZE}", "--core=0",
-                     f"--cpu={seconds}", self.program, "--gtest_fail_fast", "--gtest_brief=1",
-                     f"--gtest_filter={tests}", *options],
+                    ["setpriv", "--pdeathsig", "KILL",
+                     "prlimit", f"--as={MEMORY}", f"--fsize={FILE_SIZE}", "--core=0",
+                     f"--cpu={processor_time}",
+                     self.program, "--gtest_fail_fast", "--gtest_brief=1", *options],
                     cwd=folder, env=environment, start_new_session=True,
                     stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                     stderr=subprocess.DEVNULL) as process:
                 try:
-                    return process.wait(self.limit) == 0
+                    return process.wait(10 + 5 * seconds) == 0
                 except subprocess.TimeoutExpired:
                     return False
                 finally:
