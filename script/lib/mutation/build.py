@@ -58,8 +58,9 @@ class Build:
                            check=True, stdout=subprocess.DEVNULL)
 
     def ninja(self, *arguments):
-        return subprocess.run(["setpriv", "--pdeathsig", "TERM", "ninja", "-C", self.binaries, *arguments], check=False,
-                              capture_output=True, text=True)
+        return subprocess.run(["setpriv", "--pdeathsig", "TERM",
+                               "ninja", "-C", self.binaries, *arguments],
+                              check=False, capture_output=True, text=True)
 
     # The tests
 
@@ -100,8 +101,8 @@ class Build:
             self.sources[path] = source
 
     def build(self, tests):
-        """Builds the tests with all changes, and moves those that cannot be switched at run time
-        aside."""
+        """Builds the tests with all changes that can be switched at run time: those that the compiler
+        complains about are taken out until it accepts the rest."""
         rendered = {path: render(source) for path, source in self.sources.items()}
         while True:
             for path, code in rendered.items():
@@ -116,8 +117,8 @@ class Build:
                 rendered[path] = render(self.sources[path])
 
     def blame(self, output, rendered):
-        """Takes the part of what the compiler complains about out of the switchable places. Returns
-        the paths of the sources concerned."""
+        """Marks the places that the compiler complains about as not switchable. Returns the paths of
+        the sources concerned."""
         paths = set()
         messages = list(MESSAGE.finditer(output))
         at = 0
@@ -141,7 +142,7 @@ class Build:
         return paths
 
     def culprit(self, message, rendered):
-        """The path, and the place or the constant there, that a message of the compiler is about."""
+        """Returns the path, and the place or the constant, that a compiler message is about."""
         path = os.path.relpath(os.path.realpath(message[1]), self.tree)
         if path not in rendered:
             return None

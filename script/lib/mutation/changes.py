@@ -1,10 +1,12 @@
-"""Finds what can be changed in a source: each place with its alternatives, by clang's syntax tree."""
+"""Finds the places of a source that can be changed, with their alternatives, by libclang."""
 
 import re
 from dataclasses import dataclass, field
 
 from clang.cindex import CursorKind as Kind, Index, TypeKind
 
+# By two: exact in any precision.
+EXACT = re.compile(r"\b2(?:\.0)? \* | [*/] 2(?:\.0)?\b| \* 0\.5\b")
 COMPARISONS = {"<": ("<=", ">="), "<=": ("<", ">"), ">": (">=", "<="), ">=": (">", "<"),
                "==": ("!=",), "!=": ("==",)}
 ARITHMETIC = {"+": "-", "-": "+", "*": "/", "/": "*", "%": "*", "<<": ">>", ">>": "<<",
@@ -39,7 +41,7 @@ class Place:
     cast: str = ""  # what every alternative is wrapped in, so that their types agree
     insertion: str = ""  # for an empty range: the code that the alternatives replace
     switchable: bool = True  # at run time; otherwise each change is compiled alone
-    changes: list = field(default_factory=list)
+    changes: list[Change] = field(default_factory=list)
 
 
 @dataclass
@@ -150,7 +152,7 @@ class Source:
         return False
 
     def header(self, cursor):
-        """The range between the parentheses after the keyword of a statement."""
+        """Returns the range between the parentheses after the keyword of a statement."""
         start, end = span(cursor)
         first = self.bytes.index(b"(", start, end)
         depth = 0
@@ -167,12 +169,17 @@ class Source:
         keyword = self.bytes.find(b"constexpr", start, cursor.location.offset)
         if keyword < 0:
             return
-        in_class = parent is not None and parent.kind in (
-            Kind.CLASS_DECL, Kind.STRUCT_DECL, Kind.CLASS_TEMPLATE)
-        replacement = "inline const" if in_class else "const"
+        scope = parent.kind if parent is not None else None
+        replacement = "const"
+        if scope in (Kind.CLASS_DECL, Kind.STRUCT_DECL, Kind.CLASS_TEMPLATE):
+            replacement = "inline const"
+        elif scope == Kind.DECL_STMT and b"static" not in self.bytes[start:keyword]:
+            replacement = "static const"  # so that a table is made once
         self.constants.append(Constant(start, end, keyword, replacement))
 
     def remove(self, cursor):
+        if re.search(r"\breserve$", cursor.spelling):
+            return  # it changes nothing but the speed
         self.replace(cursor, "0", "(removed)", cast="(void)")
 
     def condition(self, cursor, was, results, insertion=None):
@@ -222,7 +229,7 @@ class Source:
                        (a, b, f"!({self.code(condition)}) ? {a} : {b}"))
 
     def operator(self, cursor, children):
-        """The binary operator between the outer operands of an expression, or what else is there."""
+        """Returns the text between the outer operands of an expression: its binary operator, if any."""
         if len(children) < 2 or not cursor.kind.is_expression():
             return ""
         return self.text(span(children[0])[1], span(children[-1])[0]).strip()
@@ -248,12 +255,13 @@ class Source:
             return False
         self.reorder(cursor, stripped(children[0]), operator, b)
         code = self.code(cursor)
-        if not in_double and re.search(r" [*/] ", code):
-            self.replace(cursor, f"static_cast<double>(static_cast<float>({code}))", f"float({code})")
+        if not in_double and re.search(r" [*/] ", EXACT.sub("", code)):
+            self.replace(cursor, f"static_cast<double>(static_cast<float>({code}))",
+                         f"float({code})")
         return True
 
     def reorder(self, cursor, left, operator, c):
-        """Changes the order of a multiplication and a division, after which the last bit may differ."""
+        """Swaps a multiplication and a division, after which the last bit may differ."""
         operands = list(left.get_children())
         inner = self.operator(left, operands)
         if {inner, operator} == {"*", "/"} and left.type.get_canonical().kind == TypeKind.DOUBLE:
@@ -285,6 +293,8 @@ class Source:
             argument = self.code(arguments[0])
             kind = cursor.type.get_canonical().spelling.removeprefix("const ").rstrip(" &")
             self.replace(cursor, f"static_cast<{kind}>({argument})", argument)
+        if cursor.spelling in ("min", "max"):
+            return  # their arguments may have any order
         for first, second in zip(arguments, arguments[1:]):
             if type_name(first) == type_name(second) and "(" not in type_name(first):
                 (low, middle), (middle_end, high) = span(first), span(second)
@@ -312,7 +322,8 @@ class Source:
         elif cursor.kind == Kind.INTEGER_LITERAL and (found := INTEGER.fullmatch(code)):
             value = number(found[1])
             for sign, result in (("+", value + 1), ("-", value - 1)):
-                self.replace(cursor, f"({code} {sign} 1)", str(result))
+                shown = f"0x{result:X}" if code[:2] in ("0x", "0X") else str(result)
+                self.replace(cursor, f"({code} {sign} 1)", shown)
         elif cursor.kind == Kind.FLOATING_LITERAL:
             for other in {0.0: ("0.01", "1.0"), 1.0: ("1.01", "0.0")}.get(
                     float(code.replace("'", "")), (f"({code} * 1.01)",)):

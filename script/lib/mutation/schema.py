@@ -2,17 +2,19 @@
 
 import re
 
-# Not constexpr, so that no compiler evaluates a change away.
+# Not constexpr, so that no compiler evaluates a change away. The number is read before main starts,
+# or where an earlier initializer asks for it.
 HEADER = """#pragma once
 #include <cstdlib>
-inline bool isMutant(long number) {
-  static const long active = [] {
-    const char* const value = std::getenv("LUMOWATT_MUTANT");
-    return value == nullptr ? 0 : std::atol(value);
-  }();
-  return active == number;
+inline long activeMutant = -1;
+[[gnu::noinline]] inline long readActiveMutant() {
+  const char* const value = std::getenv("LUMOWATT_MUTANT");
+  return activeMutant = value == nullptr ? 0 : std::atol(value);
 }
-static const bool mutantIsKnown = (isMutant(0), true);
+[[gnu::always_inline]] inline bool isMutant(long number) {
+  return (activeMutant < 0 ? readActiveMutant() : activeMutant) == number;
+}
+static const bool mutantIsKnown = isMutant(0);
 """
 
 MARK = re.compile(rb"/\*(\d+):(\d+)([<>])\*/")
@@ -20,7 +22,8 @@ KEYWORD = re.compile(rb"/\*(\d+)\*/")
 
 
 def render(source, alone=None):
-    """The code of the source with what can be switched; `alone` is a change made for good."""
+    """Returns the code of the source with all that can be switched. `alone` is a change that is made
+    in place of its place's switch."""
     edits = [each for each in source.places.values()
              if each.switchable or alone is not None and alone.place is each]
     # Outer ones first; of insertions behind a place, the place.
@@ -72,8 +75,8 @@ def _place(source, place, inner, keywords, alone):
 
 
 def blame(source, rendered, offset):
-    """The innermost place around an offset of the rendered code, and the constant declared there;
-    None where there is none."""
+    """Returns the innermost place around an offset of the rendered code, and the constant that is
+    declared there; None where there is none."""
     around = []
     for found in MARK.finditer(rendered, 0, offset):
         if found[3] == b"<":
