@@ -119,8 +119,8 @@ class Progress:
 
 
 def try_changes(build, tests, changes, seconds):
-    """Tries the changes. Returns by their numbers whether each was found, None for those that do not
-    compile. Those that the time did not suffice for are missing."""
+    """Tries the changes. Returns by their numbers whether each was found, None for those that
+    do not compile. Those that the time did not suffice for are missing."""
     trials = {test: Trial(build.binaries / test, build.environment(test))
               for test in sorted({tests[each.key[0]] for each in changes})}
     end = time.monotonic() + seconds if seconds else float("inf")

@@ -101,8 +101,8 @@ class Build:
             self.sources[path] = source
 
     def build(self, tests):
-        """Builds the tests with all changes that can be switched at run time: those that the compiler
-        complains about are taken out until it accepts the rest."""
+        """Builds the tests with all changes that can be switched at run time: those that the
+        compiler complains about are taken out until it accepts the rest."""
         rendered = {path: render(source) for path, source in self.sources.items()}
         while True:
             for path, code in rendered.items():
@@ -117,8 +117,8 @@ class Build:
                 rendered[path] = render(self.sources[path])
 
     def blame(self, output, rendered):
-        """Marks the places that the compiler complains about as not switchable. Returns the paths of
-        the sources concerned."""
+        """Marks the places that the compiler complains about as not switchable. Returns the
+        paths of the sources concerned."""
         paths = set()
         messages = list(MESSAGE.finditer(output))
         at = 0

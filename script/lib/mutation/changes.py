@@ -229,7 +229,7 @@ class Source:
                        (a, b, f"!({self.code(condition)}) ? {a} : {b}"))
 
     def operator(self, cursor, children):
-        """Returns the text between the outer operands of an expression: its binary operator, if any."""
+        """Returns what is between the outer operands of an expression: its operator, if binary."""
         if len(children) < 2 or not cursor.kind.is_expression():
             return ""
         return self.text(span(children[0])[1], span(children[-1])[0]).strip()

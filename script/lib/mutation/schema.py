@@ -22,8 +22,8 @@ KEYWORD = re.compile(rb"/\*(\d+)\*/")
 
 
 def render(source, alone=None):
-    """Returns the code of the source with all that can be switched. `alone` is a change that is made
-    in place of its place's switch."""
+    """Returns the code of the source with all that can be switched. `alone` is a change that is
+    made for good instead."""
     edits = [each for each in source.places.values()
              if each.switchable or alone is not None and alone.place is each]
     # Outer ones first; of insertions behind a place, the place.
