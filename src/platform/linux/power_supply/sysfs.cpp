@@ -25,12 +25,13 @@ void requireNoShortage(int error) {
 
 int openFolder(int parent, const char* path) {
   const int folder = ::openat(parent, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) requireNoShortage(errno);
+  if (folder == -1) requireNoShortage(errno);
   return folder;
 }
 
-/// The names in an open folder, without those that begin with a dot. Asks the kernel itself
-/// (getdents(2)): the C library's stream has a buffer that is larger than all that is read.
+/// The names in a folder, without those that begin with a dot; none if it is not open. Asks the
+/// kernel itself (getdents(2)): the C library's stream has a buffer that is larger than all that is
+/// read.
 std::vector<std::string> namesIn(const Descriptor& folder) {
   struct Entry {
     std::uint64_t inode;
@@ -40,17 +41,18 @@ std::vector<std::string> namesIn(const Descriptor& folder) {
     char name;  // the first letter; a zero ends it
   };
   std::vector<std::string> names;
-  if (!folder.isOpen()) return names;
   alignas(Entry) char buffer[1024];
-  long length = 0;
-  while ((length = ::syscall(SYS_getdents64, folder.number(), buffer, sizeof buffer)) > 0) {
+  while (const long length = ::syscall(SYS_getdents64, folder.number(), buffer, sizeof buffer)) {
+    if (length == -1) {
+      requireNoShortage(errno);
+      break;
+    }
     for (const char* at = buffer; at < buffer + length;) {
       const auto* const entry = reinterpret_cast<const Entry*>(at);
       if (entry->name != '.') names.emplace_back(at + offsetof(Entry, name));
       at += entry->length;
     }
   }
-  if (length < 0) requireNoShortage(errno);
   return names;
 }
 
@@ -87,9 +89,12 @@ std::optional<std::string> Device::text(const char* attribute) {
   }
   char buffer[1024];
   const ssize_t length = ::read(file.number(), buffer, sizeof buffer);
-  if (length < 0 && errno == ENODEV) refused_ = true;
-  const bool complete = length >= 0 && static_cast<std::size_t>(length) < sizeof buffer &&
-                        (length > 0 || isRegular(file.number()));
+  if (length == -1) {
+    if (errno == ENODEV) refused_ = true;
+    return std::nullopt;
+  }
+  const bool complete =
+      static_cast<std::size_t>(length) < sizeof buffer && (length > 0 || isRegular(file.number()));
   if (!complete) return std::nullopt;
   answered_ = true;
   return std::string(trimmed({buffer, static_cast<std::size_t>(length)}));
@@ -103,7 +108,7 @@ std::optional<std::int64_t> Device::number(const char* attribute) {
 bool Device::isListed() const {
   struct stat held {};
   struct stat listed {};
-  return folder_.isOpen() && ::fstat(folder_.number(), &held) == 0 &&
+  return ::fstat(folder_.number(), &held) == 0 &&
          ::fstatat(classFolder_, name_.c_str(), &listed, 0) == 0 && held.st_dev == listed.st_dev &&
          held.st_ino == listed.st_ino;
 }

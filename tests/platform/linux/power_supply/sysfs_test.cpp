@@ -4,9 +4,15 @@
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <utility>
+
+#include "base/failure.h"
+#include "support/failing_call.h"
 #include "support/files.h"
 
 namespace lumowatt::sysfs {
@@ -25,6 +31,21 @@ class Sysfs : public testing::Test {
 
   TemporaryFolder folder;
 };
+
+/// The reason of the failure that an action throws; empty when it throws none.
+template <typename Action>
+std::string failureOf(const Action& action) {
+  try {
+    action();
+  } catch (const Failure& failure) {
+    return failure.reason;
+  }
+  return {};
+}
+
+const std::pair<unsigned, const char*> shortages[] = {{EMFILE, "Too many open files"},
+                                                      {ENFILE, "Too many open files in system"},
+                                                      {ENOMEM, "Cannot allocate memory"}};
 
 }  // namespace
 
@@ -97,6 +118,23 @@ TEST_F(Sysfs, AnAttributeThatIsAPipeWithNothingInItIsAbsent) {
   ::close(writer);
 }
 
+TEST_F(Sysfs, AnAttributeThatIsAPipeGivesWhatIsInIt) {
+  const std::string pipe = folder.path() / "BAT0/pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const int writer = ::open(pipe.c_str(), O_RDWR | O_CLOEXEC);
+  ASSERT_EQ(::write(writer, "1", 1), 1);
+  const Class devices(folder.path());
+  EXPECT_EQ(Device(devices, "BAT0").text("pipe"), "1");
+  ::close(writer);
+}
+
+TEST_F(Sysfs, AnAttributeIsNotLeftOpenInProgramsThatAreStarted) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  whileFailing({.number = SYS_openat, .error = EACCES, .spare = O_CLOEXEC},
+               [&] { EXPECT_EQ(device.text("type"), "Battery"); });
+}
+
 TEST_F(Sysfs, AnAttributeThatIsADeviceIsAbsent) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
@@ -161,6 +199,81 @@ TEST_F(Sysfs, ADeviceThatAnotherReplacedIsNotListed) {
   std::filesystem::rename(folder.path() / "BAT0", folder.path() / "gone");
   folder.write("BAT0/type", "Battery\n");
   EXPECT_FALSE(device.isListed());
+}
+
+TEST_F(Sysfs, ADeviceThatOneOfTheSameInodeOnAnotherFileSystemReplacedIsNotListed) {
+  struct stat processes {};
+  struct stat kernel {};
+  ASSERT_EQ(::stat("/proc", &processes), 0);
+  ASSERT_EQ(::stat("/sys", &kernel), 0);
+  ASSERT_EQ(processes.st_ino, kernel.st_ino);
+  const auto link = folder.path() / "link";
+  std::filesystem::create_directory_symlink("/proc", link);
+  const Class devices(folder.path());
+  const Device device(devices, "link");
+  EXPECT_TRUE(device.isListed());
+  std::filesystem::remove(link);
+  std::filesystem::create_directory_symlink("/sys", link);
+  EXPECT_FALSE(device.isListed());
+}
+
+TEST_F(Sysfs, ADeviceIsBeingRemovedWhenItsDriverSaysSoAndAnswersNothing) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  EXPECT_FALSE(device.isBeingRemoved()) << "before anything is read";
+  whileFailing({SYS_read, EIO}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  EXPECT_FALSE(device.isBeingRemoved()) << "after another error";
+  whileFailing({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  EXPECT_TRUE(device.isBeingRemoved());
+  whileFailing({SYS_read, EIO}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  EXPECT_TRUE(device.isBeingRemoved()) << "after both errors";
+  EXPECT_EQ(device.text("type"), "Battery");
+  EXPECT_FALSE(device.isBeingRemoved()) << "after an answer";
+}
+
+TEST_F(Sysfs, ADeviceThatAnsweredIsNotBeingRemovedWhenAnAttributeIsRefused) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  EXPECT_EQ(device.text("type"), "Battery");
+  EXPECT_FALSE(device.isBeingRemoved());
+  whileFailing({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  EXPECT_FALSE(device.isBeingRemoved());
+}
+
+TEST_F(Sysfs, AShortageWhileSomethingIsOpenedIsAFailure) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  for (const auto& [error, reason] : shortages) {
+    const FailingCall opening{SYS_openat, error};
+    whileFailing(opening, [&, expected = reason] {
+      EXPECT_EQ(failureOf([&] { const Class other(folder.path()); }), expected);
+      EXPECT_EQ(failureOf([&] { const Device other(devices, "BAT0"); }), expected);
+      EXPECT_EQ(failureOf([&] { device.text("type"); }), expected);
+    });
+  }
+}
+
+TEST_F(Sysfs, AShortageWhileAFolderIsListedIsAFailure) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  whileFailing({SYS_getdents64, ENOMEM}, [&] {
+    EXPECT_EQ(failureOf([&] { const Class other(folder.path()); }), "Cannot allocate memory");
+    EXPECT_EQ(failureOf([&] { device.listAttributes(); }), "Cannot allocate memory");
+  });
+}
+
+TEST_F(Sysfs, WhatMayNotBeOpenedOrListedIsEmpty) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  whileFailing({SYS_openat, EACCES}, [&] {
+    EXPECT_TRUE(Class(folder.path()).deviceNames().empty());
+    EXPECT_EQ(device.text("type"), std::nullopt);
+  });
+  whileFailing({SYS_getdents64, EIO}, [&] {
+    EXPECT_TRUE(Class(folder.path()).deviceNames().empty());
+    device.listAttributes();
+  });
+  EXPECT_EQ(device.text("type"), std::nullopt) << "it was not listed";
 }
 
 TEST(ParseInteger, TakesAnOptionalSign) {

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+
+#include <bit>
+#include <cstddef>
+#include <functional>
+#include <iterator>
+#include <thread>
+
+namespace lumowatt {
+
+/// A system call that fails.
+struct FailingCall {
+  unsigned number;     // SYS_...
+  unsigned error;      // what errno is then
+  unsigned spare = 0;  // flags in its third argument; with any of them it does not fail
+};
+
+/// Runs `action` in a thread of its own, whose calls fail.
+inline void whileFailing(const FailingCall& call, const std::function<void()>& action) {
+  std::thread([&] {
+    constexpr std::size_t lowHalf = std::endian::native == std::endian::little ? 0 : 4;
+    sock_filter instructions[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, call.number, 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[2]) + lowHalf),
+        BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, call.spare, 1, 0),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | call.error),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter{.len = std::size(instructions), .filter = instructions};
+    ASSERT_EQ(::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0), 0);
+    ASSERT_EQ(::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter), 0);
+    action();
+  }).join();
+}
+
+}  // namespace lumowatt
