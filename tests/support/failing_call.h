@@ -15,9 +15,9 @@ namespace lumowatt {
 
 /// A system call that fails.
 struct FailingCall {
-  unsigned number;     // SYS_...
-  unsigned error;      // what errno is then
-  unsigned spare = 0;  // flags in its third argument; with any of them it does not fail
+  unsigned number = 0;  // SYS_...
+  unsigned error = 0;   // what errno is then
+  unsigned spare = 0;   // flags in its third argument; with any of them it does not fail
 };
 
 /// Runs `action` in a thread of its own, whose calls fail.

@@ -9,7 +9,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "base/failure.h"
 #include "support/failing_call.h"
@@ -104,6 +106,24 @@ TEST_F(Sysfs, AnAttributeThatIsMissingOrNoFileIsAbsent) {
   std::filesystem::create_symlink("nowhere", folder.path() / "BAT0/dangling");
   EXPECT_EQ(device.text("dangling"), std::nullopt);
   EXPECT_TRUE(device.isListed());
+}
+
+TEST_F(Sysfs, AnAttributeThatComesAfterTheListIsAbsent) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  device.listAttributes();
+  folder.write("BAT0/late", "1");
+  EXPECT_EQ(device.text("type"), "Battery");
+  EXPECT_EQ(device.text("late"), std::nullopt);
+}
+
+TEST_F(Sysfs, ANumberIsAbsentWhenItsAttributeIsMissingOrSomethingElse) {
+  folder.write("BAT0/voltage_now", "12000000\n");
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  EXPECT_EQ(device.number("voltage_now"), 12000000);
+  EXPECT_EQ(device.number("type"), std::nullopt);
+  EXPECT_EQ(device.number("missing"), std::nullopt);
 }
 
 TEST_F(Sysfs, AnAttributeThatIsAPipeWithNothingInItIsAbsent) {
@@ -251,6 +271,16 @@ TEST_F(Sysfs, AShortageWhileSomethingIsOpenedIsAFailure) {
       EXPECT_EQ(failureOf([&] { device.text("type"); }), expected);
     });
   }
+}
+
+TEST_F(Sysfs, AShortageBeforeAFolderIsOpenedIsNoFailure) {
+  std::vector<std::string> names;
+  const std::string reason = failureOf([&] {
+    errno = EMFILE;
+    names = Class(folder.path()).deviceNames();
+  });
+  EXPECT_EQ(reason, "");
+  EXPECT_EQ(names, std::vector<std::string>{"BAT0"});
 }
 
 TEST_F(Sysfs, AShortageWhileAFolderIsListedIsAFailure) {
