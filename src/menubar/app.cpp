@@ -1,11 +1,7 @@
 #include "menubar/app.h"
 
-#include <algorithm>
-#include <array>
-#include <limits>
 #include <utility>
 
-#include "base/fatal.h"
 #include "format/details.h"
 #include "format/figures.h"
 #include "graphics/symbol.h"
@@ -44,21 +40,6 @@ Title title(const Reading& reading, const Preferences& preferences) {
   const TitleExtras extras = titleExtras(preferences.mode);
   return {.text = titleText(reading, extras, preferences.useColor),
           .tiles = tiles(reading, extras, preferences.useColor)};
-}
-
-/// The level that the animation shows of a battery at `percent`: from the lowest one above the
-/// charge less 12 points up to full, and again.
-std::string_view animatedSymbol(std::int64_t percent, std::int64_t frame) {
-  constexpr std::int64_t below = 12;
-  if (percent < std::numeric_limits<std::int64_t>::min() + below) {
-    fatal("the percentage is too small for the animation");
-  }
-  std::array<std::int64_t, 4> levels{25, 50, 75, 100};
-  const auto first = std::ranges::find_if(
-      levels, [percent](std::int64_t level) { return level > percent - below; });
-  const auto count = levels.end() - first;
-  if (count == 0) return symbol::battery100;
-  return levelSymbol(first[frame % count]);
 }
 
 }  // namespace
@@ -130,9 +111,7 @@ void App::updateAnimation(const Preferences& preferences) {
 }
 
 void App::advanceAnimation() {
-  if (!last_) return;
-  if (frame_ == std::numeric_limits<std::int64_t>::max()) fatal("the animation has no next frame");
-  ++frame_;
+  frame_ = nextFrame(frame_);
   if (StatusButton* const button = desktop_.button()) {
     button->setImage(symbolImage(*last_, preferences()));
   }

@@ -118,7 +118,8 @@ TEST_F(SymbolImage, APercentageThatCannotBeReducedByTwelveIsFatal) {
   show(chargingAt(50));
   Reading reading = *app->last();
   reading.percent = std::numeric_limits<std::int64_t>::min() + 11;
-  EXPECT_EXIT(app->symbolImage(reading, {}), testing::ExitedWithCode(1), "lumowatt: ");
+  EXPECT_EXIT(app->symbolImage(reading, {}), testing::ExitedWithCode(1),
+              "^lumowatt: the percentage is too small for the animation\n$");
   reading.percent = std::numeric_limits<std::int64_t>::min() + 12;
   EXPECT_EQ(std::get<Symbol>(app->symbolImage(reading, {})->content).name, "battery.25percent");
 }

@@ -35,6 +35,52 @@ TEST(LevelSymbol, HasOneForNumbersThatAreNoPercentage) {
   EXPECT_EQ(levelSymbol(std::numeric_limits<std::int64_t>::max()), "battery.100percent");
 }
 
+TEST(AnimatedSymbol, StepsFromAboveTheChargeLessTwelveToFullAndAgain) {
+  const auto levels = [](std::int64_t percent) {
+    std::vector<std::string_view> names;
+    for (std::int64_t frame = 0; frame < 5; ++frame) {
+      names.push_back(animatedSymbol(percent, frame));
+    }
+    return names;
+  };
+  using Names = std::vector<std::string_view>;
+  constexpr std::string_view quarter = "battery.25percent";
+  constexpr std::string_view half = "battery.50percent";
+  constexpr std::string_view most = "battery.75percent";
+  constexpr std::string_view full = "battery.100percent";
+  for (const std::int64_t percent : {std::numeric_limits<std::int64_t>::min() + 12,
+                                     std::int64_t{-38}, std::int64_t{5}, std::int64_t{36}}) {
+    EXPECT_EQ(levels(percent), (Names{quarter, half, most, full, quarter})) << percent;
+  }
+  for (const std::int64_t percent : {37, 61}) {
+    EXPECT_EQ(levels(percent), (Names{half, most, full, half, most})) << percent;
+  }
+  for (const std::int64_t percent : {62, 86}) {
+    EXPECT_EQ(levels(percent), (Names{most, full, most, full, most})) << percent;
+  }
+  for (const std::int64_t percent : {std::int64_t{87}, std::int64_t{99}, std::int64_t{111},
+                                     std::int64_t{112}, std::numeric_limits<std::int64_t>::max()}) {
+    EXPECT_EQ(levels(percent), (Names{full, full, full, full, full})) << percent;
+  }
+}
+
+TEST(AnimatedSymbol, OfAPercentageThatCannotBeReducedByTwelveIsFatal) {
+  EXPECT_EXIT(animatedSymbol(std::numeric_limits<std::int64_t>::min() + 11, 0),
+              testing::ExitedWithCode(1),
+              "^lumowatt: the percentage is too small for the animation\n$");
+}
+
+TEST(NextFrame, IsOneMore) {
+  EXPECT_EQ(nextFrame(0), 1);
+  EXPECT_EQ(nextFrame(std::numeric_limits<std::int64_t>::max() - 1),
+            std::numeric_limits<std::int64_t>::max());
+}
+
+TEST(NextFrame, AfterTheLargestNumberIsFatal) {
+  EXPECT_EXIT(nextFrame(std::numeric_limits<std::int64_t>::max()), testing::ExitedWithCode(1),
+              "^lumowatt: the animation has no next frame\n$");
+}
+
 TEST(Tinted, WithAColorIsThatSymbolInThatColor) {
   const auto image = tinted("battery.50percent", systemOrange, "Battery 44 percent");
   ASSERT_TRUE(image);
