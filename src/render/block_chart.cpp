@@ -19,20 +19,19 @@ constexpr std::array<std::string_view, 8> blocks{"▁", "▂", "▃", "▄", "�
 
 /// The charge at a time between the first sample and the last, on the line between its neighbours.
 double percentAt(const std::vector<Sample>& samples, double time) {
-  const auto next =
-      std::ranges::find_if(samples, [time](const Sample& sample) { return sample.time >= time; });
-  if (next == samples.begin()) return static_cast<double>(next->percent);
-  if (next == samples.end()) return static_cast<double>(samples.back().percent);
-  const Sample& before = *std::prev(next);
-  const auto low = static_cast<double>(before.percent);
-  const double share = (time - before.time) / (next->time - before.time);
-  return low + (static_cast<double>(next->percent) - low) * share;
+  const auto before = std::ranges::adjacent_find(
+      samples, [time](const Sample&, const Sample& next) { return next.time > time; });
+  if (before == samples.end()) return static_cast<double>(samples.back().percent);
+  const Sample& next = *std::next(before);
+  const auto low = static_cast<double>(before->percent);
+  const double share = (time - before->time) / (next.time - before->time);
+  return low + (static_cast<double>(next.percent) - low) * share;
 }
 
+/// The block for a height from 0 to 1. Percentages too large to be told apart have no height.
 std::string_view block(double height) {
   constexpr double top = blocks.size() - 1;
-  return blocks[static_cast<std::size_t>(
-      roundedHalfAwayFromZero(std::clamp(height * top, 0.0, top)).value_or(0))];
+  return blocks[static_cast<std::size_t>(roundedHalfAwayFromZero(height * top).value_or(0))];
 }
 
 }  // namespace

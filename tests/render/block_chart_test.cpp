@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 namespace lumowatt {
 
 namespace {
@@ -43,6 +46,40 @@ TEST(BlockChart, OfAnAlmostFlatHistoryLiesLow) {
 TEST(BlockChart, AStepStandsWhereItsTimeIs) {
   EXPECT_EQ(blockChart({{0, 10}, {1449, 10}, {1451, 90}, {2900, 90}}),
             repeated("▁", 15) + repeated("█", 15) + " 10–90%");
+}
+
+TEST(BlockChart, OfTwoSamplesAtATimeTheLastCounts) {
+  EXPECT_EQ(blockChart({{0, 10}, {1400, 10}, {1400, 90}, {2900, 90}}),
+            repeated("▁", 14) + repeated("█", 16) + " 10–90%");
+  EXPECT_EQ(blockChart({{0, 90}, {0, 10}, {2900, 10}, {2900, 90}}), repeated("▁", 29) + "█ 10–90%");
+}
+
+TEST(BlockChart, EndsAtTheLastSampleExactly) {
+  // A 29th of 31 is no number of a computer's: 29 times what stands for it are less than 31.
+  EXPECT_EQ(blockChart({{0, 10}, {std::nextafter(31.0, 0.0), 10}, {31, 90}}),
+            repeated("▁", 29) + "█ 10–90%");
+}
+
+TEST(BlockChart, RisesFromALevelToTheNextHalfWayBetweenThem) {
+  // The columns are 100 seconds apart, and each is half a level above the one before it, until the
+  // second sample: every second one is half way between two levels.
+  EXPECT_EQ(blockChart({{1000, 0}, {2000, 10}, {3900, 14}}),
+            "▁▂▂▃▃▄▄▅▅▆▆▆▆▆▆▇▇▇▇▇▇▇▇▇▇█████ 0–14%");
+  EXPECT_EQ(blockChart({{0, 0}, {1400, 10}, {2900, 10}}), "▁▂▂▃▃▄▄▅▅▆▆▇▇█████████████████ 0–10%");
+  // The same a trace later.
+  EXPECT_EQ(blockChart({{0, 0}, {1400.0000001, 10}, {2900, 10}}),
+            "▁▁▂▂▃▃▄▄▅▅▆▆▇▇████████████████ 0–10%");
+}
+
+TEST(BlockChart, AfterYearsOfRunningIsAsExactAsAtTheStart) {
+  const double start = 100'000'001.0;  // three years
+  EXPECT_EQ(blockChart({{start, 10}, {start + 1399, 10}, {start + 1400, 90}, {start + 2900, 90}}),
+            repeated("▁", 14) + repeated("█", 16) + " 10–90%");
+}
+
+TEST(BlockChart, OfNumbersTooLargeToTellApartLiesAtTheBottom) {
+  const std::int64_t most = std::numeric_limits<std::int64_t>::max();
+  EXPECT_EQ(blockChart({{0, most}, {2900, most}}), repeated("▁", 30) + " 9223372036854775807%");
 }
 
 TEST(BlockChart, NumbersThatAreNoPercentageHaveTheirPlaceToo) {
