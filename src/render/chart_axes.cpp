@@ -12,19 +12,21 @@ constexpr std::int64_t fullPercent = 100;
 constexpr std::array<std::int64_t, 4> percentSteps{2, 5, 10, 20};
 static_assert(percentSteps.back() * PercentAxis::steps == fullPercent);
 
+/// In seconds.
 struct Period {
-  double minutes;
-  double step;  ///< minutes
+  double length;
+  double step;
 };
 
-constexpr std::array<Period, 4> periods{{{5.0, 1.0}, {10.0, 2.0}, {30.0, 5.0}, {60.0, 10.0}}};
+constexpr std::array<Period, 4> periods{
+    {{300.0, 60.0}, {600.0, 120.0}, {1800.0, 300.0}, {3600.0, 600.0}}};
 
 }  // namespace
 
 PercentAxis percentAxis(const std::vector<Sample>& samples) {
   const auto [least, most] = std::ranges::minmax_element(samples, {}, &Sample::percent);
-  const std::int64_t low = std::clamp<std::int64_t>(least->percent, 0, fullPercent);
-  const std::int64_t high = std::clamp<std::int64_t>(most->percent, 0, fullPercent);
+  const std::int64_t low = std::max<std::int64_t>(least->percent, 0);
+  const std::int64_t high = std::min(most->percent, fullPercent);
   const auto stepsNeeded = [low, high](std::int64_t step) {
     return (high + step - 1) / step - low / step;
   };
@@ -39,11 +41,11 @@ PercentAxis percentAxis(const std::vector<Sample>& samples) {
 
 TimeAxis timeAxis(const std::vector<Sample>& samples) {
   const double end = samples.back().time;
-  const double minutes = (end - samples.front().time) / 60.0;
+  const double needed = end - samples.front().time;
   const auto* fitting = std::ranges::find_if(
-      periods, [minutes](const Period& period) { return minutes <= period.minutes; });
+      periods, [needed](const Period& period) { return needed <= period.length; });
   if (fitting == periods.end()) fitting = &periods.back();
-  return {.start = end - fitting->minutes * 60.0, .end = end, .step = fitting->step * 60.0};
+  return {.start = end - fitting->length, .end = end, .step = fitting->step};
 }
 
 }  // namespace lumowatt

@@ -74,6 +74,20 @@ TEST(TimeAxis, IsAsLongAsTheHistoryNeeds) {
   EXPECT_EQ(period(60.0), (Period{60.0, 10.0}));
 }
 
+TEST(TimeAxis, IsLongerWhereTheHistoryIsATraceLongerThanAPeriod) {
+  EXPECT_EQ(period(300.00001 / 60.0), (Period{10.0, 2.0}));
+  EXPECT_EQ(period(303.0 / 60.0), (Period{10.0, 2.0}));
+  EXPECT_EQ(period(600.00001 / 60.0), (Period{30.0, 5.0}));
+  EXPECT_EQ(period(1800.0001 / 60.0), (Period{60.0, 10.0}));
+}
+
+TEST(TimeAxis, AfterYearsOfRunningIsAsExactAsAtTheStart) {
+  const TimeAxis axis = timeAxis({{99'999'901.0, 50}, {100'000'001.0, 50}});
+  EXPECT_EQ(axis.start, 99'999'701.0);
+  EXPECT_EQ(axis.end, 100'000'001.0);
+  EXPECT_EQ(axis.step, 60.0);
+}
+
 TEST(TimeAxis, IsNeverLongerThanAnHour) { EXPECT_EQ(period(61.0), (Period{60.0, 10.0})); }
 
 }  // namespace lumowatt
