@@ -84,8 +84,8 @@ class Chart {
   double y(std::int64_t percent) const {
     const auto range = static_cast<double>(percents_.highest() - percents_.lowest);
     const std::int64_t shown = std::clamp(percent, percents_.lowest, percents_.highest());
-    return plotArea.maxY() -
-           static_cast<double>(shown - percents_.lowest) / range * plotArea.height;
+    const double share = static_cast<double>(shown - percents_.lowest) / range;
+    return plotArea.maxY() - share * plotArea.height;
   }
 
   Point point(const Sample& sample) const { return {x(sample.time), y(sample.percent)}; }

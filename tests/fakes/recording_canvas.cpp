@@ -134,7 +134,7 @@ Size RecordingCanvas::textSize(const AttributedString& string) {
     characters += std::ranges::count_if(
         run.text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U; });
   }
-  return {10.0 * static_cast<double>(characters), 18.0};
+  return {character.width * static_cast<double>(characters), character.height};
 }
 
 void RecordingCanvas::drawImage(const Image& image, const Rect& rect) {

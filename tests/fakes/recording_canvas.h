@@ -19,9 +19,10 @@ class RecordingCanvas : public Canvas {
   void drawText(const AttributedString& text, Point origin) override;
   void drawImage(const Image& image, const Rect& rect) override;
 
-  /// Each character is 10 wide and 18 high.
+  /// That of `character` times the number of characters, across.
   Size textSize(const AttributedString& text) override;
 
+  Size character{10.0, 18.0};
   std::vector<std::string> operations;
 };
 

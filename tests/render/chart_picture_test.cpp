@@ -15,7 +15,8 @@ using Operations = std::vector<std::string>;
 /// The charts of these tests begin at 13:00:00, which is 0 in the samples' time.
 constexpr double midnight = -13 * 3600.0;
 
-Operations drawn(const std::vector<Sample>& samples, double dayBegan = midnight) {
+Operations drawn(const std::vector<Sample>& samples, double dayBegan = midnight,
+                 Size character = {10.0, 18.0}) {
   const Drawing picture = chartPicture({.samples = samples,
                                         .heading = "64% · On battery",
                                         .color = systemGreen,
@@ -23,6 +24,7 @@ Operations drawn(const std::vector<Sample>& samples, double dayBegan = midnight)
   EXPECT_TRUE(picture.flipped);
   EXPECT_EQ(picture.size, (Size{688.0, 408.0}));
   RecordingCanvas canvas;
+  canvas.character = character;
   picture.draw(canvas, {0.0, 0.0, picture.size.width, picture.size.height});
   return canvas.operations;
 }
@@ -40,6 +42,17 @@ Operations lines(const Operations& operations) {
   Operations found = those("stroke", operations);
   EXPECT_TRUE(!found.empty() && found.front().ends_with("width 1 separator"));
   found.erase(found.begin());
+  return found;
+}
+
+/// The operations that write one of these texts.
+Operations texts(const std::vector<std::string>& wanted, const Operations& operations) {
+  Operations found;
+  std::ranges::copy_if(operations, std::back_inserter(found), [&](const std::string& each) {
+    return std::ranges::any_of(wanted, [&](const std::string& text) {
+      return each.find('"' + text + '"') != std::string::npos;
+    });
+  });
   return found;
 }
 
@@ -92,6 +105,32 @@ TEST(ChartPicture, HasAHeadingAxesAFilledAreaALineAndADotAtItsEnd) {
             }));
 }
 
+TEST(ChartPicture, AfterYearsOfRunningIsAsExactAsAtTheStart) {
+  const double years = 100'000'001.0;
+  const Operations operations =
+      drawn({{years + 240, 71}, {years + 270, 72}, {years + 300, 72}}, years + midnight);
+  EXPECT_EQ(operations, drawn({{240, 71}, {270, 72}, {300, 72}}));
+}
+
+TEST(ChartPicture, PutsPointsBetweenPixels) {
+  // 5 minutes across are 2 points a second; from 50% to 75% up are 11.2 points each.
+  EXPECT_EQ(lines(drawn({{210.1, 51}, {255.05, 66}, {300, 74}})),
+            (Operations{"stroke M(480.2, 356.8) L(480.2, 356.8) L(570.1, 188.8) L(660, 99.2)" +
+                        lineStyle}));
+}
+
+TEST(ChartPicture, CentersItsTextsWhateverTheyMeasure) {
+  const Size character{10.02, 18.3};
+  EXPECT_EQ(texts({"66%", "13:00", "13:05"}, drawn({{0, 71}, {300, 72}}, midnight, character)),
+            (Operations{
+                "text (21.94, 358.85) \"66%\" digits 11 secondaryLabel",
+                "text (34.95, 376) \"13:00\" digits 11 secondaryLabel",
+                "text (634.95, 376) \"13:05\" digits 11 secondaryLabel",
+            }));
+  EXPECT_EQ(drawn({}, midnight, character).back(),
+            "text (248.81, 218.85) \"Collecting history…\" digits 11 secondaryLabel");
+}
+
 TEST(ChartPicture, HasAGapWhereSamplesAreMissing) {
   // An hour across, 10 points a minute, and 54% to 64% up, 28 points a percent.
   const Operations operations = drawn({{0, 60}, {90, 60}, {1800, 60}, {1890, 60}, {3600, 60}});
@@ -120,6 +159,17 @@ TEST(ChartPicture, HasTimesOfTwoDigitsAlsoAcrossMidnight) {
   EXPECT_EQ(times(drawn({{0, 50}, {3600, 50}}, 1800)), "23:30 23:40 23:50 00:00 00:10 00:20 00:30");
   EXPECT_EQ(times(drawn({{0, 50}, {3600, 50}}, 1800 - 86400)),
             "23:30 23:40 23:50 00:00 00:10 00:20 00:30");
+}
+
+TEST(ChartPicture, HasTheTimesAroundMidnightToTheMinute) {
+  EXPECT_EQ(times(drawn({{0, 50}}, 0.0)), "23:55 23:56 23:57 23:58 23:59 00:00");
+  EXPECT_EQ(times(drawn({{0, 50}}, -120.0)), "23:57 23:58 23:59 00:00 00:01 00:02");
+}
+
+TEST(ChartPicture, HasTheTimesOfTheDayAlsoByAMidnightOfDecadesAgo) {
+  constexpr double fortyYears = 14'610 * 86'400.0;
+  EXPECT_EQ(times(drawn({{0, 50}, {300, 50}}, midnight - fortyYears)),
+            "13:00 13:01 13:02 13:03 13:04 13:05");
 }
 
 TEST(ChartPicture, OfASingleSampleIsADotAtTheRight) {
