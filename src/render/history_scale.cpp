@@ -13,7 +13,7 @@ double HistoryScale::upward(double percent) const {
 }
 
 std::optional<HistoryScale> historyScale(const std::vector<Sample>& samples) {
-  if (samples.size() < 2 || !(samples.back().time > samples.front().time)) return std::nullopt;
+  if (samples.empty() || !(samples.back().time > samples.front().time)) return std::nullopt;
   const auto [lowest, highest] = std::ranges::minmax_element(samples, {}, &Sample::percent);
   const double start = samples.front().time;
   return HistoryScale{.start = start,

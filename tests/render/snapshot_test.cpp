@@ -215,8 +215,10 @@ TEST(WriteSnapshot, WithoutABitmapTouchesNoFile) {
   RecordingBitmapFactory bitmaps;
   bitmaps.refuses = true;
   for (const char* name : {"old.png", "new.png", "none/new.png"}) {
+    testing::internal::CaptureStderr();
     EXPECT_EQ(writeSnapshot({}, folder.path() / name, false, bitmaps).failure().reason,
               "no bitmap");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "lumowatt: no bitmaps today\n");
   }
   EXPECT_EQ(fileContents(folder.path() / "old.png"), "old");
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "new.png"));

@@ -27,6 +27,12 @@ Operations chart(const std::vector<Sample>& samples) {
   return drawn(sparkline(samples, systemGreen));
 }
 
+Reading readingAt(std::int64_t percent) {
+  Reading reading;
+  reading.percent = percent;
+  return reading;
+}
+
 }  // namespace
 
 TEST(Sparkline, IsAnImageThatIsNotFlippedOfTheDefaultSize) {
@@ -68,6 +74,12 @@ TEST(Sparkline, PointsStandWhereTheirTimeIs) {
             (Operations{baseline, "stroke M(2, 5) L(63.5, 27.4) L(248, 33)" + line}));
 }
 
+TEST(Sparkline, PutsPointsBetweenPixels) {
+  // A tenth of the time: 2 + 24.6; 3 of 10 points up: 5 + 8.4.
+  EXPECT_EQ(chart({{1000, 30}, {1006, 33}, {1060, 40}}),
+            (Operations{baseline, "stroke M(2, 5) L(26.6, 13.4) L(248, 33)" + line}));
+}
+
 TEST(Sparkline, SamplesOutsideTheSpanOfTheFirstAndTheLastAreDrawnWhereTheyFall) {
   EXPECT_EQ(chart({{0, 50}, {120, 50}, {60, 50}}),
             (Operations{baseline, "stroke M(2, 5) L(494, 5) L(248, 5)" + line}));
@@ -90,11 +102,11 @@ TEST(Sparkline, ALastSampleBeforeTheFirstIsNoHistory) {
 }
 
 TEST(Sparkline, TakesTheGivenSize) {
-  const Image image = sparkline({}, systemGreen, 100.0, 60.0);
-  EXPECT_EQ(std::get<Drawing>(image.content).size, (Size{100.0, 60.0}));
+  const Image image = sparkline({}, systemGreen, 100.0, 60.2);
+  EXPECT_EQ(std::get<Drawing>(image.content).size, (Size{100.0, 60.2}));
   EXPECT_EQ(drawn(image),
             (Operations{"stroke M(2, 5) L(98, 5) width 1 separator",
-                        "text (4, 23) \"Collecting history…\" system 11 secondaryLabel"}));
+                        "text (4, 23.1) \"Collecting history…\" system 11 secondaryLabel"}));
 }
 
 TEST(Sparkline, IsDrawnIntoTheRectangleItIsGivenWithTheTextByItsOwnHeight) {
@@ -103,6 +115,20 @@ TEST(Sparkline, IsDrawnIntoTheRectangleItIsGivenWithTheTextByItsOwnHeight) {
   std::get<Drawing>(image.content).draw(canvas, {10.0, 20.0, 54.0, 30.0});
   EXPECT_EQ(canvas.operations,
             (Operations{"stroke M(12, 25) L(62, 25) width 1 separator", placeholder}));
+}
+
+TEST(ChartColor, IsThatOfTheReadingWhereItHasOneAndColorsAreOn) {
+  const Reading low = readingAt(8);
+  EXPECT_EQ(chartColor(low, true), systemRed);
+  EXPECT_EQ(chartColor(low, true, systemGreen), systemRed);
+}
+
+TEST(ChartColor, IsElseTheUsers) {
+  const Reading low = readingAt(8);
+  const Reading ordinary = readingAt(64);
+  EXPECT_EQ(chartColor(low, false, systemGreen), systemGreen);
+  EXPECT_EQ(chartColor(ordinary, true, systemGreen), systemGreen);
+  EXPECT_EQ(chartColor(ordinary, true), Color(SystemColor::accent));
 }
 
 TEST(Sparkline, NumbersThatAreNoPercentageHaveTheirPlaceToo) {
