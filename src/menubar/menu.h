@@ -51,8 +51,8 @@ struct ItemView {
 
 /// What the chart's picture has of the desktop that shows it.
 struct ChartSetting {
-  Color accent = SystemColor::accent;  ///< the user's
-  double midnight = 0.0;               ///< when clocks showed 0:00 last, as `Desktop::now` counts
+  Color accent;     ///< the user's
+  double midnight;  ///< when clocks showed 0:00 last, as `Desktop::now` counts
 };
 
 /// The chart, as each kind of desktop can show it.

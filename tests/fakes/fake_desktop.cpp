@@ -48,8 +48,11 @@ std::vector<std::optional<StoredPreference>> FakeDesktop::preferences(
   std::vector<std::optional<StoredPreference>> values;
   for (const std::string_view key : keys) {
     const auto found = store.find(key);
-    auto& value = values.emplace_back();
-    if (found == store.end()) continue;
+    auto& value = values.emplace_back(StoredPreference{});
+    if (found == store.end()) {
+      value.reset();  // whoever reads it all the same finds zeros, which are not the defaults
+      continue;
+    }
     const std::string& text = found->second;
     value = {.integer = 0, .boolean = text == "true"};
     std::from_chars(text.data(), text.data() + text.size(), value->integer);

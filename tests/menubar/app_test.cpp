@@ -210,6 +210,30 @@ TEST_F(AppTest, AnimatesWhileChargingBelowAHundred) {
   EXPECT_EQ(desktop.intervals(), std::vector{0.7}) << "the running timer goes on";
 }
 
+TEST_F(AppTest, ARefreshDoesNotDelayTheNextFrame) {
+  show(charging);
+  desktop.pass(0.5);
+  app->refresh();
+  desktop.pass(0.3);
+  EXPECT_EQ(app->frame(), 1);
+  EXPECT_EQ(std::ranges::count(desktop.notes, "timer"), 1);
+}
+
+TEST_F(AppTest, KeepsItsFrameUntilAnAnimationEnds) {
+  show(charging);
+  desktop.pass(1.5);
+  show({});
+  EXPECT_EQ(app->frame(), 0) << "the end of the animation";
+  desktop.allTicks.at(0)();  // was on its way as the timer ended
+  EXPECT_EQ(app->frame(), 1);
+  app->refresh();
+  EXPECT_EQ(app->frame(), 1) << "what does not run does not end";
+  show(charging);
+  EXPECT_TRUE(app->isAnimating());
+  EXPECT_EQ(app->frame(), 1) << "the start of the animation";
+  EXPECT_EQ(desktop.symbol(), "battery.75percent green") << "the second of its levels";
+}
+
 TEST_F(AppTest, EndsTheAnimationAtAHundredAndBeginsAtFrameZeroAgain) {
   show({.percent = 99, .watts = 5.0, .external = true, .charging = true});
   desktop.pass(2.2);
