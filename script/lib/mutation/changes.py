@@ -295,7 +295,8 @@ class Source:
             self.replace(cursor, f"static_cast<{kind}>({argument})", argument)
         if cursor.spelling in ("min", "max"):
             return  # their arguments may have any order
-        for first, second in zip(arguments, arguments[1:]):
+        swapped = arguments[is_clamp:]  # std::clamp takes its first two in any order as well
+        for first, second in zip(swapped, swapped[1:]):
             if type_name(first) == type_name(second) and "(" not in type_name(first):
                 (low, middle), (middle_end, high) = span(first), span(second)
                 if middle <= middle_end:
