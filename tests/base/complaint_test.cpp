@@ -21,6 +21,11 @@ TEST(Complain, WritesALineWithTheProgramsName) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "lumowatt: something is wrong\n");
 }
 
+TEST(Complaint, ReportsAFailureThatNothingPrecedes) {
+  Complaint complaint("it is broken");
+  EXPECT_EQ(written(complaint, Failure{"rust"}), "lumowatt: it is broken: rust\n");
+}
+
 TEST(Complaint, ReportsAFailureOnceUntilASuccess) {
   Complaint complaint("it is broken");
   EXPECT_EQ(written(complaint, 1), "");
