@@ -2,15 +2,14 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 namespace lumowatt {
 
 namespace {
 
-// Sign, all digits of the largest double, point, nine decimals. The shortest form of the smallest
-// double, at 326 characters, is longer still.
-constexpr int longestNumber = std::numeric_limits<double>::max_exponent10 + 32;
+// The sign, "0." and 324 decimals of a negative number next to zero in its shortest form. The
+// lowest number with nine decimals has 320 characters.
+constexpr int longestNumber = 327;
 
 }  // namespace
 

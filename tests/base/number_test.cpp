@@ -76,6 +76,12 @@ TEST(Shortest, ReadsBackAsTheSameValueWithoutAnExponent) {
   }
 }
 
+TEST(Shortest, HasRoomForTheNumbersWithTheMostDecimals) {
+  EXPECT_EQ(shortest(-smallest), "-0." + std::string(323, '0') + "5");
+  EXPECT_EQ(shortest(-std::numeric_limits<double>::min()),
+            "-0." + std::string(307, '0') + "22250738585072014");
+}
+
 TEST(Shortest, OfWhatIsNoNumberHasNoFraction) { EXPECT_EQ(shortest(infinity), "inf"); }
 
 TEST(Sign, IsTheMinusSignBelowZeroOnly) {
