@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <cstdlib>
+
 #include "support/files.h"
 
 namespace lumowatt {
@@ -12,6 +15,14 @@ namespace {
 std::string failure(const std::string& path, std::string_view contents) {
   const auto written = writeFile(path, contents);
   return written ? "" : written.failure().reason;
+}
+
+/// Writes on a standard output that takes nothing, and ends with the reason on the standard error.
+[[noreturn]] void writeToFullStandardOutput(std::string_view text) {
+  if (std::freopen("/dev/full", "w", stdout) == nullptr) std::_Exit(EXIT_FAILURE);
+  const auto written = writeToStandardOutput(text);
+  std::fputs(written ? "written" : written.failure().reason.c_str(), stderr);
+  std::_Exit(EXIT_SUCCESS);
 }
 
 }  // namespace
@@ -39,10 +50,21 @@ TEST(OutputFile, GoesThroughASymbolicLink) {
   EXPECT_EQ(fileContents(folder.path() / "target"), "new");
 }
 
-TEST(OutputFile, NamedDevStdoutIsTheStandardOutput) {
+TEST(OutputFile, NamedDevStdoutIsTheStandardOutputWithWhatStandsThereAndFollows) {
   testing::internal::CaptureStdout();
-  EXPECT_EQ(failure("/dev/stdout", "text"), "");
-  EXPECT_EQ(testing::internal::GetCapturedStdout(), "text");
+  std::fputs("before, ", stdout);
+  std::fflush(stdout);
+  EXPECT_EQ(failure("/dev/stdout", "the text"), "");
+  std::fputs(", after", stdout);
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "before, the text, after");
+}
+
+TEST(StandardOutputDeathTest, ThatIsAFullDeviceIsAnErrorForManyBytesAndForFew) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "a Mac has no such device";
+  for (const std::size_t size : {1U, 1000000U}) {
+    EXPECT_EXIT(writeToFullStandardOutput(std::string(size, 'x')), testing::ExitedWithCode(0),
+                "^No space left on device$");
+  }
 }
 
 TEST(OutputFile, AFolderIsAnError) {
