@@ -81,14 +81,9 @@ std::int64_t percent(const PropertyDictionary& properties, const Reading& readin
 
 std::optional<std::int64_t> minutes(const PropertyDictionary& properties, bool charging) {
   constexpr std::int64_t notYetKnown = 65535;
-  std::int64_t candidate = 0;
-  if (charging) {
-    candidate = integerOrZero(properties, "AvgTimeToFull");
-  } else {
-    candidate = integerOrZero(properties, "AvgTimeToEmpty");
-    if (candidate == notYetKnown || candidate < 1) {
-      candidate = integerOrZero(properties, "TimeRemaining");
-    }
+  auto candidate = integerOrZero(properties, charging ? "AvgTimeToFull" : "AvgTimeToEmpty");
+  if (!charging && (candidate == notYetKnown || candidate < 1)) {
+    candidate = integerOrZero(properties, "TimeRemaining");
   }
   if (candidate < 1 || candidate >= notYetKnown) return std::nullopt;
   return candidate;

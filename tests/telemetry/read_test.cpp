@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
 #include "fakes/scripted_battery.h"
 #include "support/fixtures.h"
 #include "support/json_properties.h"
@@ -107,6 +111,15 @@ TEST(ReadPercent, AnyOtherMaxCapacityLeavesItToTheRawFigures) {
   EXPECT_EQ(percent(2500, -5000), 0);
 }
 
+TEST(ReadPercent, IsThatOfTheQuotientInDoublesWhichIsBelowAHalfFor23Of40) {
+  // 23 of 40 is 57.5 %, but the double next to 0.575 times 100 is 57.49999999999999.
+  EXPECT_EQ(readingOf({{"AppleRawCurrentCapacity", 23}, {"AppleRawMaxCapacity", 40}}).percent, 57);
+}
+
+TEST(ReadPercent, OfAFullChargeCapacityOf1IsOneOfItself) {
+  EXPECT_EQ(readingOf({{"AppleRawCurrentCapacity", 1}, {"AppleRawMaxCapacity", 1}}).percent, 100);
+}
+
 TEST(ReadPercentDeathTest, AResultOutside64BitsIsFatal) {
   const json properties = {{"AppleRawCurrentCapacity", 9000000000000000000},
                            {"AppleRawMaxCapacity", 1}};
@@ -151,11 +164,41 @@ TEST(ReadCapacities, ComeFromTheTopLevelWhenBatteryDataIsNoDictionary) {
   EXPECT_EQ(reading.nominal, 14);
 }
 
+TEST(ReadCapacities, OfZeroInBatteryDataAreZeroWhateverTheTopLevelHolds) {
+  const Reading reading = readingOf({{"BatteryData",
+                                      {{"AppleRawCurrentCapacity", 0},
+                                       {"AppleRawMaxCapacity", 0},
+                                       {"DesignCapacity", 0},
+                                       {"NominalChargeCapacity", 0}}},
+                                     {"AppleRawCurrentCapacity", 11},
+                                     {"AppleRawMaxCapacity", 12},
+                                     {"DesignCapacity", 13},
+                                     {"NominalChargeCapacity", 14}});
+  EXPECT_EQ(reading.rawCurrent, 0);
+  EXPECT_EQ(reading.rawMax, 0);
+  EXPECT_EQ(reading.design, 0);
+  EXPECT_EQ(reading.nominal, 0);
+}
+
 TEST(ReadCapacities, NoOtherKeyIsLookedUpInBatteryData) {
   const Reading reading =
       readingOf({{"BatteryData", {{"CycleCount", 9}, {"Voltage", 12000}, {"MaxCapacity", 100}}}});
   EXPECT_EQ(reading.cycles, 0);
   EXPECT_EQ(reading.batteryVolts, 0.0);
+}
+
+TEST(ReadStates, AreTrueForEveryNumberButZero) {
+  using States = std::vector<bool>;
+  const auto states = [](const json& value) {
+    const Reading reading =
+        readingOf({{"ExternalConnected", value}, {"IsCharging", value}, {"FullyCharged", value}});
+    return States{reading.external, reading.charging, reading.full};
+  };
+  EXPECT_EQ(states(true), States({true, true, true}));
+  EXPECT_EQ(states(2), States({true, true, true}));
+  EXPECT_EQ(states(18446744073709551615U), States({true, true, true})) << "the bits of -1";
+  EXPECT_EQ(states(false), States({false, false, false}));
+  EXPECT_EQ(states(0), States({false, false, false}));
 }
 
 TEST(ReadCurrent, The64BitPatternOfMinus1000MilliamperesIsMinus1Ampere) {
@@ -166,6 +209,25 @@ TEST(ReadCurrent, The64BitPatternOfMinus1000MilliamperesIsMinus1Ampere) {
 TEST(ReadBatteryPower, IsVoltageTimesCurrentWithoutTelemetry) {
   EXPECT_EQ(readingOf({{"Voltage", 12000}, {"Amperage", -1000}}).batteryWatts, -12.0);
   EXPECT_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 1000}}).batteryWatts, 12.0);
+}
+
+TEST(ReadBatteryPower, IsVoltageTimesCurrentForTheSmallestCurrent) {
+  EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 1}}).batteryWatts, 0.012);
+  EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 10}}).batteryWatts, 0.12);
+  EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", -1}}).batteryWatts, -0.012);
+  EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 1010}}).batteryWatts, 12.12);
+}
+
+TEST(ReadBatteryPower, OfZeroHasAMinusSignOnlyWhileCurrentFlowsOut) {
+  const auto isNegativeZero = [](int millivolts, int milliamperes) {
+    const Reading reading = readingOf({{"Voltage", millivolts}, {"Amperage", milliamperes}});
+    EXPECT_EQ(reading.batteryWatts, 0.0);
+    return std::signbit(reading.batteryWatts);
+  };
+  EXPECT_TRUE(isNegativeZero(0, -1000));
+  EXPECT_FALSE(isNegativeZero(0, 1000));
+  EXPECT_FALSE(isNegativeZero(12000, 0));
+  EXPECT_FALSE(isNegativeZero(-12000, 0)) << "no product of a voltage and no current";
 }
 
 TEST(ReadBatteryPower, IsVoltageTimesCurrentWhenTelemetryReadsZeroWhileCurrentFlows) {
@@ -181,6 +243,14 @@ TEST(ReadBatteryPower, OfTelemetryIsNegativeWhileCurrentFlowsOut) {
   EXPECT_EQ(readingOf({{"Voltage", 12000}, {"Amperage", -1000}, {"PowerTelemetryData", telemetry}})
                 .batteryWatts,
             -8.0);
+}
+
+TEST(ReadBatteryPower, OfTelemetryBelowAWattIsNegativeWhileCurrentFlowsOutWhateverItsSign) {
+  for (const int milliwatts : {500, -500, 1, -1}) {
+    const json telemetry = {{"BatteryPower", milliwatts}};
+    EXPECT_EQ(readingOf({{"Amperage", -40}, {"PowerTelemetryData", telemetry}}).batteryWatts,
+              -std::abs(milliwatts) / 1000.0);
+  }
 }
 
 TEST(ReadBatteryPower, OfTelemetryStaysNegativeWhileCurrentFlowsIn) {
@@ -222,6 +292,10 @@ TEST(ReadMinutes, WhileNotChargingAreThoseToEmptyBeforeThoseRemaining) {
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 300}, {"TimeRemaining", 240}}).minutes, 300);
 }
 
+TEST(ReadMinutes, OfOneToEmptyAreKnown) {
+  EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 1}, {"TimeRemaining", 240}}).minutes, 1);
+}
+
 TEST(ReadMinutes, WhileNotChargingAreThoseRemainingWhenThoseToEmptyAreNotKnown) {
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 65535}, {"TimeRemaining", 240}}).minutes, 240);
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", -3}, {"TimeRemaining", 240}}).minutes, 240);
@@ -244,6 +318,8 @@ TEST(ReadTemperature, IsInHundredths) {
   EXPECT_EQ(readingOf({{"Temperature", 3050}}).temperatureC, 30.5);
   EXPECT_EQ(readingOf({{"Temperature", -150}}).temperatureC, -1.5);
 }
+
+TEST(ReadTemperature, OfZeroIsOne) { EXPECT_EQ(readingOf({{"Temperature", 0}}).temperatureC, 0.0); }
 
 TEST(ReadAdapter, MayHaveWattsWithoutAName) {
   const Reading nameless = readingOf({{"AdapterDetails", {{"Watts", 96}}}});
