@@ -1,6 +1,5 @@
 #include "telemetry/reading.h"
 
-#include <array>
 #include <cstddef>
 
 namespace lumowatt {
@@ -13,7 +12,7 @@ constexpr double deadBandAmps = 0.01;
 }  // namespace
 
 std::string_view name(Trend trend) {
-  constexpr std::array<std::string_view, 3> names{"up", "down", "steady"};
+  constexpr std::string_view names[] = {"up", "down", "steady"};
   return names[static_cast<std::size_t>(trend)];
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <unordered_set>
 
@@ -32,11 +33,26 @@ TEST(Reading, MadeWithoutArgumentsIsSteadyAndKnowsNothing) {
   const Reading reading;
   EXPECT_EQ(trend(reading), Trend::steady);
   EXPECT_EQ(percentPerHour(reading), std::nullopt);
-  EXPECT_EQ(reading.minutes, std::nullopt);
-  EXPECT_EQ(reading.temperatureC, std::nullopt);
-  EXPECT_EQ(reading.adapterName, "");
   EXPECT_EQ(reading.percent, 0);
+  EXPECT_EQ(reading.rawCurrent, 0);
+  EXPECT_EQ(reading.rawMax, 0);
+  EXPECT_EQ(reading.design, 0);
+  EXPECT_EQ(reading.nominal, 0);
+  EXPECT_EQ(reading.cycles, 0);
+  EXPECT_EQ(reading.batteryVolts, 0.0);
+  EXPECT_EQ(reading.batteryAmps, 0.0);
   EXPECT_FALSE(reading.external);
+  EXPECT_FALSE(reading.charging);
+  EXPECT_FALSE(reading.full);
+  EXPECT_EQ(reading.minutes, std::nullopt);
+  EXPECT_EQ(reading.adapterName, "");
+  EXPECT_EQ(reading.adapterWatts, 0);
+  EXPECT_EQ(reading.wallVolts, 0.0);
+  EXPECT_EQ(reading.wallAmps, 0.0);
+  EXPECT_EQ(reading.wallWatts, 0.0);
+  EXPECT_EQ(reading.systemWatts, 0.0);
+  EXPECT_EQ(reading.batteryWatts, 0.0);
+  EXPECT_EQ(reading.temperatureC, std::nullopt);
 }
 
 TEST(Reading, TakesAllTwentyValuesInTheOrderOfItsFields) {
@@ -70,6 +86,12 @@ TEST(Sample, IsMadeOfTimeAndPercent) {
   EXPECT_EQ(sample.percent, 87);
 }
 
+TEST(Sample, MadeWithoutArgumentsIsOfNoChargeAtTheFixedInstant) {
+  const Sample sample;
+  EXPECT_EQ(sample.time, 0.0);
+  EXPECT_EQ(sample.percent, 0);
+}
+
 TEST(Trend, IsNamedAfterItsCase) {
   EXPECT_EQ(name(Trend::up), "up");
   EXPECT_EQ(name(Trend::down), "down");
@@ -84,6 +106,9 @@ TEST(Trend, CanBeHashed) {
 TEST(TrendOfReading, FullOnExternalPowerIsSteadyWhateverThePower) {
   EXPECT_EQ(trend(withPower(25.0, true, true)), Trend::steady);
   EXPECT_EQ(trend(withPower(-25.0, true, true)), Trend::steady);
+  Reading charging = withPower(25.0, true, true);
+  charging.charging = true;
+  EXPECT_EQ(trend(charging), Trend::steady);
 }
 
 TEST(TrendOfReading, ExternalPowerAloneOrFullAloneDoesNotSteadyIt) {
@@ -96,6 +121,8 @@ TEST(TrendOfReading, TheEndsOfTheDeadBandAreSteady) {
   EXPECT_EQ(trend(withPower(-0.3)), Trend::steady);
   EXPECT_EQ(trend(withPower(0.31)), Trend::up);
   EXPECT_EQ(trend(withPower(-0.31)), Trend::down);
+  EXPECT_EQ(trend(withPower(std::nextafter(0.3, 1.0))), Trend::up);
+  EXPECT_EQ(trend(withPower(std::nextafter(-0.3, -1.0))), Trend::down);
 }
 
 TEST(TrendOfReading, PowerThatIsNotANumberIsSteady) {
@@ -107,10 +134,19 @@ TEST(PercentPerHour, IsAbsentWithoutAFullChargeCapacity) {
   EXPECT_EQ(percentPerHour(withCurrent(5.0, -4000)), std::nullopt);
 }
 
+TEST(PercentPerHour, Of5AmperesIntoAMilliampereHourIsHalfAMillion) {
+  EXPECT_EQ(percentPerHour(withCurrent(5.0, 1)), 500000.0);
+}
+
 TEST(PercentPerHour, IsAbsentForACurrentOf10MilliamperesOrLess) {
   EXPECT_EQ(percentPerHour(withCurrent(0.01, 1000)), std::nullopt);
   EXPECT_EQ(percentPerHour(withCurrent(-0.01, 1000)), std::nullopt);
   EXPECT_EQ(percentPerHour(withCurrent(0.0, 1000)), std::nullopt);
+}
+
+TEST(PercentPerHour, IsThereForTheCurrentsNextTo10Milliamperes) {
+  EXPECT_NEAR(percentPerHour(withCurrent(std::nextafter(0.01, 1.0), 1000)).value(), 1.0, 1e-12);
+  EXPECT_NEAR(percentPerHour(withCurrent(std::nextafter(-0.01, -1.0), 1000)).value(), -1.0, 1e-12);
 }
 
 TEST(PercentPerHour, IsAbsentForACurrentThatIsNotANumber) {
@@ -119,6 +155,12 @@ TEST(PercentPerHour, IsAbsentForACurrentThatIsNotANumber) {
 
 TEST(PercentPerHour, Of11MilliamperesIntoAnAmpereHourIs1Point1) {
   EXPECT_NEAR(percentPerHour(withCurrent(0.011, 1000)).value(), 1.1, 1e-12);
+}
+
+TEST(PercentPerHour, IsTheCurrentInMilliamperesThenItsShareThenInPercentInDoubles) {
+  // Exactly 61.25 and 31.875. Each other order of the same steps rounds to just these.
+  EXPECT_EQ(percentPerHour(withCurrent(3.528, 5760)), 61.25000000000001);
+  EXPECT_EQ(percentPerHour(withCurrent(1.734, 5440)), 31.874999999999996);
 }
 
 TEST(PercentPerHour, CarriesTheSignOfTheCurrent) {
