@@ -1,6 +1,5 @@
 #include "format/figures.h"
 
-#include <array>
 #include <cstddef>
 
 #include "base/number.h"
@@ -41,7 +40,7 @@ std::string statusLine(const Reading& reading) {
 }
 
 std::string_view arrow(Trend trend) {
-  constexpr std::array<std::string_view, 3> arrows{"▲", "▼", "•"};
+  constexpr std::string_view arrows[] = {"▲", "▼", "•"};
   return arrows[static_cast<std::size_t>(trend)];
 }
 

@@ -161,6 +161,63 @@ TEST(Details, WithoutANominalCapacityKeepTheOtherLinesOfTheDesign) {
   EXPECT_TRUE(has(details(reading), "Apple’s own health figure"));
 }
 
+TEST(Details, HaveALineForEachFigureOfExactly1) {
+  Reading reading;
+  reading.external = true;
+  reading.adapterWatts = 1;
+  reading.rawMax = 1;
+  reading.design = 1;
+  reading.nominal = 1;
+  const Lines expected = {
+      "On power, not charging",
+      "Charge: 0% (0 of 1 mAh)",
+      "Battery power: +0.0 W  (0.00 V, +0.000 A)",
+      "System use: 0.0 W",
+      "From the adapter: 0.0 W  (0.0 V, 0.00 A)",
+      "Adapter rating: 1 W",
+      "Capacity vs design, raw: 100% (1 of 1 mAh)",
+      "Nominal charge capacity: 1 mAh (100%)",
+      "Apple’s own health figure uses its own method and can differ.",
+      "Cycle count: 0",
+  };
+  EXPECT_EQ(details(reading), expected);
+}
+
+TEST(Details, KeepTheSignsOfTheAdaptersVoltageAndCurrentButNotOfPowers) {
+  Reading reading;
+  reading.external = true;
+  reading.wallWatts = -28.44;
+  reading.wallVolts = -20.1;
+  reading.wallAmps = -1.414;
+  reading.systemWatts = -15.2;
+  EXPECT_TRUE(has(details(reading), "From the adapter: 28.4 W  (-20.1 V, -1.41 A)"));
+  EXPECT_TRUE(has(details(reading), "System use: 15.2 W"));
+}
+
+TEST(Details, TakeCapacityPercentagesFromTheQuotientsInDoubles) {
+  // Exactly 57.5 and 54.5, which would be 58 and 54: halves go to the even digit. A hundred times
+  // the doubles next to 0.575 and 0.545 are 57.49999999999999 and 54.50000000000001.
+  Reading reading;
+  reading.design = 4000;
+  for (const auto& [capacity, percent] : {std::pair(2300, "57%"), std::pair(2180, "55%")}) {
+    reading.rawMax = capacity;
+    reading.nominal = capacity;
+    const std::string figure = std::to_string(capacity);
+    EXPECT_TRUE(has(details(reading), "Capacity vs design, raw: " + std::string(percent) + " (" +
+                                          figure + " of 4000 mAh)"));
+    EXPECT_TRUE(
+        has(details(reading), "Nominal charge capacity: " + figure + " mAh (" + percent + ")"));
+  }
+}
+
+TEST(Details, TakeTheRateFromItsStepsInDoubles) {
+  // Exactly 61.25, but 61.25000000000001 in doubles.
+  Reading reading;
+  reading.rawMax = 5760;
+  reading.batteryAmps = 3.528;
+  EXPECT_TRUE(has(details(reading), "Rate now: +61.3% per hour"));
+}
+
 TEST(Details, DoNotClampTheCapacityPercentage) {
   Reading reading;
   reading.rawMax = 5000;

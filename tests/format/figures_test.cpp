@@ -149,7 +149,23 @@ TEST(Clock, HasTwoDigitsOfMinutes) {
   EXPECT_EQ(clock(5), "0:05");
   EXPECT_EQ(clock(0), "0:00");
   EXPECT_EQ(clock(614), "10:14");
+}
+
+TEST(Clock, PadsMinutesBelow10Alone) {
+  EXPECT_EQ(clock(69), "1:09");
+  EXPECT_EQ(clock(70), "1:10");
+  EXPECT_EQ(clock(71), "1:11");
+}
+
+TEST(Clock, BeginsAnHourAt60Minutes) {
+  EXPECT_EQ(clock(59), "0:59");
+  EXPECT_EQ(clock(60), "1:00");
+  EXPECT_EQ(clock(6000), "100:00");
+}
+
+TEST(Clock, BelowZeroHasAMinusSignInEachPartAndNoPadding) {
   EXPECT_EQ(clock(-75), "-1:-15");
+  EXPECT_EQ(clock(-61), "-1:-1");
 }
 
 TEST(TrendAccent, IsGreenWhileChargingAndOrangeBeyondFifteenWattsOut) {
@@ -163,6 +179,14 @@ TEST(TrendAccent, IsGreenWhileChargingAndOrangeBeyondFifteenWattsOut) {
   EXPECT_EQ(accentOf(-15.0), std::nullopt);
   EXPECT_EQ(accentOf(-15.01), SystemColor::orange);
   EXPECT_EQ(accentOf(std::numeric_limits<double>::quiet_NaN()), std::nullopt);
+}
+
+TEST(TrendAccent, IsNoneForAFullBatteryOnPowerWhateverItsPower) {
+  Reading reading = powered(yes, no, yes);
+  reading.batteryWatts = -25.0;
+  EXPECT_EQ(trendAccent(reading), std::nullopt);
+  reading.batteryWatts = 25.0;
+  EXPECT_EQ(trendAccent(reading), std::nullopt);
 }
 
 }  // namespace lumowatt
