@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/fatal.h"
 #include "cli/dump.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/recording_canvas.h"
@@ -110,6 +111,18 @@ TEST(Commands, SnapshotOfAnUnknownSampleIsAnErrorAndDoesNotFallBackToTheBattery)
   EXPECT_EQ(battery.asked, 0);
 }
 
+TEST(CommandsDeathTest, SnapshotWithoutMeansToDrawFailsBeforeItLooksForASampleOrABattery) {
+  ScriptedBattery battery;
+  const Services services{
+      .battery = battery,
+      .makeBitmaps = []() -> std::unique_ptr<BitmapFactory> { fatal("no module"); },
+      .makeDesktop = nullptr};
+  for (const std::optional<std::string> sample : {std::optional("nosuch"), {}}) {
+    EXPECT_EXIT(carryOut(WriteSnapshot{"out.png", sample}, "1.0.0", services),
+                testing::ExitedWithCode(1), "^lumowatt: no module\n$");
+  }
+}
+
 TEST(Commands, LiveSnapshotWithoutABatteryIsAnError) {
   ScriptedBattery battery;
   expectOutcome(WriteSnapshot{"out.png", std::nullopt}, battery, "error=no battery\n", 1);
@@ -172,9 +185,11 @@ TEST(Commands, MenuBarItemThatEndsBadlyIsAnError) {
   EXPECT_EQ(outcome.status, 1);
 }
 
-TEST(Commands, MenuBarItemWithoutADesktopIsAnError) {
+TEST(Commands, MenuBarItemWithoutADesktopIsAnErrorWhoseReasonIsOnTheStandardError) {
   ScriptedBattery battery(PropertyDictionary{});
+  testing::internal::CaptureStderr();
   expectOutcome(ShowMenuBarItem{}, battery, "error=no desktop\n", 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "lumowatt: no module\n");
 }
 
 }  // namespace lumowatt

@@ -67,6 +67,14 @@ TEST(Dump, TheTemperatureAlwaysHasAFractionalPart) {
   EXPECT_TRUE(hasLine(dump(reading), "temperatureC=30.0"));
 }
 
+TEST(Dump, TheRateIsThatOfItsStepsInDoubles) {
+  // Exactly 31.875, which would be 31.88, but 31.874999999999996 in doubles.
+  Reading reading;
+  reading.rawMax = 5440;
+  reading.batteryAmps = 1.734;
+  EXPECT_TRUE(hasLine(dump(reading), "percentPerHour=31.87"));
+}
+
 TEST(Dump, ANegativeZeroKeepsItsSign) {
   Reading reading;
   reading.batteryWatts = -0.0;
