@@ -7,7 +7,8 @@
 
 namespace lumowatt::power_supply {
 
-/// The battery service of a Linux machine: the kernel's power-supply class, translated.
+/// The battery service of a Linux machine: the kernel's power-supply class, translated. For one
+/// thread at a time: it remembers whether it has complained.
 class Service : public BatteryService {
  public:
   /// `powerSupplyFolder` lists the batteries and chargers, `hwmonFolder` the sensors of machines
