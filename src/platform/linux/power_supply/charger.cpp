@@ -18,8 +18,7 @@ double nonNegative(Device& device, const char* attribute) {
 }
 
 double watts(Device& device, const char* voltage, const char* current) {
-  const double microvolts = nonNegative(device, voltage);
-  return microvolts > 0 ? microvolts * nonNegative(device, current) / 1e12 : 0;
+  return nonNegative(device, voltage) * nonNegative(device, current) / 1e12;
 }
 
 std::string readProduct(Device& device) {
@@ -38,9 +37,8 @@ bool isCharger(std::string_view type, std::string_view name) {
 }
 
 Charger readCharger(Device& device, std::string_view type) {
-  Charger charger;
-  charger.usb = isUsb(type);
-  charger.online = device.number("online").value_or(0) >= 1;
+  // An absent number compares below every other.
+  Charger charger{isUsb(type), device.number("online") >= 1, 0, ""};
   if (!charger.online) return charger;
   device.listAttributes();
   charger.ratedWatts = nonNegative(device, "input_power_limit") / 1e6;

@@ -62,13 +62,24 @@ TEST(Charger, OfUsbIsRatedByTheLargestOfWhatItSays) {
   EXPECT_DOUBLE_EQ(chargerOf(both, "USB").ratedWatts, 140);
 }
 
+TEST(Charger, IsRatedExactly) {
+  EXPECT_EQ(chargerOf({{"input_power_limit", "64499999"}}, "Mains").ratedWatts, 64.499999);
+  const auto contract = [](const std::string& microvolts, const std::string& microamps) {
+    return chargerOf({{"voltage_max", microvolts}, {"current_max", microamps}}, "USB").ratedWatts;
+  };
+  EXPECT_EQ(contract("5000000", "550000"), 2.75);
+  EXPECT_EQ(contract("9000000", "3300000"), 29.7);
+}
+
 TEST(Charger, OfAnotherKindIsRatedByItsLimitAlone) {
   EXPECT_EQ(
       chargerOf({{"voltage_max", "20000000"}, {"current_max", "5000000"}}, "Mains").ratedWatts, 0);
   EXPECT_DOUBLE_EQ(chargerOf({{"input_power_limit", "45000000"}}, "Wireless").ratedWatts, 45);
 }
 
-TEST(Charger, HalfAContractOrANegativeOneRatesNothing) {
+TEST(Charger, HalfAContractOrANegativeFigureRatesNothing) {
+  EXPECT_EQ(chargerOf({{"input_power_limit", "-5000000"}}, "USB").ratedWatts, 0);
+  EXPECT_EQ(chargerOf({{"current_now", "3000000"}}, "USB").ratedWatts, 0);
   EXPECT_EQ(chargerOf({{"voltage_now", "5000000"}}, "USB").ratedWatts, 0);
   EXPECT_EQ(chargerOf({{"voltage_now", "-5000000"}, {"current_now", "-3000000"}}, "USB").ratedWatts,
             0);
