@@ -18,9 +18,9 @@ std::optional<Store> energy(const Battery& battery) {
   return converted;
 }
 
-double fullEnergy(const Battery& battery) {
+std::optional<double> fullEnergy(const Battery& battery) {
   const auto store = energy(battery);
-  return store ? store->full : 0;
+  return store ? std::optional(store->full) : std::nullopt;
 }
 
 /// All that is held, in pWh. A pack of which that is not known adds nothing to any of the figures,
@@ -52,6 +52,7 @@ Battery equivalentBattery(const std::vector<Pack>& packs) {
 
   const auto largest = std::max_element(
       packs.begin(), packs.end(),
+      // An absent value compares below every other, here and below.
       [](const Pack& a, const Pack& b) { return fullEnergy(a.battery) < fullEnergy(b.battery); });
   const Battery& primary = largest->battery;
 
@@ -61,7 +62,6 @@ Battery equivalentBattery(const std::vector<Pack>& packs) {
   whole.designMicrovolts = primary.designMicrovolts;
   for (const auto& [status, battery] : packs) {
     whole.picowatts += battery.picowatts;
-    // An empty optional compares below every value.
     whole.temperature = std::max(whole.temperature, battery.temperature);
     whole.cycles = std::max(whole.cycles, battery.cycles);
   }

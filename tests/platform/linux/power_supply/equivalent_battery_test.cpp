@@ -9,7 +9,7 @@ namespace {
 /// Energies in Wh, power in W, voltages in V.
 Pack packOfEnergy(double full, double now, double watts, double designVolts = 10,
                   double volts = 12) {
-  Pack pack;
+  Pack pack{};
   pack.battery.store = Store{Unit::energy, full * 1e12, now * 1e12, full * 1.25e12};
   pack.battery.picowatts = watts * 1e12;
   pack.battery.microamps = watts / volts * 1e6;
@@ -53,6 +53,22 @@ TEST(EquivalentBattery, TakesTheVoltagesOfTheLargestPack) {
   EXPECT_EQ(battery.microvolts, 12e6);
   EXPECT_EQ(battery.designMicrovolts, 10e6);
   EXPECT_DOUBLE_EQ(battery.microamps, -0.5e6) << "6 W at 12 V";
+}
+
+TEST(EquivalentBattery, HasTheExactCurrent) {
+  Pack pack = packOfEnergy(20, 5, -160, 10, 10);
+  pack.battery.picowatts = -167'772'170e6;
+  const Battery battery = equivalentBattery({pack, packOfEnergy(20, 5, 0)});
+  EXPECT_EQ(battery.microamps, -16'777'217.0) << "167.77217 W at 10 V";
+}
+
+TEST(EquivalentBattery, WithoutAVoltageOfTheLargestPackHasNoCurrent) {
+  Pack pack = packOfEnergy(60, 30, -6);
+  pack.battery.microvolts.reset();
+  const Battery battery = equivalentBattery({packOfEnergy(20, 5, 0), pack});
+  EXPECT_EQ(battery.microvolts, std::nullopt);
+  EXPECT_EQ(battery.microamps, 0);
+  EXPECT_DOUBLE_EQ(battery.picowatts, -6e12);
 }
 
 TEST(EquivalentBattery, OfPacksOfOneSizeTakesTheVoltagesOfTheFirst) {
@@ -102,10 +118,12 @@ TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
   unknown.battery.store.reset();
   Pack unmeasured = packOfEnergy(30, 15, 0);
   unmeasured.battery.store->now.reset();
+  Pack unmeasuredCharge = packOfCharge(3, 1, 0, 10, 12);
+  unmeasuredCharge.battery.store->now.reset();
   Pack voltless = packOfCharge(5, 1, 0, 11, 12);
   voltless.battery.designMicrovolts.reset();
-  const Battery battery =
-      equivalentBattery({unknown, unmeasured, voltless, packOfEnergy(60, 30, -6)});
+  const Battery battery = equivalentBattery(
+      {unknown, unmeasured, unmeasuredCharge, voltless, packOfEnergy(60, 30, -6)});
   EXPECT_DOUBLE_EQ(battery.store->full, 60e12);
   EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e12);
   EXPECT_DOUBLE_EQ(battery.picowatts, -9e12) << "its power still flows";
@@ -113,15 +131,21 @@ TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
 }
 
 TEST(EquivalentBattery, ADesignThatOnePackDoesNotKnowIsUnknown) {
-  Pack pack = packOfEnergy(20, 5, 0);
-  pack.battery.store->design.reset();
-  EXPECT_EQ(equivalentBattery({pack, packOfEnergy(60, 30, 0)}).store->design, std::nullopt);
+  for (const Pack& known : {packOfEnergy(60, 30, 0), packOfCharge(6, 3, 0, 10, 12)}) {
+    Pack unknown = known;
+    unknown.battery.store->design.reset();
+    const std::vector<Pack> combinations[] = {
+        {unknown, known}, {known, unknown}, {unknown, unknown}, {known, unknown, known}};
+    for (const auto& packs : combinations) {
+      EXPECT_EQ(equivalentBattery(packs).store->design, std::nullopt);
+    }
+  }
 }
 
 TEST(EquivalentBattery, WithoutAnyEnergyTakesThePercentageOfOnePack) {
-  Pack pack;
+  Pack pack{};
   pack.battery.capacity = 40;
-  Pack other;
+  Pack other{};
   other.battery.capacity = 60;
   const Battery battery = equivalentBattery({pack, other});
   EXPECT_FALSE(battery.store);
