@@ -17,7 +17,7 @@ bool any(const std::vector<Pack>& packs, Status status) {
 bool isFull(const Pack& pack) {
   if (pack.status == Status::full) return true;
   const bool isIdle = pack.status == Status::unknown || pack.status == Status::notCharging;
-  return isIdle && pack.battery.capacity.value_or(0) >= 99;
+  return isIdle && pack.battery.capacity >= 99;
 }
 
 /// Whether power comes in from outside. A battery that is `charging` is proof enough.
@@ -42,8 +42,9 @@ void describeAdapter(const std::vector<Charger>& chargers, PowerState& state) {
     watts = std::max(watts, charger.ratedWatts);
     if (state.adapterName.empty()) state.adapterName = charger.product;
   }
-  if (watts < 1) return;
-  state.adapterWatts = roundedHalfAwayFromZero(watts).value_or(0);
+  const auto wholeWatts = roundedHalfAwayFromZero(watts);
+  if (watts < 1 || !wholeWatts) return;
+  state.adapterWatts = *wholeWatts;
   const bool saidByUsb = std::any_of(chargers.begin(), chargers.end(), [watts](const Charger& c) {
     return c.online && c.usb && c.ratedWatts == watts;
   });

@@ -8,7 +8,7 @@ namespace {
 
 /// A pack with a flow in W.
 Pack pack(Status status, double watts = 0) {
-  Pack result;
+  Pack result{};
   result.status = status;
   result.battery.picowatts = watts * 1e12;
   return result;
@@ -88,6 +88,18 @@ TEST(Discharging, IsAPackDischargingOrANetFlowOutwards) {
   EXPECT_FALSE(combine({pack(Status::unknown, 5)}, {}).discharging);
 }
 
+TEST(Discharging, IsANetFlowOutwardsHoweverSmall) {
+  const std::vector<Pack> packs = {pack(Status::charging), pack(Status::notCharging, -1e-12)};
+  EXPECT_FALSE(combine(packs, {mains}).charging);
+  EXPECT_TRUE(combine(packs, {mains}).discharging);
+}
+
+TEST(Discharging, IsToldByTheCurrentWhereThePowerIsNotKnown) {
+  Pack voltless = pack(Status::unknown);
+  voltless.battery.microamps = -0.5e6;
+  EXPECT_TRUE(combine({voltless}, {}).discharging);
+}
+
 TEST(Full, IsEveryPackFull) {
   EXPECT_TRUE(combine({packAt(Status::full, 97)}, {}).full);
   EXPECT_TRUE(combine({packAt(Status::full, std::nullopt), packAt(Status::full, 100)}, {}).full);
@@ -126,6 +138,11 @@ TEST(Adapter, BelowAWattHasNone) {
   EXPECT_EQ(rated({charger(true, true, 0.99)}).adapterWatts, 0);
   EXPECT_EQ(rated({charger(true, true, 0.99)}).adapterName, "");
   EXPECT_EQ(rated({charger(true, true, 1.0)}).adapterWatts, 1);
+}
+
+TEST(Adapter, OfMoreWattsThanANumberHoldsHasNone) {
+  EXPECT_EQ(rated({charger(true, true, 1e19)}).adapterWatts, 0);
+  EXPECT_EQ(rated({charger(true, true, 1e19)}).adapterName, "");
 }
 
 TEST(Adapter, IsCalledByTheFirstOnlineChargerThatHasAName) {
