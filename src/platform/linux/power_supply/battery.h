@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 
@@ -33,7 +34,7 @@ struct Battery {
   double picowatts = 0;
 
   std::optional<std::int64_t> capacity;     ///< the driver's own figure, %; can be outside 0 to 100
-  std::optional<std::int64_t> secondsLeft;  ///< the driver's own estimate for the present direction
+  std::optional<std::int64_t> secondsLeft;  ///< the driver's own estimate, if it is worth it
   std::optional<std::int64_t> temperature;  ///< tenths of a degree Celsius
   std::optional<std::int64_t> cycles;       ///< above 0
 };
@@ -41,6 +42,12 @@ struct Battery {
 /// The sign of what flows into `battery`; of use where the magnitude is not.
 inline double direction(const Battery& battery) {
   return battery.microamps != 0 ? battery.microamps : battery.picowatts;
+}
+
+/// Whether next to nothing flows, in the unit that `battery` counts in: 10 mA or 10 mW at most.
+inline bool isIdle(const Battery& battery) {
+  const bool energy = battery.store ? battery.store->unit == Unit::energy : battery.microamps == 0;
+  return energy ? std::fabs(battery.picowatts) <= 1e10 : std::fabs(battery.microamps) <= 1e4;
 }
 
 }  // namespace lumowatt::power_supply

@@ -36,29 +36,22 @@ std::optional<double> milliampHours(const Battery& battery, std::optional<double
   return *amount / (*battery.designMicrovolts * 1000);
 }
 
-/// Minutes until `amount` of the battery's store has passed at `sign` times the present flow.
-std::int64_t minutes(const Battery& battery, std::optional<double> amount, double sign) {
-  // In the store's own unit; 10 mA or 10 mW are as good as none.
-  const bool energy = battery.store ? battery.store->unit == Unit::energy : battery.microamps == 0;
-  const double flow = sign * (energy ? battery.picowatts : battery.microamps);
-  const double leastFlow = 10'000 * (energy ? picoPerMicro : 1);
-  if (!(flow > leastFlow)) return unknownMinutes;
+enum class Goal { empty, full };
+
+/// Minutes until the battery is there, at the present flow.
+std::int64_t minutes(const Battery& battery, Goal goal) {
   if (battery.secondsLeft) return *battery.secondsLeft / 60;
-  if (!amount) return unknownMinutes;
-  const auto result = roundedHalfAwayFromZero(*amount * 60 / flow);
-  return result && *result >= 1 && *result < unknownMinutes ? *result : unknownMinutes;
+  const auto& store = battery.store;
+  if (!store || !store->now || isIdle(battery)) return unknownMinutes;
+  const double missing = (goal == Goal::full ? store->full : 0) - *store->now;
+  const double flow = store->unit == Unit::energy ? battery.picowatts : battery.microamps;
+  const auto result = roundedHalfAwayFromZero(missing * 60 / flow).value_or(unknownMinutes);
+  return result >= 1 ? std::min(result, unknownMinutes) : unknownMinutes;
 }
 
 void setTimes(PropertyDictionary& properties, const PowerState& state) {
-  const Battery& battery = state.battery;
-  std::optional<double> held;
-  std::optional<double> missing;
-  if (battery.store && battery.store->now) {
-    held = battery.store->now;
-    missing = battery.store->full - *held;
-  }
-  const std::int64_t toEmpty = state.discharging ? minutes(battery, held, -1) : unknownMinutes;
-  const std::int64_t toFull = state.charging ? minutes(battery, missing, 1) : unknownMinutes;
+  const auto toEmpty = state.discharging ? minutes(state.battery, Goal::empty) : unknownMinutes;
+  const auto toFull = state.charging ? minutes(state.battery, Goal::full) : unknownMinutes;
   set(properties, "AvgTimeToEmpty", toEmpty);
   set(properties, "AvgTimeToFull", toFull);
   set(properties, "TimeRemaining", state.charging ? toFull : toEmpty);

@@ -42,7 +42,7 @@ constexpr std::string_view signedDrivers[] = {"qcom-battmgr", "macsmc", "sbs-", 
 
 std::optional<double> positive(Device& device, const char* attribute) {
   const auto value = device.number(attribute);
-  return value && *value > 0 ? std::optional(static_cast<double>(*value)) : std::nullopt;
+  return value > 0 ? std::optional(static_cast<double>(*value)) : std::nullopt;
 }
 
 std::optional<double> either(Device& device, const char* first, const char* second) {
@@ -101,12 +101,12 @@ bool hasSignedDriver(const Device& device) {
 }
 
 /// Fills in what flows. Magnitudes come from the driver and the direction from the status, which
-/// is corrected where a driver that knows better contradicts it.
-void readFlow(Device& device, Pack& pack) {
-  if (pack.status == Status::full) return;
+/// is corrected where a driver that knows better contradicts it. Returns whether the driver reports
+/// a flow, be it none.
+bool readFlow(Device& device, Pack& pack) {
   const auto current = either(device, "current_now", "current_avg");
   const auto power = either(device, "power_now", "power_avg");
-  if (!current && !power) return;
+  if (!current && !power) return false;
 
   const bool reportedOut = current.value_or(0) < 0 || power.value_or(0) < 0;
   if (pack.status == Status::charging && reportedOut && hasSignedDriver(device)) {
@@ -115,19 +115,19 @@ void readFlow(Device& device, Pack& pack) {
 
   // The one that is not reported is computed; without a voltage it stays unknown.
   const double microvolts = pack.battery.microvolts.value_or(0);
-  const bool currentKnown = current || microvolts > 0;
+  const bool currentKnown = current || pack.battery.microvolts;
   const double picowatts = std::fabs(power ? *power * picoPerMicro : *current * microvolts);
   double microamps = 0;
   if (currentKnown) microamps = std::fabs(current ? *current : picowatts / microvolts);
 
-  bool out = pack.status == Status::discharging;
-  if (pack.status == Status::unknown || pack.status == Status::notCharging) {
-    constexpr double noise = 5000;  // 5 mA; where only the power is known, 5 mW
-    if ((currentKnown ? microamps : picowatts / picoPerMicro) < noise) return;
-    out = reportedOut;
+  const bool statusTells = pack.status == Status::charging || pack.status == Status::discharging;
+  constexpr double noise = 5000;  // 5 mA; where only the power is known, 5 mW
+  if (statusTells || (currentKnown ? microamps : std::fabs(*power)) >= noise) {
+    const bool out = statusTells ? pack.status == Status::discharging : reportedOut;
+    pack.battery.microamps = out ? -microamps : microamps;
+    pack.battery.picowatts = out ? -picowatts : picowatts;
   }
-  pack.battery.microamps = out ? -microamps : microamps;
-  pack.battery.picowatts = out ? -picowatts : picowatts;
+  return true;
 }
 
 /// The driver's estimate for the direction in which the pack goes, if it is one.
@@ -139,7 +139,7 @@ std::optional<std::int64_t> readSecondsLeft(Device& device, const Pack& pack) {
   for (const char* attribute : {emptying ? "time_to_empty_now" : "time_to_full_now",
                                 emptying ? "time_to_empty_avg" : "time_to_full_avg"}) {
     const auto seconds = device.number(attribute);
-    if (seconds && *seconds >= least && *seconds < unknown) return seconds;
+    if (seconds >= least && seconds < unknown) return seconds;
   }
   return std::nullopt;
 }
@@ -148,21 +148,23 @@ std::optional<std::int64_t> readSecondsLeft(Device& device, const Pack& pack) {
 
 Pack readPack(Device& device, bool alone) {
   device.listAttributes();
-  Pack pack;
+  Pack pack{readStatus(device), {}};
   Battery& battery = pack.battery;
-  pack.status = readStatus(device);
   battery.capacity = device.number("capacity");
   battery.store = readStore(device, battery.capacity);
   battery.microvolts = readMicrovolts(device);
-  const bool charge = battery.store && battery.store->unit == Unit::charge;
-  if (battery.store && !(charge && alone)) {
+  if (battery.store && (battery.store->unit == Unit::energy || !alone)) {
     battery.designMicrovolts = readDesignMicrovolts(device, battery.microvolts);
   }
-  readFlow(device, pack);
-  if (alone) battery.secondsLeft = readSecondsLeft(device, pack);
+  if (pack.status != Status::full) {
+    const bool isIdlePack = readFlow(device, pack) && isIdle(battery);
+    // What a driver estimates of next to nothing is worthless. Where it reports no flow, its
+    // estimate is all that is known.
+    if (alone && !isIdlePack) battery.secondsLeft = readSecondsLeft(device, pack);
+  }
   battery.temperature = device.number("temp");
   const auto cycles = device.number("cycle_count");
-  if (cycles && *cycles > 0) battery.cycles = cycles;
+  if (cycles > 0) battery.cycles = cycles;
   return pack;
 }
 

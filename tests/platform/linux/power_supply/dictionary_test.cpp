@@ -89,6 +89,17 @@ TEST(CurrentCapacity, IsElseComputedRoundedAndClamped) {
   EXPECT_EQ(percentOf(5200, 5000), 100);
 }
 
+TEST(CurrentCapacity, IsRoundedOnce) {
+  EXPECT_EQ(percentOf(20'030, 4'006'000), 1) << "0.5, whatever is computed first";
+  EXPECT_EQ(percentOf(29'699'999, 60'000'000), 49) << "49.4999983";
+}
+
+TEST(CurrentCapacity, WithoutAPercentageAndAStoreIsLeftOut) {
+  PowerState state = atRest();
+  state.battery.store.reset();
+  EXPECT_FALSE(propertiesOf(state).contains("CurrentCapacity"));
+}
+
 TEST(CurrentCapacity, NeedsNoVoltage) {
   PowerState state = atRest(Unit::energy);
   state.battery.designMicrovolts.reset();
@@ -127,6 +138,20 @@ TEST(Figures, AreRoundedHalfAwayFromZero) {
   EXPECT_EQ(properties["Voltage"], 12001);
 }
 
+TEST(Figures, AreRoundedDownHoweverLittleBelowAHalf) {
+  PowerState state = flowing(-40);
+  state.battery.microamps = -40'000'499;
+  state.battery.picowatts = -61'499'999'999;
+  state.battery.microvolts = 40'000'499;
+  const json properties = propertiesOf(state);
+  EXPECT_EQ(properties["Amperage"], -40'000) << "40000.499 mA";
+  EXPECT_EQ(properties["Voltage"], 40'000) << "40000.499 mV";
+  EXPECT_EQ(properties["PowerTelemetryData"]["BatteryPower"], -61) << "61.499999999 mW";
+  PowerState energy = atRest(Unit::energy);
+  energy.battery.store->full = 44'005'499e6;
+  EXPECT_EQ(propertiesOf(energy)["AppleRawMaxCapacity"], 4000) << "4000.49991 mAh at 11 V";
+}
+
 TEST(Figures, ThatDoNotFit64BitsAreLeftOut) {
   PowerState state = flowing(-1e17);
   const json properties = propertiesOf(state);
@@ -138,6 +163,8 @@ TEST(Temperature, IsInHundredthsOfADegree) {
   PowerState state = atRest();
   state.battery.temperature = -15;
   EXPECT_EQ(propertiesOf(state)["Temperature"], -150);
+  state.battery.temperature = 123'456'789;
+  EXPECT_EQ(propertiesOf(state)["Temperature"], 1'234'567'890) << "absurd, and exact";
 }
 
 TEST(CycleCount, IsThere) {
@@ -173,12 +200,64 @@ TEST(Minutes, AreTheDriversOwnWholeOnesWhereItHasThem) {
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 119);
 }
 
+TEST(Minutes, AreTheDriversOwnInThePresentDirectionAlone) {
+  PowerState discharging = flowing(-0.5);
+  discharging.battery.secondsLeft = 7200;
+  EXPECT_EQ(propertiesOf(discharging)["AvgTimeToEmpty"], 120);
+  EXPECT_EQ(propertiesOf(discharging)["AvgTimeToFull"], unknownMinutes);
+  PowerState charging = flowing(0.5);
+  charging.battery.secondsLeft = 7200;
+  EXPECT_EQ(propertiesOf(charging)["AvgTimeToEmpty"], unknownMinutes);
+  EXPECT_EQ(propertiesOf(charging)["AvgTimeToFull"], 120);
+}
+
+TEST(Minutes, AreTheDriversOwnWhereNoFlowIsKnown) {
+  PowerState state = atRest();
+  state.discharging = true;
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
+  state.battery.secondsLeft = 7200;
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 120);
+}
+
+TEST(Minutes, AreRoundedDownHoweverLittleBelowAHalf) {
+  PowerState state = flowing(-5, Unit::energy);
+  state.battery.store->now = 61'499'999e6;
+  state.battery.picowatts = -60e12;
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 61) << "61.499999 Wh at 60 W";
+}
+
+TEST(Minutes, AreUnknownOutsideOf1To65534) {
+  const auto minutesOf = [](double microampHours) {
+    PowerState state = flowing(-0.5);
+    state.battery.store->now = microampHours;
+    return propertiesOf(state)["TimeRemaining"];
+  };
+  EXPECT_EQ(minutesOf(4'166), unknownMinutes) << "0.49992";
+  EXPECT_EQ(minutesOf(4'167), 1) << "0.50004";
+  EXPECT_EQ(minutesOf(12'500), 2) << "1.5";
+  EXPECT_EQ(minutesOf(546'116'666), 65'534) << "65533.99992";
+  EXPECT_EQ(minutesOf(546'133'333), unknownMinutes) << "65535.99996";
+  EXPECT_EQ(minutesOf(1e30), unknownMinutes);
+}
+
+TEST(Minutes, ToFullAreUnknownUnlessItCharges) {
+  PowerState state = flowing(0.5);
+  state.charging = false;
+  EXPECT_EQ(propertiesOf(state)["AvgTimeToFull"], unknownMinutes);
+}
+
+TEST(Minutes, WithoutAPresentChargeAreUnknown) {
+  PowerState state = flowing(-0.5);
+  state.battery.store->now.reset();
+  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
+}
+
 TEST(Minutes, AreUnknownForAFlowOf10MilliamperesOrMilliwattsOrLess) {
   PowerState charge = flowing(-0.010);
-  charge.battery.secondsLeft = 7200;
   EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], unknownMinutes);
   charge.battery.microamps = -10'001;
-  EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], 120);
+  EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], 11'999)
+      << "2000 mAh at 10.001 mA are 11998.8 min";
   PowerState energy = flowing(-1, Unit::energy);
   energy.battery.picowatts = -10e9;
   EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], unknownMinutes);
@@ -203,16 +282,6 @@ TEST(Minutes, AreUnknownWhenTheFlowGoesTheOtherWay) {
   EXPECT_EQ(propertiesOf(state)["AvgTimeToEmpty"], unknownMinutes);
 }
 
-TEST(Minutes, OfABatteryWithoutAStoreNeedAFlowOfCurrentOrPower) {
-  PowerState state = flowing(-0.5);
-  state.battery.store.reset();
-  state.battery.secondsLeft = 7200;
-  state.battery.microamps = 0;
-  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 120);
-  state.battery.picowatts = -10e9;
-  EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
-}
-
 TEST(Minutes, OfABatteryWithoutAStoreAreTheDriversOwn) {
   PowerState state = flowing(-0.5);
   state.battery.store.reset();
@@ -224,6 +293,8 @@ TEST(Minutes, OfABatteryWithoutAStoreAreTheDriversOwn) {
 TEST(AdapterDetails, HoldWhatIsKnown) {
   PowerState state = flowing(1);
   EXPECT_FALSE(propertiesOf(state).contains("AdapterDetails"));
+  state.adapterWatts = 1;
+  EXPECT_EQ(propertiesOf(state)["AdapterDetails"], json({{"Watts", 1}}));
   state.adapterWatts = 65;
   EXPECT_EQ(propertiesOf(state)["AdapterDetails"], json({{"Watts", 65}}));
   state.adapterName = "Acme Brick";

@@ -81,6 +81,20 @@ TEST(PackStore, APresentChargeThatIsAbsurdIsTakenFromThePercentage) {
   EXPECT_EQ(now("0"), 0.0);
 }
 
+TEST(PackStore, OfOneMicroampereHourIsKnown) {
+  EXPECT_EQ(packOf(chargePack({{"charge_full", "1"}})).battery.store->full, 1.0);
+}
+
+TEST(PackStore, APresentChargeIsComparedAndComputedExactly) {
+  const auto now = [](const std::string& chargeNow) {
+    return packOf(chargePack(
+                      {{"charge_full", "16777217"}, {"charge_now", chargeNow}, {"capacity", "75"}}))
+        .battery.store->now;
+  };
+  EXPECT_EQ(now("25165825"), 25'165'825.0) << "1.5 times full are 25165825.5";
+  EXPECT_EQ(now("25165826"), 12'582'912.75);
+}
+
 TEST(PackStore, APercentageBelowZeroIsAnEmptyPack) {
   EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", "-5"}})).battery.store->now,
             0.0);
@@ -113,6 +127,16 @@ TEST(PackDesignVoltage, IsTheLeastElseTheGreatestElseThePresentOne) {
   EXPECT_EQ(volts("1000001", "13000000"), 1000001);
   EXPECT_EQ(volts("0", "0"), 12.5e6);
   EXPECT_EQ(volts(missing, missing), 12.5e6);
+}
+
+TEST(PackDesignVoltage, IsKnownWhereAChargeOrAnEnergyMustBeConverted) {
+  EXPECT_EQ(packOf(chargePack(), "BAT0", false).battery.designMicrovolts, 11e6);
+  EXPECT_EQ(packOf(energyPack(), "BAT0", false).battery.designMicrovolts, 10e6);
+  EXPECT_EQ(packOf(chargePack()).battery.designMicrovolts, std::nullopt);
+  for (const bool alone : {true, false}) {
+    const Pack pack = packOf(chargePack({{"charge_full", missing}}), "BAT0", alone);
+    EXPECT_EQ(pack.battery.designMicrovolts, std::nullopt);
+  }
 }
 
 TEST(PackFlow, TakesItsDirectionFromTheStatus) {
@@ -156,8 +180,10 @@ TEST(PackFlow, WithAnotherStatusAndNoVoltageComparesThePower) {
     return milliwatts(
         packOf(energyPack({{"status", "Unknown"}, {"voltage_now", missing}, {"power_now", now}})));
   };
-  EXPECT_EQ(power("4000"), 0);
-  EXPECT_EQ(power("6000"), 6);
+  EXPECT_EQ(power("4999"), 0);
+  EXPECT_EQ(power("-4999"), 0);
+  EXPECT_EQ(power("5000"), 5);
+  EXPECT_EQ(power("-5000"), -5);
 }
 
 TEST(PackFlow, TheMissingOneOfCurrentAndPowerIsComputed) {
@@ -167,6 +193,11 @@ TEST(PackFlow, TheMissingOneOfCurrentAndPowerIsComputed) {
   const Pack energy = packOf(energyPack());
   EXPECT_EQ(milliamps(energy), -400);
   EXPECT_EQ(milliwatts(energy), -5000);
+}
+
+TEST(PackFlow, ThatIsComputedIsExact) {
+  const Pack pack = packOf(energyPack({{"power_now", "167772170"}, {"voltage_now", "10000000"}}));
+  EXPECT_EQ(pack.battery.microamps, -16'777'217.0);
 }
 
 TEST(PackFlow, BothAreTakenWhereBothAreReported) {
@@ -214,6 +245,24 @@ TEST(PackFlow, OfASignedDriverThatAgreesWithCharging) {
   EXPECT_EQ(milliamps(pack), 500);
 }
 
+TEST(PackFlow, OfASignedDriverContradictsChargingHoweverSmallItIs) {
+  const Attributes charging = {{"status", "Charging"}, {"current_now", "-1"}};
+  EXPECT_EQ(packOf(chargePack(charging), "sbs-9-000b").status, Status::discharging);
+  EXPECT_EQ(
+      packOf(energyPack({{"status", "Charging"}, {"power_now", "-1"}}), "macsmc-battery").status,
+      Status::discharging);
+}
+
+TEST(PackFlow, OfASignedDriverContradictsNoOtherStatus) {
+  for (const auto& [text, status] :
+       {std::pair("Unknown", Status::unknown), std::pair("Not charging", Status::notCharging)}) {
+    const Pack pack =
+        packOf(chargePack({{"status", text}, {"current_now", "-700000"}}), "sbs-9-000b");
+    EXPECT_EQ(pack.status, status);
+    EXPECT_EQ(milliamps(pack), -700);
+  }
+}
+
 TEST(PackFlow, OfTheLeastIntegerIsAMagnitude) {
   EXPECT_EQ(packOf(chargePack({{"current_now", "-9223372036854775808"}})).battery.microamps,
             -9223372036854775808.0);
@@ -247,6 +296,55 @@ TEST(PackEstimate, LiesFromOneMinuteTo65534) {
   EXPECT_EQ(secondsLeft("-120"), std::nullopt);
 }
 
+TEST(PackEstimate, CountsWhereNeitherCurrentNorPowerIsReported) {
+  const auto secondsLeft = [](const Attributes& pack) { return packOf(pack).battery.secondsLeft; };
+  const Attributes discharging = {{"current_now", missing}, {"time_to_empty_now", "7200"}};
+  EXPECT_EQ(secondsLeft(chargePack(discharging)), 7200);
+  const Attributes charging = {
+      {"power_now", "unknown"}, {"status", "Charging"}, {"time_to_full_avg", "3600"}};
+  EXPECT_EQ(secondsLeft(energyPack(charging)), 3600);
+  const Attributes storeless = {
+      {"charge_full", missing}, {"current_now", missing}, {"time_to_empty_avg", "5400"}};
+  EXPECT_EQ(secondsLeft(chargePack(storeless)), 5400);
+  for (const char* status : {"Full", "Unknown", "Not charging"}) {
+    const Attributes idle = {{"status", status},
+                             {"current_now", missing},
+                             {"time_to_empty_now", "7200"},
+                             {"time_to_full_now", "3600"}};
+    EXPECT_EQ(secondsLeft(chargePack(idle)), std::nullopt) << status;
+  }
+}
+
+TEST(PackEstimate, IsUnusedWhereAFlowOfNextToNothingIsReported) {
+  const auto counts = [](Attributes pack, const std::string& status) {
+    pack.insert({{"time_to_empty_now", "7200"}, {"time_to_full_now", "7200"}});
+    pack["status"] = status;
+    return packOf(pack).battery.secondsLeft.has_value();
+  };
+  for (const char* status : {"Charging", "Discharging"}) {
+    for (const char* current : {"0", "9950", "10000", "-10000"}) {
+      EXPECT_FALSE(counts(chargePack({{"current_now", current}}), status)) << current;
+      EXPECT_FALSE(counts(energyPack({{"power_now", current}}), status)) << current;
+    }
+    for (const char* current : {"10001", "-10001"}) {
+      EXPECT_TRUE(counts(chargePack({{"current_now", current}}), status)) << current;
+      EXPECT_TRUE(counts(energyPack({{"power_now", current}}), status)) << current;
+    }
+  }
+}
+
+TEST(PackEstimate, WithoutAStoreIsJudgedByTheCurrentElseByThePower) {
+  const auto counts = [](const Attributes& changes) {
+    Attributes pack = {{"status", "Discharging"}, {"time_to_empty_now", "7200"}};
+    pack.insert(changes.begin(), changes.end());
+    return packOf(pack).battery.secondsLeft.has_value();
+  };
+  EXPECT_TRUE(counts({{"current_now", "10001"}}));
+  EXPECT_FALSE(counts({{"current_now", "10000"}, {"power_now", "120000"}}));
+  EXPECT_TRUE(counts({{"power_now", "10001"}}));
+  EXPECT_FALSE(counts({{"power_now", "10000"}}));
+}
+
 TEST(PackEstimate, OfAPackWithCompanionsIsNotRead) {
   const Attributes attributes = chargePack({{"time_to_empty_now", "7200"}});
   EXPECT_EQ(packOf(attributes, "BAT0", false).battery.secondsLeft, std::nullopt);
@@ -254,6 +352,8 @@ TEST(PackEstimate, OfAPackWithCompanionsIsNotRead) {
 
 TEST(PackCycles, Of0AreNotAvailable) {
   EXPECT_EQ(packOf(chargePack({{"cycle_count", "312"}})).battery.cycles, 312);
+  EXPECT_EQ(packOf(chargePack({{"cycle_count", "1"}})).battery.cycles, 1);
+  EXPECT_EQ(packOf(chargePack({{"cycle_count", missing}})).battery.cycles, std::nullopt);
   EXPECT_EQ(packOf(chargePack({{"cycle_count", "0"}})).battery.cycles, std::nullopt);
   EXPECT_EQ(packOf(chargePack({{"cycle_count", "-1"}})).battery.cycles, std::nullopt);
 }
