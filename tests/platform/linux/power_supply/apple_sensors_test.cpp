@@ -54,6 +54,26 @@ TEST(AppleSensors, AfterALabelThatCannotBeReadAreStillFound) {
   EXPECT_DOUBLE_EQ(measured.inputMilliwatts.value(), 12345.678);
 }
 
+TEST(AppleSensors, AfterAMeasurementThatCannotBeReadAreStillFound) {
+  const MockMachine machine;
+  Attributes unreadable = chip;
+  unreadable.erase("power2_input");
+  machine.sensors("hwmon0", unreadable);
+  EXPECT_DOUBLE_EQ(readAppleSensors(machine.hwmonFolder()).inputMilliwatts.value(), 12345.678);
+}
+
+TEST(AppleSensors, AreOfTheKindThatTheirLabelSays) {
+  const MockMachine machine;
+  machine.sensors("hwmon0", {{"name", "macsmc_hwmon"},
+                             {"in0_label", "AC Input Power"},
+                             {"in0_input", "20100"},
+                             {"curr1_label", "AC Input Voltage"},
+                             {"curr1_input", "614"}});
+  const MeasuredPower measured = readAppleSensors(machine.hwmonFolder());
+  EXPECT_FALSE(measured.inputMilliwatts) << "volts are no watts";
+  EXPECT_FALSE(measured.inputMillivolts) << "amperes are no volts";
+}
+
 TEST(AppleSensors, ThatArePipesMeasureNothingAndTheOthersAreStillFound) {
   const MockMachine machine;
   const auto pipe = [&machine](const std::string& name) {

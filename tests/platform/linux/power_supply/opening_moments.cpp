@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <cerrno>
 
 #include <utility>
 
@@ -11,6 +12,7 @@ namespace {
 int calls = 0;
 int callOfEvent = 0;
 std::function<void()> due;
+bool isReadingRefused = false;
 
 }  // namespace
 
@@ -18,6 +20,14 @@ std::function<void()> due;
 extern "C" int openat(int folder, const char* path, int flags, ...) {
   if (++calls == callOfEvent) std::exchange(due, nullptr)();
   return static_cast<int>(::syscall(SYS_openat, folder, path, flags, 0));
+}
+
+extern "C" ssize_t read(int file, void* buffer, size_t size) {
+  if (isReadingRefused) {
+    errno = ENODEV;
+    return -1;
+  }
+  return ::syscall(SYS_read, file, buffer, size);
 }
 
 namespace lumowatt {
@@ -28,5 +38,7 @@ void atOpening(int count, std::function<void()> event) {
 }
 
 int openings() { return calls; }
+
+void refuseReading(bool refused) { isReadingRefused = refused; }
 
 }  // namespace lumowatt

@@ -97,6 +97,27 @@ TEST(Opening, SeventeenFilesOfALaptopWithOnePackAndACharger) {
   EXPECT_EQ(openings() - before, 1 + 2 + 1 + 11 + 2);
 }
 
+TEST(Opening, OfAChargerThatIsOnlineOnlyWhatItsFolderLists) {
+  const MockMachine machine;
+  machine.supply("port", {{"type", "USB"}, {"online", "1"}, {"input_power_limit", "60000000"}});
+  const int before = openings();
+  EXPECT_TRUE(machine.properties().is_null());
+  EXPECT_EQ(openings() - before, 5) << "the class, the charger and its three attributes";
+}
+
+TEST(Opening, NoSensorsOfAnAppleLaptopOnBattery) {
+  const MockMachine machine;
+  machine.sensors("hwmon0", {{"name", "macsmc_hwmon"}});
+  machine.supply("macsmc-battery", chargePack());
+  OpenCounter counter;
+  counter.watch(machine.hwmonFolder() / "hwmon0");
+  EXPECT_FALSE(machine.properties().is_null());
+  EXPECT_EQ(counter.opened(), Names());
+  machine.supply("macsmc-battery", {{"status", "Charging"}});
+  EXPECT_FALSE(machine.properties().is_null());
+  EXPECT_EQ(counter.opened(), Names({"name"}));
+}
+
 TEST(Opening, NothingOfAPeripheralOrAnEmptyBayButWhatTells) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());

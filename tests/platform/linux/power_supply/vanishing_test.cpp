@@ -126,6 +126,18 @@ TEST(Vanishing, TheLastOfManyPacksWheneverItIsReadCostsOneReading) {
   EXPECT_EQ(during, machine.properties());
 }
 
+TEST(Vanishing, APackWhoseDriverIsGoneBeforeItIsUnlisted) {
+  const MockMachine machine;
+  plug(machine, laptopPack);
+  constexpr int toKnowIt = 4;  // the class, and of the pack its folder, type and presence
+  atOpening(toKnowIt + 1, [] { refuseReading(true); });
+  const json during = machine.properties();
+  refuseReading(false);
+  atOpening(0, nullptr);
+  EXPECT_TRUE(during.is_null()) << during;
+  EXPECT_FALSE(machine.properties().is_null());
+}
+
 TEST(Vanishing, AChargerWithARating) {
   const Supply full = {"BAT0", chargePack({{"status", "Full"}})};
   const Supply charger = {"port",
