@@ -34,7 +34,7 @@ struct Battery {
   double picowatts = 0;
 
   std::optional<std::int64_t> capacity;     ///< the driver's own figure, %; can be outside 0 to 100
-  std::optional<std::int64_t> secondsLeft;  ///< the driver's own estimate, if it is worth it
+  std::optional<std::int64_t> secondsLeft;  ///< to empty or full, as the driver estimates
   std::optional<std::int64_t> temperature;  ///< tenths of a degree Celsius
   std::optional<std::int64_t> cycles;       ///< above 0
 };

@@ -36,11 +36,9 @@ std::optional<Store> totalEnergy(const std::vector<Pack>& packs) {
     }
     total->full += store->full;
     *total->now += *store->now;
-    if (total->design && store->design) {
-      *total->design += *store->design;
-    } else {
-      total->design.reset();  // of some packs alone it would say nothing
-    }
+    // Of some packs alone it would say nothing.
+    total->design = total->design && store->design ? std::optional(*total->design + *store->design)
+                                                   : std::nullopt;
   }
   return total;
 }

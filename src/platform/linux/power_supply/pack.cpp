@@ -158,8 +158,7 @@ Pack readPack(Device& device, bool alone) {
   }
   if (pack.status != Status::full) {
     const bool isIdlePack = readFlow(device, pack) && isIdle(battery);
-    // What a driver estimates of next to nothing is worthless. Where it reports no flow, its
-    // estimate is all that is known.
+    // Where it reports no flow, not even none, its estimate is all that is known.
     if (alone && !isIdlePack) battery.secondsLeft = readSecondsLeft(device, pack);
   }
   battery.temperature = device.number("temp");

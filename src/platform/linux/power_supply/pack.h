@@ -13,8 +13,8 @@ struct Pack {
   Battery battery;
 };
 
-/// Reads a pack. With companions (not `alone`), its own estimate of the time is of no use and not
-/// read.
+/// Reads a pack. Its own estimate of the time is of no use, and not read, with companions (not
+/// `alone`) or where it reports that next to nothing flows.
 Pack readPack(sysfs::Device& device, bool alone);
 
 }  // namespace lumowatt::power_supply

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace lumowatt::power_supply {
 
 namespace {
@@ -122,12 +124,18 @@ TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
   unmeasuredCharge.battery.store->now.reset();
   Pack voltless = packOfCharge(5, 1, 0, 11, 12);
   voltless.battery.designMicrovolts.reset();
-  const Battery battery = equivalentBattery(
-      {unknown, unmeasured, unmeasuredCharge, voltless, packOfEnergy(60, 30, -6)});
-  EXPECT_DOUBLE_EQ(battery.store->full, 60e12);
-  EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e12);
-  EXPECT_DOUBLE_EQ(battery.picowatts, -9e12) << "its power still flows";
-  EXPECT_EQ(battery.designMicrovolts, 10e6);
+  Pack unknownCharge = packOfCharge(10, 5, 0, 20, 20);
+  unknownCharge.battery.store.reset();
+  std::vector<Pack> packs = {unknown,  unmeasured,    unmeasuredCharge,
+                             voltless, unknownCharge, packOfEnergy(60, 30, -6)};
+  for (int order = 0; order < 2; ++order) {
+    const Battery battery = equivalentBattery(packs);
+    EXPECT_DOUBLE_EQ(battery.store->full, 60e12);
+    EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e12);
+    EXPECT_DOUBLE_EQ(battery.picowatts, -9e12) << "its power still flows";
+    EXPECT_EQ(battery.designMicrovolts, 10e6);
+    std::reverse(packs.begin(), packs.end());
+  }
 }
 
 TEST(EquivalentBattery, ADesignThatOnePackDoesNotKnowIsUnknown) {
