@@ -93,6 +93,13 @@ TEST(Service, ABatteryThatIsOnlineIsNoCharger) {
   EXPECT_EQ(propertiesWith({{"online", "1"}})["ExternalConnected"], 0);
 }
 
+TEST(Service, WithoutAFlowGivesTheDriversEstimate) {
+  const json properties = propertiesWith({{"current_now", missing}, {"time_to_empty_now", "7200"}});
+  EXPECT_EQ(properties["AvgTimeToEmpty"], 120);
+  EXPECT_EQ(properties["TimeRemaining"], 120);
+  EXPECT_EQ(properties["Amperage"], 0);
+}
+
 TEST(Service, DescribesTheAdapterOfOnlineChargers) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack({{"status", "Charging"}}));
