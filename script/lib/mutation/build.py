@@ -155,6 +155,7 @@ class Build:
         """Builds a test with one change made for good. Returns whether it compiles."""
         source = next(each for each in self.sources.values()
                       if each.places.get((change.place.start, change.place.end)) is change.place)
+        self.restore()  # without the change before
         self.write(source.path, render(source, change))
         return self.ninja("-j", str(JOBS), test).returncode == 0
 

@@ -126,7 +126,7 @@ class Source:
         elif kind == Kind.RETURN_STMT and children and is_void(children[0]):
             self.remove(children[0])
         elif kind == Kind.CALL_EXPR:
-            self.call(cursor)
+            self.call(cursor, parent)
         elif kind == Kind.UNARY_OPERATOR and children:
             self.unary(cursor, children[0])
         elif kind == Kind.DECL_REF_EXPR and not in_label:
@@ -271,14 +271,14 @@ class Source:
     def unary(self, cursor, operand):
         code = self.code(cursor)
         inner = self.code(operand)
-        if code.startswith("!"):
+        if code.startswith("!") and not code.startswith("!="):  # a "==" and a "!" to C++20
             self.replace(cursor, f"!!({inner})", inner)
         elif code.startswith("-") and not code.startswith("--"):
             self.replace(cursor, f"({inner})", inner)
         elif "++" in (code[:2], code[-2:]) or "--" in (code[:2], code[-2:]):
             self.replace(cursor, code.translate(str.maketrans("+-", "-+")))
 
-    def call(self, cursor):
+    def call(self, cursor, parent):
         start, end = span(cursor)
         arguments = [each for each in cursor.get_arguments()
                      if each is not None and self.has(each) and inside(span(each), (start, end))]
@@ -303,6 +303,10 @@ class Source:
                     self.replace(cursor, self.text(start, low) + self.code(second)
                                  + self.text(middle, middle_end) + self.code(first)
                                  + self.text(high, end))
+        is_initializer = parent is not None and parent.location.offset == start and (
+            parent.kind == Kind.VAR_DECL)
+        if (is_initializer or code.startswith("{")) and (start, end) in self.places:
+            self.places[start, end].switchable = False  # no expression
 
     def enumerator(self, cursor):
         """Replaces one of the project's own enumerators by the next."""

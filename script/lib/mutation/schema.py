@@ -64,7 +64,7 @@ def _place(source, place, inner, keywords, alone):
     prefix = b"; " if place.insertion else b""
     if alone is not None and alone.place is place:
         code = alone.code.encode()
-        is_simple = re.fullmatch(rb"[\w.:]+|\"[^\"]*\"|'[^']*'|\w[\w:]*[({].*[)}]", code, re.S)
+        is_simple = re.fullmatch(rb"[\w.:]+|\"[^\"]*\"|'[^']*'|[\w:]*[({].*[)}]", code, re.S)
         return prefix + (code if is_simple else b"(" + code + b")")
     cast = place.cast.encode()
     alternatives = b"".join(
