@@ -37,8 +37,9 @@ bool isCharger(std::string_view type, std::string_view name) {
 }
 
 Charger readCharger(Device& device, std::string_view type) {
-  // An absent number compares below every other.
-  Charger charger{isUsb(type), device.number("online") >= 1, 0, ""};
+  Charger charger;
+  charger.usb = isUsb(type);
+  charger.online = device.number("online") >= 1;  // an absent number compares below every other
   if (!charger.online) return charger;
   device.listAttributes();
   charger.ratedWatts = nonNegative(device, "input_power_limit") / 1e6;

@@ -9,10 +9,10 @@ namespace lumowatt::power_supply {
 
 /// A supply that brings power from outside.
 struct Charger {
-  bool usb;             ///< else mains or wireless
-  bool online;          ///< power comes in; stale on some USB ports
-  double ratedWatts;    ///< the most that it says it gives; 0 when it does not say
-  std::string product;  ///< maker and model, printable; may be empty
+  bool usb = false;       ///< else mains or wireless
+  bool online = false;    ///< power comes in; stale on some USB ports
+  double ratedWatts = 0;  ///< the most that it says it gives; 0 when it does not say
+  std::string product;    ///< maker and model, printable; may be empty
 };
 
 /// Whether a supply of this `type` and name is a charger.

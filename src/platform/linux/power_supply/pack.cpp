@@ -148,8 +148,9 @@ std::optional<std::int64_t> readSecondsLeft(Device& device, const Pack& pack) {
 
 Pack readPack(Device& device, bool alone) {
   device.listAttributes();
-  Pack pack{readStatus(device), {}};
+  Pack pack;
   Battery& battery = pack.battery;
+  pack.status = readStatus(device);
   battery.capacity = device.number("capacity");
   battery.store = readStore(device, battery.capacity);
   battery.microvolts = readMicrovolts(device);

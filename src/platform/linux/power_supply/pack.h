@@ -9,7 +9,7 @@ enum class Status { unknown, charging, discharging, notCharging, full };
 
 /// One of the laptop's battery packs, as it is after judging what its driver says.
 struct Pack {
-  Status status;
+  Status status = Status::unknown;
   Battery battery;
 };
 

@@ -11,7 +11,7 @@ namespace {
 /// Energies in Wh, power in W, voltages in V.
 Pack packOfEnergy(double full, double now, double watts, double designVolts = 10,
                   double volts = 12) {
-  Pack pack{};
+  Pack pack;
   pack.battery.store = Store{Unit::energy, full * 1e12, now * 1e12, full * 1.25e12};
   pack.battery.picowatts = watts * 1e12;
   pack.battery.microamps = watts / volts * 1e6;
@@ -151,9 +151,9 @@ TEST(EquivalentBattery, ADesignThatOnePackDoesNotKnowIsUnknown) {
 }
 
 TEST(EquivalentBattery, WithoutAnyEnergyTakesThePercentageOfOnePack) {
-  Pack pack{};
+  Pack pack;
   pack.battery.capacity = 40;
-  Pack other{};
+  Pack other;
   other.battery.capacity = 60;
   const Battery battery = equivalentBattery({pack, other});
   EXPECT_FALSE(battery.store);

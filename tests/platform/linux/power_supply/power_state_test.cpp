@@ -8,7 +8,7 @@ namespace {
 
 /// A pack with a flow in W.
 Pack pack(Status status, double watts = 0) {
-  Pack result{};
+  Pack result;
   result.status = status;
   result.battery.picowatts = watts * 1e12;
   return result;
@@ -70,6 +70,11 @@ TEST(External, WithoutAnyChargerListedIsToldByThePacks) {
 TEST(External, WithAChargerListedAFullPackIsNoSign) {
   EXPECT_FALSE(combine({pack(Status::full)}, {mainsOff}).external);
   EXPECT_FALSE(combine({pack(Status::notCharging)}, {usbOff}).external);
+}
+
+TEST(External, IsNotToldByWhatIsUnknown) {
+  EXPECT_FALSE(combine({Pack()}, {}).external);
+  EXPECT_FALSE(combine({Pack()}, {Charger()}).external);
 }
 
 TEST(Charging, IsAPackChargingWithANetFlowInwards) {
@@ -167,6 +172,13 @@ TEST(Adapter, OfAnotherKindWithoutANameHasNone) {
   EXPECT_EQ(rated({charger(false, true, 65), charger(true, true, 45)}).adapterName, "");
   EXPECT_EQ(rated({charger(true, true, 45), charger(false, true, 65)}).adapterName, "");
   EXPECT_EQ(rated({charger(true, false, 65), charger(false, true, 65)}).adapterName, "");
+}
+
+TEST(Adapter, OfAnUnknownKindWithoutANameHasNone) {
+  Charger charger;
+  charger.online = true;
+  charger.ratedWatts = 65;
+  EXPECT_EQ(rated({charger}).adapterName, "");
 }
 
 TEST(Adapter, NobodyDescribesIsUnknown) {
