@@ -27,7 +27,7 @@ begin_laptop resident "$seconds" "$panel"
 
 begin_bus session
 export DBUS_SESSION_BUS_ADDRESS=unix:path=$scratch/session
-begin_upower
+begin_upower # without a battery: with one, xfce4-power-manager aborts on a screen in memory
 Xvfb -displayfd 3 -screen 0 800x600x24 3>"$scratch/display" 2>"$scratch/screen.log" &
 pids+=($!)
 until [[ -s $scratch/display ]]; do sleep 0.1; done
@@ -37,7 +37,7 @@ export DISPLAY NO_AT_BRIDGE=1
 programs=("$LUMOWATT")
 for monitor in cbatticon "xfce4-power-manager --no-daemon" "mate-power-manager --no-daemon" \
   lxqt-powermanagement; do
-  if command -v "${monitor%% *}" >/dev/null; then programs+=("$monitor"); fi
+  if has "${monitor%% *}"; then programs+=("$monitor"); fi
 done
 if has strace; then
   strace -f -e trace=open,openat,openat2 -o "$scratch/opens" timeout 26 "$LUMOWATT" \
