@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/fatal.h"
 #include "cli/dump.h"
 #include "fakes/fake_desktop.h"
 #include "fakes/recording_canvas.h"
@@ -111,16 +110,21 @@ TEST(Commands, SnapshotOfAnUnknownSampleIsAnErrorAndDoesNotFallBackToTheBattery)
   EXPECT_EQ(battery.asked, 0);
 }
 
-TEST(CommandsDeathTest, SnapshotWithoutMeansToDrawFailsBeforeItLooksForASampleOrABattery) {
+TEST(Commands, SnapshotAsksForBitmapsBeforeAnythingElse) {
   ScriptedBattery battery;
-  const Services services{
-      .battery = battery,
-      .makeBitmaps = []() -> std::unique_ptr<BitmapFactory> { fatal("no module"); },
-      .makeDesktop = nullptr};
-  for (const std::optional<std::string> sample : {std::optional("nosuch"), {}}) {
-    EXPECT_EXIT(carryOut(WriteSnapshot{"out.png", sample}, "1.0.0", services),
-                testing::ExitedWithCode(1), "^lumowatt: no module\n$");
-  }
+  int asked = 0;
+  const auto makeBitmaps = [&] {
+    ++asked;
+    EXPECT_EQ(battery.asked, 0);
+    return std::make_unique<RecordingBitmapFactory>();
+  };
+  const Services services{.battery = battery, .makeBitmaps = makeBitmaps, .makeDesktop = nullptr};
+  EXPECT_EQ(carryOut(WriteSnapshot{"out.png", "nosuch"}, "1.0.0", services).output,
+            "error=unknown sample\n");
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(carryOut(WriteSnapshot{"out.png", std::nullopt}, "1.0.0", services).output,
+            "error=no battery\n");
+  EXPECT_EQ(asked, 2);
 }
 
 TEST(Commands, LiveSnapshotWithoutABatteryIsAnError) {
