@@ -15,8 +15,13 @@ std::string fileContents(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-TemporaryFolder::TemporaryFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "lumowatt-test-XXXXXX").string();
+std::filesystem::path memoryFolder() {
+  const bool hasOne = std::getenv("TMPDIR") == nullptr && ::access("/dev/shm", W_OK) == 0;
+  return hasOne ? "/dev/shm" : std::filesystem::temp_directory_path();
+}
+
+TemporaryFolder::TemporaryFolder(const std::filesystem::path& parent) {
+  std::string name = (parent / "lumowatt-test-XXXXXX").string();
   EXPECT_NE(::mkdtemp(name.data()), nullptr);
   path_ = name;
 }

@@ -8,10 +8,15 @@ namespace lumowatt {
 /// The contents of a file; fails the running test when it cannot be read.
 std::string fileContents(const std::filesystem::path& path);
 
+/// Returns the folder for temporary files that are to be in memory: the usual one where $TMPDIR
+/// names it, or where the system has none in memory.
+std::filesystem::path memoryFolder();
+
 /// A folder of the running test's own, removed at its end.
 class TemporaryFolder {
  public:
-  TemporaryFolder();
+  explicit TemporaryFolder(
+      const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
   ~TemporaryFolder();

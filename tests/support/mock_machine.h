@@ -10,7 +10,7 @@ namespace lumowatt {
 
 using Attributes = std::map<std::string, std::string>;
 
-/// A machine's /sys/class in a temporary folder.
+/// A machine's /sys/class in a temporary folder, in memory as the kernel's.
 class MockMachine {
  public:
   /// Adds a supply, or sets further attributes of one that is there.
@@ -26,7 +26,7 @@ class MockMachine {
   nlohmann::json properties() const;
 
  private:
-  TemporaryFolder folder_;
+  TemporaryFolder folder_{memoryFolder()};
 };
 
 /// A pack of 4000 mAh (5000 when new) at 11 V by design, half full, discharging at 12 V and 500 mA.
