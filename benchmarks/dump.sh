@@ -23,8 +23,8 @@ if has i3status; then
     'battery all { format = "%percentage %consumption" }' >"$HOME/.i3status.conf"
   contenders+=("i3status --run-once")
 fi
-if has upower && has dbus-daemon && has umockdev-run; then
-  begin_upower_with_battery
+if has upower && has dbus-daemon; then
+  begin_upower
   contenders+=("upower -d")
 fi
 
