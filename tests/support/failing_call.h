@@ -20,7 +20,7 @@ struct FailingCall {
   unsigned spare = 0;   // flags in its third argument; with any of them it does not fail
 };
 
-/// Runs `action` in a thread of its own, whose calls fail.
+/// Runs `action` in a new thread in which the system call fails.
 inline void whileFailing(const FailingCall& call, const std::function<void()>& action) {
   std::thread([&] {
     constexpr std::size_t lowHalf = std::endian::native == std::endian::little ? 0 : 4;
