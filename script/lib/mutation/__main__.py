@@ -16,7 +16,8 @@ from trial import Trial
 
 FOLDERS = ["src/base", "src/telemetry", "src/format", "src/render", "src/menubar", "src/cli",
            "src/platform/linux/power_supply"]
-TESTED_ELSEWHERE = {"posix": "linux_test"}  # a folder without tests of its own
+# Where a folder's tests are not, or not only, in the executable that has its name.
+EXECUTABLES = {"artwork": ("artwork_test", "icons_test"), "posix": ("linux_test",)}
 
 
 def arguments():
@@ -31,17 +32,17 @@ def arguments():
     return parser.parse_args()
 
 
-def test_of(path, tests):
-    """The test executable of the innermost folder that has one."""
+def tests_of(path, tests):
+    """The test executables of the innermost folder that has any."""
     for part in reversed(pathlib.PurePath(path).parent.parts):
-        test = TESTED_ELSEWHERE.get(part, f"{part}_test")
-        if test in tests:
-            return test
-    return None
+        names = EXECUTABLES.get(part, (f"{part}_test",))
+        if tests.issuperset(names):
+            return names
+    return ()
 
 
 def sources_below(build, folders):
-    """The sources in the folders, each with its test."""
+    """The sources in the folders, each with the executables of its tests."""
     tests = build.tests()
     result = {}
     for folder in folders:
@@ -49,16 +50,23 @@ def sources_below(build, folders):
                  if file.suffix in (".cpp", ".h")]
         if not found:
             misuse(f"no sources in {folder}")
-        tested = {path: test for path in found if (test := test_of(path, tests))}
+        tested = {path: names for path in found if (names := tests_of(path, tests))}
         if not tested:
             misuse(f"no test is of {folder}")
         result |= tested
-    inputs = {test: build.inputs(test) for test in set(result.values())}
-    for path, test in sorted(result.items()):
-        if path.endswith(".cpp") and path not in inputs[test]:
-            print(f"{path} is left out: it is no part of {test}", file=sys.stderr)
-            del result[path]
+    inputs = {name: build.inputs(name) for name in all_of(result)}
+    for path, names in sorted(result.items()):
+        if path.endswith(".cpp"):
+            result[path] = tuple(name for name in names if path in inputs[name])
+            if not result[path]:
+                print(f"{path} is left out: it is no part of {' or '.join(names)}", file=sys.stderr)
+                del result[path]
     return dict(sorted(result.items()))
+
+
+def all_of(tests):
+    """The test executables of all sources, in order and once."""
+    return sorted({name for names in tests.values() for name in names})
 
 
 def changed_lines(root, commit):
@@ -121,8 +129,8 @@ class Progress:
 def try_changes(build, tests, changes, seconds):
     """Tries the changes. Returns by their numbers whether each was found, None for those that
     do not compile. Those that the time did not suffice for are missing."""
-    trials = {test: Trial(build.binaries / test, build.environment(test))
-              for test in sorted({tests[each.key[0]] for each in changes})}
+    trials = {name: Trial(build.binaries / name, build.environment(name))
+              for name in all_of({each.key[0]: tests[each.key[0]] for each in changes})}
     end = time.monotonic() + seconds if seconds else float("inf")
     progress = Progress(len(changes))
     results = {}
@@ -130,12 +138,13 @@ def try_changes(build, tests, changes, seconds):
     def try_one(change, is_alone=False):
         if time.monotonic() >= end:
             return
-        test = tests[change.key[0]]
-        if is_alone and not build.build_alone(change, test):
+        names = tests[change.key[0]]
+        if is_alone and not build.build_alone(change, names):
             results[change.number] = None
             progress.update(True)
             return
-        results[change.number] = trials[test].finds(0 if is_alone else change.number)
+        number = 0 if is_alone else change.number
+        results[change.number] = any(trials[name].finds(number) for name in names)
         progress.update(results[change.number])
 
     with ThreadPoolExecutor(JOBS) as pool:
@@ -211,7 +220,7 @@ def main():
     if options.seconds:
         random.Random(1).shuffle(changes)
     print(f"building {len(changes):,} changes", file=sys.stderr)
-    build.build(sorted(set(tests.values())))
+    build.build(all_of(tests))
     results = try_changes(build, tests, changes, options.seconds)
     changes.sort(key=lambda each: (each.key[0], each.place.start))
     sys.exit(0 if report(build, changes, results, started) else 1)
