@@ -12,14 +12,17 @@ namespace lumowatt {
 namespace {
 
 constexpr const char* room = "platform/macos";
+const std::vector<std::string> withPrefix{"-include-pch", LUMOWATT_PREFIX};
 
 ProcessResult runClang(const std::vector<std::string>& mode, const std::string& file,
-                       const std::filesystem::path& changed) {
+                       const std::filesystem::path& changed,
+                       const std::vector<std::string>& prefix = withPrefix) {
   std::istringstream flags(LUMOWATT_OBJCXX_FLAGS);
   std::vector<std::string> command{LUMOWATT_CLANG, "@" LUMOWATT_CLANG_FLAGS};
   command.insert(command.end(), mode.begin(), mode.end());
   command.insert(command.end(), std::istream_iterator<std::string>(flags), {});
   command.insert(command.end(), {"-isystem", LUMOWATT_DECLARATIONS});
+  command.insert(command.end(), prefix.begin(), prefix.end());
   std::filesystem::path source = macosSources / file;
   if (!changed.empty()) {
     command.push_back("-I" + changed.string());
@@ -45,9 +48,13 @@ std::vector<std::string> macosFiles(const std::string& extension) {
 
 ProcessResult typeCheck(const std::string& file, ObjcBool boolType,
                         const std::filesystem::path& changed) {
-  std::vector<std::string> mode{"-fsyntax-only"};
-  if (boolType == ObjcBool::isChar) mode.emplace_back("-DBOOL_IS_CHAR");
-  return runClang(mode, file, changed);
+  if (boolType == ObjcBool::isChar) {
+    return runClang({"-fsyntax-only", "-DBOOL_IS_CHAR"}, file, changed,
+                    {"-include-pch", LUMOWATT_PREFIX_BOOL_IS_CHAR});
+  }
+  // Without the prefix, since a source has to include what it uses.
+  return changed.empty() ? runClang({"-fsyntax-only"}, file, changed, {})
+                         : runClang({"-fsyntax-only"}, file, changed);
 }
 
 ProcessResult ownershipCheck(const std::string& file, const std::filesystem::path& changed) {
