@@ -146,21 +146,18 @@ std::optional<std::int64_t> readSecondsLeft(Device& device, const Pack& pack) {
 
 }  // namespace
 
-Pack readPack(Device& device, bool alone) {
-  device.listAttributes();
+Pack readPack(Device& device) {
   Pack pack;
   Battery& battery = pack.battery;
   pack.status = readStatus(device);
   battery.capacity = device.number("capacity");
   battery.store = readStore(device, battery.capacity);
   battery.microvolts = readMicrovolts(device);
-  if (battery.store && (battery.store->unit == Unit::energy || !alone)) {
-    battery.designMicrovolts = readDesignMicrovolts(device, battery.microvolts);
-  }
+  if (battery.store) battery.designMicrovolts = readDesignMicrovolts(device, battery.microvolts);
   if (pack.status != Status::full) {
     const bool isIdlePack = readFlow(device, pack) && isIdle(battery);
     // Where it reports no flow, not even none, its estimate is all that is known.
-    if (alone && !isIdlePack) battery.secondsLeft = readSecondsLeft(device, pack);
+    if (!isIdlePack) battery.secondsLeft = readSecondsLeft(device, pack);
   }
   battery.temperature = device.number("temp");
   const auto cycles = device.number("cycle_count");

@@ -13,8 +13,8 @@ struct Pack {
   Battery battery;
 };
 
-/// Reads a pack. Its own estimate of the time is of no use, and not read, with companions (not
-/// `alone`) or where it reports that next to nothing flows.
-Pack readPack(sysfs::Device& device, bool alone);
+/// Reads a pack. Its driver's estimate of the time is left out where it reports that next to
+/// nothing flows.
+Pack readPack(sysfs::Device& device);
 
 }  // namespace lumowatt::power_supply

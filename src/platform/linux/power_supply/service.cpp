@@ -28,37 +28,29 @@ bool isLaptopPack(Device& device) {
 }
 
 struct Supplies {
-  std::vector<std::string> packNames;
+  std::vector<Pack> packs;
+  std::string firstPackName;
   std::vector<Charger> chargers;
 };
 
-Supplies survey(const Class& supplies) {
+Supplies readSupplies(const Class& supplies) {
   Supplies found;
   for (const std::string& name : supplies.deviceNames()) {
     Device device(supplies, name);
     const std::string type = device.text("type").value_or("");
     if (type == "Battery") {
-      if (isLaptopPack(device)) found.packNames.push_back(name);
+      if (!isLaptopPack(device)) continue;
+      device.forgetAnswers();  // of a driver that may go from here on
+      Pack pack = readPack(device);
+      if (!device.isListed() || device.isBeingRemoved()) continue;
+      if (found.packs.empty()) found.firstPackName = name;
+      found.packs.push_back(std::move(pack));
     } else if (isCharger(type, name)) {
       Charger charger = readCharger(device, type);
       if (device.isListed()) found.chargers.push_back(std::move(charger));
     }
   }
   return found;
-}
-
-std::vector<Pack> readPacks(const Class& supplies, const std::vector<std::string>& names) {
-  std::vector<Pack> packs;
-  std::vector<std::string> left;
-  for (const std::string& name : names) {
-    Device device(supplies, name);
-    const Pack pack = readPack(device, names.size() == 1);
-    if (!device.isListed() || device.isBeingRemoved()) continue;
-    packs.push_back(pack);
-    left.push_back(name);
-  }
-  // Where the others have gone, the one that is left is read again: alone, it is read differently.
-  return names.size() > 1 && left.size() == 1 ? readPacks(supplies, left) : packs;
 }
 
 }  // namespace
@@ -76,14 +68,12 @@ std::optional<PropertyDictionary> Service::properties() try {
 }
 
 std::optional<PropertyDictionary> Service::read() const {
-  const Class supplies(powerSupplyFolder_);
-  const auto [packNames, chargers] = survey(supplies);
-  const std::vector<Pack> packs = readPacks(supplies, packNames);
-  if (packs.empty()) return std::nullopt;
+  const Supplies supplies = readSupplies(Class(powerSupplyFolder_));
+  if (supplies.packs.empty()) return std::nullopt;
 
-  const PowerState state = combine(packs, chargers);
+  const PowerState state = combine(supplies.packs, supplies.chargers);
   MeasuredPower measured;
-  if (state.external && packNames.front().starts_with("macsmc")) {
+  if (state.external && supplies.firstPackName.starts_with("macsmc")) {
     measured = readAppleSensors(hwmonFolder_);
   }
   return dictionary(state, measured);

@@ -56,9 +56,10 @@ class Device {
   /// was read of it may be incomplete.
   bool isListed() const;
 
-  /// Whether the driver answered that there is no such device, and to nothing else: so it does
-  /// while a device is taken down, before the class ceases to list it.
+  /// Whether the driver answered that there is no such device, and to nothing else since the last
+  /// forgetAnswers(): so it does while a device is taken down, before the class ceases to list it.
   bool isBeingRemoved() const { return refused_ && !answered_; }
+  void forgetAnswers() { answered_ = refused_ = false; }
 
  private:
   int classFolder_;

@@ -8,12 +8,12 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-Pack packOf(const Attributes& attributes, const std::string& name = "BAT0", bool alone = true) {
+Pack packOf(const Attributes& attributes, const std::string& name = "BAT0") {
   const MockMachine machine;
   machine.supply(name, attributes);
   const sysfs::Class supplies(machine.powerSupplyFolder());
   sysfs::Device device(supplies, name);
-  return readPack(device, alone);
+  return readPack(device);
 }
 
 double milliamps(const Pack& pack) { return pack.battery.microamps / 1000; }
@@ -129,14 +129,10 @@ TEST(PackDesignVoltage, IsTheLeastElseTheGreatestElseThePresentOne) {
   EXPECT_EQ(volts(missing, missing), 12.5e6);
 }
 
-TEST(PackDesignVoltage, IsKnownWhereAChargeOrAnEnergyMustBeConverted) {
-  EXPECT_EQ(packOf(chargePack(), "BAT0", false).battery.designMicrovolts, 11e6);
-  EXPECT_EQ(packOf(energyPack(), "BAT0", false).battery.designMicrovolts, 10e6);
-  EXPECT_EQ(packOf(chargePack()).battery.designMicrovolts, std::nullopt);
-  for (const bool alone : {true, false}) {
-    const Pack pack = packOf(chargePack({{"charge_full", missing}}), "BAT0", alone);
-    EXPECT_EQ(pack.battery.designMicrovolts, std::nullopt);
-  }
+TEST(PackDesignVoltage, IsReadOfAChargeAndOfAnEnergyButNotWithoutEither) {
+  EXPECT_EQ(packOf(chargePack()).battery.designMicrovolts, 11e6);
+  EXPECT_EQ(packOf(energyPack()).battery.designMicrovolts, 10e6);
+  EXPECT_EQ(packOf(chargePack({{"charge_full", missing}})).battery.designMicrovolts, std::nullopt);
 }
 
 TEST(PackFlow, TakesItsDirectionFromTheStatus) {
@@ -343,11 +339,6 @@ TEST(PackEstimate, WithoutAStoreIsJudgedByTheCurrentElseByThePower) {
   EXPECT_FALSE(counts({{"current_now", "10000"}, {"power_now", "120000"}}));
   EXPECT_TRUE(counts({{"power_now", "10001"}}));
   EXPECT_FALSE(counts({{"power_now", "10000"}}));
-}
-
-TEST(PackEstimate, OfAPackWithCompanionsIsNotRead) {
-  const Attributes attributes = chargePack({{"time_to_empty_now", "7200"}});
-  EXPECT_EQ(packOf(attributes, "BAT0", false).battery.secondsLeft, std::nullopt);
 }
 
 TEST(PackCycles, Of0AreNotAvailable) {

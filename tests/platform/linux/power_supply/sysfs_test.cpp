@@ -260,6 +260,17 @@ TEST_F(Sysfs, ADeviceThatAnsweredIsNotBeingRemovedWhenAnAttributeIsRefused) {
   EXPECT_FALSE(device.isBeingRemoved());
 }
 
+TEST_F(Sysfs, WhatADeviceAnsweredBeforeCanBeForgotten) {
+  const Class devices(folder.path());
+  Device device(devices, "BAT0");
+  EXPECT_EQ(device.text("type"), "Battery");
+  device.forgetAnswers();
+  whileFailing({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  EXPECT_TRUE(device.isBeingRemoved());
+  device.forgetAnswers();
+  EXPECT_FALSE(device.isBeingRemoved());
+}
+
 TEST_F(Sysfs, AShortageWhileSomethingIsOpenedIsAFailure) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");

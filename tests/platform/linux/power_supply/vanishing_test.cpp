@@ -100,7 +100,7 @@ TEST(Vanishing, TheSecondOfTwoPacks) {
   expectOldOrNewHoweverItGoes({laptopMains, laptopPack}, {"BAT1", charge}, energyPack());
 }
 
-TEST(Vanishing, TheLastOfManyPacksWheneverItIsReadCostsOneReading) {
+TEST(Vanishing, TheLastOfManyPacksWhenItIsReadCostsOneReading) {
   constexpr int count = 100;
   const MockMachine machine;
   const auto name = [](int index) { return "BAT" + std::to_string(100 + index); };
@@ -108,34 +108,34 @@ TEST(Vanishing, TheLastOfManyPacksWheneverItIsReadCostsOneReading) {
   int before = openings();
   machine.properties();
   const int undisturbed = openings() - before;
-  constexpr int toKnowAPack = 3;  // its folder, type and presence
-  const int toReadAPack = undisturbed / count - toKnowAPack;
+  const int openingsOfAPack = (undisturbed - 1) / count;
+  ASSERT_EQ(undisturbed, 1 + openingsOfAPack * count) << "the class, and as many of each pack";
 
-  int last = count - 1;
-  const std::function<void()> goes = [&] {
-    std::filesystem::remove(machine.powerSupplyFolder() / name(last));
-    --last;
-    atOpening(toReadAPack * last + 1, goes);
-  };
+  bool isGone = false;
   before = openings();
-  atOpening(toKnowAPack * count + toReadAPack * last + 1, goes);
+  atOpening(1 + openingsOfAPack * (count - 1) + 2, [&] {  // its folder is open, and no attribute
+    std::filesystem::remove(machine.powerSupplyFolder() / name(count - 1));
+    isGone = true;
+  });
   const json during = machine.properties();
   EXPECT_LE(openings() - before, undisturbed);
   atOpening(0, nullptr);
-  EXPECT_EQ(last, count - 2);
+  EXPECT_TRUE(isGone);
   EXPECT_EQ(during, machine.properties());
 }
 
 TEST(Vanishing, APackWhoseDriverIsGoneBeforeItIsUnlisted) {
   const MockMachine machine;
   plug(machine, laptopPack);
-  constexpr int toKnowIt = 4;  // the class, and of the pack its folder, type and presence
-  atOpening(toKnowIt + 1, [] { refuseReading(true); });
-  const json during = machine.properties();
-  refuseReading(false);
-  atOpening(0, nullptr);
-  EXPECT_TRUE(during.is_null()) << during;
-  EXPECT_FALSE(machine.properties().is_null());
+  // Of the pack its type, its presence, or its status, after the class and the pack's folder.
+  for (const int opening : {3, 4, 5}) {
+    atOpening(opening, [] { refuseReading(true); });
+    const json during = machine.properties();
+    refuseReading(false);
+    atOpening(0, nullptr);
+    EXPECT_TRUE(during.is_null()) << opening << ": " << during;
+    EXPECT_FALSE(machine.properties().is_null());
+  }
 }
 
 TEST(Vanishing, AChargerWithARating) {
