@@ -147,7 +147,7 @@ def try_changes(build, tests, changes, seconds):
         results[change.number] = any(trials[name].finds(number) for name in names)
         progress.update(results[change.number])
 
-    with ThreadPoolExecutor(JOBS) as pool:
+    with ThreadPoolExecutor(2 * JOBS) as pool:  # many tests wait
         list(pool.map(try_one, [each for each in changes if each.place.switchable]))
     alone = [each for each in changes if not each.place.switchable]
     for change in sorted(alone, key=lambda each: each.key[0]):  # few, each with a build of its own
