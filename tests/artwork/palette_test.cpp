@@ -51,6 +51,15 @@ TEST(Palette, LesserTextIsFainterAndALineFaintest) {
   }
 }
 
+TEST(Palette, TintsAreOpaque) {
+  for (const SystemColor color :
+       {SystemColor::green, SystemColor::orange, SystemColor::red, SystemColor::accent}) {
+    for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
+      EXPECT_EQ(resolved(color, appearance).alpha, 1.0) << static_cast<int>(color);
+    }
+  }
+}
+
 TEST(Palette, TintsAreBrighterOnDark) {
   for (const SystemColor color :
        {SystemColor::green, SystemColor::orange, SystemColor::red, SystemColor::accent}) {

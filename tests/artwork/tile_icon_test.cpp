@@ -85,6 +85,16 @@ TEST(TileIcon, IsValid) {
   }
 }
 
+TEST(TileIcon, LooksLikeItsReference) {
+  expectLooksLike(tileIcon({{"64%"}}), "tile-of-one-row");
+  expectLooksLike(tileIcon({{"64%"}, {"+8.3", SystemColor::green}}), "tile-of-two-rows");
+  expectLooksLike(tileIcon({{"64%"}, {"▼"}}), "tile-with-a-mark-below");
+  expectLooksLike(tileIcon({{"64%"}, {"▲"}}), "tile-with-a-mark-upward");
+  expectLooksLike(tileIcon({{"64%"}, {"•"}}), "tile-with-a-dot");
+  expectLooksLike(tileIcon({marked("64", "▼", SystemColor::red), {"2:15"}}),
+                  "tile-with-a-mark-beside");
+}
+
 TEST(TileIcon, IsMadeOfPathsThatPanelsColor) {
   const std::string icon = tileIcon({{"64%"}, {"−8.3"}});
   EXPECT_NE(icon.find(R"(<style type="text/css" id="current-color-scheme">)"

@@ -11,6 +11,7 @@
 #include "support/files.h"
 #include "support/picture.h"
 #include "support/process.h"
+#include "support/rendered.h"
 
 namespace lumowatt::artwork {
 
@@ -104,6 +105,13 @@ TEST(WideIcon, IsValidAndOfPathsAlone) {
   const auto result = runProcess({"xmllint", "--noout", folder.path() / "icon.svg"});
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_EQ(icon.find("<text"), std::string::npos);
+}
+
+TEST(WideIcon, LooksLikeItsReference) {
+  const AttributedString everyCharacter{run(" 0123456789%"), run(" ▲▼•", systemGreen),
+                                        run(" W+−-.·:", SystemColor::secondaryLabel),
+                                        run(" Nabertoy", systemRed)};
+  expectLooksLike(wideIcon(tinted, everyCharacter), "wide-icon");
 }
 
 TEST(WideIcon, HasTheGlyphAndTheTitleSideBySide) {

@@ -340,7 +340,7 @@ class Source:
 
     def string(self, cursor, code):
         self.replace(cursor, '"a"' if code == '""' else '""')
-        found = re.search(r"(?<![\\%\w.])[A-Za-z](?=[^\"]*\")", code[1:] if code[0] == '"' else "")
+        found = re.search(r"(?<![\\%\w.])[A-Za-z](?=[^\"]*\")", code[1:] if code[:1] == '"' else "")
         if found:
             at = found.start() + 1
             letter = "y" if code[at] in "xX" else "x"
