@@ -17,7 +17,9 @@ from trial import Trial
 FOLDERS = ["src/base", "src/telemetry", "src/format", "src/render", "src/menubar", "src/cli",
            "src/platform/linux/power_supply"]
 # Where a folder's tests are not, or not only, in the executable that has its name.
-EXECUTABLES = {"artwork": ("artwork_test", "icons_test"), "posix": ("linux_test",)}
+EXECUTABLES = {"artwork": ("artwork_test", "icons_test"),
+               "freedesktop": ("freedesktop_test", "program_test"),
+               "posix": ("linux_test",)}
 
 
 def arguments():

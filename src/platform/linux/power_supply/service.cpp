@@ -41,10 +41,10 @@ Supplies readSupplies(const Class& supplies) {
     if (type == "Battery") {
       if (!isLaptopPack(device)) continue;
       device.forgetAnswers();  // of a driver that may go from here on
-      Pack pack = readPack(device);
+      const Pack pack = readPack(device);
       if (!device.isListed() || device.isBeingRemoved()) continue;
       if (found.packs.empty()) found.firstPackName = name;
-      found.packs.push_back(std::move(pack));
+      found.packs.push_back(pack);
     } else if (isCharger(type, name)) {
       Charger charger = readCharger(device, type);
       if (device.isListed()) found.chargers.push_back(std::move(charger));
