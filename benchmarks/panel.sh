@@ -31,7 +31,9 @@ processor_time() { # PROCESS...
 }
 
 # A thread that ends takes its time with it.
-difference() { awk -v before="$1" -v after="$2" 'BEGIN { printf "%.0f", after > before ? after - before : 0 }'; }
+difference() { # BEFORE AFTER
+  awk -v before="$1" -v after="$2" 'BEGIN { printf "%.0f", (after > before ? after - before : 0) }'
+}
 
 measure() { # NAME
   local processes before_panel before_screen

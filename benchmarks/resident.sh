@@ -44,11 +44,12 @@ done
 if has strace; then
   strace -f -e trace=open,openat,openat2 -o "$scratch/opens" timeout 26 "$LUMOWATT" \
     >"$scratch/log" 2>&1 || true
-  # Each refresh begins with the folder of supplies; the first of them is part of the start.
+  # Each refresh begins with the folder of supplies. The first ones belong to the start, the last may
+  # not be whole.
   awk -v first="\"$supplies\"" '
-    index($0, first) { if (++refreshes > 1) opens = all }
-    refreshes > 1 { ++all }
-    END { printf "A refresh opens %.1f files, counting those that are not there.\n", opens / (refreshes - 2) }
+    index($0, first) { opens = count; count = 0 }
+    { ++count }
+    END { printf "A refresh opens %d files, counting those that are not there.\n", opens }
   ' "$scratch/opens"
 fi
 
