@@ -34,10 +34,26 @@ const Names anywhere{
 }  // namespace
 
 TEST(Commands, OfTheClipboardAreThoseOfTheSessionsDisplay) {
+  const Command x11{"xclip", "-selection", "clipboard"};
   const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
-  EXPECT_EQ(names(clipboardCommands()), (Names{"wl-copy", "xclip"}));
+  EXPECT_EQ(clipboardCommands(),
+            (std::vector<Command>{{"wl-copy", "--type", "text/plain;charset=utf-8"}, x11}));
   const ScopedVariable none("WAYLAND_DISPLAY", std::nullopt);
-  EXPECT_EQ(names(clipboardCommands()), Names{"xclip"});
+  EXPECT_EQ(clipboardCommands(), std::vector<Command>{x11});
+}
+
+TEST(Commands, OfTheBellAreASoundOfTheThemeElseItsFile) {
+  const std::string file = "/usr/share/sounds/freedesktop/stereo/bell.oga";
+  EXPECT_EQ(bellCommands(),
+            (std::vector<Command>{
+                {"canberra-gtk-play", "--id", "bell"}, {"pw-play", file}, {"paplay", file}}));
+}
+
+TEST(Commands, OfPictureViewersAskTheDesktopForOne) {
+  EXPECT_EQ(pictureViewerCommands("/run/chart.png"),
+            (std::vector<Command>{{"xdg-open", "/run/chart.png"},
+                                  {"gio", "open", "/run/chart.png"},
+                                  {"exo-open", "/run/chart.png"}}));
 }
 
 TEST(Commands, OfLaunchersAreThoseOfTheSessionsDisplay) {
@@ -64,7 +80,6 @@ TEST(Commands, OfLaunchersShowTheirInputUnderTheNameOfTheProgram) {
 TEST(Commands, OfSettingsElsewhereEndWithThoseThatRefuseToRunThere) {
   EXPECT_EQ(settings(std::nullopt), anywhere);
   EXPECT_EQ(settings("sway"), anywhere);
-  EXPECT_EQ(settings("KDE"), anywhere);
 }
 
 TEST(Commands, OfSettingsAreThoseOfTheRunningDesktopFirst) {
@@ -85,6 +100,8 @@ TEST(Commands, OfSettingsAreThoseOfTheRunningDesktopFirst) {
     EXPECT_EQ(settings(desktop).at(0), first) << desktop;
     EXPECT_EQ(settings(desktop).size(), anywhere.size()) << desktop;
   }
+  EXPECT_EQ(settings("KDE"), anywhere);
+  EXPECT_EQ(settings("KDE:XFCE"), anywhere) << "in the order of the table";
   EXPECT_EQ(settings("LXQt").at(1), "systemsettings");
   EXPECT_EQ(settings("Budgie:GNOME").at(1), "gnome-control-center");
 }
@@ -93,9 +110,11 @@ TEST(Commands, OfSettingsOpenTheirPanelOfPower) {
   const std::vector<Command> commands = batterySettingsCommands();
   for (const Command& command :
        std::vector<Command>{{"systemsettings", "kcm_powerdevilprofilesconfig"},
+                            {"systemsettings5", "powerdevilprofilesconfig"},
                             {"cinnamon-settings", "power"},
                             {"cosmic-settings", "power"},
                             {"io.elementary.settings", "settings://power"},
+                            {"io.elementary.switchboard", "settings://power"},
                             {"dde-control-center", "-m", "power"},
                             {"budgie-control-center", "power"},
                             {"gnome-control-center", "power"}}) {
