@@ -100,6 +100,14 @@ TEST(Decimal, HasItsSignAlsoBelowOne) {
   EXPECT_EQ(decimal(-0.0004), "0");
 }
 
+TEST(Svg, HasTheSizeOfItsCoordinatesMagnified) {
+  const std::string icon = svg({22.0, 11.5}, "<path/>", Ink::unknown, 4.0);
+  const std::string start =
+      R"(<svg xmlns="http://www.w3.org/2000/svg" width="88" height="46" viewBox="0 0 22 11.5">)";
+  EXPECT_EQ(icon.substr(0, start.size()), start);
+  EXPECT_NE(icon.find("<path/>"), std::string::npos);
+}
+
 TEST(IconName, TellsTheSymbolAndTheTint) {
   EXPECT_EQ(iconName("battery.25percent", std::nullopt), "lumowatt-battery-25percent-symbolic");
   EXPECT_EQ(iconName("battery.25percent", SystemColor::green), "lumowatt-battery-25percent-green");

@@ -151,7 +151,6 @@ void StatusItem::setToolTip(std::string_view text) { set(toolTip_, text, newTool
 void StatusItem::setDescription(std::string_view text) { set(description_, text, newDescription); }
 
 void StatusItem::copyTexts(const StatusItem& other) {
-  setLabel(other.label_);
   setToolTipTitle(other.toolTipTitle_);
   setToolTip(other.toolTip_);
   setDescription(other.description_);

@@ -43,7 +43,7 @@ class StatusItem {
   /// What a screen reader says of the icon.
   void setDescription(std::string_view text);
 
-  /// Copies label, tool tip and description of another item.
+  /// Copies tool tip and description of another item.
   void copyTexts(const StatusItem& other);
 
   const std::string& id() const { return id_; }
