@@ -116,4 +116,16 @@ TEST(AppleSensors, CountOnExternalPowerOfAnAppleLaptopOnly) {
   EXPECT_FALSE(telemetry("mac-battery", charging).contains("SystemPowerIn"));
 }
 
+TEST(AppleSensors, CountWhereTheFirstOfTwoPacksIsAnAppleLaptops) {
+  const auto countBeside = [](const std::string& other) {
+    const MockMachine machine;
+    machine.sensors("hwmon0", chip);
+    machine.supply("macsmc-battery", chargePack({{"status", "Charging"}}));
+    machine.supply(other, chargePack({{"status", "Charging"}}));
+    return machine.properties()["PowerTelemetryData"].contains("SystemPowerIn");
+  };
+  EXPECT_TRUE(countBeside("second"));
+  EXPECT_FALSE(countBeside("BAT0"));
+}
+
 }  // namespace lumowatt::power_supply
