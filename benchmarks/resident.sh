@@ -28,8 +28,8 @@ begin_laptop resident "$seconds" "$panel"
 begin_bus session
 export DBUS_SESSION_BUS_ADDRESS=unix:path=$scratch/session
 begin_upower # without a battery: with one, xfce4-power-manager aborts on a screen in memory
-# Without GLX: the first GTK program of a session loads OpenGL, here 50 MiB of a renderer in software,
-# and those that follow, as on any desktop, do not.
+# Without GLX: the first GTK program on a screen loads OpenGL, some 50 MiB where it renders in software.
+# On a desktop another program has loaded it before.
 Xvfb -displayfd 3 -screen 0 800x600x24 -extension GLX 3>"$scratch/display" 2>"$scratch/screen.log" &
 pids+=($!)
 until [[ -s $scratch/display ]]; do sleep 0.1; done
