@@ -127,6 +127,11 @@ class Settings : public ItemTest {
     start();
     waitForAnswer();
   }
+  void startWithPortalAndNoTimers() {
+    item = startAnother(LUMOWATT_NO_TIMERS);
+    panel->waitForItem();
+    waitForAnswer();
+  }
   void startWithPortalAndChart() {
     startWithChart();
     waitForAnswer();
@@ -207,9 +212,10 @@ TEST_F(Settings, TheGlyphHasTheInkOfTheColorScheme) {
   }
 }
 
-TEST_F(SettingsOfIcons, TheTitleHasTheInkOfTheColorScheme) {
+TEST_F(SettingsOfIcons, TheTitleHasTheInkOfTheColorSchemeBeforeTheNextReading) {
   portal->colorScheme = 1;
-  startWithPortal();
+  startWithPortalAndNoTimers();
+  icon();  // a panel that has read one item is given the next
   panel->waitForItems(2);
   waitForInk("#e8e8e8");
   for (const auto& [scheme, ink] : {std::pair{2U, "#303030"}, std::pair{0U, "#909090"}}) {

@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <ctime>
+#include <fstream>
 #include <optional>
 #include <sstream>
 
@@ -71,6 +73,11 @@ class Commands : public ItemTest {
     klipper.waitUntil([&] { return klipper.wasAsked; });
     EXPECT_EQ(trace("told"), "-selection clipboard\n");
     EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
+  }
+  /// The ids of the item's processes.
+  std::string children() const {
+    const std::string id = std::to_string(item->id());
+    return fileContents("/proc/" + id + "/task/" + id + "/children");
   }
   std::string chartFile() const { return user.path() / "runtime/lumowatt-chart.png"; }
 };
@@ -160,9 +167,7 @@ TEST_F(Commands, ProgramsLeaveNothingWhenTheyEnd) {
   prefix = {"/usr/bin/env", "--ignore-signal=CHLD"};  // as some sessions start their programs
   startAndChoose(menu_id::copyDetails, "Copy details");
   trace("bell");
-  const std::string id = std::to_string(item->id());
-  panel->waitUntil(
-      [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
+  panel->waitUntil([this] { return children().empty(); });
 }
 
 TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {
@@ -238,9 +243,40 @@ TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
   EXPECT_EQ(maps.find("lumowatt-drawing.so"), std::string::npos);
   EXPECT_EQ(maps.find("libcairo"), std::string::npos);
   // Nor does anything stay of that process.
-  const std::string id = std::to_string(item->id());
-  panel->waitUntil(
-      [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
+  panel->waitUntil([this] { return children().empty(); });
+}
+
+TEST_F(Commands, TheChartIsDrawnOnceAtATime) {
+  const std::string fonts = user.path() / "fonts.conf";
+  ASSERT_EQ(::mkfifo(fonts.c_str(), 0600), 0);
+  variables = {{"FONTCONFIG_FILE", fonts}};  // who draws waits there
+  startWithChart();
+  chooseChart();
+  const std::string first = children();
+  EXPECT_NE(first, "");
+  chooseChart();
+  EXPECT_EQ(children(), first);
+  std::ofstream(fonts).close();
+  panel->waitUntil([this] { return children().empty(); });
+}
+
+TEST_F(Commands, TheChartHasTheTimesOfTheUsersClock) {
+  const std::string texts = traces() / "texts";
+  variables = {{"TZ", "Test-5:45"}, {"NOTED_TEXTS", texts}};
+  install("xdg-open", telling);
+  startWithChart(LUMOWATT_NOTED_TEXTS);
+  chooseChart();
+  trace("told");
+  const auto minutesNow = static_cast<int>(std::time(nullptr) / 60 + 5 * 60 + 45);
+  std::istringstream lines(fileContents(texts));
+  int times = 0;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.size() != 5 || line[2] != ':') continue;
+    ++times;
+    const int minutes = 60 * std::stoi(line) + std::stoi(line.substr(3));
+    EXPECT_LE((minutesNow + 1 - minutes) % 1440, 62) << line << " is no time of the last hour";
+  }
+  EXPECT_GT(times, 0);
 }
 
 TEST_F(Commands, TheChartReplacesALinkAndNotWhatItLeadsTo) {

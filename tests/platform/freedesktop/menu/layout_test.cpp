@@ -196,12 +196,13 @@ TEST_F(MenuLayoutTest, ASubmenuWithoutItemsIsDisabled) {
 }
 
 TEST_F(MenuLayoutTest, AGroupOfAHundredEndsBeforeTheNextSeparator) {
-  Menu menu(150, MenuLine{"line"});
+  Menu menu(150, MenuCommand{"Command", {Action::terminate}});
   menu.emplace_back(MenuSeparator{});
   menu.emplace_back(MenuCommand{"Quit", {Action::terminate}});
   layout.present(menu);
   EXPECT_EQ(layout.root().children.size(), 99U + 2U);
   EXPECT_TRUE(entry(100).isSeparator);
+  EXPECT_FALSE(layout.choice(100));
   EXPECT_EQ(entry(101).label, "Quit");
 }
 

@@ -49,6 +49,11 @@ class MenuServerTest : public testing::Test {
     server_.follow(application_.report);
   }
 
+  void makeCompact() {
+    server_.setCompact(true);
+    connection.take();
+  }
+
   std::string heard;  ///< the first row, as it was told last
   PanelConnection connection{[this](sd_bus_message* message) { hear(message); }};
 
@@ -94,6 +99,14 @@ TEST_F(MenuServerTest, TellsABusThatTakesAgainOfAReportThatStaysTheSame) {
   follow(999);
   connection.take();
   EXPECT_EQ(heard, "999");
+}
+
+TEST_F(MenuServerTest, InFewRowsIsNotChangedByAReport) {
+  makeCompact();
+  EXPECT_EQ(heard, "1\nanother row");
+  for (const int next : {2, 3}) follow(next);
+  connection.take();
+  EXPECT_EQ(heard, "1\nanother row");
 }
 
 }  // namespace lumowatt::freedesktop

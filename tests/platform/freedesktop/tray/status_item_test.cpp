@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/freedesktop/panel_connection.h"
+#include "program/message_json.h"
 
 namespace lumowatt::freedesktop {
 
@@ -29,11 +30,16 @@ class StatusItemTest : public testing::Test {
     while (sd_event_run(loop_.get(), 0) > 0) continue;
   }
 
+  void setToolTip(std::string_view title, std::string_view text) {
+    item_.setToolTipTitle(title);
+    item_.setToolTip(text);
+  }
+
   /// The panel reads a property.
   void read(const char* property) {
     EXPECT_GE(sd_bus_call_method_async(connection.panel(), nullptr, nullptr, "/StatusNotifierItem",
-                                       "org.freedesktop.DBus.Properties", "Get", nullptr, nullptr,
-                                       "ss", "org.kde.StatusNotifierItem", property),
+                                       "org.freedesktop.DBus.Properties", "Get", receiveAnswer,
+                                       this, "ss", "org.kde.StatusNotifierItem", property),
               0);
     connection.take();
   }
@@ -46,7 +52,8 @@ class StatusItemTest : public testing::Test {
   bool isSettled() const { return item_.isSettled(); }
 
   int timesSettled = 0;
-  std::string heard;  ///< the label that was told last
+  std::string heard;      ///< the label that was told last
+  nlohmann::json answer;  ///< the property that was read last
   PanelConnection connection{[this](sd_bus_message* message) { hear(message); }};
 
  private:
@@ -56,6 +63,11 @@ class StatusItemTest : public testing::Test {
         sd_bus_message_read(message, "s", &label) > 0) {
       heard = label;
     }
+  }
+
+  static int receiveAnswer(sd_bus_message* reply, void* test, sd_bus_error*) {
+    static_cast<StatusItemTest*>(test)->answer = readValue(reply);
+    return 0;
   }
 
   EventLoop loop_ = newLoop();
@@ -83,6 +95,12 @@ TEST_F(StatusItemTest, TellsABusThatTakesAgainOfWhatChangedMeanwhileWithTheNextC
   setLabel("999");  // again: no change, but something is said
   connection.take();
   EXPECT_EQ(heard, "999");
+}
+
+TEST_F(StatusItemTest, ToolTipHoldsNothingThatCouldBeMarkup) {
+  setToolTip("<1> & 2", "<b>3</b>");
+  read("ToolTip");
+  EXPECT_EQ(answer, (nlohmann::json{"", nlohmann::json::array(), "‹1› + 2", "‹b›3‹/b›"}));
 }
 
 TEST_F(StatusItemTest, IsSettledOnceAPanelHasReadItsIcon) {

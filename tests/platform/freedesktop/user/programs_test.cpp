@@ -42,8 +42,11 @@ TEST_F(ProgramsTest, OfSeveralFoldersTheFirstCountsAndRelativeOnesDoNot) {
   folder.write("other/there", "#!/bin/sh\n");
   std::filesystem::permissions(folder.path() / "other" / "there", std::filesystem::perms(0755));
   const std::string other = folder.path() / "other";
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(folder.path());  // which has bin/there
   const ScopedVariable several("PATH", "::.:bin:" + other + ":" + (folder.path() / "bin").string());
   EXPECT_EQ(findProgram("there"), other + "/there");
+  std::filesystem::current_path(before);
 }
 
 TEST_F(ProgramsTest, AProgramIsFoundByItsAbsolutePathAlone) {
