@@ -127,8 +127,8 @@ class Settings : public ItemTest {
     start();
     waitForAnswer();
   }
-  void startWithPortalAndNoTimers() {
-    item = startAnother(LUMOWATT_NO_TIMERS);
+  void startWithPortalAtAStoppedClock() {
+    item = startAnother(LUMOWATT_STOPPED_CLOCK);
     panel->waitForItem();
     waitForAnswer();
   }
@@ -214,7 +214,7 @@ TEST_F(Settings, TheGlyphHasTheInkOfTheColorScheme) {
 
 TEST_F(SettingsOfIcons, TheTitleHasTheInkOfTheColorSchemeBeforeTheNextReading) {
   portal->colorScheme = 1;
-  startWithPortalAndNoTimers();
+  startWithPortalAtAStoppedClock();
   icon();  // a panel that has read one item is given the next
   panel->waitForItems(2);
   waitForInk("#e8e8e8");
