@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
-#include <fstream>
 #include <optional>
 #include <sstream>
 
@@ -74,10 +73,22 @@ class Commands : public ItemTest {
     EXPECT_EQ(trace("told"), "-selection clipboard\n");
     EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
   }
+  /// Makes fonts unreadable for the time of the test, so that drawing does not end.
+  void chooseChartThatTakesForEver() {
+    const std::string fonts = user.path() / "fonts.conf";
+    EXPECT_EQ(::mkfifo(fonts.c_str(), 0600), 0);
+    variables = {{"FONTCONFIG_FILE", fonts}};
+    startWithChart();
+    chooseChart();
+  }
   /// The ids of the item's processes.
   std::string children() const {
     const std::string id = std::to_string(item->id());
     return fileContents("/proc/" + id + "/task/" + id + "/children");
+  }
+  void signalChildren(int signal) const {
+    std::istringstream ids(children());
+    for (pid_t id = 0; ids >> id;) EXPECT_EQ(::kill(id, signal), 0);
   }
   std::string chartFile() const { return user.path() / "runtime/lumowatt-chart.png"; }
 };
@@ -247,16 +258,17 @@ TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
 }
 
 TEST_F(Commands, TheChartIsDrawnOnceAtATime) {
-  const std::string fonts = user.path() / "fonts.conf";
-  ASSERT_EQ(::mkfifo(fonts.c_str(), 0600), 0);
-  variables = {{"FONTCONFIG_FILE", fonts}};  // who draws waits there
-  startWithChart();
+  chooseChartThatTakesForEver();
+  const std::string drawing = children();
+  EXPECT_NE(drawing, "");
   chooseChart();
-  const std::string first = children();
-  EXPECT_NE(first, "");
-  chooseChart();
-  EXPECT_EQ(children(), first);
-  std::ofstream(fonts).close();
+  EXPECT_EQ(children(), drawing);
+  signalChildren(SIGKILL);
+}
+
+TEST_F(Commands, TheProcessThatDrawsTheChartEndsBySigterm) {
+  chooseChartThatTakesForEver();
+  signalChildren(SIGTERM);
   panel->waitUntil([this] { return children().empty(); });
 }
 
