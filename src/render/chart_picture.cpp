@@ -18,7 +18,7 @@ constexpr Rect plotArea{60.0, 88.0, 600.0, 280.0};
 constexpr double pictureMargin = 24.0;
 constexpr double labelDistance = 8.0;  // between the plot and what is written at its edges
 
-constexpr double lineWidth = 2.0;
+constexpr Stroke lineStroke{.width = 2.0, .join = LineJoin::round, .cap = LineCap::round};
 constexpr double areaOpacity = 0.15;
 constexpr double dotRadius = 4.0;
 constexpr double ringRadius = 6.0;  // of the background, around the dot
@@ -124,8 +124,7 @@ class Chart {
     area.emplace_back(LineTo{{x(samples.front().time), plotArea.maxY()}});
     area.emplace_back(ClosePath{});
     canvas_.fillPath(area, contents_.color, areaOpacity);
-    canvas_.stroke(line, {.width = lineWidth, .join = LineJoin::round, .cap = LineCap::round},
-                   contents_.color);
+    canvas_.stroke(line, lineStroke, contents_.color);
   }
 
   /// Draws a dot at the last sample.
