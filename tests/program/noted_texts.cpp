@@ -2,19 +2,20 @@
 // that the variable NOTED_TEXTS names.
 
 #include <dlfcn.h>
+#include <pango/pango-layout.h>
 
 #include <cstdlib>
 #include <fstream>
 #include <string_view>
 
-extern "C" __attribute__((visibility("default"))) void pango_layout_set_text(void* layout,
+extern "C" __attribute__((visibility("default"))) void pango_layout_set_text(PangoLayout* layout,
                                                                              const char* text,
                                                                              int length) {
   std::ofstream(std::getenv("NOTED_TEXTS"), std::ios::app)
       << std::string_view(text, static_cast<std::size_t>(length)) << '\n';
   // The program's module has Pango to itself, so that dlsym finds no next one.
   void* const pango = ::dlopen("libpango-1.0.so.0", RTLD_LAZY | RTLD_NOLOAD);
-  using SetText = void(void*, const char*, int);
+  using SetText = decltype(pango_layout_set_text);
   reinterpret_cast<SetText*>(::dlsym(pango, "pango_layout_set_text"))(layout, text, length);
   ::dlclose(pango);
 }
