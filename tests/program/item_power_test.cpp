@@ -11,8 +11,9 @@
 #include "program/item_fixture.h"
 #include "support/open_counter.h"
 
-/// The C library's function, which umockdev sends its events by; but it waits for a queue that is
-/// full. A kernel's queue holds thousands of events, a mocked one ten, and umockdev aborts then.
+/// Replaces the C library's function, by which umockdev sends events: waits while the queue is
+/// full. A kernel's queue holds thousands of events, a mocked machine's ten, and umockdev would
+/// abort.
 extern "C" __attribute__((visibility("default"))) ssize_t sendmsg(int socket, const msghdr* message,
                                                                   int flags) {
   while (true) {

@@ -73,15 +73,15 @@ class Commands : public ItemTest {
     EXPECT_EQ(trace("told"), "-selection clipboard\n");
     EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
   }
-  /// Makes fonts unreadable for the time of the test, so that drawing does not end.
-  void chooseChartThatTakesForEver() {
+  /// Chooses the chart, whose drawing waits for the configuration of fonts until it is killed.
+  void chooseChartThatIsNeverDrawn() {
     const std::string fonts = user.path() / "fonts.conf";
     EXPECT_EQ(::mkfifo(fonts.c_str(), 0600), 0);
     variables = {{"FONTCONFIG_FILE", fonts}};
     startWithChart();
     chooseChart();
   }
-  /// The ids of the item's processes.
+  /// The ids of the item's child processes.
   std::string children() const {
     const std::string id = std::to_string(item->id());
     return fileContents("/proc/" + id + "/task/" + id + "/children");
@@ -258,7 +258,7 @@ TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
 }
 
 TEST_F(Commands, TheChartIsDrawnOnceAtATime) {
-  chooseChartThatTakesForEver();
+  chooseChartThatIsNeverDrawn();
   const std::string drawing = children();
   EXPECT_NE(drawing, "");
   chooseChart();
@@ -267,7 +267,7 @@ TEST_F(Commands, TheChartIsDrawnOnceAtATime) {
 }
 
 TEST_F(Commands, TheProcessThatDrawsTheChartEndsBySigterm) {
-  chooseChartThatTakesForEver();
+  chooseChartThatIsNeverDrawn();
   signalChildren(SIGTERM);
   panel->waitUntil([this] { return children().empty(); });
 }

@@ -1,5 +1,5 @@
 // A library to preload: the time since the machine started stays what it was when the program asked
-// for it first. What waits for a later instant waits for ever.
+// for it first, and no timer expires later than at once.
 
 #include <sys/syscall.h>
 #include <sys/timerfd.h>
