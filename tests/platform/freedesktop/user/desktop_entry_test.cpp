@@ -15,7 +15,12 @@ TEST(DesktopEntry, HasTheValuesOfItsGroup) {
   EXPECT_EQ(entryValue("", "Name"), std::nullopt);
 }
 
+TEST(DesktopEntry, ALineWithoutAnEqualsSignHasNoValue) {
+  EXPECT_EQ(entryValue("[Desktop Entry]\nHidden\nHidden=true\n", "Hidden"), "true");
+}
+
 TEST(DesktopEntry, UndoesTheEscapesOfAValue) {
+  EXPECT_EQ(entryValue("[Desktop Entry]\nName=a\\s", "Name"), "a ");
   EXPECT_EQ(entryValue("[Desktop Entry]\nName=a\\sb\\tc\\nd\\re\\\\f\\", "Name"),
             "a b\tc\nd\re\\f\\");
 }
@@ -30,12 +35,20 @@ TEST(DesktopEntry, TheProgramMayBeQuoted) {
   EXPECT_EQ(execProgram(R"("/opt/my apps/lumowatt" "x")"), "/opt/my apps/lumowatt");
   EXPECT_EQ(execProgram(R"("/a\"b\$c\\d")"), R"(/a"b$c\d)");
   EXPECT_EQ(execProgram("/opt/100%%/lumowatt"), "/opt/100%/lumowatt");
+  EXPECT_EQ(execProgram("/opt/100%%"), "/opt/100%");
+}
+
+TEST(DesktopEntry, ABackslashStandsForTheNextCharacterInQuotesAlone) {
+  EXPECT_EQ(execProgram(R"("\a\")"), R"(a")");
+  EXPECT_EQ(execProgram(R"("/a\)"), R"(/a\)") << "none is next";
+  EXPECT_EQ(execProgram(R"(/a\b)"), R"(/a\b)");
 }
 
 TEST(DesktopEntry, AnExecValueIsReadBackAsItsProgram) {
   EXPECT_EQ(execValue("/usr/bin/lumowatt"), R"("/usr/bin/lumowatt")");
   // In the argument a dollar has a backslash, which as a value's is two.
   EXPECT_EQ(execValue("/a$b"), R"("/a\\$b")");
+  EXPECT_EQ(execValue("/100%s"), R"("/100%%s")");
   EXPECT_EQ(execValue(R"(/a\b)"), R"("/a\\\\b")");
   for (const char* program :
        {"/usr/bin/lumowatt", "/with space", "/a\"b", "/a`b$c", R"(/a\b\\c)", "/100%", "/täglich"}) {

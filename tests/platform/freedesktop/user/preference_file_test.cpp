@@ -57,6 +57,11 @@ TEST_F(PreferenceFileTest, HasAValueForEachLine) {
   EXPECT_FALSE(has("modes"));
 }
 
+TEST_F(PreferenceFileTest, ALineWithoutAnEqualsSignHasNoValue) {
+  write("color\n");
+  EXPECT_FALSE(has("color"));
+}
+
 TEST_F(PreferenceFileTest, GivesSeveralValuesByOneReading) {
   write("color=1\nmode=3\n");
   const OpenCounter counter;

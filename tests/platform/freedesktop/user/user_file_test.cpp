@@ -52,6 +52,12 @@ TEST(UserFile, ThatIsAFolderAPipeOrADeviceCannotBeRead) {
   }
 }
 
+TEST(UserFile, WhoseReadingFailsHasNoText) {
+  const FileContents file = readUserFile("/proc/self/mem");  // which has nothing at its beginning
+  EXPECT_TRUE(file.isThere);
+  EXPECT_EQ(file.text, std::nullopt);
+}
+
 TEST(UserFile, OfMoreThan64KiBIsNotRead) {
   const TemporaryFolder folder;
   folder.write("large", std::string(65537, 'x'));
