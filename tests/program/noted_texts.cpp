@@ -1,5 +1,5 @@
-// A library to preload: each text that Pango lays out is added, in a line of its own, to the file
-// that the variable NOTED_TEXTS names.
+// A library to preload: writes each text that Pango lays out as a line of the file that the
+// variable NOTED_TEXTS names.
 
 #include <dlfcn.h>
 #include <pango/pango-layout.h>

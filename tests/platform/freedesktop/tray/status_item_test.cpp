@@ -52,8 +52,8 @@ class StatusItemTest : public testing::Test {
   bool isSettled() const { return item_.isSettled(); }
 
   int timesSettled = 0;
-  std::string heard;      ///< the label that was told last
-  nlohmann::json answer;  ///< the property that was read last
+  std::string heard;      ///< the label of the last signal
+  nlohmann::json answer;  ///< the value of the last property that was read
   PanelConnection connection{[this](sd_bus_message* message) { hear(message); }};
 
  private:
