@@ -1,7 +1,6 @@
 #include "platform/cairo/module.h"
 
 #include <fcntl.h>
-#include <malloc.h>
 
 #include <cerrno>
 #include <cstddef>
@@ -10,6 +9,7 @@
 
 #include "base/out_of_memory.h"
 #include "platform/cairo/cairo_bitmap.h"
+#include "platform/posix/allocator.h"
 #include "platform/posix/descriptor.h"
 
 namespace lumowatt::cairo {
@@ -51,7 +51,7 @@ class Factory : public BitmapFactory {
 
 extern "C" lumowatt::BitmapFactory* lumowattBitmapFactory() {
   lumowatt::endWhenOutOfMemory();
-  ::mallopt(M_ARENA_MAX, 1);  // or each of Pango's threads reserves 64 MiB of addresses
+  lumowatt::useOneArena();  // for Pango starts threads
   static lumowatt::cairo::Factory factory;
   return &factory;
 }

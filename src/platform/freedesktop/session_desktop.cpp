@@ -1,7 +1,5 @@
 #include "platform/freedesktop/session_desktop.h"
 
-#include <malloc.h>
-
 #include <cerrno>
 #include <csignal>
 #include <ctime>
@@ -16,6 +14,7 @@
 #include "platform/freedesktop/user/commands.h"
 #include "platform/freedesktop/user/environment.h"
 #include "platform/freedesktop/user/time_of_day.h"
+#include "platform/posix/allocator.h"
 
 namespace lumowatt::freedesktop {
 
@@ -55,7 +54,7 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   }
   if (!*connected) return {};
   // What a large message took is to go back to the system when it is answered.
-  ::mallopt(M_MMAP_THRESHOLD, largeBlock);
+  returnLargeBlocks(largeBlock);
   prepareToWatchChildren();
   endBySignals(loop_.get());
 
