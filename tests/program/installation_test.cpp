@@ -12,6 +12,9 @@ struct Place {
   const char* prefix;  // below a root of the test's own
   const char* moved;   // where to the whole goes afterwards, if anywhere
   const char* link;    // a link that leads to the program, if any
+  // Where another distribution has the modules, below the prefix, and the program built for that.
+  const char* modules = nullptr;
+  const char* built = nullptr;
 };
 
 std::ostream& operator<<(std::ostream& out, const Place& place) { return out << place.name; }
@@ -25,6 +28,14 @@ class Installation : public ItemTest, public testing::WithParamInterface<Place> 
         runProcess({"cmake", "--install", LUMOWATT_BUILD, "--prefix", whole.string(), "--component",
                     "Unspecified"});  // whose manifest nobody else writes
     EXPECT_EQ(result.status, 0) << result.errors;
+    if (place.modules != nullptr) {
+      const std::filesystem::path modules = whole / place.modules;
+      std::filesystem::create_directories(modules.parent_path());
+      std::filesystem::rename(whole / LUMOWATT_MODULE_FOLDER, modules);
+      std::filesystem::copy_file(std::filesystem::path(LUMOWATT_PROGRAMS) / place.built,
+                                 whole / "bin/lumowatt",
+                                 std::filesystem::copy_options::overwrite_existing);
+    }
     if (place.moved != nullptr) {
       const std::filesystem::path moved = root_.path() / place.moved;
       std::filesystem::create_directories(moved.parent_path());
@@ -94,7 +105,12 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Place{"System", "usr", nullptr, nullptr},
                     Place{"Local", "usr/local", nullptr, nullptr},
                     Place{"Moved", "old", "home/somebody/lumowatt 1.0", nullptr},
-                    Place{"Linked", "opt/lumowatt", nullptr, "home/somebody/bin/lumowatt"}),
+                    Place{"Linked", "opt/lumowatt", nullptr, "home/somebody/bin/lumowatt"},
+                    Place{"Lib64", "usr", nullptr, nullptr, "lib64/lumowatt", "lumowatt-lib64"},
+                    Place{"Multiarch", "usr", nullptr, nullptr, "lib/x86_64-linux-gnu/lumowatt",
+                          "lumowatt-multiarch"},
+                    Place{"LibexecMoved", "usr", "opt/lumowatt", nullptr, "libexec/lumowatt",
+                          "lumowatt-libexec"}),
     [](const auto& test) { return test.param.name; });
 
 }  // namespace lumowatt

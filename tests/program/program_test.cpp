@@ -139,7 +139,7 @@ TEST(Program, AClosedStandardOutputIsAFailure) {
   EXPECT_EQ(result.errors, "lumowatt: cannot write to the standard output: Bad file descriptor\n");
 }
 
-#if !LUMOWATT_SANITIZED  // the sanitizers are libraries
+#if LUMOWATT_STATIC_RUNTIME && !LUMOWATT_SANITIZED  // the sanitizers are libraries
 
 TEST(Program, NeedsNoLibraryButTheCLibrary) {
   const ProcessResult result = runProcess({"readelf", "--dynamic", LUMOWATT_PROGRAM});

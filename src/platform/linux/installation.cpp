@@ -6,12 +6,27 @@
 #include <array>
 #include <climits>
 #include <cstring>
+#include <string_view>
 
 namespace lumowatt {
 
 namespace {
 
 bool isThere(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
+
+/// The path of a part that is called `built` beside the executable of a build, and that an
+/// installation has at `installed`, relative to the executable's folder. Empty when the
+/// executable's path is not known: the working directory would be nowhere to look.
+std::string partPath(std::string_view built, std::string_view installed) {
+  const std::string executable = executablePath();
+  if (executable.empty()) return "";
+  const std::string folder = executable.substr(0, executable.rfind('/') + 1);
+  std::string beside = folder + std::string(built);
+  // Seen from any other folder, what the layout names may be anybody's.
+  if (!folder.ends_with("/" LUMOWATT_EXECUTABLE_FOLDER "/")) return beside;
+  std::string path = folder + std::string(installed);
+  return isThere(path) || !isThere(beside) ? path : beside;
+}
 
 }  // namespace
 
@@ -21,18 +36,10 @@ std::string executablePath() {
   return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : "";
 }
 
-std::string partPath(std::string_view built, std::string_view installed) {
-  const std::string executable = executablePath();
-  if (executable.empty()) return "";  // the working directory would be nowhere to look
-  const std::string here = executable.substr(0, executable.rfind('/') + 1);
-  std::string beside = here + std::string(built);
-  if (!here.ends_with("/bin/")) return beside;  // what lies elsewhere may be anybody's
-  std::string path = here + "../" + std::string(installed);
-  return isThere(path) || !isThere(beside) ? path : beside;
-}
+std::string iconFolder() { return partPath("icons", LUMOWATT_ICONS); }
 
 Result<void*> loadModule(const std::string& module, const char* symbol) {
-  const std::string path = partPath(module, "lib/lumowatt/" + module);
+  const std::string path = partPath(module, LUMOWATT_MODULES "/" + module);
   if (path.empty()) return Failure{"cannot tell where " + module + " is without /proc"};
   // With a slash in its path, the linker looks nowhere else.
   void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);

@@ -37,9 +37,8 @@ std::unique_ptr<BitmapFactory> bitmapFactory() { return std::make_unique<LoadedB
 Result<std::unique_ptr<Desktop>> desktop() {
   const auto make = loadModule("lumowatt-desktop.so", "lumowattDesktop");
   if (!make) return make.failure();
-  const std::string icons = partPath("icons", "share/lumowatt/icons");
   return std::unique_ptr<Desktop>(reinterpret_cast<decltype(&lumowattDesktop)>(*make)(
-      executablePath().c_str(), icons.c_str(), bitmapFactory().release()));
+      executablePath().c_str(), iconFolder().c_str(), bitmapFactory().release()));
 }
 
 }  // namespace lumowatt::platform
