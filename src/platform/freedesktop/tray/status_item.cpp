@@ -5,6 +5,7 @@
 #include <ctime>
 #include <utility>
 
+#include "platform/freedesktop/bus/boottime.h"
 #include "platform/freedesktop/bus/session_bus.h"
 #include "platform/freedesktop/menu/server.h"
 #include "platform/freedesktop/tray/panel_watch.h"
@@ -187,8 +188,8 @@ void StatusItem::registerItem(Address address) {
   if (address == Address::connection) sd_bus_get_unique_name(bus_, &name);
   sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
                            "RegisterStatusNotifierItem", nullptr, nullptr, "s", name);
-  const int status = sd_event_add_time_relative(loop_, Out(settling_), CLOCK_MONOTONIC,
-                                                longestReading, 0, waitedLongEnough, this);
+  const int status = sd_event_add_time(loop_, Out(settling_), CLOCK_BOOTTIME,
+                                       boottime() + longestReading, 0, waitedLongEnough, this);
   isSettled_ = status < 0;
 }
 
