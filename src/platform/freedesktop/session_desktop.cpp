@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <ctime>
 #include <utility>
 #include <variant>
@@ -35,6 +36,18 @@ void endBySignals(sd_event* loop) {
     const bool isWaitedFor = sd_event_add_signal(loop, nullptr, signal, nullptr, nullptr) >= 0;
     if (!isWaitedFor) ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
   }
+}
+
+/// Lets the loop end with a failure when the bus closes the connection. libsystemd's own way to do
+/// so ends the process at once in versions before 247. Negative on failure.
+int endWhenDisconnected(sd_bus* bus, sd_event* loop) {
+  constexpr auto rule =
+      "type='signal',sender='org.freedesktop.DBus.Local',path='/org/freedesktop/DBus/Local',"
+      "interface='org.freedesktop.DBus.Local',member='Disconnected'";
+  const auto end = [](sd_bus_message*, void* ended, sd_bus_error*) {
+    return sd_event_exit(static_cast<sd_event*>(ended), EXIT_FAILURE);
+  };
+  return sd_bus_add_match(bus, nullptr, rule, end, loop);
 }
 
 }  // namespace
@@ -78,7 +91,7 @@ Result<bool> SessionDesktop::connect() {
   Result<Bus> bus = openSessionBus(loop_.get());
   if (!bus) return bus.failure();
   bus_ = std::move(*bus);
-  int status = sd_bus_set_exit_on_disconnect(bus_.get(), 1);
+  int status = endWhenDisconnected(bus_.get(), loop_.get());
   if (status >= 0) status = sd_bus_request_name(bus_.get(), applicationId, 0);
   if (status == -EEXIST) return false;
   if (status < 0) return busFailure(status);
