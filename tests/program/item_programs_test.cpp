@@ -188,7 +188,8 @@ TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {
   EXPECT_EQ(panel->menuProperty(menu_id::openAtLogin, "toggle-state"), 1);
   EXPECT_EQ(fileContents(autostart()),
             "[Desktop Entry]\nType=Application\nName=Lumowatt\n"
-            "Comment=Battery item for the panel\nExec=\"" LUMOWATT_PROGRAM "\"\nTerminal=false\n");
+            "Comment=Battery item for the panel\nTryExec=" LUMOWATT_PROGRAM
+            "\nExec=\"" LUMOWATT_PROGRAM "\"\nTerminal=false\n");
   EXPECT_TRUE(opensAtLogin());
   choose(menu_id::openAtLogin, "Open at login");
   EXPECT_FALSE(opensAtLogin());

@@ -8,15 +8,17 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
+/// The letters after a backslash, and what each of them stands for.
+constexpr std::string_view escapeLetters = "sntr";
+constexpr std::string_view escapedCharacters = " \n\t\r";
+
 std::string unescaped(std::string_view value) {
-  constexpr std::string_view escaped = "sntr";
-  constexpr std::string_view meant = " \n\t\r";
   std::string text;
   for (std::size_t i = 0; i < value.size(); ++i) {
     const bool isEscape = value[i] == '\\' && i + 1 < value.size();
     if (isEscape) ++i;
-    const std::size_t place = isEscape ? escaped.find(value[i]) : std::string_view::npos;
-    text += place == std::string_view::npos ? value[i] : meant[place];
+    const std::size_t place = isEscape ? escapeLetters.find(value[i]) : std::string_view::npos;
+    text += place == std::string_view::npos ? value[i] : escapedCharacters[place];
   }
   return text;
 }
@@ -62,22 +64,32 @@ std::string execProgram(std::string_view exec) {
 }
 
 std::string execValue(std::string_view program) {
-  // First the argument is quoted, in which four characters have a backslash; then the value is
-  // written, in which each backslash is two. A percent sign is two everywhere.
-  std::string value = "\"";
+  // A quoted argument, in which four characters have a backslash. A percent sign is two everywhere.
+  constexpr std::string_view special = R"("`$\)";
+  std::string argument = "\"";
   for (const char letter : program) {
-    if (letter == '\\') {
-      value += R"(\\\\)";
-    } else if (letter == '"' || letter == '`' || letter == '$') {
+    if (special.find(letter) != std::string_view::npos) argument += '\\';
+    argument += letter;
+    if (letter == '%') argument += letter;
+  }
+  return textValue(argument + "\"");
+}
+
+std::string textValue(std::string_view text) {
+  std::string value;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::size_t place = escapedCharacters.find(text[i]);
+    const bool isInside = i > 0 && i + 1 < text.size();
+    if (text[i] == '\\') {
       value += R"(\\)";
-      value += letter;
-    } else if (letter == '%') {
-      value += "%%";
+    } else if (place == std::string_view::npos || (text[i] == ' ' && isInside)) {
+      value += text[i];
     } else {
-      value += letter;
+      value += '\\';
+      value += escapeLetters[place];
     }
   }
-  return value + "\"";
+  return value;
 }
 
 }  // namespace lumowatt::freedesktop

@@ -17,4 +17,7 @@ std::string execProgram(std::string_view exec);
 /// The path of a program as an "Exec" value, quoted and escaped as a file has it.
 std::string execValue(std::string_view program);
 
+/// A text as a value, escaped as a file has it.
+std::string textValue(std::string_view text);
+
 }  // namespace lumowatt::freedesktop

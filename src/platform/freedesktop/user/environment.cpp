@@ -1,5 +1,6 @@
 #include "platform/freedesktop/user/environment.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace lumowatt::freedesktop {
@@ -19,9 +20,19 @@ std::string environmentVariable(const char* name) {
   return value != nullptr ? value : "";
 }
 
+std::vector<std::string> currentDesktops() {
+  std::vector<std::string> names;
+  const std::string list = environmentVariable("XDG_CURRENT_DESKTOP") + ":";
+  std::size_t start = 0;
+  for (std::size_t end = 0; (end = list.find(':', start)) != std::string::npos; start = end + 1) {
+    if (end > start) names.push_back(list.substr(start, end - start));
+  }
+  return names;
+}
+
 bool isCurrentDesktop(const std::string& name) {
-  return (":" + environmentVariable("XDG_CURRENT_DESKTOP") + ":").find(":" + name + ":") !=
-         std::string::npos;
+  const std::vector<std::string> names = currentDesktops();
+  return std::ranges::find(names, name) != names.end();
 }
 
 std::string configurationFolder() {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The environment of this process, and the user's folders that it names (the base directories of
 /// freedesktop.org).
@@ -10,7 +11,10 @@ namespace lumowatt::freedesktop {
 /// A variable of the environment; empty when it is not set.
 std::string environmentVariable(const char* name);
 
-/// Whether one of the colon-separated names in $XDG_CURRENT_DESKTOP is `name`.
+/// The colon-separated names in $XDG_CURRENT_DESKTOP, in order, without empty ones.
+std::vector<std::string> currentDesktops();
+
+/// Whether one of these names is `name`.
 bool isCurrentDesktop(const std::string& name);
 
 /// The folder of the user's configuration: $XDG_CONFIG_HOME when that is an absolute path, else

@@ -14,8 +14,8 @@ class LoginItem {
   LoginItem(std::string entry, std::string program)
       : entry_(std::move(entry)), program_(std::move(program)) {}
 
-  /// An entry that is hidden or switched off requires approval: the user has said no to it. One
-  /// whose program cannot be found counts as not found.
+  /// An entry that is hidden, switched off or for other desktops requires approval: the user has
+  /// said no to it. One whose program cannot be found counts as not found.
   LoginItemStatus status() const;
 
   /// Puts the entry there, in the place of one that was. False when that fails.

@@ -50,10 +50,21 @@ TEST(DesktopEntry, AnExecValueIsReadBackAsItsProgram) {
   EXPECT_EQ(execValue("/a$b"), R"("/a\\$b")");
   EXPECT_EQ(execValue("/100%s"), R"("/100%%s")");
   EXPECT_EQ(execValue(R"(/a\b)"), R"("/a\\\\b")");
-  for (const char* program :
-       {"/usr/bin/lumowatt", "/with space", "/a\"b", "/a`b$c", R"(/a\b\\c)", "/100%", "/täglich"}) {
+  EXPECT_EQ(execValue("/a\nb"), R"("/a\nb")");
+  for (const char* program : {"/usr/bin/lumowatt", "/with space", "/a\"b", "/a`b$c", R"(/a\b\\c)",
+                              "/100%", "/täglich", "/a\nb\tc\r"}) {
     const std::string entry = "[Desktop Entry]\nExec=" + execValue(program) + "\n";
     EXPECT_EQ(execProgram(entryValue(entry, "Exec").value()), program);
+  }
+}
+
+TEST(DesktopEntry, ATextValueIsReadBackAsItsText) {
+  EXPECT_EQ(textValue("/usr/bin/lumowatt"), "/usr/bin/lumowatt");
+  EXPECT_EQ(textValue("/with space/a\"b$c%"), "/with space/a\"b$c%") << "nothing is quoted";
+  EXPECT_EQ(textValue(R"(/a\b)"), R"(/a\\b)");
+  EXPECT_EQ(textValue(" /a b "), R"(\s/a b\s)") << "spaces at an end would be lost";
+  for (const char* text : {"", " ", "  ", " /a b ", R"(\s)", "/a\nb\tc\r", "/täglich"}) {
+    EXPECT_EQ(entryValue("[Desktop Entry]\nTryExec=" + textValue(text) + "\n", "TryExec"), text);
   }
 }
 

@@ -13,6 +13,15 @@ TEST(EnvironmentVariable, IsEmptyWhenItIsNotSet) {
   EXPECT_EQ(environmentVariable("LUMOWATT_TEST_VARIABLE"), "value");
 }
 
+TEST(CurrentDesktops, AreTheNamesInOrder) {
+  const ScopedVariable several("XDG_CURRENT_DESKTOP", ":sway::wlroots:");
+  EXPECT_EQ(currentDesktops(), (std::vector<std::string>{"sway", "wlroots"}));
+  for (const auto& value : {std::optional<std::string>(""), std::optional<std::string>()}) {
+    const ScopedVariable none("XDG_CURRENT_DESKTOP", value);
+    EXPECT_EQ(currentDesktops(), std::vector<std::string>());
+  }
+}
+
 TEST(IsCurrentDesktop, IsOneOfTheNames) {
   const ScopedVariable several("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
   EXPECT_TRUE(isCurrentDesktop("ubuntu"));

@@ -13,7 +13,7 @@ class LoginItemTest : public testing::Test {
  protected:
   LoginItemTest() {
     addProgram("bin/lumowatt");
-    addProgram("with space/lumo\"watt");
+    addProgram(R"(with \space/lumo"watt )");
   }
 
   void addProgram(const std::string& name) const {
@@ -46,8 +46,8 @@ TEST_F(LoginItemTest, OnceAddedIsEnabledAndOnceRemovedIsNot) {
   EXPECT_EQ(item().status(), LoginItemStatus::enabled);
   EXPECT_EQ(fileContents(entry()),
             "[Desktop Entry]\nType=Application\nName=Lumowatt\n"
-            "Comment=Battery item for the panel\nExec=\"" +
-                program() + "\"\nTerminal=false\n");
+            "Comment=Battery item for the panel\nTryExec=" +
+                program() + "\nExec=\"" + program() + "\"\nTerminal=false\n");
   EXPECT_TRUE(item().remove());
   EXPECT_EQ(item().status(), LoginItemStatus::notRegistered);
   EXPECT_FALSE(std::filesystem::exists(entry()));
@@ -55,7 +55,7 @@ TEST_F(LoginItemTest, OnceAddedIsEnabledAndOnceRemovedIsNot) {
 }
 
 TEST_F(LoginItemTest, APathOfAnyCharactersWorks) {
-  const LoginItem odd(entry(), folder.path() / "with space" / "lumo\"watt");
+  const LoginItem odd(entry(), folder.path() / R"(with \space/lumo"watt )");
   EXPECT_TRUE(odd.add());
   EXPECT_EQ(odd.status(), LoginItemStatus::enabled);
 }
@@ -82,6 +82,42 @@ TEST_F(LoginItemTest, WhoseProgramIsGoneIsNotFound) {
   EXPECT_EQ(statusOf("Exec=\n"), LoginItemStatus::notFound);
   EXPECT_EQ(statusOf("Name=no program\n"), LoginItemStatus::notFound);
   EXPECT_EQ(statusOf("Exec=" + folder.path().string() + "\n"), LoginItemStatus::notFound);
+}
+
+TEST_F(LoginItemTest, WithoutTheProgramThatASessionLooksForIsNotFound) {
+  const std::string exec = "Exec=" + program() + "\n";
+  EXPECT_EQ(statusOf(exec + "TryExec=/nowhere/lumowatt\n"), LoginItemStatus::notFound);
+  EXPECT_EQ(statusOf(exec + "TryExec=" + program() + "\n"), LoginItemStatus::enabled);
+  EXPECT_EQ(statusOf(exec + "TryExec=\n"), LoginItemStatus::enabled) << "it looks for none";
+  EXPECT_EQ(statusOf("Exec=/nowhere/lumowatt\nTryExec=" + program() + "\n"),
+            LoginItemStatus::notFound);
+}
+
+TEST_F(LoginItemTest, ForOtherDesktopsRequiresApproval) {
+  const std::string exec = "Exec=" + program() + "\n";
+  const ScopedVariable desktop("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+  EXPECT_EQ(statusOf(exec + "OnlyShowIn=XFCE;GNOME;\n"), LoginItemStatus::enabled);
+  EXPECT_EQ(statusOf(exec + "OnlyShowIn=GNOME\n"), LoginItemStatus::enabled);
+  EXPECT_EQ(statusOf(exec + "OnlyShowIn=XFCE;GNO;\n"), LoginItemStatus::requiresApproval);
+  EXPECT_EQ(statusOf(exec + "OnlyShowIn=\n"), LoginItemStatus::requiresApproval);
+  EXPECT_EQ(statusOf(exec + "NotShowIn=XFCE;\n"), LoginItemStatus::enabled);
+  EXPECT_EQ(statusOf(exec + "NotShowIn=XFCE;GNOME;\n"), LoginItemStatus::requiresApproval);
+  EXPECT_EQ(statusOf("Exec=/nowhere/lumowatt\nOnlyShowIn=XFCE;\n"),
+            LoginItemStatus::requiresApproval);
+}
+
+TEST_F(LoginItemTest, IsForADesktopByTheFirstOfItsNamesThatIsListed) {
+  const std::string exec = "Exec=" + program() + "\n";
+  const std::string lists = "OnlyShowIn=GNOME;\nNotShowIn=ubuntu;\n";
+  const ScopedVariable notFirst("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+  EXPECT_EQ(statusOf(exec + lists), LoginItemStatus::requiresApproval);
+  const ScopedVariable onlyFirst("XDG_CURRENT_DESKTOP", "GNOME:ubuntu");
+  EXPECT_EQ(statusOf(exec + lists), LoginItemStatus::enabled);
+}
+
+TEST_F(LoginItemTest, ForOtherDesktopsIsEnabledWhereTheDesktopHasNoName) {
+  const ScopedVariable desktop("XDG_CURRENT_DESKTOP", std::nullopt);
+  EXPECT_EQ(statusOf("Exec=" + program() + "\nOnlyShowIn=XFCE;\n"), LoginItemStatus::enabled);
 }
 
 TEST_F(LoginItemTest, WithAProgramInThePathIsEnabled) {
