@@ -72,6 +72,7 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   endBySignals(loop_.get());
 
   application_ = std::move(delegate);
+  autostart_.emplace(bus_.get(), loop_.get());
   clipboard_.emplace(loop_.get(), bus_.get());
   viewer_.emplace(loop_.get());
   settings_.emplace(bus_.get(), [this] { setInk(); });
@@ -154,6 +155,19 @@ void SessionDesktop::setPreference(std::string_view key, PreferenceValue value) 
   if (preferences_.set(key, text)) return;
   complain("the preference cannot be stored");
   beep();
+}
+
+LoginItemStatus SessionDesktop::loginItemStatus() {
+  const bool isRead = autostart_->isRead();  // which asks for what it says next time
+  const LoginItemStatus status = loginItem_.status();
+  return status == LoginItemStatus::enabled && !isRead ? LoginItemStatus::notFound : status;
+}
+
+bool SessionDesktop::setLoginItem(bool isRegistered) {
+  if (!isRegistered) return loginItem_.remove();
+  if (autostart_->isRead()) return loginItem_.add();
+  complain("cannot open at login", {"nothing in this session reads the autostart folder"});
+  return false;
 }
 
 // Other programs

@@ -10,6 +10,7 @@
 #include "menubar/desktop.h"
 #include "platform/freedesktop/bus/sd.h"
 #include "platform/freedesktop/tray/panel_button.h"
+#include "platform/freedesktop/user/autostart_folder.h"
 #include "platform/freedesktop/user/clipboard.h"
 #include "platform/freedesktop/user/login_item.h"
 #include "platform/freedesktop/user/picture_viewer.h"
@@ -44,10 +45,8 @@ class SessionDesktop : public Desktop {
   bool reducesMotion() override { return settings_ && settings_->reducesMotion(); }
 
   void copyText(std::string_view text) override;
-  LoginItemStatus loginItemStatus() override { return loginItem_.status(); }
-  bool setLoginItem(bool isRegistered) override {
-    return isRegistered ? loginItem_.add() : loginItem_.remove();
-  }
+  LoginItemStatus loginItemStatus() override;
+  bool setLoginItem(bool isRegistered) override;
   void beep() override;
   void openBatterySettings() override;
 
@@ -72,6 +71,7 @@ class SessionDesktop : public Desktop {
   std::shared_ptr<ApplicationDelegate> application_;  // while it runs
   EventLoop loop_;
   Bus bus_;
+  std::optional<AutostartFolder> autostart_;
   std::optional<Clipboard> clipboard_;
   std::optional<PictureViewer> viewer_;
   std::optional<SettingsPortal> settings_;

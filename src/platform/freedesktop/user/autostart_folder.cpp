@@ -1,0 +1,92 @@
+#include "platform/freedesktop/user/autostart_folder.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/freedesktop/user/environment.h"
+#include "platform/freedesktop/user/programs.h"
+
+namespace lumowatt::freedesktop {
+
+namespace {
+
+/// Window managers that start nothing from the folder by themselves, by their names in
+/// $XDG_CURRENT_DESKTOP: niri has systemd do it, and openbox's session does it. wlroots is the
+/// library that several name beside themselves, or alone.
+constexpr std::array<std::string_view, 12> windowManagers{
+    "Hyprland", "Wayfire", "awesome", "bspwm", "herbstluftwm", "i3",
+    "labwc",    "qtile",   "river",   "sway",  "wayfire",      "wlroots"};
+
+/// Programs that start what is in the folder. A window manager's configuration may start one, as
+/// that of i3 and Raspberry Pi OS does.
+constexpr std::array<std::string_view, 4> starters{"dex", "dex-autostart", "fbautostart",
+                                                   "lxsession-xdg-autostart"};
+
+bool isSessionOfWindowManager() {
+  const std::vector<std::string> names = currentDesktops();
+  return !names.empty() && std::ranges::all_of(names, [](const std::string& name) {
+    return std::ranges::find(windowManagers, name) != windowManagers.end();
+  });
+}
+
+bool hasStarter() {
+  return std::ranges::any_of(starters,
+                             [](std::string_view name) { return !findProgram(name).empty(); });
+}
+
+}  // namespace
+
+AutostartFolder::AutostartFolder(sd_bus* bus, sd_event* loop, double delay)
+    : bus_(bus), isOfWindowManager_(isSessionOfWindowManager()) {
+  if (!isOfWindowManager_) return;
+  firstQuestion_.emplace(loop, delay, [this] {
+    firstQuestion_.reset();
+    if (dependsOnSystemd()) ask();
+  });
+}
+
+bool AutostartFolder::isRead() {
+  if (!dependsOnSystemd()) return true;
+  ask();
+  return !isWithoutTarget_;
+}
+
+bool AutostartFolder::dependsOnSystemd() const { return isOfWindowManager_ && !hasStarter(); }
+
+/// Only the last question is answered.
+void AutostartFolder::ask() {
+  BusMessage call;
+  int status = sd_bus_message_new_method_call(
+      bus_, Out(call), "org.freedesktop.systemd1",
+      "/org/freedesktop/systemd1/unit/xdg_2ddesktop_2dautostart_2etarget",
+      "org.freedesktop.DBus.Properties", "Get");
+  if (status >= 0) status = sd_bus_message_set_auto_start(call.get(), 0);
+  if (status >= 0) {
+    status =
+        sd_bus_message_append(call.get(), "ss", "org.freedesktop.systemd1.Unit", "ActiveState");
+  }
+  if (status >= 0) {
+    sd_bus_call_async(bus_, Out(question_), call.get(), handle<&AutostartFolder::receiveState>,
+                      this, 0);
+  }
+}
+
+int AutostartFolder::receiveState(sd_bus_message* reply, sd_bus_error*) {
+  const sd_bus_error* const error = sd_bus_message_get_error(reply);
+  const char* state = nullptr;
+  if (error != nullptr) {
+    // Any other error tells nothing of the target.
+    if (sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) != 0 ||
+        sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN) != 0) {
+      isWithoutTarget_ = true;
+    }
+  } else if (sd_bus_message_read(reply, "v", "s", &state) > 0) {
+    isWithoutTarget_ = std::string_view(state) != "active";
+  }
+  return 0;
+}
+
+}  // namespace lumowatt::freedesktop
