@@ -19,15 +19,30 @@ struct Place {
 
 std::ostream& operator<<(std::ostream& out, const Place& place) { return out << place.name; }
 
+/// Installs the build, for a prefix and with further variables of the environment.
+void installBuild(const std::string& prefix, const Environment& environment = {}) {
+  const auto result =
+      runProcess({"cmake", "--install", LUMOWATT_BUILD, "--prefix", prefix, "--component",
+                  "Unspecified"},  // whose manifest nobody else writes
+                 environment);
+  EXPECT_EQ(result.status, 0) << result.errors;
+}
+
+/// A folder with a name that needs to be quoted.
+struct OddPlace {
+  const char* name;
+  const char* prefix;   // below a root of the test's own
+  const char* command;  // the program as the unit has it, with "@" in the place of the root
+};
+
+class UserUnit : public testing::TestWithParam<OddPlace> {};
+
 class Installation : public ItemTest, public testing::WithParamInterface<Place> {
  protected:
   Installation() {
     const Place& place = GetParam();
     std::filesystem::path whole = root_.path() / place.prefix;
-    const auto result =
-        runProcess({"cmake", "--install", LUMOWATT_BUILD, "--prefix", whole.string(), "--component",
-                    "Unspecified"});  // whose manifest nobody else writes
-    EXPECT_EQ(result.status, 0) << result.errors;
+    installBuild(whole);
     if (place.modules != nullptr) {
       const std::filesystem::path modules = whole / place.modules;
       std::filesystem::create_directories(modules.parent_path());
@@ -112,5 +127,47 @@ INSTANTIATE_TEST_SUITE_P(
                     Place{"LibexecMoved", "usr", "opt/lumowatt", nullptr, "libexec/lumowatt",
                           "lumowatt-libexec"}),
     [](const auto& test) { return test.param.name; });
+
+TEST_P(UserUnit, StartsTheProgramThatWasInstalled) {
+  const auto& [name, prefix, command] = GetParam();
+  const TemporaryFolder root;
+  const std::filesystem::path whole = root.path() / prefix;
+  installBuild(whole);
+  const std::filesystem::path unit = whole / LUMOWATT_UNIT_FOLDER "/lumowatt.service";
+  std::string line = std::string("\nExecStart=") + command + "\n";
+  line.replace(line.find('@'), 1, root.path());
+  EXPECT_NE(fileContents(unit).find(line), std::string::npos) << fileContents(unit);
+  const auto result =
+      runProcess({"systemd-analyze", "--user", "verify", "--man=no", unit},
+                 {{"HOME", root.path()}, {"XDG_RUNTIME_DIR", root.path()}, {"XDG_DATA_HOME", ""}});
+  expectResult(result, "", 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , UserUnit,
+    testing::Values(OddPlace{"System", "usr", R"("@/usr/bin/lumowatt")"},
+                    OddPlace{"Space", "my programs", R"("@/my programs/bin/lumowatt")"},
+                    OddPlace{"Percent", "100%h", R"("@/100%%h/bin/lumowatt")"},
+                    OddPlace{"Dollar", "a $b ${c}", R"("@/a $b ${c}/bin/lumowatt")"},
+                    OddPlace{"Quotes", R"(o'brien "x" %h $b)",
+                             R"(/usr/bin/env "@/o'brien \"x\" %%h $$b/bin/lumowatt")"}),
+    [](const auto& test) { return test.param.name; });
+
+TEST(UserUnitOf, ARelativePrefixHasTheAbsolutePath) {
+  const TemporaryFolder root;
+  installBuild(std::filesystem::relative(root.path() / "usr"));
+  const std::string unit =
+      fileContents(root.path() / "usr" / LUMOWATT_UNIT_FOLDER "/lumowatt.service");
+  const std::string program = root.path() / "usr/bin/lumowatt";
+  EXPECT_NE(unit.find("\nExecStart=\"" + program + "\"\n"), std::string::npos) << unit;
+}
+
+TEST(UserUnitOf, APackageIsWithoutTheFolderInWhichThatIsMade) {
+  const TemporaryFolder root;
+  installBuild("/usr", {{"DESTDIR", root.path()}});
+  const std::string unit =
+      fileContents(root.path() / "usr" / LUMOWATT_UNIT_FOLDER "/lumowatt.service");
+  EXPECT_NE(unit.find("\nExecStart=\"/usr/bin/lumowatt\"\n"), std::string::npos) << unit;
+}
 
 }  // namespace lumowatt

@@ -18,6 +18,11 @@ file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright ${CMAKE_CURRENT_LIST_DIR}/changelo
 run(gzip --best --no-name ${documents}/changelog ${usr}/share/man/man1/lumowatt.1)
 file(RENAME ${usr}/share/zsh/site-functions ${usr}/share/zsh/vendor-completions)
 
+# Where packages have it, and with the path that the package is installed to.
+include(${CMAKE_CURRENT_LIST_DIR}/../user_unit.cmake)
+file(REMOVE_RECURSE ${usr}/share/systemd)
+write_user_unit(/usr/bin/lumowatt ${usr}/lib/systemd/user/lumowatt.service)
+
 # For everybody, whoever makes it.
 set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 set(executable ${readable} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
