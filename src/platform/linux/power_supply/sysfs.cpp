@@ -48,7 +48,8 @@ std::vector<std::string> namesIn(const Descriptor& folder) {
       break;
     }
     for (const char* at = buffer; at < buffer + length;) {
-      const auto* const entry = reinterpret_cast<const Entry*>(at);
+      // The kernel aligns entries.
+      const auto* const entry = static_cast<const Entry*>(static_cast<const void*>(at));
       if (entry->name != '.') names.emplace_back(at + offsetof(Entry, name));
       at += entry->length;
     }
