@@ -32,7 +32,7 @@ class OpenCounter {
     alignas(inotify_event) char buffer[65536];
     const ssize_t length = ::read(events_, buffer, sizeof buffer);
     for (ssize_t at = 0; at < length;) {
-      const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
+      const auto* event = static_cast<const inotify_event*>(static_cast<const void*>(buffer + at));
       if ((event->mask & IN_OPEN) != 0 && event->len > 0) names.insert(event->name);
       at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
     }
