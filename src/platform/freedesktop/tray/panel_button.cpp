@@ -124,7 +124,8 @@ Symbol PanelButton::shownSymbol() const {
 }
 
 AttributedString PanelButton::shownTitle() const {
-  return title_.text.empty() ? AttributedString{{" " + text_, Font{}}} : title_.text;
+  if (!title_.text.empty()) return title_.text;
+  return AttributedString{{" " + text_, Font{}}};
 }
 
 void PanelButton::showGlyph() {
