@@ -21,9 +21,10 @@ class PropertyDictionary {
   /// Puts `value` under `key`, in place of the value that was there.
   void set(std::string_view key, PropertyValue value);
 
-  bool empty() const { return properties_.empty(); }
-  auto begin() const { return properties_.begin(); }
-  auto end() const { return properties_.end(); }
+  using Iterator = std::vector<Property>::const_iterator;
+  bool empty() const { return begin() == end(); }
+  Iterator begin() const;
+  Iterator end() const;
 
  private:
   std::vector<Property> properties_;  // some twenty keys: a search beats a tree
@@ -54,6 +55,12 @@ struct Property {
   std::string key;
   PropertyValue value;
 };
+
+// They need the whole of Property: libc++ 21 asks for its alignment.
+inline PropertyDictionary::Iterator PropertyDictionary::begin() const {
+  return properties_.begin();
+}
+inline PropertyDictionary::Iterator PropertyDictionary::end() const { return properties_.end(); }
 
 /// A registry number as a signed integer: its 64 bits, unchanged. Absent when there is no value
 /// (null) or it is not a number.
