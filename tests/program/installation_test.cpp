@@ -1,5 +1,7 @@
 // The program as it is installed, in each place where that may be.
 
+#include <sys/stat.h>
+
 #include "program/item_fixture.h"
 #include "program/menu_ids.h"
 
@@ -26,6 +28,18 @@ void installBuild(const std::string& prefix, const Environment& environment = {}
                   "Unspecified"},  // whose manifest nobody else writes
                  environment);
   EXPECT_EQ(result.status, 0) << result.errors;
+}
+
+/// The paths below a folder, files and folders, that not everybody can read and enter.
+std::vector<std::string> privatePaths(const std::filesystem::path& folder) {
+  std::vector<std::string> paths;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+    const auto wanted = std::filesystem::perms(entry.is_directory() ? 0755 : 0644);
+    if ((entry.status().permissions() & wanted) != wanted) {
+      paths.push_back(entry.path().lexically_relative(folder));
+    }
+  }
+  return paths;
 }
 
 /// A folder with a name that needs to be quoted.
@@ -127,6 +141,38 @@ INSTANTIATE_TEST_SUITE_P(
                     Place{"LibexecMoved", "usr", "opt/lumowatt", nullptr, "libexec/lumowatt",
                           "lumowatt-libexec"}),
     [](const auto& test) { return test.param.name; });
+
+/// Installs with the umask of somebody whose files are private.
+class PrivateInstallation : public testing::Test {
+ protected:
+  PrivateInstallation() : umask_(umask(077)) {}
+  ~PrivateInstallation() override { umask(umask_); }
+
+  std::filesystem::path root() const { return root_.path(); }
+
+ private:
+  TemporaryFolder root_;
+  mode_t umask_;
+};
+
+TEST_F(PrivateInstallation, IsForEverybodyAllTheSame) {
+  installBuild("/usr", {{"DESTDIR", root()}});
+  EXPECT_TRUE(std::filesystem::exists(root() / "usr/bin/lumowatt"));
+  EXPECT_EQ(privatePaths(root()), std::vector<std::string>());
+}
+
+TEST_F(PrivateInstallation, LeavesFoldersAsTheyWere) {
+  const std::filesystem::path folders[] = {
+      "share/applications", "share/icons/hicolor/scalable/status", LUMOWATT_UNIT_FOLDER};
+  for (const auto& folder : folders) {
+    std::filesystem::create_directories(root() / folder);
+  }
+  installBuild(root());
+  for (const auto& folder : folders) {
+    const auto permissions = std::filesystem::status(root() / folder).permissions();
+    EXPECT_EQ(permissions, std::filesystem::perms::owner_all) << folder;
+  }
+}
 
 TEST_P(UserUnit, StartsTheProgramThatWasInstalled) {
   const auto& [name, prefix, command] = GetParam();

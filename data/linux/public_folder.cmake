@@ -1,0 +1,12 @@
+# Makes a folder to install something into, if it is missing, and so those above it: for everybody,
+# whatever the umask, which what install() makes obeys. Those that are there keep their permissions.
+function(make_public_folder folder)
+  if(EXISTS "${folder}")
+    return()
+  endif()
+  cmake_path(GET folder PARENT_PATH parent)
+  make_public_folder("${parent}")
+  file(MAKE_DIRECTORY "${folder}")
+  file(CHMOD "${folder}" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE
+    GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+endfunction()
