@@ -98,6 +98,9 @@ TEST(Magnitude, HasNoSign) {
 }
 
 TEST(Numbers, HaveAPointInEveryLocale) {
+  if (!GermanLocale::isSupported) {
+    GTEST_SKIP() << "nothing compiles locales here";
+  }
   const GermanLocale german;
   ASSERT_TRUE(german.isInForce());
   EXPECT_EQ(fixed(1234.5, 2), "1234.50");

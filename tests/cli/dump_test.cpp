@@ -46,6 +46,9 @@ bool hasLine(const std::string& text, const std::string& line) {
 TEST(Dump, OfADrainingBattery) { EXPECT_EQ(dump(*sampleReading("draining")), drainingDump); }
 
 TEST(Dump, IsTheSameInEveryLocale) {
+  if (!GermanLocale::isSupported) {
+    GTEST_SKIP() << "nothing compiles locales here";
+  }
   const GermanLocale german;
   ASSERT_TRUE(german.isInForce());
   EXPECT_EQ(dump(*sampleReading("draining")), drainingDump);

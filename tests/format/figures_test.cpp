@@ -70,6 +70,9 @@ TEST(Watts, ASmallNegativeFigureThatPrintsAsZeroKeepsItsSign) {
 }
 
 TEST(Watts, HasAPointInEveryLocale) {
+  if (!GermanLocale::isSupported) {
+    GTEST_SKIP() << "nothing compiles locales here";
+  }
   const GermanLocale german;
   ASSERT_TRUE(german.isInForce());
   EXPECT_EQ(watts(-1234.56, true), "−1234.6 W");

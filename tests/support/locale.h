@@ -13,6 +13,9 @@ class GermanLocale {
   GermanLocale& operator=(const GermanLocale&) = delete;
   ~GermanLocale() { std::setlocale(LC_ALL, "C"); }
 
+  /// Whether the build could compile it, or the system brings it. musl knows no such locale.
+  static constexpr bool isSupported = LUMOWATT_HAS_LOCALES;
+
   /// Whether it is in force: a test that changes nothing shows nothing.
   bool isInForce() const { return known_ && std::string(std::localeconv()->decimal_point) == ","; }
 
