@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <cerrno>
 #include <initializer_list>
+#include <string>
 
+#include "base/failure.h"
 #include "platform/linux/power_supply/opening_moments.h"
 #include "platform/linux/power_supply/service.h"
 #include "support/mock_machine.h"
@@ -45,7 +48,9 @@ void makeLaptop(const MockMachine& machine) {
                              {"power2_input", "12345678\n"}});
 }
 
-constexpr auto complaint = "lumowatt: the battery cannot be read: Too many open files\n";
+std::string complaint() {
+  return "lumowatt: the battery cannot be read: " + systemFailure(EMFILE).reason + "\n";
+}
 
 }  // namespace
 
@@ -60,7 +65,7 @@ TEST(Shortage, OfFilesIsNoBatteryAndToldOnceUntilItIsOver) {
       const NoFiles none;
       for (int i = 0; i < 3; ++i) EXPECT_FALSE(service.properties());
     }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint());
   }
 }
 
@@ -78,7 +83,7 @@ TEST(Shortage, OfFilesFromAnyMomentOnIsNoBatteryRatherThanHalfOfOne) {
     happened = shortage.has_value();
     shortage.reset();
     atOpening(0, nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), happened ? complaint : "") << moment;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), happened ? complaint() : "") << moment;
     if (happened) {
       EXPECT_EQ(properties, nullptr) << moment;
     } else {

@@ -10,7 +10,6 @@
 
 #include <cerrno>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "base/failure.h"
@@ -44,10 +43,6 @@ std::string failureOf(const Action& action) {
   }
   return {};
 }
-
-const std::pair<unsigned, const char*> shortages[] = {{EMFILE, "Too many open files"},
-                                                      {ENFILE, "Too many open files in system"},
-                                                      {ENOMEM, "Cannot allocate memory"}};
 
 }  // namespace
 
@@ -274,9 +269,9 @@ TEST_F(Sysfs, WhatADeviceAnsweredBeforeCanBeForgotten) {
 TEST_F(Sysfs, AShortageWhileSomethingIsOpenedIsAFailure) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
-  for (const auto& [error, reason] : shortages) {
-    const FailingCall opening{SYS_openat, error};
-    whileFailing(opening, [&, expected = reason] {
+  for (const int error : {EMFILE, ENFILE, ENOMEM}) {
+    const FailingCall opening{SYS_openat, static_cast<unsigned>(error)};
+    whileFailing(opening, [&, expected = systemFailure(error).reason] {
       EXPECT_EQ(failureOf([&] { const Class other(folder.path()); }), expected);
       EXPECT_EQ(failureOf([&] { const Device other(devices, "BAT0"); }), expected);
       EXPECT_EQ(failureOf([&] { device.text("type"); }), expected);
@@ -297,9 +292,9 @@ TEST_F(Sysfs, AShortageBeforeAFolderIsOpenedIsNoFailure) {
 TEST_F(Sysfs, AShortageWhileAFolderIsListedIsAFailure) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
-  whileFailing({SYS_getdents64, ENOMEM}, [&] {
-    EXPECT_EQ(failureOf([&] { const Class other(folder.path()); }), "Cannot allocate memory");
-    EXPECT_EQ(failureOf([&] { device.listAttributes(); }), "Cannot allocate memory");
+  whileFailing({SYS_getdents64, ENOMEM}, [&, expected = systemFailure(ENOMEM).reason] {
+    EXPECT_EQ(failureOf([&] { const Class other(folder.path()); }), expected);
+    EXPECT_EQ(failureOf([&] { device.listAttributes(); }), expected);
   });
 }
 
