@@ -142,7 +142,8 @@ TEST_P(SnapshotOfLines, HasItsHeightPanelAndCaptionByTheirNumber) {
                                    ") \"Sample values, not a live reading\" system 12 white(0.7)");
 }
 
-INSTANTIATE_TEST_SUITE_P(NoneToFourteen, SnapshotOfLines, testing::Range(std::size_t{0}, std::size_t{15}));
+INSTANTIATE_TEST_SUITE_P(NoneToFourteen, SnapshotOfLines,
+                         testing::Range(std::size_t{0}, std::size_t{15}));
 
 class SnapshotOfReading : public testing::TestWithParam<std::size_t> {};
 
@@ -159,7 +160,8 @@ TEST_P(SnapshotOfReading, ShowsEveryLineOfItsReport) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(SixToThirteenLines, SnapshotOfReading, testing::Range(std::size_t{6}, std::size_t{14}));
+INSTANTIATE_TEST_SUITE_P(SixToThirteenLines, SnapshotOfReading,
+                         testing::Range(std::size_t{6}, std::size_t{14}));
 
 TEST(Snapshot, WithoutAFlowOfPowerIsSteadyWithAPlus) {
   Reading reading;
