@@ -179,7 +179,7 @@ std::optional<Passage> linkAt(std::string_view text) {
   return Passage{end + 1, std::move(markup)};
 }
 
-/// Returns the note's blocks as elements, each in lines of its own.
+/// Returns the note's blocks as XML elements, each of which begins a line.
 std::string noteElements(const std::vector<Block>& notes) {
   const std::string indentation(8, ' ');
   std::string result;

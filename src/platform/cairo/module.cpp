@@ -51,7 +51,7 @@ class Factory : public BitmapFactory {
 
 extern "C" lumowatt::BitmapFactory* lumowattBitmapFactory() {
   lumowatt::endWhenOutOfMemory();
-  lumowatt::useOneArena();  // for Pango starts threads
+  lumowatt::useOneArena();  // since Pango starts threads
   static lumowatt::cairo::Factory factory;
   return &factory;
 }

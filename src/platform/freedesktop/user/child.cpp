@@ -24,8 +24,8 @@ int tellEnd(sd_event_source* source, const siginfo_t* child, void* ended) {
   const auto& action = *static_cast<ChildEnded*>(ended);
   const bool isDetached = sd_event_source_get_floating(source) > 0;
   if (action) action(child->si_code == CLD_EXITED && child->si_status == 0);
-  // A source without an owner ends with its child. One with an owner may have ended in the action,
-  // and libsystemd aborts on any call for it.
+  // A source without an owner is released with its child. The action may have released one that has
+  // an owner, and libsystemd 262 aborts the process on any call for that.
   if (isDetached) sd_event_source_set_floating(source, 0);
   return 0;
 }
