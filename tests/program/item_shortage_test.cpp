@@ -1,6 +1,8 @@
+#include <gnu/libc-version.h>
 #include <sys/resource.h>
 
 #include <csignal>
+#include <string_view>
 
 #include "program/item_fixture.h"
 #include "program/menu_ids.h"
@@ -18,6 +20,16 @@ class ItemShortage : public ItemTest {
     ASSERT_EQ(::prlimit(item->id(), RLIMIT_NOFILE, nullptr, &limit), 0);
     limit.rlim_cur = count;
     ASSERT_EQ(::prlimit(item->id(), RLIMIT_NOFILE, &limit, nullptr), 0);
+  }
+
+  /// Returns whether the C library's loader ended the process: it does where there is no memory for
+  /// thread-local data, and since some version crashes where a library that it loads lacks memory
+  /// to load another (2.43 does, 2.36 does not).
+  static bool isEndedByLoader(const ProcessResult& result) {
+    const bool isOld = std::string_view(::gnu_get_libc_version()) < "2.37";
+    return (result.status == 127 &&
+            result.errors.find("thread-local data: ABORT") != std::string::npos) ||
+           (!isOld && result.status == 128 + SIGSEGV && result.errors.empty());
   }
 
   std::string label() const { return panel->property("XAyatanaLabel"); }
@@ -83,9 +95,8 @@ TEST_F(ItemShortage, OfMemoryFromAnyMomentOnEndsItWithALineThatSaysSo) {
     item = startAnother();
     panel->waitUntil([this] { return !item->isRunning(); });
     const ProcessResult result = item->wait();
-    // The loader ends a process whose thread-local data there is no memory for.
-    const bool byLoader = result.errors.find("thread-local data: ABORT") != std::string::npos;
-    EXPECT_EQ(result.status, byLoader ? 127 : 1) << from << ": " << result.errors;
+    const bool byLoader = isEndedByLoader(result);
+    EXPECT_TRUE(byLoader || result.status == 1) << from << ": " << result.status;
     // With libc++, the bus library's reason is a string that needs no memory itself.
     const bool byBus =
         result.errors.ends_with("lumowatt: the session bus: Cannot allocate memory\n");
