@@ -1,26 +1,21 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <clocale>
-#include <string>
 
 namespace lumowatt {
 
-/// Sets the process's locale to one with a decimal comma, and back at the end of its life.
-class GermanLocale {
- public:
-  GermanLocale() : known_(std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr) {}
-  GermanLocale(const GermanLocale&) = delete;
-  GermanLocale& operator=(const GermanLocale&) = delete;
-  ~GermanLocale() { std::setlocale(LC_ALL, "C"); }
-
-  /// Whether the build could compile it, or the system brings it. musl knows no such locale.
-  static constexpr bool isSupported = LUMOWATT_HAS_LOCALES;
-
-  /// Whether it is in force: a test that changes nothing shows nothing.
-  bool isInForce() const { return known_ && std::string(std::localeconv()->decimal_point) == ","; }
-
- private:
-  bool known_;
+/// Runs each test in a locale with a decimal comma. Skips it where the build cannot compile that
+/// and the system does not bring it, as with musl.
+class InGermanLocale : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!LUMOWATT_HAS_LOCALES) GTEST_SKIP() << "nothing compiles locales here";
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",") << "or a test would show nothing";
+  }
+  void TearDown() override { std::setlocale(LC_ALL, "C"); }
 };
 
 }  // namespace lumowatt
