@@ -223,12 +223,13 @@ void tryInput(std::string_view input) {
     ExpectedFile changed = expected;
     changed.set(key, value);
     const bool isPossible = isReadable && changed.text().size() <= sizeLimit;
-    require(file.set(key, value) == isPossible, isPossible ? "not set" : "set nevertheless", key);
+    const bool isSet(file.set(key, value));
+    require(isSet == isPossible, isPossible ? "not set" : "set nevertheless", key);
     if (isPossible) {
       expected = changed;
       isThere = true;
       requireValue(file, key, std::string(trimmed(value)));
-      require(file.set(key, value), "not set a second time", key);
+      require(static_cast<bool>(file.set(key, value)), "not set a second time", key);
     }
     if (isFile && isThere) require(contents(home.path()) == expected.text(), "another text", key);
     home.requireTidy(story.place);

@@ -28,7 +28,7 @@ struct Ended {};
 }  // namespace
 
 // In the place of the one that ends the process, which the linker then leaves in its library.
-void fatal(std::string_view) { throw Ended(); }
+void fatal(std::string_view, std::string_view) { throw Ended(); }
 
 namespace fuzz {
 

@@ -2,12 +2,12 @@
 
 #include <cstdlib>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 
 namespace lumowatt {
 
-void fatal(std::string_view message) {
-  complain(message);
+void fatal(std::string_view what, std::string_view reason) {
+  reportError(what, reason);
   std::exit(EXIT_FAILURE);
 }
 

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <new>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 
 namespace lumowatt {
 
@@ -11,7 +11,7 @@ namespace {
 
 // GCOVR_EXCL_START: a test runs it, in a process that then ends at once and counts no lines
 [[noreturn]] void end() {
-  complain("out of memory");
+  reportError("out of memory", "");
   std::_Exit(EXIT_FAILURE);
 }
 // GCOVR_EXCL_STOP

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "cli/dump.h"
 #include "menubar/app.h"
 #include "render/snapshot.h"
@@ -43,7 +43,7 @@ struct Performer {
   Outcome operator()(const ShowMenuBarItem&) const {
     const auto desktop = services.makeDesktop();
     if (!desktop) {
-      complain(desktop.failure().reason);
+      reportError("cannot show the item", desktop.failure().reason);
       return failure("no desktop");
     }
     const auto end = (*desktop)->run(App::make(**desktop, services.battery, version));

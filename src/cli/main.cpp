@@ -2,7 +2,7 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "base/out_of_memory.h"
 #include "base/output_file.h"
 #include "cli/command_line.h"
@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
                           .makeDesktop = platform::desktop};
   const auto [output, status] = carryOut(command, LUMOWATT_VERSION, services);
   if (const auto written = writeToStandardOutput(output); !written) {
-    complain("cannot write to the standard output", written.failure());
+    reportError("cannot write to the standard output", written.failure().reason);
     return EXIT_FAILURE;
   }
   return status;

@@ -25,14 +25,15 @@ std::string_view animatedSymbol(std::int64_t percent, std::int64_t frame) {
                               symbol::battery100};
   constexpr std::int64_t count = levels.size();
   if (percent < std::numeric_limits<std::int64_t>::min() + below) {
-    fatal("the percentage is too small for the animation");
+    fatal("cannot animate the battery", "its percentage is too small");
   }
   const std::int64_t first = std::clamp<std::int64_t>((percent - below) / quarter, 0, count - 1);
   return levels[static_cast<std::size_t>(first + frame % (count - first))];
 }
 
 std::int64_t nextFrame(std::int64_t frame) {
-  if (frame == std::numeric_limits<std::int64_t>::max()) fatal("the animation has no next frame");
+  if (frame == std::numeric_limits<std::int64_t>::max())
+    fatal("cannot animate the battery", "the frame number overflows");
   return frame + 1;
 }
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "base/output_file.h"
 #include "format/details.h"
 #include "format/figures.h"
@@ -76,7 +76,7 @@ Result<> writeSnapshot(const Reading& reading, const std::string& to, bool sampl
   const auto bitmap =
       bitmaps.draw(snapshot(reading, details(reading), sample), pixelsPerPoint, Appearance::dark);
   if (!bitmap) {
-    complain(bitmap.failure().reason);
+    reportError("cannot draw the picture", bitmap.failure().reason);
     return Failure{"no bitmap"};
   }
   const auto png = (*bitmap)->encodePng();

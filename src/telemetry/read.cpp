@@ -75,7 +75,7 @@ std::int64_t percent(const PropertyDictionary& properties, const Reading& readin
   const double quotient =
       static_cast<double>(reading.rawCurrent) / static_cast<double>(reading.rawMax) * 100.0;
   const auto rounded = roundedHalfAwayFromZero(quotient);
-  if (!rounded) fatal("the battery's charge in percent does not fit 64 bits");
+  if (!rounded) fatal("cannot compute the charge in percent", "it does not fit 64 bits");
   return *rounded;
 }
 

@@ -5,7 +5,8 @@
 namespace lumowatt {
 
 TEST(FatalDeathTest, EndsTheProcessWithAMessageAndStatus1) {
-  EXPECT_EXIT(fatal("too much"), testing::ExitedWithCode(1), "^lumowatt: too much\n$");
+  EXPECT_EXIT(fatal("cannot count", "too much"), testing::ExitedWithCode(1),
+              "^lumowatt: cannot count: too much\n$");
 }
 
 }  // namespace lumowatt

@@ -193,7 +193,7 @@ TEST(Commands, MenuBarItemWithoutADesktopIsAnErrorWhoseReasonIsOnTheStandardErro
   ScriptedBattery battery(PropertyDictionary{});
   testing::internal::CaptureStderr();
   expectOutcome(ShowMenuBarItem{}, battery, "error=no desktop\n", 1);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "lumowatt: no module\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "lumowatt: cannot show the item: no module\n");
 }
 
 }  // namespace lumowatt

@@ -119,7 +119,7 @@ TEST_F(SymbolImage, APercentageThatCannotBeReducedByTwelveIsFatal) {
   Reading reading = *app->last();
   reading.percent = std::numeric_limits<std::int64_t>::min() + 11;
   EXPECT_EXIT(app->symbolImage(reading, {}), testing::ExitedWithCode(1),
-              "^lumowatt: the percentage is too small for the animation\n$");
+              "^lumowatt: cannot animate the battery: its percentage is too small\n$");
   reading.percent = std::numeric_limits<std::int64_t>::min() + 12;
   EXPECT_EQ(std::get<Symbol>(app->symbolImage(reading, {})->content).name, "battery.25percent");
 }

@@ -114,7 +114,8 @@ TEST(ItemWithoutAName, OnTheBusHasNoSession) {
   environment.emplace_back("DBUS_SESSION_BUS_ADDRESS", session.address());
   const ProcessResult result = runProcess({LUMOWATT_PROGRAM}, environment);
   EXPECT_EQ(result.output, "error=no session bus\n");
-  EXPECT_EQ(result.errors, "lumowatt: the session bus: No buffer space available\n");
+  EXPECT_EQ(result.errors,
+            "lumowatt: cannot connect to the session bus: No buffer space available\n");
   EXPECT_EQ(result.status, 1);
 }
 

@@ -170,7 +170,7 @@ TEST_F(Preferences, WithoutAFolderToBeInAreTheDefaults) {
   choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), defaults);
   item->send(SIGTERM);
-  EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
+  EXPECT_EQ(item->wait().errors, "lumowatt: cannot store the preference: Permission denied\n");
 }
 
 TEST_F(Preferences, WithoutAHomeAreTheDefaults) {
@@ -180,7 +180,8 @@ TEST_F(Preferences, WithoutAHomeAreTheDefaults) {
   choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), defaults);
   item->send(SIGTERM);
-  EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: cannot store the preference: neither XDG_CONFIG_HOME nor HOME is set\n");
 }
 
 TEST_F(Preferences, OnAFullDiskStayAsTheyWere) {
@@ -209,7 +210,8 @@ TEST_F(Preferences, OnADeviceWithoutSpaceStayAsTheyWereWithTheBellAndALine) {
   const std::filesystem::directory_iterator files(preferences().parent_path());
   EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "nothing else is left";
   item->send(SIGTERM);
-  EXPECT_EQ(item->wait().errors, "lumowatt: the preference cannot be stored\n");
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: cannot store the preference: No space left on device\n");
 }
 
 }  // namespace lumowatt

@@ -116,7 +116,7 @@ TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
-            "lumowatt: no wl-copy or xclip can be started to copy the details\n");
+            "lumowatt: cannot copy the details: neither wl-copy nor xclip can be started\n");
 }
 
 TEST_F(Commands, AProgramThatFailsToCopySoundsTheBell) {
@@ -324,7 +324,8 @@ TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
 TEST_F(Commands, WithoutBatterySettingsNothingHappensButAWord) {
   startAndChoose(menu_id::settings, "Battery settings…");
   item->send(SIGTERM);
-  EXPECT_EQ(item->wait().errors, "lumowatt: there are no battery settings to open\n");
+  EXPECT_EQ(item->wait().errors,
+            "lumowatt: cannot open the battery settings: no program for them can be started\n");
 }
 
 TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
@@ -334,7 +335,7 @@ TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
-            "lumowatt: the chart is not shown: there is no program to show it\n");
+            "lumowatt: cannot show the chart: no program that shows pictures can be started\n");
 }
 
 TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
@@ -347,7 +348,7 @@ TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
   EXPECT_EQ(std::distance(begin(files), end(files)), 0);
   EXPECT_FALSE(std::filesystem::exists(traces() / "opened"));
   item->send(SIGTERM);
-  EXPECT_EQ(item->wait().errors, "lumowatt: the chart is not shown: its file cannot be written\n");
+  EXPECT_EQ(item->wait().errors, "lumowatt: cannot show the chart: No space left on device\n");
 }
 
 TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
@@ -358,7 +359,7 @@ TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
   EXPECT_EQ(trace("told"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
-            "lumowatt: the chart is not shown: this session has no runtime folder for it\n");
+            "lumowatt: cannot show the chart: the session has no runtime folder\n");
 }
 
 }  // namespace lumowatt

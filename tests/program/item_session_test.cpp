@@ -51,7 +51,7 @@ TEST_F(Session, WhoseBusCannotBeReachedHasNoItem) {
   session.end();
   const ProcessResult result = startAnother()->wait();
   EXPECT_EQ(result.output, "error=no session bus\n");
-  EXPECT_EQ(result.errors, "lumowatt: the session bus: Connection refused\n");
+  EXPECT_EQ(result.errors, "lumowatt: cannot connect to the session bus: Connection refused\n");
   EXPECT_EQ(result.status, 1);
 }
 
@@ -78,7 +78,7 @@ TEST_F(CrampedSession, ThatTellsOfNoSignalsHasAnItemAllTheSame) {
   EXPECT_EQ(panel->property("Id"), "Lumowatt");
   item->send(SIGTERM);
   const ProcessResult result = item->wait();
-  EXPECT_NE(result.errors.find("lumowatt: the session bus refuses to tell of signals: "),
+  EXPECT_NE(result.errors.find("lumowatt: cannot subscribe to signals of the session bus: "),
             std::string::npos)
       << result.errors;
   EXPECT_EQ(result.status, 0);

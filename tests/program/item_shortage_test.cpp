@@ -69,11 +69,12 @@ TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
   item->send(SIGTERM);
   const ProcessResult result = item->wait();
   EXPECT_EQ(result.status, 0);
-  for (const char* const line :
-       {"the battery cannot be read: Too many open files",
-        "no wl-copy or xclip can be started to copy the details", "the preference cannot be stored",
-        "the chart is not shown: Too many open files"}) {
-    EXPECT_EQ(count(result.errors, std::string("lumowatt: ") + line + "\n"), 1) << line;
+  for (const std::string& line :
+       {std::string("cannot read the battery: Too many open files"),
+        std::string("cannot copy the details: neither wl-copy nor xclip can be started"),
+        "cannot store the preference: cannot read " + preferences().string(),
+        std::string("cannot show the chart: Too many open files")}) {
+    EXPECT_EQ(count(result.errors, "lumowatt: " + line + "\n"), 1) << line;
   }
 }
 
@@ -96,8 +97,8 @@ TEST_F(ItemShortage, OfMemoryFromAnyMomentOnEndsItWithALineThatSaysSo) {
     const bool byLoader = isEndedByLoader(result);
     EXPECT_TRUE(byLoader || result.status == 1) << from << ": " << result.status;
     // With libc++, the bus library's reason is a string that needs no memory itself.
-    const bool byBus =
-        result.errors.ends_with("lumowatt: the session bus: Cannot allocate memory\n");
+    const bool byBus = result.errors.ends_with(
+        "lumowatt: cannot connect to the session bus: Cannot allocate memory\n");
     EXPECT_TRUE(byLoader || byBus || result.errors.ends_with("lumowatt: out of memory\n"))
         << result.errors;
   }

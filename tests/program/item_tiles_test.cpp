@@ -362,8 +362,8 @@ TEST_F(Tiles, WithoutARuntimeFolderTheGlyphIsAlone) {
   item->send(SIGTERM);
   const ProcessResult result = item->wait();
   EXPECT_EQ(result.errors,
-            "lumowatt: the title is not shown beside the glyph: its icons cannot be written into "
-            "the session's runtime folder\n")
+            "lumowatt: cannot show the title beside the glyph: the session has no runtime "
+            "folder\n")
       << "once, however often it is tried";
   EXPECT_EQ(result.status, 0);
 }
@@ -435,7 +435,7 @@ TEST_F(CrowdedTiles, ThatTheBusDoesNotTakeAreNotShown) {
   EXPECT_EQ(iconFiles(), Names{});
   item->send(SIGTERM);
   const ProcessResult result = item->wait();
-  EXPECT_TRUE(result.errors.starts_with("lumowatt: the title is not shown beside the glyph: "))
+  EXPECT_TRUE(result.errors.starts_with("lumowatt: cannot show the title beside the glyph: "))
       << result.errors;
   EXPECT_EQ(std::ranges::count(result.errors, '\n'), 1) << result.errors;
   EXPECT_EQ(result.status, 0);

@@ -83,8 +83,7 @@ TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {
   EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
-            "lumowatt: the title is not shown in the icon: its icons cannot be written into the "
-            "session's runtime folder\n");
+            "lumowatt: cannot show the title in the icon: the session has no runtime folder\n");
 }
 
 TEST_F(Wide, IsMadeOnceItsFolderCanBe) {

@@ -94,7 +94,7 @@ TEST(ProgramFaults, ADumpWithFewFilesIsWholeOrNone) {
   for (int files = 4; files <= 5; ++files) {
     const ProcessResult result = dump(machine, {"--nofile=" + std::to_string(files)});
     EXPECT_EQ(result.output, "error=no battery\n") << files;
-    EXPECT_EQ(result.errors, "lumowatt: the battery cannot be read: Too many open files\n");
+    EXPECT_EQ(result.errors, "lumowatt: cannot read the battery: Too many open files\n");
     EXPECT_EQ(result.status, 1) << files;
   }
   expectResult(dump(machine, {"--nofile=6"}), dumpOfAnyMachine(), 0);
@@ -144,10 +144,12 @@ TEST(ProgramFaults, WithoutProcADumpIsTheSameAndThereIsNoPictureAndNoItem) {
   expectResult(run({"--dump"}), dumpOfAnyMachine(), 0);
   const ProcessResult picture = run({"--snapshot", "/nowhere/out.png"});
   EXPECT_EQ(picture.output, "error=no bitmap\n");
-  EXPECT_EQ(picture.errors, "lumowatt: cannot tell where lumowatt-drawing.so is without /proc\n");
+  EXPECT_EQ(picture.errors,
+            "lumowatt: cannot draw the picture: cannot locate lumowatt-drawing.so without /proc\n");
   const ProcessResult item = run({});
   EXPECT_EQ(item.output, "error=no desktop\n");
-  EXPECT_EQ(item.errors, "lumowatt: cannot tell where lumowatt-desktop.so is without /proc\n");
+  EXPECT_EQ(item.errors,
+            "lumowatt: cannot show the item: cannot locate lumowatt-desktop.so without /proc\n");
 }
 
 #if !LUMOWATT_SANITIZED  // AddressSanitizer needs memory that it does not use, and refuses none

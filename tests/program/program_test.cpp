@@ -70,7 +70,8 @@ TEST(Program, WithoutSwitchesNeedsASessionBus) {
   for (const auto& arguments : withoutSwitches) {
     const ProcessResult result = run(anyMachine, arguments);
     EXPECT_EQ(result.output, "error=no session bus\n");
-    EXPECT_EQ(result.errors, "lumowatt: the session bus: No such file or directory\n");
+    EXPECT_EQ(result.errors,
+              "lumowatt: cannot connect to the session bus: No such file or directory\n");
     EXPECT_EQ(result.status, 1);
   }
 }

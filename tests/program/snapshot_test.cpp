@@ -221,8 +221,7 @@ TEST(SnapshotProgram, WithAModuleOfAnotherVersionHasNoBitmap) {
   const auto result = upgraded.run();
   EXPECT_EQ(result.output, "error=no bitmap\n");
   EXPECT_EQ(result.status, 1);
-  EXPECT_TRUE(result.errors.ends_with(" is of another version than this process\n"))
-      << result.errors;
+  EXPECT_TRUE(result.errors.ends_with(" has another version than this process\n")) << result.errors;
 }
 
 TEST(SnapshotProgram, WithoutAFontHasNoBitmap) {
@@ -235,7 +234,8 @@ TEST(SnapshotProgram, WithoutAFontHasNoBitmap) {
                                  {{"FONTCONFIG_FILE", folder.path() / "fonts.conf"}});
   EXPECT_EQ(result.output, "error=no bitmap\n");
   EXPECT_EQ(result.status, 1);
-  EXPECT_NE(result.errors.find("lumowatt: no font is installed\n"), std::string::npos);
+  EXPECT_NE(result.errors.find("lumowatt: cannot draw the picture: no font is installed\n"),
+            std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 

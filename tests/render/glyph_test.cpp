@@ -67,7 +67,7 @@ TEST(AnimatedSymbol, StepsFromAboveTheChargeLessTwelveToFullAndAgain) {
 TEST(AnimatedSymbol, OfAPercentageThatCannotBeReducedByTwelveIsFatal) {
   EXPECT_EXIT(animatedSymbol(std::numeric_limits<std::int64_t>::min() + 11, 0),
               testing::ExitedWithCode(1),
-              "^lumowatt: the percentage is too small for the animation\n$");
+              "^lumowatt: cannot animate the battery: its percentage is too small\n$");
 }
 
 TEST(NextFrame, IsOneMore) {
@@ -78,7 +78,7 @@ TEST(NextFrame, IsOneMore) {
 
 TEST(NextFrame, AfterTheLargestNumberIsFatal) {
   EXPECT_EXIT(nextFrame(std::numeric_limits<std::int64_t>::max()), testing::ExitedWithCode(1),
-              "^lumowatt: the animation has no next frame\n$");
+              "^lumowatt: cannot animate the battery: the frame number overflows\n$");
 }
 
 TEST(Tinted, WithAColorIsThatSymbolInThatColor) {

@@ -220,7 +220,8 @@ TEST(WriteSnapshot, WithoutABitmapTouchesNoFile) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(writeSnapshot({}, folder.path() / name, false, bitmaps).failure().reason,
               "no bitmap");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "lumowatt: no bitmaps today\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "lumowatt: cannot draw the picture: no bitmaps today\n");
   }
   EXPECT_EQ(fileContents(folder.path() / "old.png"), "old");
   EXPECT_FALSE(std::filesystem::exists(folder.path() / "new.png"));

@@ -124,7 +124,7 @@ TEST(ReadPercentDeathTest, AResultOutside64BitsIsFatal) {
   const json properties = {{"AppleRawCurrentCapacity", 9000000000000000000},
                            {"AppleRawMaxCapacity", 1}};
   EXPECT_EXIT(readingOf(properties), testing::ExitedWithCode(1),
-              "^lumowatt: the battery's charge in percent does not fit 64 bits\n$");
+              "^lumowatt: cannot compute the charge in percent: it does not fit 64 bits\n$");
 }
 
 TEST(ReadCapacities, ComeFromBatteryDataBeforeTheTopLevel) {

@@ -7,7 +7,7 @@
 #include <utility>
 #include <variant>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "platform/freedesktop/bus/boottime.h"
 #include "platform/freedesktop/bus/loop_timer.h"
 #include "platform/freedesktop/bus/session_bus.h"
@@ -62,7 +62,7 @@ SessionDesktop::SessionDesktop(const std::string& program, std::string icons,
 Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   const Result<bool> connected = connect();
   if (!connected) {
-    complain("the session bus", connected.failure());
+    reportError("cannot connect to the session bus", connected.failure().reason);
     return Failure{"no session bus"};
   }
   if (!*connected) return {};
@@ -152,8 +152,9 @@ void SessionDesktop::setPreference(std::string_view key, PreferenceValue value) 
   const std::string text = isOn == nullptr ? std::to_string(std::get<std::int64_t>(value))
                            : *isOn         ? "true"
                                            : "false";
-  if (preferences_.set(key, text)) return;
-  complain("the preference cannot be stored");
+  const Result<> stored = preferences_.set(key, text);
+  if (stored) return;
+  reportError("cannot store the preference", stored.failure().reason);
   beep();
 }
 
@@ -166,7 +167,7 @@ LoginItemStatus SessionDesktop::loginItemStatus() {
 bool SessionDesktop::setLoginItem(bool isRegistered) {
   if (!isRegistered) return loginItem_.remove();
   if (autostart_->isRead()) return loginItem_.add();
-  complain("cannot open at login", {"nothing in this session reads the autostart folder"});
+  reportError("cannot open at login", "nothing in this session reads the autostart folder");
   return false;
 }
 
@@ -178,7 +179,7 @@ void SessionDesktop::beep() { startDetached(loop_.get(), bellCommands()); }
 
 void SessionDesktop::openBatterySettings() {
   if (startDetached(loop_.get(), batterySettingsCommands())) return;
-  complain("there are no battery settings to open");
+  reportError("cannot open the battery settings", "no program for them can be started");
 }
 
 }  // namespace lumowatt::freedesktop

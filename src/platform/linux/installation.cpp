@@ -40,17 +40,17 @@ std::string iconFolder() { return partPath("icons", LUMOWATT_ICONS); }
 
 Result<void*> loadModule(const std::string& module, const char* symbol) {
   const std::string path = partPath(module, LUMOWATT_MODULES "/" + module);
-  if (path.empty()) return Failure{"cannot tell where " + module + " is without /proc"};
+  if (path.empty()) return Failure{"cannot locate " + module + " without /proc"};
   // With a slash in its path, the linker looks nowhere else.
   void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   const void* const version = library != nullptr ? ::dlsym(library, "lumowattVersion") : nullptr;
   if (version != nullptr && std::strcmp(static_cast<const char*>(version), LUMOWATT_VERSION) != 0) {
-    return Failure{path + " is of another version than this process"};
+    return Failure{path + " has another version than this process"};
   }
   void* const found = version != nullptr ? ::dlsym(library, symbol) : nullptr;
   if (found == nullptr) {
     const char* const reason = ::dlerror();
-    return Failure{reason != nullptr ? reason : path + " exports nothing"};
+    return Failure{reason != nullptr ? reason : path + " does not export " + symbol};
   }
   return found;
 }

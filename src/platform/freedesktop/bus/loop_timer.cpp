@@ -3,7 +3,7 @@
 #include <ctime>
 #include <utility>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "base/rounding.h"
 #include "platform/freedesktop/bus/boottime.h"
 #include "platform/freedesktop/bus/session_bus.h"
@@ -17,7 +17,7 @@ LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick
   const std::uint64_t accuracy = interval_ / 20;
   const int status = sd_event_add_time(loop, Out(source_), CLOCK_BOOTTIME, boottime() + interval_,
                                        accuracy, &LoopTimer::fired, this);
-  if (status < 0) complain("there is no timer", busFailure(status));
+  if (status < 0) reportError("cannot start a timer", busFailure(status).reason);
 }
 
 int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 
 namespace lumowatt::freedesktop {
 
@@ -13,7 +13,7 @@ namespace {
 int receiveAnswer(sd_bus_message* reply, void*, sd_bus_error*) {
   if (const sd_bus_error* const error = sd_bus_message_get_error(reply)) {
     const char* const reason = error->message != nullptr ? error->message : error->name;
-    complain("the session bus refuses to tell of signals", {reason});
+    reportError("cannot subscribe to signals of the session bus", reason);
   }
   return 0;
 }

@@ -4,7 +4,7 @@
 #include <utility>
 #include <variant>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "platform/freedesktop/user/commands.h"
 
 namespace lumowatt::freedesktop {
@@ -65,7 +65,7 @@ bool LauncherMenu::show(const Menu& menu) {
       [this](const std::optional<std::string>& answer) { finish(answer.value_or("")); });
   if (launcher_) return true;
   lines_ = {};
-  complain("the menu is not shown", {"no launcher like fuzzel, rofi or dmenu can be started"});
+  reportError("cannot show the menu", "no launcher such as fuzzel, rofi or dmenu can be started");
   startDetached(loop_, bellCommands());
   return false;
 }

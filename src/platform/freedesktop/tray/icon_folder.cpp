@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <cstdint>
 
@@ -62,24 +63,29 @@ Result<IconFolder::Names> IconFolder::replaceIcons(const std::vector<std::string
     names.push_back(prefix_ + hashOf(svg) + suffix_);
     const bool isThere =
         contains(names_, names.back()) && ::access(file(names.back()).c_str(), F_OK) == 0;
-    if (isThere || write(names.back(), svg)) continue;
-    removeAllBut({});
-    return Failure{"its icons cannot be written into the session's runtime folder"};
+    if (isThere) continue;
+    if (const Result<> written = write(names.back(), svg); !written) {
+      removeAllBut({});
+      return written.failure();
+    }
   }
   if (names != names_) removeAllBut(names);
   return names;
 }
 
-bool IconFolder::write(const std::string& name, std::string_view svg) const {
+Result<> IconFolder::write(const std::string& name, std::string_view svg) const {
+  if (path_.empty()) return Failure{"the session has no runtime folder"};
   ::mkdir(path_.c_str(), iconFolderMode);
   const Descriptor folder(openFolder(path_));
+  if (!folder.isOpen()) return systemFailure(errno);
   const std::string file = name + std::string(fileType);
   ::unlinkat(folder.number(), file.c_str(), 0);  // whatever it is, it is not to be followed
   Descriptor icon(::openat(folder.number(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
                            iconFileMode));
-  if (icon.isOpen() && icon.write(svg) && icon.close()) return true;
+  if (icon.isOpen() && icon.write(svg) && icon.close()) return {};
+  const int error = errno;
   ::unlinkat(folder.number(), file.c_str(), 0);
-  return false;
+  return systemFailure(error);
 }
 
 void IconFolder::removeAllBut(const Names& names) {

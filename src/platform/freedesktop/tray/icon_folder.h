@@ -33,7 +33,7 @@ class IconFolder {
   Result<Names> replaceIcons(const std::vector<std::string>& svgs);
 
  private:
-  bool write(const std::string& name, std::string_view svg) const;
+  Result<> write(const std::string& name, std::string_view svg) const;
   void removeAllBut(const Names& names);
 
   std::string path_;

@@ -133,7 +133,7 @@ void PanelButton::showGlyph() {
   std::vector<std::string> wide;
   if (isWide) wide.push_back(artwork::wideIcon(shownSymbol(), shownTitle()));
   const auto names = wideIcons_.replaceIcons(wide);
-  complaint_.update(names);
+  error_.update(names);
   hasIcon_ = static_cast<bool>(names);
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(shownSymbol(), ink_));
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "artwork/svg.h"
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "menubar/desktop.h"
 #include "platform/freedesktop/bus/sd.h"
 #include "platform/freedesktop/menu/launcher_menu.h"
@@ -76,7 +76,7 @@ class PanelButton : public StatusButton {
   std::optional<MenuServer> menu_;
   TitleTiles tiles_;
   IconFolder wideIcons_;
-  Complaint complaint_{"the title is not shown in the icon"};
+  RecurringError error_{"cannot show the title in the icon"};
   PanelTraits panel_{.form = TitleForm::label};  // before there is one: no icons are made
   bool hasIcon_ = true;  ///< false when a wide icon could not be written: it is tried again
   std::optional<Symbol> symbol_;

@@ -47,7 +47,7 @@ void TitleTiles::show(std::vector<Tile> tiles, artwork::Ink ink) {
     static_cast<void>(icons_.replaceIcons({}));
   }
   shown_ = presented ? std::move(tiles) : std::vector<Tile>{};  // so that it is tried again
-  complaint_.update(presented);
+  error_.update(presented);
   registerItems();
 }
 

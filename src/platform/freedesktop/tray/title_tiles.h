@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "artwork/svg.h"
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "graphics/tile.h"
 #include "menubar/desktop.h"
 #include "platform/freedesktop/bus/sd.h"
@@ -75,7 +75,7 @@ class TitleTiles {
   artwork::Ink ink_ = artwork::Ink::unknown;
   std::vector<Tile> shown_;  ///< in the order of the items, which is that of their registration
   std::list<Item> items_;
-  Complaint complaint_{"the title is not shown beside the glyph"};
+  RecurringError error_{"cannot show the title beside the glyph"};
 };
 
 }  // namespace lumowatt::freedesktop

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "platform/freedesktop/user/child.h"
 #include "platform/freedesktop/user/commands.h"
 #include "platform/freedesktop/user/environment.h"
@@ -44,12 +44,12 @@ void Clipboard::startProgram() {
   const auto started = startDetached(loop_, clipboardCommands(), text_,
                                      [loop = loop_](const std::string& name, bool succeeded) {
                                        if (succeeded) return;
-                                       complain("cannot copy the details", {name + " failed"});
+                                       reportError("cannot copy the details", name + " failed");
                                        startDetached(loop, bellCommands());
                                      });
   text_ = {};
   if (started) return;
-  complain("no wl-copy or xclip can be started to copy the details");
+  reportError("cannot copy the details", "neither wl-copy nor xclip can be started");
   startDetached(loop_, bellCommands());
 }
 

@@ -70,18 +70,19 @@ LoginItemStatus LoginItem::status() const {
 
 bool LoginItem::add() const {
   if (findProgram(program_).empty()) return false;
-  return replaceUserFile(entry_,
-                         "[Desktop Entry]\n"
-                         "Type=Application\n"
-                         "Name=Lumowatt\n"
-                         "Comment=Battery item for the panel\n"
-                         "TryExec=" +
-                             textValue(program_) +
-                             "\n"
-                             "Exec=" +
-                             execValue(program_) +
-                             "\n"
-                             "Terminal=false\n");
+  const std::string entry =
+      "[Desktop Entry]\n"
+      "Type=Application\n"
+      "Name=Lumowatt\n"
+      "Comment=Battery item for the panel\n"
+      "TryExec=" +
+      textValue(program_) +
+      "\n"
+      "Exec=" +
+      execValue(program_) +
+      "\n"
+      "Terminal=false\n";
+  return static_cast<bool>(replaceUserFile(entry_, entry));
 }
 
 bool LoginItem::remove() const { return ::unlink(entry_.c_str()) == 0 || errno == ENOENT; }

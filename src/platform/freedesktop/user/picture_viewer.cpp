@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "platform/freedesktop/user/child.h"
 #include "platform/freedesktop/user/environment.h"
 #include "platform/freedesktop/user/programs.h"
@@ -23,15 +23,16 @@ constexpr double scale = 2.0;  // sharp on a dense screen, and when a viewer fit
 
 Result<> open(const Drawing& picture, Appearance appearance, BitmapFactory& bitmaps) {
   const std::string folder = runtimeFolder();
-  if (folder.empty()) return Failure{"this session has no runtime folder for it"};
+  if (folder.empty()) return Failure{"the session has no runtime folder"};
   const auto bitmap = bitmaps.draw(picture, scale, appearance);
-  if (!bitmap) complain(bitmap.failure().reason);
-  const auto png = bitmap ? (*bitmap)->encodePng() : std::nullopt;
-  if (!png) return Failure{"it cannot be drawn"};
+  if (!bitmap) return bitmap.failure();
+  const auto png = (*bitmap)->encodePng();
+  if (!png) return Failure{"could not encode png"};
   const std::string path = folder + "/lumowatt-chart.png";
   ::unlink(path.c_str());  // whatever was there, be it a link, it is replaced by a new file
-  if (!replaceUserFile(path, *png)) return Failure{"its file cannot be written"};
-  if (!startFirst(pictureViewerCommands(path))) return Failure{"there is no program to show it"};
+  if (const Result<> written = replaceUserFile(path, *png); !written) return written.failure();
+  if (!startFirst(pictureViewerCommands(path)))
+    return Failure{"no program that shows pictures can be started"};
   return {};
 }
 
@@ -57,7 +58,7 @@ void PictureViewer::show(const Drawing& picture, Appearance appearance, BitmapFa
   if (drawing_) return;
   const Result<pid_t> child = startCopy();
   if (!child) {
-    complain("the chart is not shown", child.failure());
+    reportError("cannot show the chart", child.failure().reason);
     startDetached(loop_, bellCommands());
   } else if (*child > 0) {
     drawing_ = watchChild(loop_, *child, [this](bool) { drawing_.reset(); });
@@ -65,7 +66,7 @@ void PictureViewer::show(const Drawing& picture, Appearance appearance, BitmapFa
     unblockSignals();
     const Result<> opened = open(picture, appearance, bitmaps);
     if (!opened) {
-      complain("the chart is not shown", opened.failure());
+      reportError("cannot show the chart", opened.failure().reason);
       startFirst(bellCommands());
     }
     ::_exit(opened ? EXIT_SUCCESS : EXIT_FAILURE);

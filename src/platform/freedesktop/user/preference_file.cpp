@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <limits>
 
@@ -77,9 +78,10 @@ std::vector<std::optional<StoredPreference>> PreferenceFile::read(
   return values;
 }
 
-bool PreferenceFile::set(std::string_view key, std::string_view value) const {
+Result<> PreferenceFile::set(std::string_view key, std::string_view value) const {
+  if (path_.empty()) return Failure{"neither XDG_CONFIG_HOME nor HOME is set"};
   const FileContents file = readUserFile(path_);
-  if (file.isThere && !file.text) return false;
+  if (file.isThere && !file.text) return Failure{"cannot read " + path_};
   std::string text = file.text.value_or("");
   if (const auto span = find(text, key)) {
     text.replace(span->start, span->length, value);
@@ -87,7 +89,8 @@ bool PreferenceFile::set(std::string_view key, std::string_view value) const {
     if (!text.empty() && !text.ends_with('\n')) text += '\n';
     text.append(key).append("=").append(value).append("\n");
   }
-  return text.size() <= userFileLimit && replaceUserFile(path_, text);
+  if (text.size() > userFileLimit) return systemFailure(EFBIG);
+  return replaceUserFile(path_, text);
 }
 
 }  // namespace lumowatt::freedesktop

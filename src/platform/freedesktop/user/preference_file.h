@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/failure.h"
+
 #include "menubar/desktop.h"
 
 namespace lumowatt::freedesktop {
@@ -22,9 +24,9 @@ class PreferenceFile {
   std::vector<std::optional<StoredPreference>> read(
       const std::vector<std::string_view>& keys) const;
 
-  /// Stores a value. False when that fails, as it does when the file is there but cannot be read,
-  /// or could not be afterwards: its lines would be lost.
-  bool set(std::string_view key, std::string_view value) const;
+  /// Stores a value. Fails also if the file exists but cannot be read, or would be larger than
+  /// can be read: its lines would be lost.
+  Result<> set(std::string_view key, std::string_view value) const;
 
  private:
   std::string path_;

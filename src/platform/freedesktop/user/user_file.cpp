@@ -21,12 +21,16 @@ constexpr mode_t fileMode = 0600;
 
 std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
 
-void makeFolders(const std::string& folder) {
-  for (std::size_t end = folder.find('/', 1); end != std::string::npos;
-       end = folder.find('/', end + 1)) {
-    ::mkdir(folder.substr(0, end).c_str(), folderMode);
+/// Creates a folder and its missing parents. Returns the error (errno) of the first that cannot be
+/// created; 0 if there is none.
+int createFolders(const std::string& folder) {
+  int error = 0;
+  for (std::size_t end = 0; end != std::string::npos;) {
+    end = folder.find('/', end + 1);
+    const bool created = ::mkdir(folder.substr(0, end).c_str(), folderMode) == 0;
+    if (!created && errno != EEXIST && error == 0) error = errno;
   }
-  ::mkdir(folder.c_str(), folderMode);
+  return error;
 }
 
 /// Where a chain of symbolic links ends, if at a file that is there; else the path itself.
@@ -60,22 +64,25 @@ FileContents readUserFile(const std::string& path) {
   return {.isThere = true};
 }
 
-bool replaceUserFile(const std::string& path, std::string_view contents) {
-  if (path.empty()) return false;
+Result<> replaceUserFile(const std::string& path, std::string_view contents) {
+  if (path.empty()) return systemFailure(ENOENT);
   const std::string place = target(path);
-  makeFolders(folderOf(place));
+  const int folderError = createFolders(folderOf(place));
   struct stat status {};
   const bool isThere = ::stat(place.c_str(), &status) == 0;
-  if (isThere && !S_ISREG(status.st_mode)) return false;
+  if (isThere && !S_ISREG(status.st_mode)) return Failure{place + " is not a regular file"};
 
   std::string temporary = place + ".XXXXXX";
   Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
-  if (!file.isOpen()) return false;
+  if (!file.isOpen()) {
+    return systemFailure(errno == ENOENT && folderError != 0 ? folderError : errno);
+  }
   const bool complete =
       fill(file, contents, isThere ? status.st_mode & 07777U : fileMode) && file.close();
-  if (complete && std::rename(temporary.c_str(), place.c_str()) == 0) return true;
+  if (complete && std::rename(temporary.c_str(), place.c_str()) == 0) return {};
+  const int error = errno;
   ::unlink(temporary.c_str());
-  return false;
+  return systemFailure(error);
 }
 
 }  // namespace lumowatt::freedesktop

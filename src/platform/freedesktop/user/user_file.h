@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/failure.h"
+
 /// The user's small files: this program's, and settings of the desktop.
 namespace lumowatt::freedesktop {
 
@@ -22,9 +24,9 @@ struct FileContents {
 FileContents readUserFile(const std::string& path);
 
 /// Puts a file with `contents` at `path`, with the folders on the way to it, all of it or nothing:
-/// what is there stays as it is when it fails. A file at the end of a symbolic link is replaced
-/// itself, and keeps its permissions; a new one is the user's alone. False when it fails, as it
-/// does for an empty path.
-bool replaceUserFile(const std::string& path, std::string_view contents);
+/// the file that is there stays as it is on failure. A file at the end of a symbolic link is
+/// replaced itself, and keeps its permissions; a new one is the user's alone. Fails with an empty
+/// path.
+Result<> replaceUserFile(const std::string& path, std::string_view contents);
 
 }  // namespace lumowatt::freedesktop

@@ -60,10 +60,10 @@ Service::Service(std::string powerSupplyFolder, std::string hwmonFolder)
 
 std::optional<PropertyDictionary> Service::properties() try {
   auto properties = read();
-  complaint_.update(Result<>());
+  error_.update(Result<>());
   return properties;
 } catch (const Failure& shortage) {
-  complaint_.update(Result<>(shortage));
+  error_.update(Result<>(shortage));
   return std::nullopt;
 }
 

@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "base/complaint.h"
+#include "base/error_report.h"
 #include "telemetry/battery_service.h"
 
 namespace lumowatt::power_supply {
 
 /// The battery service of a Linux machine: the kernel's power-supply class, translated. For one
-/// thread at a time: it remembers whether it has complained.
+/// thread at a time: it remembers whether it has reported an error.
 class Service : public BatteryService {
  public:
   /// `powerSupplyFolder` lists the batteries and chargers, `hwmonFolder` the sensors of machines
@@ -24,7 +24,7 @@ class Service : public BatteryService {
 
   std::string powerSupplyFolder_;
   std::string hwmonFolder_;
-  Complaint complaint_{"the battery cannot be read"};
+  RecurringError error_{"cannot read the battery"};
 };
 
 }  // namespace lumowatt::power_supply

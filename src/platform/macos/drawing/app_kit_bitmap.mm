@@ -73,9 +73,9 @@ Result<std::unique_ptr<Bitmap>> AppKitBitmapFactory::draw(const Drawing& picture
   @autoreleasepool {
     NSImage* const image = makeDrawing(picture);
     NSBitmapImageRep* const pixels = makePixels(image.size, scale);
-    if (pixels == nil) return Failure{"there is no memory for the picture"};
+    if (pixels == nil) return Failure{"out of memory"};
     NSGraphicsContext* const context = [NSGraphicsContext graphicsContextWithBitmapImageRep:pixels];
-    if (context == nil) return Failure{"the picture has no graphics context"};
+    if (context == nil) return Failure{"no graphics context can be made"};
     // Only now: a context that is made for a size in points has its scale already.
     pixels.size = image.size;
     drawFor(appearance, ^{

@@ -159,7 +159,7 @@ TEST_F(LauncherMenuTest, WithoutALauncherSoundsTheBellAndSaysSo) {
   testing::internal::CaptureStderr();
   EXPECT_FALSE(launcher->show(exampleMenu));
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "lumowatt: the menu is not shown: no launcher like fuzzel, rofi or dmenu can be "
+            "lumowatt: cannot show the menu: no launcher such as fuzzel, rofi or dmenu can be "
             "started\n");
   finish();
   EXPECT_EQ(fileContents(result()), "--id bell\n");

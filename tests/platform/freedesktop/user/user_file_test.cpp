@@ -117,7 +117,7 @@ TEST(ReplaceUserFile, LeavesTheOldFileWhereTheNewDoesNotFit) {
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   const rlimit small{.rlim_cur = 10, .rlim_max = before.rlim_max};
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-  const bool replaced = replaceUserFile(folder.path() / "file", "longer than ten bytes");
+  const bool replaced(replaceUserFile(folder.path() / "file", "longer than ten bytes"));
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
   std::signal(SIGXFSZ, handler);
   EXPECT_FALSE(replaced);

@@ -48,8 +48,8 @@ void makeLaptop(const MockMachine& machine) {
                              {"power2_input", "12345678\n"}});
 }
 
-std::string complaint() {
-  return "lumowatt: the battery cannot be read: " + systemFailure(EMFILE).reason + "\n";
+std::string errorLine() {
+  return "lumowatt: cannot read the battery: " + systemFailure(EMFILE).reason + "\n";
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ TEST(Shortage, OfFilesIsNoBatteryAndToldOnceUntilItIsOver) {
       const NoFiles none;
       for (int i = 0; i < 3; ++i) EXPECT_FALSE(service.properties());
     }
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), complaint());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), errorLine());
   }
 }
 
@@ -83,7 +83,7 @@ TEST(Shortage, OfFilesFromAnyMomentOnIsNoBatteryRatherThanHalfOfOne) {
     happened = shortage.has_value();
     shortage.reset();
     atOpening(0, nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), happened ? complaint() : "") << moment;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), happened ? errorLine() : "") << moment;
     if (happened) {
       EXPECT_EQ(properties, nullptr) << moment;
     } else {
