@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Everything that is measured, on this machine, as tables in Markdown:
+# Runs all benchmarks and prints the results as Markdown tables:
 #
 #   benchmarks/all.sh
 #
-# The program is the one of the Debian package, unpacked. It takes eight minutes; nothing else should
-# run meanwhile.
+# Measures the program from the Debian package, which is built and unpacked first. Takes eight
+# minutes. No other programs should run during that time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,7 +13,7 @@ trap 'rm -rf "$scratch"' EXIT
 package=$(script/package "$scratch" 2>"$scratch/log") || { cat "$scratch/log" >&2 && exit 1; }
 dpkg-deb --extract "$package" "$scratch"
 export LUMOWATT=$scratch/usr/bin/lumowatt
-sync # pages of a file that is still to be written count as dirty
+sync # pages that are not yet written to disk would count as private dirty memory
 
 os() { sed -n 's/^PRETTY_NAME="\(.*\)"/\1/p' /etc/os-release; }
 processor() { sed -n 's/^model name\s*: //p' /proc/cpuinfo | head -n 1; }

@@ -1,5 +1,5 @@
-// The least that a picture with text costs: one line in the same font on a background, by the same
-// libraries, as a PNG file of the snapshot's size.
+// Draws a minimal picture with text, as the baseline for the cost of a snapshot: one line in the
+// same font on a plain background, with the same libraries, as a PNG file of the same size.
 //
 //   bare_picture PATH
 

@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# What one reading costs, beside the other programs that are installed and read the same battery:
+# Measures the cost of one reading, compared with other installed programs that read the battery:
 #
 #   benchmarks/dump.sh [ROUNDS]
 #
-# All of them run in turns over one real laptop's power-supply folder, which is mounted over this
-# machine's own in a private namespace. The program is the release build's, or $LUMOWATT.
+# The programs run alternately and read a copy of a real laptop's power-supply folder, mounted over
+# this machine's power-supply folder in a private mount namespace. $LUMOWATT is the path of the
+# measured program (default: the release build).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

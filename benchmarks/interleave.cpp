@@ -1,10 +1,10 @@
-// Runs some commands in turns, in another order each time, and compares their medians:
+// Runs several commands alternately, in random order in each round, and compares their medians:
 //
 //   interleave ROUNDS COMMAND...
 //
-// Each command is one argument, split at its blanks. Whatever disturbs the machine disturbs all of
-// them alike, so the ratios to the first command are what to look at. The result is a table in
-// Markdown.
+// Each command is one argument, split at spaces. Disturbances of the machine affect all commands
+// alike, so the ratios to the first command are more reliable than the absolute times. Prints the
+// result as a Markdown table.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -23,7 +23,7 @@ namespace {
 
 struct Cost {
   double milliseconds;
-  long kibibytes;  // the most that was resident
+  long kibibytes;  // peak resident set size
 };
 
 struct Contender {
@@ -54,21 +54,22 @@ Cost run(const Contender& contender) {
   const auto start = std::chrono::steady_clock::now();
   const pid_t child = ::fork();
   if (child == 0) {
-    const int nowhere = ::open("/dev/null", O_RDWR);
-    ::dup2(nowhere, STDIN_FILENO);
-    ::dup2(nowhere, STDOUT_FILENO);
+    const int devNull = ::open("/dev/null", O_RDWR);
+    ::dup2(devNull, STDIN_FILENO);
+    ::dup2(devNull, STDOUT_FILENO);
     ::execvp(arguments[0], arguments.data());
     ::_exit(127);
   }
   int status = 0;
   rusage usage{};
-  const bool waited = child > 0 && ::wait4(child, &status, 0, &usage) == child;
-  const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
-  if (!waited || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-    std::fprintf(stderr, "interleave: this failed: %s\n", contender.command.c_str());
+  const bool isReaped = child > 0 && ::wait4(child, &status, 0, &usage) == child;
+  const std::chrono::duration<double, std::milli> elapsed =
+      std::chrono::steady_clock::now() - start;
+  if (!isReaped || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    std::fprintf(stderr, "interleave: command failed: %s\n", contender.command.c_str());
     std::exit(EXIT_FAILURE);
   }
-  return {taken.count(), usage.ru_maxrss};
+  return {elapsed.count(), usage.ru_maxrss};
 }
 
 template <typename Figure>
@@ -81,8 +82,8 @@ Figure median(const std::vector<Cost>& costs, Figure Cost::*figure) {
   return *middle;
 }
 
-/// The command without the folder that its program is in.
-std::string shown(const std::string& command) {
+/// Returns the command without the folder of its program.
+std::string withoutFolder(const std::string& command) {
   const std::size_t slash = command.substr(0, command.find(' ')).rfind('/');
   return slash == std::string::npos ? command : command.substr(slash + 1);
 }
@@ -104,8 +105,8 @@ int main(int argc, char** argv) {
   std::minstd_rand random;
   constexpr int warmUp = 20;
   for (int round = -warmUp; round < rounds; ++round) {
-    std::shuffle(order.begin(), order.end(),
-                 random);  // a large program leaves little in the caches
+    // In random order, because a large program evicts the cached data of the next program.
+    std::shuffle(order.begin(), order.end(), random);
     for (Contender* const contender : order) {
       const Cost cost = run(*contender);
       if (round >= 0) contender->costs.push_back(cost);
@@ -116,7 +117,7 @@ int main(int argc, char** argv) {
   std::printf("| command | ratio | ms | memory, KiB |\n|---|--:|--:|--:|\n");
   for (const Contender& contender : contenders) {
     const double milliseconds = median(contender.costs, &Cost::milliseconds);
-    std::printf("| `%s` | %.2f | %.2f | %ld |\n", shown(contender.command).c_str(),
+    std::printf("| `%s` | %.2f | %.2f | %ld |\n", withoutFolder(contender.command).c_str(),
                 milliseconds / first, milliseconds, median(contender.costs, &Cost::kibibytes));
   }
 }

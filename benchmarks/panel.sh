@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# What the item costs the panel that shows it, as a table in Markdown:
+# Measures the cost of the item for the panel and the X server, and prints it as a Markdown table:
 #
 #   benchmarks/panel.sh [SECONDS]
 #
-# An Xfce panel with nothing but a tray, on a screen in memory: the processor time of its processes in
-# so many seconds (30), and of the X server's, without the item and with it, idle and while its glyph
-# moves. The program is the release build's, or $LUMOWATT.
+# Starts an Xfce panel that contains only a tray, on a virtual screen. Measures the CPU time of the
+# panel's processes and of the X server during SECONDS (default: 30): without the item, with the
+# idle item, and while the glyph is animated. $LUMOWATT is the path of the measured program
+# (default: the release build).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -16,28 +17,28 @@ seconds=${1:-30}
 LUMOWATT=${LUMOWATT:-$PWD/build/release/lumowatt}
 script/build release lumowatt
 
-# A process and all that it has started.
+# Prints the process ids of a process and of all its descendants.
 descendants() { # PROCESS
   local child
   echo "$1"
   for child in $(pgrep -P "$1"); do descendants "$child"; done
 }
 
-# The processor time that processes have had, in milliseconds.
+# Prints the total CPU time of processes in milliseconds.
 processor_time() { # PROCESS...
   local process files=()
   for process in "$@"; do files+=("/proc/$process"/task/*/schedstat); done
   awk '{ sum += $1 } END { printf "%.1f\n", sum / 1e6 }' "${files[@]}"
 }
 
-# A thread that ends takes its time with it.
+# Prints the increase of a CPU time, or 0 if the total has decreased because a thread has exited.
 difference() { # BEFORE AFTER
   awk -v before="$1" -v after="$2" 'BEGIN { printf "%.0f", (after > before ? after - before : 0) }'
 }
 
 measure() { # NAME
   local processes before_panel before_screen
-  sleep 10 # until all is drawn and the menu's first reading is over
+  sleep 10 # until everything is drawn and the panel has read the menu
   mapfile -t processes < <(descendants "$panel")
   before_panel=$(processor_time "${processes[@]}")
   before_screen=$(processor_time "$screen")
@@ -48,7 +49,7 @@ measure() { # NAME
 }
 
 begin_session "$LUMOWATT" tests/fixtures/linux/01-thinkpad-lnv45n1-discharging "$PWD/build/benchmarks"
-# So empty that the glyph has a way to go while charging.
+# A low charge, so that the charging animation has several frames.
 supply BAT0/energy_now=12040000 BAT0/capacity=24
 screen=$(pgrep -P $$ -x Xvfb)
 begin_panel Adwaita

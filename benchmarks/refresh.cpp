@@ -1,5 +1,6 @@
-// What the item does every five seconds and when its menu opens, by Google Benchmark, and how that
-// grows with the number of supplies and with the length of the history.
+// Measures the refresh that the item performs every five seconds and the opening of its menu, with
+// Google Benchmark. Shows how the times grow with the number of power supplies and the length of
+// the history.
 
 #include <benchmark/benchmark.h>
 
@@ -21,10 +22,10 @@ namespace {
 
 using Attributes = std::map<std::string, std::string>;
 
-/// A power-supply folder in memory, for as long as this lives.
+/// A power-supply folder in memory, removed on destruction.
 class Laptop {
  public:
-  /// A pack, and as many USB ports that charge nothing as make `supplies` of them all.
+  /// Creates `supplies` power supplies: a battery pack and USB ports that supply no power.
   explicit Laptop(std::int64_t supplies) {
     std::string pattern = "/dev/shm/lumowatt-benchmark-XXXXXX";
     if (::mkdtemp(pattern.data()) == nullptr) std::abort();
@@ -61,12 +62,12 @@ class Laptop {
   std::filesystem::path folder_;
 };
 
-/// An application that has been running until it remembers as many samples.
-struct Running {
-  explicit Running(std::int64_t samples) {
+/// An application that has been running long enough to collect `samples` samples.
+struct RunningApp {
+  explicit RunningApp(std::int64_t samples) {
     app->applicationDidFinishLaunching();
     constexpr double sampleInterval = 30.0;
-    desktop.pass(sampleInterval * static_cast<double>(samples - 1));
+    desktop.advanceTime(sampleInterval * static_cast<double>(samples - 1));
   }
 
   Laptop laptop{2};
@@ -96,15 +97,15 @@ void dumpReading(benchmark::State& state) {
 BENCHMARK(dumpReading)->Name("print a reading");
 
 void refresh(benchmark::State& state) {
-  Running running(state.range());
+  RunningApp running(state.range());
   while (state.KeepRunning()) running.app->refresh();
   state.SetComplexityN(state.range());
 }
-// An hour is 121 samples.
+// The history of one hour contains 121 samples.
 BENCHMARK(refresh)->Name("refresh the item")->Arg(1)->Arg(30)->Arg(60)->Arg(121)->Complexity();
 
 void openMenu(benchmark::State& state) {
-  Running running(state.range());
+  RunningApp running(state.range());
   while (state.KeepRunning()) benchmark::DoNotOptimize(running.app->menuWillOpen());
   state.SetComplexityN(state.range());
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# What a refresh and an opening of the menu cost inside the program, and how that grows:
+# Measures a refresh and the opening of the menu inside the program, and how their times grow:
 #
 #   benchmarks/refresh.sh
 #
@@ -11,7 +11,7 @@ if ! script/build release refresh; then
   echo "Missing: Google Benchmark. On Debian: apt-get install libbenchmark-dev" >&2
   exit 1
 fi
-echo "| what | for | ratio | µs |"
+echo "| operation | supplies or samples | ratio | µs |"
 echo "|---|--:|--:|--:|"
 build/release/refresh --benchmark_format=csv 2>/dev/null | tr -d '"' | awk -F, '
   !/^name/ && split($1, name, "/") && $4 > 0 && name[1] !~ /_(BigO|RMS)$/ {

@@ -1,12 +1,12 @@
-// What programs cost that stay and watch the battery:
+// Measures resident programs that monitor the battery:
 //
 //   resident SECONDS PANEL CHARGE COMMAND...
 //
-// Starts the commands, each one argument and split at its blanks, and measures them side by side
-// for that long; then runs CHARGE, a shell command that plugs the charger in, and measures them
-// again. It is the panel of the session meanwhile, as a process of the name PANEL, and tells how
-// long the first command takes from its start until it is registered there. The ratios to the first
-// command are what to look at. The result is tables in Markdown.
+// Starts the commands, each of which is one argument, and measures all of them simultaneously for
+// SECONDS. Then runs CHARGE, a shell command that simulates plugging in the charger, and measures
+// the commands again. Acts as the panel of the session, with PANEL as its process name, and
+// measures the time from the start of the first command until its registration. The ratios to the
+// first command are more reliable than the absolute values. Prints the results as Markdown tables.
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -36,7 +36,7 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
   std::exit(EXIT_FAILURE);
 }
 
-/// A program that runs as long as this does.
+/// A resident program that runs as a child process from `start` to `end`.
 class Program {
  public:
   explicit Program(std::string command) : command_(std::move(command)) {}
@@ -44,8 +44,8 @@ class Program {
   void start() {
     id_ = ::fork();
     if (id_ != 0) return;
-    const int nowhere = ::open("/dev/null", O_RDWR);
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nowhere, stream);
+    const int devNull = ::open("/dev/null", O_RDWR);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(devNull, stream);
     const std::string line = "exec " + command_;
     ::execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
     ::_exit(127);
@@ -58,29 +58,32 @@ class Program {
 
   const std::string& command() const { return command_; }
 
-  /// The command without the folder that its program is in.
-  std::string shownCommand() const {
+  /// Returns the command without the folder of its program.
+  std::string commandWithoutFolder() const {
     const std::size_t slash = command_.substr(0, command_.find(' ')).rfind('/');
     return slash == std::string::npos ? command_ : command_.substr(slash + 1);
   }
 
-  /// The time that it has had the processor, in milliseconds, and how often it began to wait for
-  /// something; both of all its threads.
+  /// Returns the CPU time of all threads in milliseconds.
   double processorTime() const {
-    return overThreads([](const std::filesystem::path& thread) {
+    return sumOverThreads([](const std::filesystem::path& thread) {
       double nanoseconds = 0;
       std::ifstream(thread / "schedstat") >> nanoseconds;
       return nanoseconds / 1e6;
     });
   }
-  double waits() const {
-    return overThreads([](const std::filesystem::path& thread) {
+
+  /// Returns the number of voluntary context switches of all threads.
+  double voluntarySwitches() const {
+    return sumOverThreads([](const std::filesystem::path& thread) {
       return figure(thread / "status", "voluntary_ctxt_switches:");
     });
   }
 
-  /// KiB.
+  /// Returns the resident set size in KiB.
   double residentMemory() const { return figure(folder() / "smaps_rollup", "Rss:"); }
+
+  /// Returns the size of the private dirty pages in KiB.
   double privateDirtyMemory() const { return figure(folder() / "smaps_rollup", "Private_Dirty:"); }
 
  private:
@@ -91,11 +94,11 @@ class Program {
     std::string word;
     while (stream >> word && word != name) continue;
     double value = 0;
-    if (!(stream >> value)) fail("a program has ended: " + file.string());
+    if (!(stream >> value)) fail("a program exited: " + file.string());
     return value;
   }
 
-  double overThreads(const std::function<double(const std::filesystem::path&)>& count) const {
+  double sumOverThreads(const std::function<double(const std::filesystem::path&)>& count) const {
     double sum = 0;
     for (const auto& thread : std::filesystem::directory_iterator(folder() / "task")) {
       sum += count(thread.path());
@@ -107,20 +110,20 @@ class Program {
   pid_t id_ = 0;
 };
 
-/// The panel: it owns the watcher's name, and answers.
+/// A minimal panel that owns the bus name of the StatusNotifierWatcher and accepts registrations.
 class Panel {
  public:
   Panel() {
     static const sd_bus_vtable watcher[] = {
         SD_BUS_VTABLE_START(0),
-        SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", takeRegistration, 0),
+        SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", handleRegistration, 0),
         SD_BUS_VTABLE_END,
     };
     if (sd_bus_open_user(&bus_) < 0 ||
         sd_bus_add_object_vtable(bus_, nullptr, "/StatusNotifierWatcher",
                                  "org.kde.StatusNotifierWatcher", watcher, this) < 0 ||
         sd_bus_request_name(bus_, "org.kde.StatusNotifierWatcher", 0) < 0) {
-      fail("there is no session bus, or it has a panel");
+      fail("the session bus is missing or already has a panel");
     }
   }
   Panel(const Panel&) = delete;
@@ -129,17 +132,19 @@ class Panel {
 
   int registrations() const { return registrations_; }
 
-  /// Answers for a time, or until something is registered that was not.
+  /// Processes D-Bus messages for `time`.
   void serve(Milliseconds time) {
     serveUntil(time, [] { return false; });
   }
-  void serveRegistration(Milliseconds time) {
-    serveUntil(time, [this, before = registrations_] { return registrations_ > before; });
+
+  /// Processes D-Bus messages until the next registration, but at most for `timeout`.
+  void serveRegistration(Milliseconds timeout) {
+    serveUntil(timeout, [this, before = registrations_] { return registrations_ > before; });
   }
 
  private:
-  /// Reads the item as well, as a panel does.
-  static int takeRegistration(sd_bus_message* call, void* object, sd_bus_error*) {
+  /// Counts the registration and requests the item's properties, like a real panel.
+  static int handleRegistration(sd_bus_message* call, void* object, sd_bus_error*) {
     auto& panel = *static_cast<Panel*>(object);
     ++panel.registrations_;
     sd_bus_call_method_async(panel.bus_, nullptr, sd_bus_message_get_sender(call),
@@ -148,8 +153,8 @@ class Panel {
     return sd_bus_reply_method_return(call, "");
   }
 
-  void serveUntil(Milliseconds time, const std::function<bool()>& isDone) {
-    const auto end = Clock::now() + time;
+  void serveUntil(Milliseconds timeout, const std::function<bool()>& isDone) {
+    const auto end = Clock::now() + timeout;
     while (!isDone() && Clock::now() < end) {
       while (sd_bus_process(bus_, nullptr) > 0) continue;
       const Milliseconds rest = end - Clock::now();
@@ -162,20 +167,20 @@ class Panel {
   int registrations_ = 0;
 };
 
-/// The median time from a start to the registration, in milliseconds.
+/// Returns the median time from the start of the program to its registration, in milliseconds.
 double registrationTime(Panel& panel, Program& program) {
   constexpr int starts = 21;
-  constexpr Milliseconds longTime{10'000};
+  constexpr Milliseconds timeout{10'000};
   std::vector<double> times;
   for (int i = 0; i < starts; ++i) {
     const auto start = Clock::now();
     const int before = panel.registrations();
     program.start();
-    panel.serveRegistration(longTime);
+    panel.serveRegistration(timeout);
     times.push_back(Milliseconds(Clock::now() - start).count());
     program.end();
-    if (panel.registrations() == before) fail("it does not register: " + program.command());
-    panel.serve(Milliseconds(50));  // its name is free again
+    if (panel.registrations() == before) fail("the program does not register: " + program.command());
+    panel.serve(Milliseconds(50));  // until the bus has released the program's name
   }
   std::nth_element(times.begin(), times.begin() + starts / 2, times.end());
   return times[starts / 2];
@@ -185,15 +190,17 @@ void measure(const char* title, double seconds, Panel& panel,
              const std::vector<Program>& programs) {
   struct Figures {
     double processor;
-    double waits;
+    double voluntarySwitches;
   };
   std::vector<Figures> before;
   before.reserve(programs.size());
-  for (const Program& each : programs) before.push_back({each.processorTime(), each.waits()});
+  for (const Program& each : programs) {
+    before.push_back({each.processorTime(), each.voluntarySwitches()});
+  }
   panel.serve(Milliseconds(seconds * 1e3));
   std::printf(
       "\n%s:\n\n"
-      "| program | resident, KiB | ratio | its own, KiB | ratio | processor, ms/min | wakeups/min "
+      "| program | resident, KiB | ratio | private, KiB | ratio | processor, ms/min | wakeups/min "
       "|\n"
       "|---|--:|--:|--:|--:|--:|--:|\n",
       title);
@@ -202,11 +209,11 @@ void measure(const char* title, double seconds, Panel& panel,
   const double dirty = programs.front().privateDirtyMemory();
   for (std::size_t i = 0; i < programs.size(); ++i) {
     const Program& each = programs[i];
-    std::printf("| `%s` | %.0f | %.2f | %.0f | %.2f | %.1f | %.0f |\n", each.shownCommand().c_str(),
-                each.residentMemory(), each.residentMemory() / rss, each.privateDirtyMemory(),
-                each.privateDirtyMemory() / dirty,
-                (each.processorTime() - before[i].processor) * minute,
-                (each.waits() - before[i].waits) * minute);
+    std::printf(
+        "| `%s` | %.0f | %.2f | %.0f | %.2f | %.1f | %.0f |\n", each.commandWithoutFolder().c_str(),
+        each.residentMemory(), each.residentMemory() / rss, each.privateDirtyMemory(),
+        each.privateDirtyMemory() / dirty, (each.processorTime() - before[i].processor) * minute,
+        (each.voluntarySwitches() - before[i].voluntarySwitches) * minute);
   }
 }
 
@@ -223,14 +230,14 @@ int main(int argc, char** argv) {
   Panel panel;
   const double registration = registrationTime(panel, programs.front());
   std::printf("`%s` is registered %.1f ms after its start (median).\n",
-              programs.front().shownCommand().c_str(), registration);
+              programs.front().commandWithoutFolder().c_str(), registration);
 
-  constexpr Milliseconds settling{10'000};
+  constexpr Milliseconds settlingTime{10'000};
   for (Program& each : programs) each.start();
-  panel.serve(settling);
-  measure("Idle", seconds, panel, programs);
+  panel.serve(settlingTime);
+  measure("On battery", seconds, panel, programs);
   if (std::system(argv[3]) != 0) fail(argv[3]);
-  panel.serve(settling);
+  panel.serve(settlingTime);
   measure("Charging", seconds, panel, programs);
   for (const Program& each : programs) each.end();
 }

@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
-# What the item costs that stays in the panel, beside the other battery monitors that are installed:
+# Measures the running item, compared with the other installed battery monitors:
 #
 #   benchmarks/resident.sh [SECONDS [PANEL]]
 #
-# All of them run at the same time over a copy of one laptop's power-supply folder, which is mounted
-# over this machine's own in a private namespace, on private buses and a screen in memory, first idle
-# and then with the charger in. The panel is one that shows the title as an icon of its own; with
-# another name of a process, such as gnome-shell, as a label. The program is the release build's, or
-# $LUMOWATT. Needs the packages dbus, xvfb and upower. Where strace is installed, it counts as well
-# how many files a refresh opens.
+# All programs run at the same time, on private buses and a virtual screen. They read a copy of a
+# laptop's power-supply folder, mounted over this machine's power-supply folder in a private mount
+# namespace. They are measured first on battery power and then while charging. PANEL is the process
+# name of the panel. With the default, the item shows its title as a separate icon; with another
+# name, such as gnome-shell, as a label. $LUMOWATT is the path of the measured program (default: the
+# release build). Needs the packages dbus, xvfb and upower. If strace is installed, also counts the
+# files that a refresh opens.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -27,9 +28,9 @@ begin_laptop resident "$seconds" "$panel"
 
 begin_bus session
 export DBUS_SESSION_BUS_ADDRESS=unix:path=$scratch/session
-begin_upower # without a battery: with one, xfce4-power-manager aborts on a screen in memory
-# Without GLX: the first GTK program on a screen loads OpenGL, some 50 MiB where it renders in software.
-# On a desktop another program has loaded it before.
+begin_upower # without a battery: with a battery, xfce4-power-manager aborts on a virtual screen
+# Without GLX, because the first GTK program on a screen loads OpenGL, which needs about 50 MiB
+# with software rendering. On a real desktop, another program has already loaded OpenGL.
 Xvfb -displayfd 3 -screen 0 800x600x24 -extension GLX 3>"$scratch/display" 2>"$scratch/screen.log" &
 pids+=($!)
 until [[ -s $scratch/display ]]; do sleep 0.1; done
@@ -44,12 +45,12 @@ done
 if has strace; then
   strace -f -e trace=open,openat,openat2 -o "$scratch/opens" timeout 26 "$LUMOWATT" \
     >"$scratch/log" 2>&1 || true
-  # Each refresh begins with the folder of supplies. The first ones belong to the start, the last may
-  # not be whole.
+  # Each refresh starts by opening the power-supply folder. The last complete refresh is counted,
+  # because the first refreshes belong to the start and the last refresh may be incomplete.
   awk -v first="\"$supplies\"" '
     index($0, first) { opens = count; count = 0 }
     { ++count }
-    END { printf "A refresh opens %d files, counting those that are not there.\n", opens }
+    END { printf "A refresh opens %d files, including missing ones.\n", opens }
   ' "$scratch/opens"
 fi
 

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# What a snapshot costs, beside a bare program that draws one line of text with the same libraries
-# and font and writes a PNG of the same size:
+# Measures the cost of a snapshot, compared with a minimal program that draws one line of text with
+# the same libraries and font and writes a PNG file of the same size:
 #
 #   benchmarks/snapshot.sh [ROUNDS]
 #
-# The program is the release build's, or $LUMOWATT.
+# $LUMOWATT is the path of the measured program (default: the release build).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

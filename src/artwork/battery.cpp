@@ -11,13 +11,14 @@ namespace lumowatt::artwork {
 
 namespace {
 
-// A panel shows the square at 16 pixels or at 22, where a unit is 1 pixel or 1.375. Edges are at
-// whole units, so that at 16 each is where two pixels meet. At 22 those 3 or 5 units above and
-// below the center are so too, but for an eighth of a pixel, and each gap keeps a pixel that is
-// free. The outline is as thick as the lines of the panels' own icons.
+// Panels render the square at 16 pixels (1 pixel per unit) or at 22 pixels (1.375 pixels per unit).
+// The horizontal and vertical edges of the battery lie on whole units, which are pixel boundaries
+// at 16 pixels. At 22 pixels, the edges 3 and 5 units above and below the center are within an
+// eighth of a pixel of a pixel boundary, and every gap contains an empty pixel. The outline is as
+// thick as the lines of the panels' own icons.
 //
-// All coordinates are from the body's center; what lies right of it is in front, at the terminal.
-constexpr Point center{7.0, 8.0};
+// Coordinates are relative to the center of the body. The terminal is on the right.
+constexpr Point bodyCenter{7.0, 8.0};
 constexpr Size halfBody{7.0, 5.0};
 constexpr double outlineWidth = 2.0;
 constexpr double gap = 1.0;
@@ -27,28 +28,29 @@ constexpr Size halfFill{halfInside.width - gap, halfInside.height - gap};
 constexpr double outerRadius = 2.5;
 constexpr double innerRadius = outerRadius - outlineWidth;
 
-constexpr double terminalFront = gridSize - center.x;
+constexpr double terminalFront = gridSize - bodyCenter.x;
 constexpr double halfTerminal = 2.0;
 constexpr double terminalRadius = 0.8;
 
-// Half of the corners of the bolt and of the slash. A half turn gives the others.
+// Half of the corners of the bolt and of the slash. Rotation by 180 degrees yields the others.
 constexpr std::array<Point, 3> halfBolt{{{2.0, -4.2}, {-3.6, 0.92}, {-0.8, 0.92}}};
 constexpr std::array<Point, 2> halfSlash{{{5.3, 6.7}, {6.7, 5.3}}};
 
-// The slash runs at 45 degrees. How far from its middle, along a row, the outline goes on.
-constexpr double besideSlash = 3.0;
-constexpr double cutRadius = 1.0;  // where the cut meets the front and the back
+// Horizontal distance from the center line of the slash, which runs at 45 degrees, to the outline.
+constexpr double clearance = 3.0;
+constexpr double cutRadius = 1.0;  // of the corners where the cut meets the left or right edge
 
 using Corners = std::vector<Corner>;
 
-/// The rectangle within `halfSize` of the body's center, from its left end up to a share of it.
-Corners block(Size halfSize, double radius, double share = 1.0) {
+/// Returns a rectangle around the center of the body. Only the given share of its width is
+/// included, starting at the left edge.
+Corners rectangle(Size halfSize, double radius, double share = 1.0) {
   const auto [x, y] = halfSize;
   const double end = 2 * x * share - x;
   return {{{-x, -y}, radius}, {{end, -y}, radius}, {{end, y}, radius}, {{-x, y}, radius}};
 }
 
-/// The terminal, from above down, as a part of the body's edge.
+/// Returns the corners of the terminal, from top to bottom, as part of the edge of the body.
 Corners terminal() {
   return {{{halfBody.width, -halfTerminal}},
           {{terminalFront, -halfTerminal}, terminalRadius},
@@ -56,72 +58,72 @@ Corners terminal() {
           {{halfBody.width, halfTerminal}}};
 }
 
-/// Inserts the terminal after the corner in front and above, which is the second.
+/// Inserts the terminal after the second corner, which is the top right one.
 Corners withTerminal(Corners corners) {
   const Corners inserted = terminal();
   corners.insert(corners.begin() + 2, inserted.begin(), inserted.end());
   return corners;
 }
 
-/// The same on the other side of the center, upside down.
-Corners turned(Corners corners) {
+/// Returns the corners rotated by 180 degrees about the center of the body.
+Corners rotated(Corners corners) {
   for (Corner& corner : corners) corner.at = {-corner.at.x, -corner.at.y};
   return corners;
 }
 
-/// These points and, after them, the same turned.
+/// Returns the points, followed by the points rotated by 180 degrees.
 template <std::size_t size>
-Corners withTurned(const std::array<Point, size>& points) {
+Corners withRotated(const std::array<Point, size>& points) {
   Corners corners;
   for (const Point& point : points) corners.push_back({point});
-  const Corners rest = turned(corners);
+  const Corners rest = rotated(corners);
   corners.insert(corners.end(), rest.begin(), rest.end());
   return corners;
 }
 
-void add(Path& path, Corners corners) {
+void addFigure(Path& path, Corners corners) {
   for (Corner& corner : corners) {
-    corner.at.x += center.x;
-    corner.at.y += center.y;
+    corner.at.x += bodyCenter.x;
+    corner.at.y += bodyCenter.y;
   }
   const Path figure = roundedPolygon(corners);
   path.insert(path.end(), figure.begin(), figure.end());
 }
 
-/// The part of the outline above the slash, in front of it.
+/// Returns the part of the outline to the upper right of the slash.
 Corners outlineAboveSlash() {
   const auto [x, y] = halfBody;
   const auto [insideX, insideY] = halfInside;
-  return {{{besideSlash - y, -y}},
+  return {{{clearance - y, -y}},
           {{x, -y}, outerRadius},
-          {{x, x - besideSlash}, cutRadius},
-          {{insideX, insideX - besideSlash}},
+          {{x, x - clearance}, cutRadius},
+          {{insideX, insideX - clearance}},
           {{insideX, -insideY}, innerRadius},
-          {{besideSlash - insideY, -insideY}}};
+          {{clearance - insideY, -insideY}}};
 }
 
 Path levelPath(double level) {
   Path path;
-  add(path, withTerminal(block(halfBody, outerRadius)));
-  add(path, block(halfInside, innerRadius));
-  if (level > 0.0) add(path, block(halfFill, 0.0, level));
+  addFigure(path, withTerminal(rectangle(halfBody, outerRadius)));
+  addFigure(path, rectangle(halfInside, innerRadius));
+  if (level > 0.0) addFigure(path, rectangle(halfFill, 0.0, level));
   return path;
 }
 
-/// A bolt within an outline, or one with a gap around it, would be a few gray pixels at 16. So it
-/// is a hole in a battery that is filled all over.
+/// Returns a filled battery with a hole in the shape of a bolt. A filled bolt inside an outline, or
+/// with a gap around it, would be just a few gray pixels at 16 pixels.
 Path boltPath() {
   Path path;
-  add(path, withTerminal(block(halfBody, outerRadius)));
-  add(path, withTurned(halfBolt));
+  addFigure(path, withTerminal(rectangle(halfBody, outerRadius)));
+  addFigure(path, withRotated(halfBolt));
   return path;
 }
 
 Path slashPath() {
   Path path;
-  add(path, withTurned(halfSlash));
-  add(path, withTerminal(outlineAboveSlash()));
-  add(path, turned(outlineAboveSlash()));
+  addFigure(path, withRotated(halfSlash));
+  addFigure(path, withTerminal(outlineAboveSlash()));
+  addFigure(path, rotated(outlineAboveSlash()));
   return path;
 }
 

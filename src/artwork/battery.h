@@ -5,22 +5,21 @@
 
 #include "graphics/path.h"
 
-/// The project's own pictures of the named symbols, for platforms that have none.
+/// Artwork for the named symbols, for platforms that do not provide these symbols.
 namespace lumowatt::artwork {
 
-/// The side of the square on which the symbols are drawn. Its origin is the top left corner.
+/// Side of the square on which symbols are drawn. The origin is the top left corner.
 inline constexpr double gridSize = 16.0;
 
-/// The part of the square that the symbols reach, the same for all of them.
+/// Part of the square that symbols may cover, the same for all symbols.
 inline constexpr Rect bounds{0.0, 1.25, 16.0, 13.5};
 
-/// The name of a battery that is struck through, for a machine without one. It is not among the
-/// symbols: a Mac has no picture of that name.
+/// Name of the crossed-out battery for machines without a battery. It is not in `symbol::all`,
+/// because macOS has no symbol with this name.
 inline constexpr std::string_view noBattery = "battery.slash";
 
-/// The area of a symbol or of `noBattery`, to be filled in one color; its figures do not overlap,
-/// except that a hole lies within what surrounds it (the even-odd rule). Absent when there is
-/// nothing of that name.
+/// Returns the area of a symbol or of `noBattery`, to be filled in one color by the even-odd rule.
+/// Its figures are either nested or disjoint. Returns std::nullopt for any other name.
 std::optional<Path> symbolPath(std::string_view name);
 
 }  // namespace lumowatt::artwork

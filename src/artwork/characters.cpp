@@ -12,8 +12,9 @@ namespace lumowatt::artwork {
 
 namespace {
 
-/// A point in a character: 0 is where the ink touches the left or the upper side, 1 where it
-/// touches the right or the lower one. The rounding is a share of the way from left to right.
+/// A point of a figure in a character. A line through x = 0 touches the left side of the character,
+/// and a line through x = 1 touches the right side. Likewise, y = 0 is the top and y = 1 the
+/// bottom. The rounding is relative to the distance from x = 0 to x = 1.
 struct Bend {
   double x = 0.0;
   double y = 0.0;
@@ -22,8 +23,8 @@ struct Bend {
 
 enum class Kind {
   line,
-  loop,  ///< a line that comes back to its first point
-  dot,   ///< a square as wide as lines are thick
+  loop,  ///< a closed line
+  dot,   ///< a square whose side is the thickness of lines
   area,
 };
 
@@ -32,17 +33,17 @@ struct Figure {
   std::span<const Bend> bends = {};
 };
 
-/// What the width of a character is a share of.
+/// Unit of the width of a character.
 enum class Measure {
   digitWidth,
-  height,  ///< for shapes that narrow digits must not squeeze
+  height,  ///< for shapes that must not narrow along with the digits
 };
 
 struct Character {
   std::string_view text;
-  double width;                   ///< as a share of its measure
-  std::array<Figure, 3> figures;  ///< the first ones; the rest are empty
-  double weight = 1.0;            ///< as a share of the lettering's
+  double width;                   ///< in units of `measure`
+  std::array<Figure, 3> figures;  ///< unused entries are empty
+  double weight = 1.0;            ///< relative to the weight of the lettering
   Measure measure = Measure::digitWidth;
 
   double widthIn(const Lettering& lettering) const {
@@ -50,7 +51,7 @@ struct Character {
   }
 };
 
-constexpr double roundest = 0.5;  // as round as can be: from side to side
+constexpr double roundest = 0.5;  // the largest rounding: a semicircle across the whole width
 
 constexpr Bend zero[] = {{0, 0, roundest}, {1, 0, roundest}, {1, 1, roundest}, {0, 1, roundest}};
 constexpr Bend one[] = {{0.12, 0.2}, {0.66, 0}, {0.66, 1}};
@@ -93,7 +94,7 @@ constexpr Bend downward[] = {{0, 0.2}, {1, 0.2}, {0.5, 0.8}};
 constexpr Bend disc[] = {
     {0.1875, 0.25, 0.3125}, {0.8125, 0.25, 0.3125}, {0.8125, 0.75, 0.3125}, {0.1875, 0.75, 0.3125}};
 
-constexpr double xHeight = 0.3;  // where small letters begin, from above
+constexpr double xHeight = 0.3;  // top of lowercase letters
 constexpr Bend diagonal[] = {{0.05, 0.06}, {0.95, 0.94}};
 constexpr Bend highRightStem[] = {{1, 0}, {1, 1}};
 constexpr Bend bowl[] = {
@@ -148,7 +149,7 @@ constexpr std::array<Character, 30> characters{{
     {"•", arrowWidth, {{{Kind::area, disc}}}, 1.0, Measure::height},
 }};
 
-/// A figure in the character whose left side is at `x`.
+/// Converts the figures of a character to paths. The left side of the character is at `x`.
 struct FigureWriter {
   const Character& character;
   const Lettering& lettering;
@@ -156,7 +157,7 @@ struct FigureWriter {
 
   Path path(const Figure& figure) const {
     const double weight = lettering.weight * character.weight;
-    // What is drawn by a line reaches half of its thickness beyond the line's middle.
+    // A line covers half its thickness on either side of its center.
     const double margin = figure.kind == Kind::area ? 0.0 : weight / 2.0;
     const double across = character.widthIn(lettering) - 2 * margin;
     const double down = lettering.height - 2 * margin;
@@ -179,12 +180,12 @@ struct FigureWriter {
     return roundedPolygon(corners);
   }
 
-  static Path square(Point middle, double reach) {
-    const auto [x, y] = middle;
-    return roundedPolygon({{{x - reach, y - reach}},
-                           {{x + reach, y - reach}},
-                           {{x + reach, y + reach}},
-                           {{x - reach, y + reach}}});
+  static Path square(Point center, double half) {
+    const auto [x, y] = center;
+    return roundedPolygon({{{x - half, y - half}},
+                           {{x + half, y - half}},
+                           {{x + half, y + half}},
+                           {{x - half, y + half}}});
   }
 };
 

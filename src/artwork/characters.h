@@ -5,30 +5,30 @@
 
 #include "graphics/path.h"
 
-/// The project's own outlines of the few characters that a tile's text has, for sizes at which a
-/// font's are blurred: upright, narrow, and of few curves.
+/// Outlines of the few characters that occur in tiles, for sizes at which the glyphs of fonts are
+/// blurred. They are upright and narrow, and have few curves.
 namespace lumowatt::artwork {
 
-/// How characters are drawn. Lengths are in the units of the picture.
+/// Dimensions of drawn characters, in the units of the picture.
 struct Lettering {
   double height;  ///< of a digit
-  double width;   ///< of a digit, without the gap to the next
+  double width;   ///< of a digit, without the gap after it
   double gap;     ///< between characters
-  double weight;  ///< the thickness of lines
+  double weight;  ///< thickness of lines
 };
 
-/// A line of text as an area.
+/// The outline of a line of text.
 struct TextOutline {
-  /// To be filled, overlaps and all (the nonzero rule). Its left end is at x = 0; y grows downward
-  /// from 0 at the top of the digits to their height.
+  /// The area to fill by the nonzero rule; figures may overlap. The text starts at x = 0. y grows
+  /// downward and is 0 at the top of the digits.
   Path area;
   double width;
 };
 
-/// The outline of a text of digits and "%", "−" (U+2212), "+", "-", ".", ":", "·", "W", "▲", "▼",
-/// "•", blanks, and the letters of "No battery". All digits are equally wide, and so are the signs
-/// and the arrows with the dot, whose shape depends on the height alone. Absent when there is
-/// another character in it.
+/// Returns the outline of a text of digits, "%", "−" (U+2212), "+", "-", ".", ":", "·", "W", "▲",
+/// "▼", "•", spaces, and the letters of "No battery". All digits have the same width, and so have
+/// all signs and all marks ("▲", "▼", "•"). The width and the shape of a mark depend only on the
+/// height of the lettering. Returns std::nullopt if the text contains any other character.
 std::optional<TextOutline> outline(std::string_view text, const Lettering& lettering);
 
 }  // namespace lumowatt::artwork

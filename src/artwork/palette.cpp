@@ -18,7 +18,7 @@ constexpr Rgba rgba(unsigned value) {
 
 struct Shades {
   SystemColor color;
-  unsigned onLight;  // 0xRRGGBBAA, as style sheets have it
+  unsigned onLight;  // 0xRRGGBBAA
   unsigned onDark;
 };
 
@@ -38,7 +38,7 @@ double rounded(double component) {
   return static_cast<double>(roundedHalfAwayFromZero(component * 255.0).value_or(0)) / 255.0;
 }
 
-/// Gives each kind of colour its components.
+/// Returns the components of each kind of color.
 struct Resolver {
   Appearance appearance;
 
@@ -49,8 +49,8 @@ struct Resolver {
   Rgba operator()(const CalibratedRgb& color) const {
     return {rounded(color.red), rounded(color.green), rounded(color.blue), 1.0};
   }
-  Rgba operator()(const CalibratedWhite& grey) const {
-    const double level = rounded(grey.white);
+  Rgba operator()(const CalibratedWhite& gray) const {
+    const double level = rounded(gray.white);
     return {level, level, level, 1.0};
   }
 };

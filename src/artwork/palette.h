@@ -4,8 +4,8 @@
 
 namespace lumowatt::artwork {
 
-/// A colour's components from 0 to 1, each a multiple of 1/255, as pixels have them. Alpha 1 is
-/// opaque.
+/// Components of a color, from 0 to 1. Each is a multiple of 1/255, so that a pixel represents the
+/// color exactly. Alpha 1 is opaque.
 struct Rgba {
   double red;
   double green;
@@ -15,7 +15,7 @@ struct Rgba {
   friend bool operator==(const Rgba&, const Rgba&) = default;
 };
 
-/// A colour as it is to be drawn on a background of the given appearance.
+/// Returns the components in which a color is drawn on a background of the given appearance.
 Rgba resolved(const Color& color, Appearance appearance);
 
 }  // namespace lumowatt::artwork

@@ -7,7 +7,7 @@ namespace lumowatt::artwork {
 
 namespace {
 
-Point between(Point from, Point to, double share) {
+Point interpolate(Point from, Point to, double share) {
   return {from.x + (to.x - from.x) * share, from.y + (to.y - from.y) * share};
 }
 
@@ -17,15 +17,15 @@ double distance(Point a, Point b) {
   return std::sqrt(x * x + y * y);
 }
 
-/// How far along the edge from `corner` to `neighbour` a rounding may reach.
-double room(const Corner& corner, const Corner& neighbour) {
-  return distance(corner.at, neighbour.at) * (neighbour.radius > 0.0 ? 0.5 : 1.0);
+/// Returns the largest radius of `corner` that the edge from `corner` to `neighbor` has room for.
+double maxRadius(const Corner& corner, const Corner& neighbor) {
+  return distance(corner.at, neighbor.at) * (neighbor.radius > 0.0 ? 0.5 : 1.0);
 }
 
 }  // namespace
 
 Path roundedPolygon(const std::vector<Corner>& corners) {
-  // Where the control points of a quarter circle lie, between its ends and the corner.
+  // Position of the control points of a quarter circle on the way from its ends to the corner.
   constexpr double quarterCircle = 0.5522847498;
 
   Path path;
@@ -33,9 +33,11 @@ Path roundedPolygon(const std::vector<Corner>& corners) {
     const Corner& corner = corners[i];
     const Corner& previous = corners[(i + corners.size() - 1) % corners.size()];
     const Corner& next = corners[(i + 1) % corners.size()];
-    const double radius = std::min({corner.radius, room(corner, previous), room(corner, next)});
-    const Point start = between(corner.at, previous.at, radius / distance(corner.at, previous.at));
-    const Point end = between(corner.at, next.at, radius / distance(corner.at, next.at));
+    const double radius =
+        std::min({corner.radius, maxRadius(corner, previous), maxRadius(corner, next)});
+    const Point start =
+        interpolate(corner.at, previous.at, radius / distance(corner.at, previous.at));
+    const Point end = interpolate(corner.at, next.at, radius / distance(corner.at, next.at));
 
     if (path.empty()) {
       path.emplace_back(MoveTo{start});
@@ -43,8 +45,8 @@ Path roundedPolygon(const std::vector<Corner>& corners) {
       path.emplace_back(LineTo{start});
     }
     if (radius > 0.0) {
-      path.emplace_back(CurveTo{between(start, corner.at, quarterCircle),
-                                between(end, corner.at, quarterCircle), end});
+      path.emplace_back(CurveTo{interpolate(start, corner.at, quarterCircle),
+                                interpolate(end, corner.at, quarterCircle), end});
     }
   }
   path.emplace_back(ClosePath{});

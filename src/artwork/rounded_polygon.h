@@ -8,11 +8,12 @@ namespace lumowatt::artwork {
 
 struct Corner {
   Point at;
-  double radius = 0.0;  ///< how far from the corner its rounding begins; 0 for a sharp one
+  double radius = 0.0;  ///< distance from the corner at which its rounding starts; 0: sharp
 };
 
-/// A closed figure with these corners, three at least, no two next to each other in one place. A
-/// rounding ends where an edge ends, or in its middle where that edge's other corner is round too.
+/// Returns a closed figure with at least three corners. Adjacent corners must not coincide. The
+/// rounding of a corner extends at most to the next corner, or only to the middle of the edge if
+/// the next corner is round as well.
 Path roundedPolygon(const std::vector<Corner>& corners);
 
 }  // namespace lumowatt::artwork

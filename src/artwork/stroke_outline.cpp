@@ -10,7 +10,7 @@ namespace {
 
 using Corners = std::vector<Corner>;
 
-/// The direction from one point to another, one unit long.
+/// Returns the unit vector from one point toward another.
 Point direction(Point from, Point to) {
   const double x = to.x - from.x;
   const double y = to.y - from.y;
@@ -22,18 +22,21 @@ Point moved(Point point, Point direction, double distance) {
   return {point.x + direction.x * distance, point.y + direction.y * distance};
 }
 
-/// A corner of the line's edge that runs at `distance` to the right of its middle (negative: left),
-/// y growing downward.
+/// Returns the corner of the edge that runs at `distance` to the right of the center line
+/// (negative: to the left), where y grows downward. The unit vectors `in` and `out` are the
+/// directions of the center line before and after its corner.
 Corner edgeCorner(const Corner& corner, Point in, Point out, double distance) {
   const double cross = in.x * out.y - in.y * out.x;  // positive in a turn to the right
   const double dot = in.x * out.x + in.y * out.y;
-  const Point between{-(in.y + out.y), in.x + out.x};
-  // How much sooner the edge's corner is to be rounded than the middle's.
-  const double lead = distance * cross / (1.0 + dot);
-  return {moved(corner.at, between, distance / (1.0 + dot)), std::max(corner.radius - lead, 0.0)};
+  const Point normals{-(in.y + out.y), in.x + out.x};  // the sum of both, to the right
+  // How much smaller the rounding of the edge is than the rounding of the center line.
+  const double reduction = distance * cross / (1.0 + dot);
+  return {moved(corner.at, normals, distance / (1.0 + dot)),
+          std::max(corner.radius - reduction, 0.0)};
 }
 
-/// The edge at that distance to the right of the line's middle, in the line's direction.
+/// Returns the edge that runs at `distance` to the right of the center line, in the direction of
+/// the line.
 Corners edge(const Corners& points, bool isClosed, double distance) {
   Corners corners;
   corners.reserve(points.size());

@@ -6,11 +6,12 @@
 
 namespace lumowatt::artwork {
 
-/// The area of a line of that thickness through the points, each rounded as far as its corner says:
-/// on the outer side of a bend by half the thickness more, on the inner side by as much less.
-/// An open line has square ends, which reach half the thickness beyond its first and last point.
-/// All such areas go round in the same direction, so that those of several lines can be filled
-/// together (the nonzero rule).
+/// Returns the area of a line of the given thickness through the points. The center of the line is
+/// rounded as each corner specifies. In a bend, the outer edge is rounded more than the center and
+/// the inner edge less; at a right angle, the difference is half the thickness. An open line has
+/// square ends, which extend half the thickness beyond its first and last point. The areas of all
+/// lines have the same orientation, so that overlapping lines can be filled together by the nonzero
+/// rule.
 Path strokeOutline(const std::vector<Corner>& points, bool isClosed, double thickness);
 
 }  // namespace lumowatt::artwork

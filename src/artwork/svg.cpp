@@ -13,7 +13,7 @@ namespace lumowatt::artwork {
 
 namespace {
 
-/// Writes each movement as a command of SVG's path data.
+/// Appends each segment of a path to SVG path data.
 struct PathWriter {
   std::string& data;
 
@@ -33,12 +33,12 @@ struct PathWriter {
   }
 };
 
-const IconTint* find(std::optional<SystemColor> color) {
+const IconTint* findTint(std::optional<SystemColor> color) {
   const auto* const found = std::ranges::find(iconTints, color, &IconTint::color);
   return found == iconTints.end() ? nullptr : found;
 }
 
-const IconInk& find(Ink ink) { return *std::ranges::find(iconInks, ink, &IconInk::ink); }
+const IconInk& findInk(Ink ink) { return *std::ranges::find(iconInks, ink, &IconInk::ink); }
 
 }  // namespace
 
@@ -48,7 +48,7 @@ std::string decimal(double value) {
   std::string text = thousandths < 0 ? "-" : "";
   text += std::to_string(std::abs(thousandths / unit));
   if (const std::int64_t rest = std::abs(thousandths % unit); rest != 0) {
-    text += "." + std::to_string(unit + rest).substr(1);  // with the zeros in front
+    text += "." + std::to_string(unit + rest).substr(1);  // with leading zeros
     text.erase(text.find_last_not_of('0') + 1);
   }
   return text;
@@ -62,14 +62,15 @@ std::string pathData(const Path& path) {
 
 std::string iconName(std::string_view symbol, std::optional<SystemColor> tint, Ink ink) {
   std::string name = "lumowatt-" + std::string(symbol) + "-";
-  std::ranges::replace(name, '.', '-');  // what follows a dot may be taken for a file's type
-  if (const IconTint* const known = find(tint)) return name.append(known->name);
-  return name.append(find(ink).name);
+  std::ranges::replace(name, '.', '-');  // a dot may start a file extension
+  if (const IconTint* const known = findTint(tint)) return name.append(known->name);
+  return name.append(findInk(ink).name);
 }
 
-std::string area(const Path& path, std::optional<SystemColor> tint, std::string_view attributes) {
+std::string areaElement(const Path& path, std::optional<SystemColor> tint,
+                        std::string_view attributes) {
   std::string element = "<path ";
-  if (const IconTint* const known = find(tint)) {
+  if (const IconTint* const known = findTint(tint)) {
     const std::string value(known->value);
     element += "fill=\"" + value + "\" style=\"fill:" + value + " !important\" ";
   } else {
@@ -85,11 +86,11 @@ std::string svg(const Size& size, const std::string& elements, Ink ink, double m
          decimal(size.width * magnification) + "\" height=\"" +
          decimal(size.height * magnification) + R"(" viewBox="0 0 )" + width + " " + height +
          "\">\n" + R"(<style type="text/css" id="current-color-scheme">.ColorScheme-Text{color:)" +
-         std::string(find(ink).value) + "}</style>\n" + elements + "</svg>\n";
+         std::string(findInk(ink).value) + "}</style>\n" + elements + "</svg>\n";
 }
 
 std::string symbolIcon(const Path& path, std::optional<SystemColor> tint, Ink ink) {
-  return svg({gridSize, gridSize}, area(path, tint, R"(fill-rule="evenodd")"), ink);
+  return svg({gridSize, gridSize}, areaElement(path, tint, R"(fill-rule="evenodd")"), ink);
 }
 
 }  // namespace lumowatt::artwork

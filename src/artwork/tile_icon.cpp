@@ -10,12 +10,12 @@ namespace lumowatt::artwork {
 
 namespace {
 
-// A unit is a pixel of the larger of the two sizes at which panels show most icons, 22 and 16. At
-// the smaller one, too, there is a row of pixels between two rows of text that is nearly free.
+// Most panels show icons at 22 or 16 pixels. A unit is a pixel at the larger size. Even at the
+// smaller size, a nearly empty row of pixels separates the two rows of text.
 constexpr double side = 22.0;
-constexpr double rowWidth = side - 1.0;  // for a row: tiles may stand close together
+constexpr double rowWidth = side - 1.0;  // of text; leaves a gap between adjacent tiles
 
-/// Where the upper edge of a row is, and how it is written.
+/// Upper edge and lettering of a row.
 struct RowStyle {
   double top;
   Lettering lettering;
@@ -29,7 +29,7 @@ constexpr RowStyle mark{14.0, {.height = 10.0, .width = 0.0, .gap = 0.0, .weight
 
 constexpr std::array<std::string_view, 3> marks{"▲", "▼", "•"};
 
-// At 16 pixels still a pixel, without which the mark reads as a part of the figure.
+// More than a pixel even at 16 pixels. Without a gap, the mark would look like part of the number.
 constexpr double gapBeforeMark = 2.0;
 
 RowStyle style(const Tile& tile, std::size_t row) {
@@ -39,21 +39,24 @@ RowStyle style(const Tile& tile, std::size_t row) {
   return hasMark ? mark : plain;
 }
 
-/// A row's text and its mark, side by side in the middle of the tile.
-std::string elements(const TileRow& row, const RowStyle& style) {
+/// Returns the SVG elements of the text and the mark of a row, side by side and centered in the
+/// tile.
+std::string rowElements(const TileRow& row, const RowStyle& style) {
   const auto text = outline(row.text, style.lettering);
   if (!text) return "";
   const auto markOutline = row.mark ? outline(row.mark->text, style.lettering) : std::nullopt;
   const double markStart = text->width + gapBeforeMark;
   const double width = markOutline ? markStart + markOutline->width : text->width;
-  const double narrowing = std::min(rowWidth / width, 1.0);
-  const double left = (side - width * narrowing) / 2.0;
+  const double scale = std::min(rowWidth / width, 1.0);
+  const double left = (side - width * scale) / 2.0;
   const auto placed = [&](double start) {
-    return "transform=\"translate(" + decimal(left + start * narrowing) + "," + decimal(style.top) +
-           ") scale(" + decimal(narrowing) + ",1)\"";
+    return "transform=\"translate(" + decimal(left + start * scale) + "," + decimal(style.top) +
+           ") scale(" + decimal(scale) + ",1)\"";
   };
-  std::string result = area(text->area, row.color, placed(0.0));
-  if (markOutline) result += area(markOutline->area, row.mark->color, placed(markStart));
+  std::string result = areaElement(text->area, row.color, placed(0.0));
+  if (markOutline) {
+    result += areaElement(markOutline->area, row.mark->color, placed(markStart));
+  }
   return result;
 }
 
@@ -61,7 +64,7 @@ std::string elements(const TileRow& row, const RowStyle& style) {
 
 std::string tileIcon(const Tile& tile, Ink ink) {
   std::string rows;
-  for (std::size_t i = 0; i < tile.size(); ++i) rows += elements(tile[i], style(tile, i));
+  for (std::size_t i = 0; i < tile.size(); ++i) rows += rowElements(tile[i], style(tile, i));
   return svg({side, side}, rows, ink);
 }
 

@@ -8,9 +8,10 @@
 
 namespace lumowatt::artwork {
 
-/// A symbol and the title beside it, in their tints or else white, on a dark plate that keeps them
-/// legible on any background, as the SVG file of one icon that is wider than it is high. A run of
-/// the title with a character that has no outline is left out, and so is a symbol of another name.
+/// Returns an icon that is wider than it is high, as an SVG file: a symbol and the title to the
+/// right of it, on a dark plate that makes both legible on any background. Parts without a tint are
+/// white. Omits a symbol with an unknown name, and runs of the title that contain an unsupported
+/// character (characters.h lists the supported ones).
 std::string wideIcon(const Symbol& symbol, const AttributedString& title);
 
 }  // namespace lumowatt::artwork

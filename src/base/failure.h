@@ -8,16 +8,16 @@
 
 namespace lumowatt {
 
-/// Why something could not be done, in words for a person: "No space left on device".
+/// The reason why an operation failed, as text for the user: "No space left on device".
 struct Failure {
   std::string reason;
 };
 
-/// The failure that the C library has this number for (errno).
+/// Returns the failure described by the C library's message for `error`, a value of errno.
 Failure systemFailure(int error);
 
-/// What an operation returns, or why it failed. `Result<>` is for operations that
-/// return nothing.
+/// The value that an operation returns, or the reason why it failed. `Result<>` is for operations
+/// that return no value.
 template <typename Value = std::monostate>
 class [[nodiscard]] Result {
  public:
@@ -25,16 +25,16 @@ class [[nodiscard]] Result {
   Result(Value value) : value_(std::move(value)) {}
   Result(Failure failure) : failure_(std::move(failure)) {}
 
-  /// Whether the operation succeeded.
+  /// Returns whether the operation succeeded.
   explicit operator bool() const { return value_.has_value(); }
 
-  /// The value of one that succeeded.
+  /// Returns the value. Precondition: the operation succeeded.
   Value& operator*() { return *value_; }
   const Value& operator*() const { return *value_; }
   Value* operator->() { return &*value_; }
   const Value* operator->() const { return &*value_; }
 
-  /// Why one that failed did so.
+  /// Returns the reason for the failure. Precondition: the operation failed.
   const Failure& failure() const { return failure_; }
 
  private:

@@ -4,8 +4,8 @@
 
 namespace lumowatt {
 
-/// Reports an error as `reportError` does, and ends the process with status 1. For an arithmetic
-/// result that no later step could use; everything else is an ordinary failure.
+/// Reports an error with `reportError` and exits the process with status 1. Reserved for arithmetic
+/// results that are out of range. Every other error is returned as a `Failure`.
 [[noreturn]] void fatal(std::string_view what, std::string_view reason);
 
 }  // namespace lumowatt

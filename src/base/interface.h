@@ -2,7 +2,7 @@
 
 namespace lumowatt {
 
-/// The base of what a platform implements: objects that are never copied.
+/// Base class of the interfaces that a platform implements. Not copyable.
 class Interface {
  public:
   Interface() = default;

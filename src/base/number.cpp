@@ -7,16 +7,16 @@ namespace lumowatt {
 
 namespace {
 
-// The sign, "0." and 324 decimals of a negative number next to zero in its shortest form. The
-// lowest number with nine decimals has 320 characters.
-constexpr int longestNumber = 327;
+// The longest text is a negative number close to zero in its shortest form: the sign, "0." and 324
+// decimals. The lowest number with nine decimals has only 320 characters.
+constexpr int maxLength = 327;
 
 }  // namespace
 
 std::string fixed(double value, int decimals) {
-  char text[longestNumber];
+  char text[maxLength];
   const auto end =
-      std::to_chars(text, text + longestNumber, value, std::chars_format::fixed, decimals).ptr;
+      std::to_chars(text, text + maxLength, value, std::chars_format::fixed, decimals).ptr;
   return {text, end};
 }
 
@@ -27,8 +27,8 @@ std::string fixedWithSign(double value, int decimals) {
 }
 
 std::string shortest(double value) {
-  char text[longestNumber];
-  const auto end = std::to_chars(text, text + longestNumber, value, std::chars_format::fixed).ptr;
+  char text[maxLength];
+  const auto end = std::to_chars(text, text + maxLength, value, std::chars_format::fixed).ptr;
   std::string result(text, end);
   if (std::isfinite(value) && result.find('.') == std::string::npos) result += ".0";
   return result;

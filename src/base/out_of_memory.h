@@ -2,8 +2,9 @@
 
 namespace lumowatt {
 
-/// From now on, the end of the memory is the end of this process: with a line on the standard error
-/// and status 1. What has a C++ runtime of its own, as each module has, calls it for itself.
-void endWhenOutOfMemory();
+/// Installs a new-handler that reports the error on the standard error and exits the process with
+/// status 1. The program and each of its modules must call this function, because each can contain
+/// its own statically linked C++ runtime.
+void exitWhenOutOfMemory();
 
 }  // namespace lumowatt

@@ -3,8 +3,8 @@
 namespace lumowatt {
 
 std::optional<std::int64_t> roundedHalfAwayFromZero(double value) {
-  // Not std::llround: it says nothing of a result out of range, and it is the one call that would
-  // make the program load the mathematics library.
+  // std::llround would not report an overflow, and no other function requires the math library
+  // (libm) to be loaded.
   constexpr double limit = 9223372036854775808.0;  // 2^63, the first double that does not fit
   const bool fits = value >= -limit && value < limit;
   if (!fits) return std::nullopt;

@@ -4,7 +4,7 @@
 
 namespace lumowatt {
 
-/// The text without the white space of the C locale at either end.
+/// Returns `text` without leading and trailing white space, as defined by the C locale.
 std::string_view trimmed(std::string_view text);
 
 }  // namespace lumowatt

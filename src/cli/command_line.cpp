@@ -9,7 +9,7 @@ namespace {
 
 using Arguments = std::span<const char* const>;
 
-/// The first argument that equals `name`, or the end.
+/// Returns the position of the first argument that equals `name`, or the end.
 Arguments::iterator findSwitch(Arguments arguments, std::string_view name) {
   return std::find_if(arguments.begin(), arguments.end(),
                       [name](const char* argument) { return argument == name; });
@@ -19,11 +19,12 @@ bool hasSwitch(Arguments arguments, std::string_view name) {
   return findSwitch(arguments, name) != arguments.end();
 }
 
-/// The argument after the first that equals `name`; absent when there is none.
+/// Returns the argument that follows the first occurrence of `name`; std::nullopt if there is no
+/// such argument.
 std::optional<std::string> switchValue(Arguments arguments, std::string_view name) {
-  const auto found = findSwitch(arguments, name);
-  if (found == arguments.end() || found + 1 == arguments.end()) return std::nullopt;
-  return *(found + 1);
+  const auto position = findSwitch(arguments, name);
+  if (position == arguments.end() || position + 1 == arguments.end()) return std::nullopt;
+  return *(position + 1);
 }
 
 }  // namespace

@@ -7,22 +7,23 @@
 
 namespace lumowatt {
 
-/// What the program was asked to do.
+// Commands of the program.
+
 struct PrintVersion {};
 struct WriteSnapshot {
-  std::string path;                   ///< where the picture goes
-  std::optional<std::string> sample;  ///< the sample reading's name; absent: the live battery
+  std::string path;                   ///< output file of the picture
+  std::optional<std::string> sample;  ///< name of the sample reading; empty for the live battery
 };
 struct PrintDump {};
 struct ShowMenuBarItem {};
 
 using Command = std::variant<PrintVersion, WriteSnapshot, PrintDump, ShowMenuBarItem>;
 
-/// Chooses the command from the process's whole argument list, the program's own name included.
+/// Parses all arguments of the process, including the program name, into a command.
 ///
-/// "--version" comes first, then "--snapshot" with the argument that follows its first
-/// occurrence (whatever that is), then "--dump"; without any of them it is the menu-bar item. A
-/// switch that lacks its argument counts as absent, and unknown arguments are ignored.
+/// "--version" has priority over "--snapshot", and "--snapshot" over "--dump". Without any of them,
+/// the command is the menu bar item. The argument that follows the first "--snapshot" is its path,
+/// even if it looks like a switch. A switch without its argument and unknown arguments are ignored.
 Command parseCommandLine(std::span<const char* const> arguments);
 
 }  // namespace lumowatt

@@ -15,12 +15,12 @@ namespace {
 
 Outcome success(std::string output) { return {std::move(output), EXIT_SUCCESS}; }
 
-Outcome failure(std::string_view what) {
-  return {"error=" + std::string(what) + "\n", EXIT_FAILURE};
+Outcome failure(std::string_view reason) {
+  return {"error=" + std::string(reason) + "\n", EXIT_FAILURE};
 }
 
-/// Answers each kind of command.
-struct Performer {
+/// Runs each kind of command.
+struct CommandRunner {
   std::string_view version;
   const Services& services;
 
@@ -46,15 +46,15 @@ struct Performer {
       reportError("cannot show the item", desktop.failure().reason);
       return failure("no desktop");
     }
-    const auto end = (*desktop)->run(App::make(**desktop, services.battery, version));
-    return end ? success("") : failure(end.failure().reason);
+    const auto result = (*desktop)->run(App::make(**desktop, services.battery, version));
+    return result ? success("") : failure(result.failure().reason);
   }
 };
 
 }  // namespace
 
-Outcome carryOut(const Command& command, std::string_view version, const Services& services) {
-  return std::visit(Performer{version, services}, command);
+Outcome runCommand(const Command& command, std::string_view version, const Services& services) {
+  return std::visit(CommandRunner{version, services}, command);
 }
 
 }  // namespace lumowatt

@@ -13,23 +13,24 @@
 
 namespace lumowatt {
 
-/// What a command leaves behind: its standard output and the process's exit status.
+/// Result of a command.
 struct Outcome {
-  std::string output;
-  int status;
+  std::string output;  ///< text for the standard output
+  int status;          ///< exit status of the process
 };
 
-/// What commands use of the machine.
+/// Services of the machine that commands use.
 struct Services {
   BatteryService& battery;
-  /// Makes the factory of the bitmaps for a picture; never null.
+  /// Creates the factory of the bitmap for a picture. Never returns null.
   std::function<std::unique_ptr<BitmapFactory>()> makeBitmaps;
-  /// Makes the desktop for the item; never null.
+  /// Creates the desktop for the item, or fails. Never returns null.
   std::function<Result<std::unique_ptr<Desktop>>()> makeDesktop;
 };
 
-/// Carries out `command` for the program of the given version. A failure is one line that begins
-/// "error=", and status 1. The item in the menu bar is carried out until it ends.
-Outcome carryOut(const Command& command, std::string_view version, const Services& services);
+/// Runs `command` for the program of the given version. On failure, the output is one line that
+/// begins with "error=", and the status is 1. The command for the menu bar item returns when the
+/// item exits.
+Outcome runCommand(const Command& command, std::string_view version, const Services& services);
 
 }  // namespace lumowatt

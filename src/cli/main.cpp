@@ -11,9 +11,9 @@
 
 int main(int argc, char** argv) {
   using namespace lumowatt;
-  endWhenOutOfMemory();
-  // A pipe that nobody reads, or a file that may not grow, is to be an error with a reason and not
-  // the end of the process.
+  exitWhenOutOfMemory();
+  // Ignore these signals so that a write to a closed pipe or beyond the limit of the file size
+  // fails with an error code instead of ending the process.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
 
@@ -22,7 +22,7 @@ int main(int argc, char** argv) {
   const Services services{.battery = *battery,
                           .makeBitmaps = platform::bitmapFactory,
                           .makeDesktop = platform::desktop};
-  const auto [output, status] = carryOut(command, LUMOWATT_VERSION, services);
+  const auto [output, status] = runCommand(command, LUMOWATT_VERSION, services);
   if (const auto written = writeToStandardOutput(output); !written) {
     reportError("cannot write to the standard output", written.failure().reason);
     return EXIT_FAILURE;

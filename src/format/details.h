@@ -7,8 +7,8 @@
 
 namespace lumowatt {
 
-/// The report of a reading, a line each, six at least. A line about something that the reading
-/// does not have is left out. No line holds a line break, unless the adapter's name does.
+/// Returns the report of a reading: one string per line, at least six lines. Omits lines that
+/// do not apply to the reading. No line contains a line break unless the adapter's name does.
 std::vector<std::string> details(const Reading& reading);
 
 }  // namespace lumowatt

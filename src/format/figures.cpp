@@ -8,7 +8,7 @@ namespace lumowatt {
 
 namespace {
 
-constexpr double heavyDrain = -15.0;  // W
+constexpr double heavyDrainWatts = -15.0;
 
 }  // namespace
 
@@ -55,7 +55,7 @@ std::optional<Color> accent(const Reading& reading) {
 std::optional<SystemColor> trendAccent(const Reading& reading) {
   const Trend direction = trend(reading);
   if (direction == Trend::up) return SystemColor::green;
-  const bool isHeavy = direction == Trend::down && reading.batteryWatts < heavyDrain;
+  const bool isHeavy = direction == Trend::down && reading.batteryWatts < heavyDrainWatts;
   return isHeavy ? std::optional(SystemColor::orange) : std::nullopt;
 }
 

@@ -10,28 +10,28 @@
 
 namespace lumowatt {
 
-/// A time estimate in words: "45 min", "2 h 5 min", or "calculating" when there is none.
+/// Formats a time estimate: "45 min", "2 h 5 min", or "calculating" if `minutes` is empty.
 std::string duration(std::optional<std::int64_t> minutes);
 
-/// Hours and minutes as on a clock, "1:35".
+/// Formats a duration as hours and minutes: "1:35".
 std::string clock(std::int64_t minutes);
 
-/// A power figure, "7.1 W". With `signedValue` its sign stands in front ("−7.1 W", "+0.0 W");
-/// without, it is the magnitude alone.
+/// Formats a power with one decimal: with its sign if `signedValue` is true ("−7.1 W", "+0.0 W"),
+/// else the magnitude only ("7.1 W").
 std::string watts(double value, bool signedValue);
 
-/// The state of the power source in one line, such as "On battery".
+/// Describes the power source in one line, such as "On battery".
 std::string statusLine(const Reading& reading);
 
-/// The direction as one character: "▲", "▼" or "•".
+/// Returns the symbol of a trend: "▲" for up, "▼" for down, "•" for steady.
 std::string_view arrow(Trend trend);
 
-/// The colour that calls for attention: green on power, orange and red on a low battery. Absent
-/// when the ordinary colour will do.
+/// Returns the highlight color of the battery's state: green while charging and when full on
+/// external power, orange and red for a low battery. Returns std::nullopt for the default color.
 std::optional<Color> accent(const Reading& reading);
 
-/// The colour that calls for attention to the trend: green while charging, orange beyond 15 W out
-/// of the battery. Absent when the ordinary colour will do.
+/// Returns the highlight color of the trend: green for up, orange for a discharge of more than
+/// 15 W. Returns std::nullopt for the default color.
 std::optional<SystemColor> trendAccent(const Reading& reading);
 
 }  // namespace lumowatt

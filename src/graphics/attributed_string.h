@@ -13,7 +13,7 @@ namespace lumowatt {
 struct TextRun {
   std::string text;  ///< UTF-8, on one line
   Font font;
-  /// Absent: the colour of a control's text where a control shows it; else black.
+  /// If empty: the text color of the control that displays the text, or black outside a control.
   std::optional<Color> color = std::nullopt;
   double baselineOffset = 0.0;  ///< points, upward
 

@@ -14,42 +14,44 @@
 
 namespace lumowatt {
 
-/// What is drawn on. Its space is that of the image being drawn: y grows upward, unless the image
-/// is flipped.
+/// A drawing surface. Its coordinates are those of the image being drawn: y grows upward, unless
+/// the image is flipped.
 class Canvas : public Interface {
  public:
   virtual void fill(const Rect& rect, const Color& color) = 0;
   virtual void fillRoundedRect(const Rect& rect, double radius, const Color& color) = 0;
-  /// Fills what the path encloses with an opaque color, `opacity` from 0 (invisible) to 1.
+  /// Fills the area that the path encloses. `color` must be opaque. `opacity` ranges from 0
+  /// (invisible) to 1.
   virtual void fillPath(const Path& path, const Color& color, double opacity) = 0;
   virtual void stroke(const Path& path, const Stroke& stroke, const Color& color) = 0;
 
-  /// Draws upright text whose box, which is of `textSize`, has `origin` as its corner with the
-  /// smallest coordinates: bottom left, in a flipped space top left.
+  /// Draws upright text in a box of the size `textSize`. `origin` is the corner of the box with the
+  /// smallest coordinates: bottom left, or top left if y grows downward.
   virtual void drawText(const AttributedString& text, Point origin) = 0;
 
-  /// The width and line height of the text as `drawText` draws it.
+  /// Returns the width and the line height of the text that `drawText` draws.
   virtual Size textSize(const AttributedString& text) = 0;
 
-  /// Draws the image upright into the rectangle. A drawing is stretched to fill it. How a symbol
-  /// fills it, and whether its point size matters, is the platform's affair; one that the platform
-  /// does not know is left out.
+  /// Draws the image upright into the rectangle. A `Drawing` is stretched to fill the rectangle.
+  /// How a `Symbol` fills the rectangle, and whether its point size matters, depends on the
+  /// platform. A symbol that is unknown to the platform is not drawn.
   virtual void drawImage(const Image& image, const Rect& rect) = 0;
 };
 
-/// A picture as pixels.
+/// A raster image.
 class Bitmap : public Interface {
  public:
-  /// The pixels as a PNG file with 8 bits each of red, green, blue and alpha, and the resolution at
-  /// which it has its size in points. Absent when it cannot be encoded.
+  /// Encodes the pixels as a PNG file with 8 bits each of red, green, blue and alpha. The file
+  /// specifies the resolution that yields the size in points. Returns std::nullopt if encoding
+  /// fails.
   virtual std::optional<std::string> encodePng() = 0;
 };
 
-/// Where bitmaps come from.
+/// Renders drawings as bitmaps.
 class BitmapFactory : public Interface {
  public:
-  /// The picture with `scale` pixels to a point, transparent where nothing is drawn, in the system
-  /// colours for `appearance`. Fails when the platform cannot make such a bitmap; never null.
+  /// Renders the picture with `scale` pixels per point on a transparent background, in the system
+  /// colors of `appearance`. Fails if the platform cannot create the bitmap. Never returns null.
   virtual Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
                                                Appearance appearance) = 0;
 };

@@ -4,22 +4,22 @@
 
 namespace lumowatt {
 
-/// Whether what is drawn will stand on a light or on a dark background.
+/// The kind of background that a picture is displayed on.
 enum class Appearance { light, dark };
 
-/// A colour that the platform defines for each appearance.
+/// A color that the platform defines for each appearance.
 enum class SystemColor {
   green,
   orange,
   red,
-  accent,          ///< the one that the user chose for what is selected or alive
-  label,           ///< of text
-  secondaryLabel,  ///< of text that matters less
-  separator,       ///< of lines between things
+  accent,          ///< chosen by the user for selected and active elements
+  label,           ///< primary text
+  secondaryLabel,  ///< less important text
+  separator,       ///< dividing lines
   windowBackground,
 };
 
-/// An opaque colour by its components from 0 to 1, in the RGB space of the display.
+/// An opaque color in the RGB space of the display. Each component is from 0 to 1.
 struct CalibratedRgb {
   double red;
   double green;
@@ -28,14 +28,14 @@ struct CalibratedRgb {
   friend bool operator==(const CalibratedRgb&, const CalibratedRgb&) = default;
 };
 
-/// An opaque grey, from 0 (black) to 1 (white).
+/// An opaque gray, from 0 (black) to 1 (white).
 struct CalibratedWhite {
   double white;
 
   friend bool operator==(const CalibratedWhite&, const CalibratedWhite&) = default;
 };
 
-/// A colour as a value. A platform resolves it at the moment it draws.
+/// A color. The platform resolves a system color when it draws.
 using Color = std::variant<SystemColor, CalibratedRgb, CalibratedWhite>;
 
 inline constexpr Color systemGreen = SystemColor::green;

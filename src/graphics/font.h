@@ -2,7 +2,7 @@
 
 namespace lumowatt {
 
-/// A font of the platform's user interface.
+/// A user-interface font of the platform.
 struct Font {
   enum class Face {
     system,

@@ -4,7 +4,8 @@
 
 namespace lumowatt {
 
-/// Coordinates and lengths are in points: a bitmap decides how many pixels make a point.
+// All coordinates and lengths are in points. The scale of a bitmap sets the pixels per point.
+
 struct Point {
   double x = 0.0;
   double y = 0.0;
@@ -19,8 +20,8 @@ struct Size {
   friend bool operator==(const Size&, const Size&) = default;
 };
 
-/// A rectangle by the corner with the smallest coordinates: the bottom left one in a space whose y
-/// grows upward, the top left one in a flipped space.
+/// A rectangle. (x, y) is the corner with the smallest coordinates: the bottom left corner where y
+/// grows upward, the top left corner where y grows downward.
 struct Rect {
   double x = 0.0;
   double y = 0.0;
@@ -32,8 +33,8 @@ struct Rect {
   double maxX() const { return x + width; }
   double maxY() const { return y + height; }
 
-  /// The rectangle with its left and right edges moved inward by `dx` and the others by `dy`. Edges
-  /// that would pass each other meet in the middle.
+  /// Returns the rectangle with its left and right edges moved inward by `dx`, and its top and
+  /// bottom edges by `dy`. Opposite edges that would pass each other meet in the middle.
   Rect inset(double dx, double dy) const {
     dx = std::min(dx, width / 2);
     dy = std::min(dy, height / 2);

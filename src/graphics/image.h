@@ -12,30 +12,31 @@ namespace lumowatt {
 
 class Canvas;
 
-/// A picture as the routine that draws it, sharp at every scale.
+/// A vector picture: a size and a function that draws it, sharp at every scale.
 struct Drawing {
   Size size;
-  /// Whether y grows downward from the top left corner, not upward from the bottom left one.
+  /// Whether y grows downward from the top left corner (else upward from the bottom left corner).
   bool flipped = false;
-  /// Draws the picture so that it fills the rectangle, which is of `size` and begins at (0, 0).
+  /// Draws the picture into the rectangle, which starts at (0, 0) and has the size `size`.
   std::function<void(Canvas&, const Rect&)> draw;
 };
 
-/// One of the platform's symbols, by its name (graphics/symbol.h).
+/// A symbol of the platform, identified by one of the names in graphics/symbol.h.
 struct Symbol {
   std::string name;
   std::optional<Color> tint = std::nullopt;
-  /// A template has the colour of what surrounds it, and follows that when it changes.
+  /// Whether the platform draws the symbol in the color of the surrounding text, and redraws the
+  /// symbol when that color changes.
   bool isTemplate = false;
-  std::optional<double> pointSize = std::nullopt;  ///< absent: the size that fits where it is shown
+  std::optional<double> pointSize = std::nullopt;  ///< if empty: the size that fits the control
 
   friend bool operator==(const Symbol&, const Symbol&) = default;
 };
 
-/// A picture as a value. The platform makes it at the moment it is shown or drawn.
+/// A picture. The platform renders it when it is displayed or drawn.
 struct Image {
   std::variant<Drawing, Symbol> content;
-  std::string accessibilityDescription = {};  ///< what a screen reader says; empty for none
+  std::string accessibilityDescription = {};  ///< text for screen readers; may be empty
 };
 
 }  // namespace lumowatt

@@ -25,18 +25,18 @@ struct CurveTo {
   friend bool operator==(const CurveTo&, const CurveTo&) = default;
 };
 
-/// A straight line back to where the figure began.
+/// A straight line back to the start of the figure.
 struct ClosePath {
   friend bool operator==(const ClosePath&, const ClosePath&) = default;
 };
 
-/// The movements of a pen, in order. Each figure begins with a `MoveTo`.
+/// A sequence of path segments. Each figure starts with a `MoveTo`.
 using Path = std::vector<std::variant<MoveTo, LineTo, CurveTo, ClosePath>>;
 
 enum class LineJoin { miter, round };
 enum class LineCap { butt, round };
 
-/// How a path becomes a line.
+/// The style of a stroked path.
 struct Stroke {
   double width = 1.0;  ///< points
   LineJoin join = LineJoin::miter;

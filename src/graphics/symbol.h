@@ -3,7 +3,8 @@
 #include <array>
 #include <string_view>
 
-/// The named symbols. The names are those of the Mac's own; elsewhere there is artwork for each.
+/// Names of the symbols. macOS provides symbols with these names. On other platforms, Lumowatt
+/// draws its own artwork for each name.
 namespace lumowatt::symbol {
 
 inline constexpr std::string_view battery0 = "battery.0percent";

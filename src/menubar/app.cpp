@@ -23,8 +23,8 @@ constexpr std::string_view modeKey = "mode";
 constexpr std::string_view colorKey = "color";
 constexpr std::string_view animateKey = "animate";
 
-/// The report as one text.
-std::string lines(const Reading& reading) {
+/// Returns the details of the reading as one text, joined by line feeds.
+std::string joinedDetails(const Reading& reading) {
   std::string text;
   for (const std::string& line : details(reading)) text += line + "\n";
   text.pop_back();
@@ -55,13 +55,13 @@ App::App(Desktop& desktop, BatteryService& battery, std::string_view version)
 void App::applicationDidFinishLaunching() {
   desktop_.attachMenu("Lumowatt");
   refresh();
-  timer_ = repeat(refreshInterval, &App::refresh);
+  refreshTimer_ = startTimer(refreshInterval, &App::refresh);
   desktop_.watchPowerSources([app = weak_from_this()] {
     if (const auto self = app.lock()) self->refresh();
   });
 }
 
-std::unique_ptr<Timer> App::repeat(double interval, void (App::*action)()) {
+std::unique_ptr<Timer> App::startTimer(double interval, void (App::*action)()) {
   return desktop_.startTimer(interval, [app = weak_from_this(), action] {
     if (const auto self = app.lock()) (self.get()->*action)();
   });
@@ -75,17 +75,17 @@ void App::refresh() {
     return;
   }
   last_ = reading;
-  remember(*reading);
+  addSample(*reading);
   if (button == nullptr) return;
-  const Preferences current = preferences();
-  button->show({.image = symbolImage(*reading, current),
-                .title = title(*reading, current),
-                .toolTip = lines(*reading),
+  const Preferences currentPreferences = preferences();
+  button->show({.image = symbolImage(*reading, currentPreferences),
+                .title = title(*reading, currentPreferences),
+                .toolTip = joinedDetails(*reading),
                 .accessibilityLabel = accessibilityLabel(*reading)});
-  updateAnimation(current);
+  updateAnimation(currentPreferences);
 }
 
-void App::remember(const Reading& reading) {
+void App::addSample(const Reading& reading) {
   if (!history_.empty() && desktop_.now() - history_.back().time < sampleInterval) return;
   history_.push_back({desktop_.now(), reading.percent});
   std::erase_if(history_, [this](const Sample& sample) {
@@ -96,15 +96,15 @@ void App::remember(const Reading& reading) {
 // The animation
 
 bool App::shouldAnimate(const Preferences& preferences) const {
-  return preferences.animate && last_ && last_->charging && last_->percent < 100 &&
-         !desktop_.reducesMotion();
+  return preferences.animate && last_ && last_->charging &&
+         last_->percent < 100 && !desktop_.reducesMotion();
 }
 
 void App::updateAnimation(const Preferences& preferences) {
-  const bool should = shouldAnimate(preferences);
-  if (should && !animationTimer_) {
-    animationTimer_ = repeat(animationInterval, &App::advanceAnimation);
-  } else if (!should && animationTimer_) {
+  const bool isNeeded = shouldAnimate(preferences);
+  if (isNeeded && !animationTimer_) {
+    animationTimer_ = startTimer(animationInterval, &App::advanceAnimation);
+  } else if (!isNeeded && animationTimer_) {
     animationTimer_.reset();
     frame_ = 0;
   }
@@ -123,10 +123,11 @@ std::optional<Image> App::symbolImage(const Reading& reading,
   const std::string description = "Battery " + std::to_string(reading.percent) + " percent";
   if (shouldAnimate(preferences)) {
     return tinted(animatedSymbol(reading.percent, frame_), color.value_or(systemGreen),
-                  description);
+                        description);
   }
-  const bool bolt = reading.charging || (reading.external && reading.full);
-  return tinted(bolt ? symbol::battery100Bolt : levelSymbol(reading.percent), color, description);
+  const bool hasBolt = reading.charging || (reading.external && reading.full);
+  return tinted(hasBolt ? symbol::battery100Bolt : levelSymbol(reading.percent), color,
+                      description);
 }
 
 // The preferences
@@ -181,9 +182,9 @@ void App::perform(const Choice& choice) {
 }
 
 void App::pick(std::int64_t tag) {
-  const auto picked = modeOf(tag);
-  if (!picked) return;
-  setMode(*picked);
+  const auto mode = modeOf(tag);
+  if (!mode) return;
+  setMode(*mode);
   refresh();
 }
 
@@ -198,7 +199,7 @@ void App::toggleAnimate() {
 }
 
 void App::copyDetails() {
-  if (last_) desktop_.copyText(lines(*last_));
+  if (last_) desktop_.copyText(joinedDetails(*last_));
 }
 
 void App::toggleLogin() {

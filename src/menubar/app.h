@@ -15,42 +15,45 @@
 
 namespace lumowatt {
 
-/// The application in the menu bar: it reads the battery, keeps the last hour, decides what the
-/// item and its menu show, and does what is chosen. Desktop and battery must outlive it.
+/// Application in the menu bar. Reads the battery, stores the history of the last hour, provides
+/// the contents of the item and its menu, and performs the chosen actions. The desktop and the
+/// battery service must outlive it.
 class App : public ApplicationDelegate, public std::enable_shared_from_this<App> {
  public:
-  /// Timers keep the `App` weakly, so that it has to be shared.
+  /// Creates an `App`. The `App` must be shared because its timers use weak pointers to it.
   static std::shared_ptr<App> make(Desktop& desktop, BatteryService& battery,
                                    std::string_view version);
 
-  /// Shows the item, and refreshes it from now on every 5 seconds and when a power source changes.
+  /// Shows the item. Refreshes it from then on every 5 seconds and when a power source changes.
   void applicationDidFinishLaunching() override;
 
-  /// Reads the battery and shows the reading. Without one, the title says so and all else stays.
+  /// Reads the battery and shows the reading. Without a battery, sets the title to "No battery" and
+  /// leaves everything else unchanged.
   void refresh();
 
-  /// The preferences, read afresh.
+  /// Reads the preferences from the desktop.
   Preferences preferences() const;
   void setMode(Mode mode);
   void setUseColor(bool value);
   void setAnimate(bool value);
 
-  /// Whether the glyph is to be animated now.
+  /// Returns whether the glyph should be animated: the battery is charging below 100 %, the
+  /// preference is on, and the user has not requested reduced motion.
   bool shouldAnimate(const Preferences& preferences) const;
 
-  /// The glyph for a reading: its level, a bolt, or a frame of the animation. Absent when the
-  /// platform has no such symbol.
+  /// Returns the glyph for a reading: its level, a bolt, or the current frame of the animation.
+  /// Returns std::nullopt if no symbol has the glyph's name.
   std::optional<Image> symbolImage(const Reading& reading, const Preferences& preferences) const;
 
   Menu menuWillOpen() override;
   Menu menu() override;
 
-  /// Does what the chosen item of the menu offers.
+  /// Performs the action of the chosen menu item. Ignores the actions that desktops perform.
   void perform(const Choice& choice) override;
 
-  // What the items of the menu do.
+  // Actions of the menu items.
 
-  /// Shows the mode of that number from now on; ignores any other number.
+  /// Stores the mode with the number `tag` and refreshes the item. Ignores unknown numbers.
   void pick(std::int64_t tag);
   void toggleColor();
   void toggleAnimate();
@@ -58,7 +61,7 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
   void toggleLogin();
   void openSettings();
 
-  // What it holds.
+  // State.
 
   bool isAnimating() const { return animationTimer_ != nullptr; }
   std::int64_t frame() const { return frame_; }
@@ -68,15 +71,21 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
  private:
   App(Desktop& desktop, BatteryService& battery, std::string_view version);
 
-  void remember(const Reading& reading);
+  /// Adds a sample and removes the samples older than an hour. Does nothing if the newest sample is
+  /// younger than 30 seconds.
+  void addSample(const Reading& reading);
+
+  /// Starts or stops the animation timer, as `shouldAnimate` requires.
   void updateAnimation(const Preferences& preferences);
   void advanceAnimation();
-  std::unique_ptr<Timer> repeat(double interval, void (App::*action)());
+
+  /// Calls `action` every `interval` seconds, as long as the returned timer and this `App` exist.
+  std::unique_ptr<Timer> startTimer(double interval, void (App::*action)());
 
   Desktop& desktop_;
   BatteryService& battery_;
   std::string version_;
-  std::unique_ptr<Timer> timer_;
+  std::unique_ptr<Timer> refreshTimer_;
   std::unique_ptr<Timer> animationTimer_;
   std::int64_t frame_ = 0;
   std::optional<Reading> last_;

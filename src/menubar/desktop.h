@@ -17,95 +17,100 @@
 
 namespace lumowatt {
 
-/// What a desktop runs: it is told what happens, and asked for the menu.
+/// Application that a desktop runs. The desktop notifies it of events and requests its menu.
 class ApplicationDelegate : public Interface {
  public:
-  /// The application has started. Called once, first.
+  /// Starts the application. Called once, before the other functions.
   virtual void applicationDidFinishLaunching() = 0;
 
-  /// The menu is about to open. Returns it, by a reading that is taken for it.
+  /// Reads the battery and returns the menu that is about to open.
   virtual Menu menuWillOpen() = 0;
 
-  /// The menu as it would be now, by the last reading.
+  /// Returns the menu for the last reading, without reading the battery.
   virtual Menu menu() = 0;
 
-  /// An item of the menu was chosen whose action is not the desktop's own.
+  /// Performs the action of a chosen menu item. Not called for the actions that the desktop
+  /// performs itself.
   virtual void perform(const Choice& choice) = 0;
 };
 
-/// A timer runs as long as there is one of these.
+/// Running timer, stopped on destruction.
 class Timer : public Interface {};
 
-/// What the item shows in the menu bar.
+/// Contents of the item's button in the menu bar.
 struct ButtonContents {
-  std::optional<Image> image;  ///< stands before the title in reading order
+  std::optional<Image> image;  ///< placed before the title in reading order
   Title title;
-  std::string toolTip;  ///< the report of the menu, its lines joined by line feeds
+  std::string toolTip;  ///< details of the reading, joined by line feeds
   std::string accessibilityLabel;
 };
 
-/// The item's button in the menu bar.
+/// Button of the item in the menu bar.
 class StatusButton : public Interface {
  public:
   virtual void show(ButtonContents contents) = 0;
 
-  /// Replaces the image alone; an absent one clears it.
+  /// Replaces only the image. Removes it if `image` is empty.
   virtual void setImage(const std::optional<Image>& image) = 0;
 
-  /// Replaces the title alone, by a text in the style of the menu bar.
+  /// Replaces only the title, with text in the style of the menu bar.
   virtual void setTitle(std::string_view title) = 0;
 };
 
 using PreferenceValue = std::variant<std::int64_t, bool>;
 
-/// A stored value, read both as a number and as a truth value.
+/// Stored value, parsed both as an integer and as a Boolean.
 struct StoredPreference {
-  std::int64_t integer;  ///< 0 when it is not a number
-  bool boolean;          ///< false when it is not a truth value
+  std::int64_t integer;  ///< 0 if the value is not a number
+  bool boolean;          ///< false if the value is not a Boolean
 };
 
 enum class LoginItemStatus { notRegistered, enabled, requiresApproval, notFound };
 
-/// The services of the desktop that `App` asks for. Whatever it calls back, it calls on the thread
-/// that runs it.
+/// Services of the desktop that `App` uses. All callbacks run on the thread that called `run`.
 class Desktop : public Interface {
  public:
-  /// Runs the application, and keeps it, until it ends. Succeeds when the user quit it.
+  /// Runs the application until it exits, and owns it meanwhile. Succeeds if the user quit the
+  /// application.
   virtual Result<> run(std::shared_ptr<ApplicationDelegate> delegate) = 0;
 
-  // The status item, which is shown from the beginning.
+  // Status item, shown from the start.
 
-  /// Null where the item has no button.
+  /// Returns the button of the item; null if the item has none.
   virtual StatusButton* button() = 0;
-  /// Lets the item open the menu from now on, and keep its position under a name.
+  /// Attaches the menu to the item. The desktop stores the position of the item in the menu bar
+  /// under `autosaveName`.
   virtual void attachMenu(std::string_view autosaveName) = 0;
 
-  // Time.
+  // Time, power sources and preferences.
 
-  /// Seconds from a fixed instant, counting also while the machine sleeps, never going back.
+  /// Returns the seconds since a fixed instant. The clock is monotonic and includes the time that
+  /// the machine sleeps.
   virtual double now() = 0;
-  /// Calls `tick` every `interval` seconds; where a desktop waits for its open menu, not meanwhile.
+  /// Calls `tick` every `interval` seconds. On a desktop that blocks while its menu is open, the
+  /// calls pause until the menu is closed.
   virtual std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) = 0;
-  /// Calls `changed` after every change of a power source, where the system reports them.
-  virtual void watchPowerSources(std::function<void()> changed) = 0;
+  /// Calls `onChanged` after every change of a power source, if the system reports such changes.
+  virtual void watchPowerSources(std::function<void()> onChanged) = 0;
 
-  /// What is stored under each of these keys, all read at this moment; absent where nothing is.
+  /// Reads the values stored under `keys` atomically. The result contains one element for each key;
+  /// the element is empty if no value is stored.
   virtual std::vector<std::optional<StoredPreference>> preferences(
       const std::vector<std::string_view>& keys) = 0;
   virtual void setPreference(std::string_view key, PreferenceValue value) = 0;
 
-  /// Whether the user asked the system for less motion.
+  /// Returns whether the user has requested reduced motion from the system.
   virtual bool reducesMotion() = 0;
 
-  // The pasteboard, the login item, and what the workspace does.
+  // Pasteboard, login item and system functions.
 
-  /// Replaces what is on the pasteboard.
+  /// Replaces the contents of the pasteboard.
   virtual void copyText(std::string_view text) = 0;
   virtual LoginItemStatus loginItemStatus() = 0;
-  /// Registers or unregisters the login item. False when the system refuses.
+  /// Registers or unregisters the login item. Returns false on failure.
   virtual bool setLoginItem(bool isRegistered) = 0;
   virtual void beep() = 0;
-  /// Nothing happens where there are no such settings.
+  /// Opens the system's battery settings. Does nothing on a system without them.
   virtual void openBatterySettings() = 0;
 };
 

@@ -13,18 +13,18 @@
 namespace lumowatt {
 
 enum class Action {
-  pick,  ///< picks the display mode that is the choice's tag
+  pick,  ///< selects the display mode whose number is the tag of the choice
   toggleColor,
   toggleAnimate,
   copyDetails,
   toggleLogin,
   openSettings,
-  // What a desktop does itself:
-  showChart,  ///< shows the chart's picture, where the menu has a line of text for it
-  terminate,  ///< ends the application
+  // Actions that the desktop performs itself:
+  showChart,  ///< shows the picture of the chart, if the menu shows the chart as text
+  terminate,  ///< quits the application
 };
 
-/// What choosing an item does.
+/// Effect of choosing a menu item.
 struct Choice {
   Action action;
   std::int64_t tag = 0;
@@ -32,42 +32,43 @@ struct Choice {
 
 struct MenuSeparator {};
 
-/// A line that is only read, dimmed.
+/// Dimmed line of text that cannot be chosen.
 struct MenuLine {
   std::string title;
-  std::optional<AttributedString> attributedTitle = std::nullopt;  ///< shown in the title's place
+  std::optional<AttributedString> attributedTitle = std::nullopt;  ///< replaces the title if set
 };
 
-/// An image in an item, without scaling, in a container that is the item.
+/// Image in the container view of a menu item, drawn without scaling.
 struct ImageView {
-  Rect frame;  ///< in the container
+  Rect frame;  ///< in the coordinates of the container
   Image image;
 };
 
+/// Container view that replaces a menu item.
 struct ItemView {
   Rect frame;
   ImageView content;
 };
 
-/// What the chart's picture has of the desktop that shows it.
-struct ChartSetting {
-  Color accent;     ///< the user's
-  double midnight;  ///< when clocks showed 0:00 last, as `Desktop::now` counts
+/// Properties of the desktop that the picture of the chart depends on.
+struct ChartContext {
+  Color accent;     ///< the user's accent color
+  double midnight;  ///< start of the local day on the time scale of `Desktop::now`
 };
 
-/// The chart, as each kind of desktop can show it.
+/// Chart of the history, in a form for each kind of desktop.
 struct MenuChart {
-  ItemView view;                                        ///< shown in the item's place
-  std::string text;                                     ///< a line for menus without pictures
-  std::string description;                              ///< what a screen reader says of that line
-  bool isEnabled;                                       ///< whether there is a picture to choose
-  std::function<Drawing(const ChartSetting&)> picture;  ///< shown when such a line is chosen
+  ItemView view;            ///< for menus that show views
+  std::string text;         ///< line for menus without views
+  std::string description;  ///< of `text`, for screen readers
+  bool isEnabled;           ///< whether `text` can be chosen to show the picture
+  std::function<Drawing(const ChartContext&)> picture;  ///< shown when `text` is chosen
 };
 
 struct MenuCommand {
   std::string title;
   Choice choice;
-  std::string keyEquivalent = {};  ///< one character, with the Command key; empty for none
+  std::string keyEquivalent = {};  ///< one character, pressed with the Command key; or empty
 };
 
 struct MenuCheckMark {
@@ -76,7 +77,7 @@ struct MenuCheckMark {
   bool isOn;
 };
 
-/// One of several items of which one is on.
+/// Item of a group in which exactly one item is on.
 struct MenuRadioMark {
   std::string title;
   Choice choice;
@@ -94,7 +95,7 @@ struct Submenu {
   Menu items;
 };
 
-/// The choice that the item offers; null for one that offers none.
+/// Returns the choice of a menu item; null if the item cannot be chosen.
 const Choice* choiceOf(const MenuItem& item);
 
 }  // namespace lumowatt

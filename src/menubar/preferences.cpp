@@ -11,7 +11,7 @@ struct Row {
   TitleExtras extras;
 };
 
-/// By the modes' numbers.
+/// Labels and extras, indexed by the number of the mode.
 constexpr std::array<Row, allModes.size()> rows{{
     {"Percent", {.power = false, .time = false}},
     {"Percent and battery power", {.power = true, .time = false}},

@@ -26,7 +26,7 @@ MenuLine chartHeader() {
   return {title, {{{title, systemFont(11.0), secondaryLabel}}}};
 }
 
-/// The chart in words.
+/// Describes the chart in words, for screen readers.
 std::string description(const std::vector<Sample>& history) {
   const std::string title = std::string(chartTitle) + ": ";
   if (!historyScale(history)) return title + "collecting history";
@@ -34,12 +34,12 @@ std::string description(const std::vector<Sample>& history) {
          std::to_string(history.back().percent) + " percent";
 }
 
-Drawing picture(const MenuContents& contents, const ChartSetting& setting) {
+Drawing picture(const MenuContents& contents, const ChartContext& context) {
   const Reading& reading = contents.reading;
   return chartPicture({.samples = contents.history,
                        .heading = std::to_string(reading.percent) + "% · " + statusLine(reading),
-                       .color = chartColor(reading, contents.preferences.useColor, setting.accent),
-                       .midnight = setting.midnight});
+                       .color = chartColor(reading, contents.preferences.useColor, context.accent),
+                       .midnight = context.midnight});
 }
 
 MenuChart chart(const MenuContents& contents) {
@@ -51,7 +51,7 @@ MenuChart chart(const MenuContents& contents) {
       .text = blockChart(contents.history),
       .description = description(contents.history),
       .isEnabled = historyScale(contents.history).has_value(),
-      .picture = [contents](const ChartSetting& setting) { return picture(contents, setting); }};
+      .picture = [contents](const ChartContext& context) { return picture(contents, context); }};
 }
 
 Submenu modes(Mode current) {
@@ -82,7 +82,7 @@ Menu statusMenu(const MenuContents& contents) {
   menu.emplace_back(MenuCommand{"Copy details", {Action::copyDetails}, "c"});
   menu.emplace_back(MenuCheckMark{"Open at login", {Action::toggleLogin}, contents.opensAtLogin});
   menu.emplace_back(MenuCommand{"Battery settings…", {Action::openSettings}});
-  menu.emplace_back(MenuSeparator{});  // GCOVR_EXCL_LINE: gcov counts it as not run
+  menu.emplace_back(MenuSeparator{});  // GCOVR_EXCL_LINE: gcov reports it as not executed
   menu.emplace_back(MenuLine{"Lumowatt " + contents.version + ", by Fernhollow"});
   menu.emplace_back(MenuCommand{"Quit Lumowatt", {Action::terminate}, "q"});
   return menu;

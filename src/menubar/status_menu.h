@@ -9,7 +9,7 @@
 
 namespace lumowatt {
 
-/// What the status menu is built from.
+/// Data that the status menu shows.
 struct MenuContents {
   Reading reading;
   std::vector<Sample> history;
@@ -18,10 +18,11 @@ struct MenuContents {
   std::string version;
 };
 
-/// The menu of the item: the report, the chart of the last hour, the preferences, the commands.
+/// Returns the menu of the item: the details of the reading, the chart of the last hour, the
+/// preferences and the commands.
 Menu statusMenu(const MenuContents& contents);
 
-/// The menu before there was a reading.
+/// Returns the menu that is shown before the first reading.
 Menu statusMenuWithoutBattery();
 
 }  // namespace lumowatt

@@ -14,21 +14,24 @@ namespace {
 
 constexpr int columns = 30;
 
-// The lowest stands for the bottom: a blank is narrower than a block.
+// Levels of the chart. The lowest level is a block rather than a space, because a space is narrower
+// in proportional fonts.
 constexpr std::array<std::string_view, 8> blocks{"▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
 
-/// The charge at a time between the first sample and the last, on the line between its neighbours.
+/// Returns the charge at `time`, linearly interpolated between the neighboring samples. `time` lies
+/// between the first sample and the last.
 double percentAt(const std::vector<Sample>& samples, double time) {
   const auto before = std::ranges::adjacent_find(
       samples, [time](const Sample&, const Sample& next) { return next.time > time; });
   if (before == samples.end()) return static_cast<double>(samples.back().percent);
   const Sample& next = *std::next(before);
   const auto low = static_cast<double>(before->percent);
-  const double share = (time - before->time) / (next.time - before->time);
-  return low + (static_cast<double>(next.percent) - low) * share;
+  const double fraction = (time - before->time) / (next.time - before->time);
+  return low + (static_cast<double>(next.percent) - low) * fraction;
 }
 
-/// The block for a height from 0 to 1. Percentages too large to be told apart have no height.
+/// Returns the block for a height from 0 to 1. Returns the lowest block if the height is not a
+/// number, which happens when the percentages are too large for a `double` to distinguish them.
 std::string_view block(double height) {
   constexpr double top = blocks.size() - 1;
   return blocks[static_cast<std::size_t>(roundedHalfAwayFromZero(height * top).value_or(0))];
@@ -42,7 +45,7 @@ std::string blockChart(const std::vector<Sample>& samples) {
   std::string text;
   for (int column = 0; column < columns; ++column) {
     const double time = scale->start + scale->span * column / (columns - 1);
-    text += block(scale->upward(percentAt(samples, time)));
+    text += block(scale->verticalFraction(percentAt(samples, time)));
   }
   text += " " + std::to_string(scale->lowest);
   if (scale->highest != scale->lowest) text += "–" + std::to_string(scale->highest);

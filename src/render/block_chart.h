@@ -7,10 +7,10 @@
 
 namespace lumowatt {
 
-/// A chart of the charge over time as a line of text, for menus without pictures: 30 block
-/// characters from the first sample to the last, scaled as the drawn chart, then the lowest and the
-/// highest percentage. As long as the samples span no time it says that the history is being
-/// collected.
+/// Returns a chart of the charge over time as a line of text, for menus without pictures. The line
+/// consists of 30 block characters, from the first sample to the last, and the lowest and highest
+/// percentages. The vertical scale is that of `sparkline`. Returns `collectingHistory` if the
+/// samples span no time.
 std::string blockChart(const std::vector<Sample>& samples);
 
 }  // namespace lumowatt

@@ -12,7 +12,7 @@ constexpr std::int64_t fullPercent = 100;
 constexpr std::array<std::int64_t, 4> percentSteps{2, 5, 10, 20};
 static_assert(percentSteps.back() * PercentAxis::steps == fullPercent);
 
-/// In seconds.
+/// Length of a time axis and the interval between its labels, in seconds.
 struct Period {
   double length;
   double step;
@@ -32,8 +32,8 @@ PercentAxis percentAxis(const std::vector<Sample>& samples) {
   };
   const std::int64_t step = *std::ranges::find_if(
       percentSteps, [&](std::int64_t each) { return stepsNeeded(each) <= PercentAxis::steps; });
-  const std::int64_t spare = PercentAxis::steps - stepsNeeded(step);
-  const std::int64_t below = (spare + 1) / 2;
+  const std::int64_t exemptFlags = PercentAxis::steps - stepsNeeded(step);
+  const std::int64_t below = (exemptFlags + 1) / 2;
   const std::int64_t first =
       std::clamp<std::int64_t>(low / step - below, 0, fullPercent / step - PercentAxis::steps);
   return {.lowest = first * step, .step = step};

@@ -7,29 +7,30 @@
 
 namespace lumowatt {
 
-/// The percentages beside a chart: round ones, at equal distances from the bottom to the top.
+/// Vertical axis of a chart: round percentages at equal distances.
 struct PercentAxis {
   static constexpr std::int64_t steps = 5;
 
-  std::int64_t lowest;  ///< at the bottom
-  std::int64_t step;
+  std::int64_t lowest;  ///< percentage at the bottom
+  std::int64_t step;    ///< percentage points between two labels
 
   std::int64_t highest() const { return lowest + steps * step; }
 };
 
-/// The percentages for samples, of which there is one at least, within 0 to 100. They span 10
-/// points or more, so that a point more or less does not look like much.
+/// Returns the axis for the samples, which must not be empty. The axis lies within 0 to 100 %. It
+/// spans at least 10 points, so that a change of one point looks small.
 PercentAxis percentAxis(const std::vector<Sample>& samples);
 
-/// The time below a chart, in seconds as samples have it.
+/// Horizontal axis of a chart, in seconds on the time scale of the samples.
 struct TimeAxis {
   double start;
   double end;
-  double step;  ///< between two times on the axis, in seconds, whole minutes
+  double step;  ///< seconds between two labels, a multiple of 60
 };
 
-/// The time for samples, oldest first, of which there is one at least. It ends at the last and is
-/// 5, 10, 30 or 60 minutes long, as the samples need.
+/// Returns the axis for the samples, oldest first, which must not be empty. The axis ends at the
+/// last sample. It is 5, 10, 30 or 60 minutes long: the shortest of these that fits all samples, or
+/// 60 minutes if none does.
 TimeAxis timeAxis(const std::vector<Sample>& samples);
 
 }  // namespace lumowatt

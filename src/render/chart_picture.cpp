@@ -16,20 +16,22 @@ namespace {
 constexpr Size pictureSize{688.0, 408.0};
 constexpr Rect plotArea{60.0, 88.0, 600.0, 280.0};
 constexpr double pictureMargin = 24.0;
-constexpr double labelDistance = 8.0;  // between the plot and what is written at its edges
+constexpr double labelDistance = 8.0;  // between the plot and the labels of its axes
 
 constexpr Stroke lineStroke{.width = 2.0, .join = LineJoin::round, .cap = LineCap::round};
 constexpr double areaOpacity = 0.15;
 constexpr double dotRadius = 4.0;
-constexpr double ringRadius = 6.0;  // of the background, around the dot
+constexpr double ringRadius = 6.0;  // ring around the dot, in the background color
 
-constexpr double longestStep = 90.0;  // seconds: samples come every half minute
+// Interval between two samples, in seconds, above which the line is interrupted. The normal
+// interval is 30 seconds.
+constexpr double gapThreshold = 90.0;
 
 AttributedString label(std::string text) {
   return {{std::move(text), monospacedDigitFont(11.0), secondaryLabel}};
 }
 
-/// A time of the local day, which may be of the day before, as "09:05".
+/// Formats a time, in seconds since the local midnight, as "09:05". The time may be on another day.
 std::string timeOfDay(double seconds) {
   constexpr std::int64_t minutesOfDay = 1440;
   const std::int64_t minutes = roundedHalfAwayFromZero(seconds / 60.0).value_or(0) % minutesOfDay;
@@ -37,8 +39,8 @@ std::string timeOfDay(double seconds) {
   return text.size() < 5 ? "0" + text : text;
 }
 
-/// Where an axis has times that are whole steps after midnight.
-std::vector<double> roundTimes(const TimeAxis& axis, double midnight) {
+/// Returns the times on the axis that are a whole number of steps before or after midnight.
+std::vector<double> labeledTimes(const TimeAxis& axis, double midnight) {
   const auto steps = [&](double time) {
     return roundedHalfAwayFromZero((time - midnight) / axis.step).value_or(0);
   };
@@ -50,7 +52,7 @@ std::vector<double> roundTimes(const TimeAxis& axis, double midnight) {
   return times;
 }
 
-/// Draws one chart with a sample at least.
+/// Renderer of the axes, the line and the area of a chart with at least one sample.
 class Chart {
  public:
   Chart(Canvas& canvas, const ChartContents& contents)
@@ -63,12 +65,12 @@ class Chart {
     drawAxes();
     const std::vector<Sample>& samples = contents_.samples;
     const auto isGap = [](const Sample& before, const Sample& after) {
-      return after.time - before.time > longestStep;
+      return after.time - before.time > gapThreshold;
     };
     for (auto first = samples.begin(); first != samples.end();) {
       const auto last = std::adjacent_find(first, samples.end(), isGap);
       const auto end = last == samples.end() ? last : std::next(last);
-      drawStretch({first, end});
+      drawSegment({first, end});
       first = end;
     }
     drawDot(ringRadius, SystemColor::windowBackground);
@@ -77,15 +79,15 @@ class Chart {
 
  private:
   double x(double time) const {
-    const double share = (time - times_.start) / (times_.end - times_.start);
-    return plotArea.minX() + std::max(share, 0.0) * plotArea.width;
+    const double fraction = (time - times_.start) / (times_.end - times_.start);
+    return plotArea.minX() + std::max(fraction, 0.0) * plotArea.width;
   }
 
   double y(std::int64_t percent) const {
     const auto range = static_cast<double>(percents_.highest() - percents_.lowest);
-    const std::int64_t shown = std::clamp(percent, percents_.lowest, percents_.highest());
-    const double share = static_cast<double>(shown - percents_.lowest) / range;
-    return plotArea.maxY() - share * plotArea.height;
+    const std::int64_t clamped = std::clamp(percent, percents_.lowest, percents_.highest());
+    const double fraction = static_cast<double>(clamped - percents_.lowest) / range;
+    return plotArea.maxY() - fraction * plotArea.height;
   }
 
   Point point(const Sample& sample) const { return {x(sample.time), y(sample.percent)}; }
@@ -94,26 +96,26 @@ class Chart {
     Path grid;
     for (std::int64_t i = 0; i <= PercentAxis::steps; ++i) {
       const std::int64_t percent = percents_.lowest + i * percents_.step;
-      const double height = y(percent);
-      grid.insert(grid.end(),
-                  {MoveTo{{plotArea.minX(), height}}, LineTo{{plotArea.maxX(), height}}});
+      const double lineY = y(percent);
+      grid.insert(grid.end(), {MoveTo{{plotArea.minX(), lineY}}, LineTo{{plotArea.maxX(), lineY}}});
       const AttributedString text = label(std::to_string(percent) + "%");
       const Size size = canvas_.textSize(text);
       canvas_.drawText(text,
-                       {plotArea.minX() - labelDistance - size.width, height - size.height / 2});
+                       {plotArea.minX() - labelDistance - size.width, lineY - size.height / 2});
     }
-    for (const double time : roundTimes(times_, contents_.midnight)) {
-      const double place = x(time);
-      grid.insert(grid.end(), {MoveTo{{place, plotArea.minY()}}, LineTo{{place, plotArea.maxY()}}});
+    for (const double time : labeledTimes(times_, contents_.midnight)) {
+      const double lineX = x(time);
+      grid.insert(grid.end(), {MoveTo{{lineX, plotArea.minY()}}, LineTo{{lineX, plotArea.maxY()}}});
       const AttributedString text = label(timeOfDay(time - contents_.midnight));
       const double width = canvas_.textSize(text).width;
-      canvas_.drawText(text, {place - width / 2, plotArea.maxY() + labelDistance});
+      canvas_.drawText(text, {lineX - width / 2, plotArea.maxY() + labelDistance});
     }
     canvas_.stroke(grid, {.width = 1.0}, separator);
   }
 
-  /// Draws samples without a gap between them. A single one is as long as the line is wide.
-  void drawStretch(const std::vector<Sample>& samples) {
+  /// Draws the line and the area of consecutive samples without a gap. A single sample becomes a
+  /// dot whose diameter is the width of the line.
+  void drawSegment(const std::vector<Sample>& samples) {
     Path line;
     for (const Sample& sample : samples) {
       if (line.empty()) line.emplace_back(MoveTo{point(sample)});
@@ -145,10 +147,11 @@ void drawHeading(Canvas& canvas, const std::string& heading) {
                   {pictureMargin, 46.0});
 }
 
-void drawInTheMiddle(Canvas& canvas, const AttributedString& text) {
+/// Draws text at the center of the plot, where the axes would be.
+void drawCentered(Canvas& canvas, const AttributedString& text) {
   const Size size = canvas.textSize(text);
-  const Point middle{pictureSize.width / 2, (plotArea.minY() + plotArea.maxY()) / 2};
-  canvas.drawText(text, {middle.x - size.width / 2, middle.y - size.height / 2});
+  const Point center{pictureSize.width / 2, (plotArea.minY() + plotArea.maxY()) / 2};
+  canvas.drawText(text, {center.x - size.width / 2, center.y - size.height / 2});
 }
 
 }  // namespace
@@ -158,7 +161,7 @@ Drawing chartPicture(ChartContents contents) {
     canvas.fill(rect, SystemColor::windowBackground);
     drawHeading(canvas, contents.heading);
     if (contents.samples.empty()) {
-      drawInTheMiddle(canvas, label(std::string(collectingHistory)));
+      drawCentered(canvas, label(std::string(collectingHistory)));
     } else {
       Chart(canvas, contents).draw();
     }

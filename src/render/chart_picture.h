@@ -9,21 +9,21 @@
 
 namespace lumowatt {
 
-/// What every chart of the history is called.
+/// Title of every chart of the history.
 inline constexpr std::string_view chartTitle = "Charge over the last hour";
 
-/// What the larger chart is drawn from.
+/// Data of the large chart picture.
 struct ChartContents {
   std::vector<Sample> samples;  ///< oldest first
   std::string heading;
-  Color color;      ///< of the line
-  double midnight;  ///< when the local day began, in the samples' time, which may be before 0
+  Color color;      ///< of the line and the area
+  double midnight;  ///< start of the local day on the time scale of the samples; may be negative
 };
 
-/// Draws the chart as a large picture on a window's background: the samples as a line over a
-/// lightly filled area, with round percentages beside it and the times of a clock below. Where
-/// samples are missing, as in a sleep, the line is interrupted. Percentages outside 0 to 100 lie at
-/// the edge. Without a sample it says that the history is being collected.
+/// Returns the chart as a large picture on a window's background. The samples form a line over a
+/// lightly filled area, with round percentages to the left and times of day below. The line is
+/// interrupted where samples are missing, for example while the machine slept. Percentages outside
+/// 0 to 100 are clamped. Without samples, the picture shows `collectingHistory`.
 Drawing chartPicture(ChartContents contents);
 
 }  // namespace lumowatt

@@ -19,15 +19,15 @@ std::string_view levelSymbol(std::int64_t percent) {
 }
 
 std::string_view animatedSymbol(std::int64_t percent, std::int64_t frame) {
-  constexpr std::int64_t below = 12;
+  constexpr std::int64_t offset = 12;
   constexpr std::int64_t quarter = 25;
   constexpr std::array levels{symbol::battery25, symbol::battery50, symbol::battery75,
                               symbol::battery100};
   constexpr std::int64_t count = levels.size();
-  if (percent < std::numeric_limits<std::int64_t>::min() + below) {
+  if (percent < std::numeric_limits<std::int64_t>::min() + offset) {
     fatal("cannot animate the battery", "its percentage is too small");
   }
-  const std::int64_t first = std::clamp<std::int64_t>((percent - below) / quarter, 0, count - 1);
+  const std::int64_t first = std::clamp<std::int64_t>((percent - offset) / quarter, 0, count - 1);
   return levels[static_cast<std::size_t>(first + frame % (count - first))];
 }
 
@@ -38,7 +38,7 @@ std::int64_t nextFrame(std::int64_t frame) {
 }
 
 std::optional<Image> tinted(std::string_view name, const std::optional<Color>& color,
-                            std::string description) {
+                                  std::string description) {
   if (std::ranges::find(symbol::all, name) == symbol::all.end()) return std::nullopt;
   return Image{Symbol{.name = std::string(name), .tint = color, .isTemplate = !color},
                std::move(description)};

@@ -9,21 +9,21 @@
 
 namespace lumowatt {
 
-/// The name of the symbol that shows a charge of `percent`, to the nearest quarter: a battery that
-/// is empty, filled by 25, 50 or 75 per cent, or full. Any number has one.
+/// Returns the name of the symbol for a charge of `percent`, rounded to the nearest quarter: a
+/// battery that is empty, filled to 25, 50 or 75 percent, or full. Accepts any number.
 std::string_view levelSymbol(std::int64_t percent);
 
-/// The name of the symbol that a frame of the charging animation shows of a battery at `percent`:
-/// from the lowest level above the charge less 12 points up to full, and again. Ends the process
-/// when so small a charge cannot be reduced.
+/// Returns the name of the symbol for a frame of the charging animation of a battery at `percent`.
+/// The animation repeats the levels from the lowest one above `percent` - 12 up to full. Exits the
+/// process with an error if `percent` - 12 overflows.
 std::string_view animatedSymbol(std::int64_t percent, std::int64_t frame);
 
-/// The frame after `frame`. Ends the process when there is none.
+/// Returns the frame after `frame`. Exits the process with an error if the number overflows.
 std::int64_t nextFrame(std::int64_t frame);
 
-/// A symbol in one colour, or without one as a template. Absent when there is no symbol of that
-/// name. `description` is for screen readers.
+/// Returns the symbol called `name` in `color`, or as a template without a color. Returns
+/// std::nullopt if no symbol has that name. `description` is the text for screen readers.
 std::optional<Image> tinted(std::string_view name, const std::optional<Color>& color,
-                            std::string description);
+                                  std::string description);
 
 }  // namespace lumowatt

@@ -4,9 +4,9 @@
 
 namespace lumowatt {
 
-double HistoryScale::across(double time) const { return (time - start) / span; }
+double HistoryScale::horizontalFraction(double time) const { return (time - start) / span; }
 
-double HistoryScale::upward(double percent) const {
+double HistoryScale::verticalFraction(double percent) const {
   const auto low = static_cast<double>(lowest);
   const double range = std::max(low + 4.0, static_cast<double>(highest)) - low;
   return (percent - low) / range;

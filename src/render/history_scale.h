@@ -8,22 +8,23 @@
 
 namespace lumowatt {
 
-/// Where the samples of a history stand in a chart.
+/// Mapping from the samples of a history to positions in a chart.
 struct HistoryScale {
-  double start;          ///< the time of the first sample
-  double span;           ///< seconds from there to the last sample, above 0
+  double start;          ///< time of the first sample
+  double span;           ///< seconds between the first and the last sample, greater than 0
   std::int64_t lowest;   ///< percent
   std::int64_t highest;  ///< percent
 
-  /// Across: 0 for the first sample's time, 1 for the last one's.
-  double across(double time) const;
+  /// Returns 0 for the time of the first sample, 1 for the time of the last one, and a proportional
+  /// value for any other time.
+  double horizontalFraction(double time) const;
 
-  /// Upward: 0 for the lowest percentage, 1 for the highest, or for 4 points above the lowest where
-  /// the highest is nearer: a flat history lies low.
-  double upward(double percent) const;
+  /// Returns 0 for the lowest percentage and 1 for the top of the chart. The top is the highest
+  /// percentage, but at least 4 points above the lowest, so that a flat history is drawn low.
+  double verticalFraction(double percent) const;
 };
 
-/// The scale for samples, oldest first; absent as long as they span no time.
+/// Returns the scale for the samples, oldest first. Returns std::nullopt if they span no time.
 std::optional<HistoryScale> historyScale(const std::vector<Sample>& samples);
 
 }  // namespace lumowatt

@@ -26,7 +26,7 @@ constexpr Color panel = CalibratedRgb{0.2, 0.17, 0.27};
 constexpr Color detailsText = CalibratedWhite{0.93};
 constexpr Color captionText = CalibratedWhite{0.7};
 
-/// The glyph and the title, at the right end of the strip.
+/// Draws the glyph and the title at the right end of the menu bar strip.
 void drawItem(Canvas& canvas, const Reading& reading) {
   const std::string title = std::to_string(reading.percent) + "%  " +
                             std::string(arrow(trend(reading))) + "  " +
@@ -47,8 +47,8 @@ void drawPanel(Canvas& canvas, const std::vector<std::string>& lines) {
                          10.0, panel);
   Point origin{margin + 16.0, panelTop + 12.0};
   for (const std::string& line : lines) {
-    const bool heading = &line == &lines.front();
-    const Font font = heading ? boldSystemFont(14.0) : systemFont(13.0);
+    const bool isHeading = &line == &lines.front();
+    const Font font = isHeading ? boldSystemFont(14.0) : systemFont(13.0);
     canvas.drawText({{line, font, detailsText}}, origin);
     origin.y += lineSpacing;
   }
@@ -56,14 +56,15 @@ void drawPanel(Canvas& canvas, const std::vector<std::string>& lines) {
 
 }  // namespace
 
-Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool sample) {
+Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool isSample) {
   const double height = lineSpacing * static_cast<double>(lines.size()) + 56.0 + 70.0;
-  const auto draw = [reading, lines = std::move(lines), sample](Canvas& canvas, const Rect& rect) {
+  const auto draw = [reading, lines = std::move(lines), isSample](Canvas& canvas,
+                                                                  const Rect& rect) {
     canvas.fill(rect, background);
     canvas.fill({0.0, 0.0, pictureWidth, stripHeight}, strip);
     drawItem(canvas, reading);
     drawPanel(canvas, lines);
-    if (sample) {
+    if (isSample) {
       canvas.drawText({{"Sample values, not a live reading", systemFont(12.0), captionText}},
                       {margin, rect.maxY() - 30.0});
     }
@@ -71,17 +72,17 @@ Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool sa
   return {.size = {pictureWidth, height}, .flipped = true, .draw = draw};
 }
 
-Result<> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
+Result<> writeSnapshot(const Reading& reading, const std::string& path, bool isSample,
                        BitmapFactory& bitmaps) {
   const auto bitmap =
-      bitmaps.draw(snapshot(reading, details(reading), sample), pixelsPerPoint, Appearance::dark);
+      bitmaps.draw(snapshot(reading, details(reading), isSample), pixelsPerPoint, Appearance::dark);
   if (!bitmap) {
     reportError("cannot draw the picture", bitmap.failure().reason);
     return Failure{"no bitmap"};
   }
   const auto png = (*bitmap)->encodePng();
   if (!png) return Failure{"could not encode png"};
-  return writeFile(to, *png);
+  return writeFile(path, *png);
 }
 
 }  // namespace lumowatt

@@ -9,14 +9,15 @@
 
 namespace lumowatt {
 
-/// A picture of the item in a dark menu bar, with the report `lines` in a panel below. It is the
-/// same whatever the preferences are. `sample` adds a caption that says that the values are not
-/// those of a battery.
-Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool sample);
+/// Returns a picture of the item in a dark menu bar, with the report `lines` in a panel below. The
+/// picture does not depend on the preferences. If `isSample`, a caption states that the values are
+/// not a live reading.
+Drawing snapshot(const Reading& reading, std::vector<std::string> lines, bool isSample);
 
-/// Draws the snapshot of a reading and its details, two pixels to a point, into a PNG file at the
-/// path `to`, replacing what is there. The file is touched only when the picture is complete.
-Result<> writeSnapshot(const Reading& reading, const std::string& to, bool sample,
+/// Writes the snapshot of a reading and its details to a PNG file at `path`, with two pixels per
+/// point. Replaces the contents of an existing file. Opens the file only after the picture has been
+/// drawn and encoded.
+Result<> writeSnapshot(const Reading& reading, const std::string& path, bool isSample,
                        BitmapFactory& bitmaps);
 
 }  // namespace lumowatt

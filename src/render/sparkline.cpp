@@ -10,14 +10,14 @@ namespace lumowatt {
 
 namespace {
 
-/// The samples as a line in `plot`.
+/// Returns the line through the samples, scaled to fill `plot`.
 Path chartLine(const std::vector<Sample>& samples, const HistoryScale& scale, const Rect& plot) {
   Path path;
   path.reserve(samples.size());
   for (const Sample& sample : samples) {
     const Point point{
-        plot.minX() + scale.across(sample.time) * plot.width,
-        plot.minY() + scale.upward(static_cast<double>(sample.percent)) * plot.height};
+        plot.minX() + scale.horizontalFraction(sample.time) * plot.width,
+        plot.minY() + scale.verticalFraction(static_cast<double>(sample.percent)) * plot.height};
     if (path.empty()) {
       path.emplace_back(MoveTo{point});
     } else {

@@ -9,13 +9,14 @@ namespace lumowatt {
 
 namespace {
 
-// As many characters as a row has room for at its full width, beside a sign.
-constexpr std::size_t room = 4;
+// Number of characters, not counting the sign, that fit into a row without being narrowed.
+constexpr std::size_t maximumLength = 4;
 
-/// With a decimal where there is room for it, "−8.3" and "−120"; everybody knows that it is watts.
-std::string power(double watts) {
+/// Formats a power with its sign, and with a decimal if it fits: "−8.3", "−120". The unit is
+/// omitted to save space.
+std::string powerFigure(double watts) {
   std::string text = magnitude(watts, 1);
-  if (text.size() > room) text = magnitude(watts, 0);
+  if (text.size() > maximumLength) text = magnitude(watts, 0);
   return text.insert(0, sign(watts));
 }
 
@@ -27,7 +28,7 @@ std::vector<Tile> tiles(const Reading& reading, TitleExtras extras, bool colored
   const std::string percent = std::to_string(reading.percent);
   const TileRow percentRow{percent + "%"};
   const Tile percentAlone{percentRow, {std::string(trendArrow), color}};
-  const TileRow powerRow{power(reading.batteryWatts), color};
+  const TileRow powerRow{powerFigure(reading.batteryWatts), color};
 
   if (extras.power && extras.time) {
     Tile extrasTile{powerRow};
@@ -36,7 +37,7 @@ std::vector<Tile> tiles(const Reading& reading, TitleExtras extras, bool colored
   }
   if (extras.power) return {{percentRow, powerRow}};
   if (extras.time && reading.minutes) {
-    // In the time's row an arrow would be too small at 16 pixels.
+    // An arrow beside the time would be too small in an icon of 16 pixels.
     const TileRow percentAndTrend{.text = percent,
                                   .mark = TileMark{std::string(trendArrow), color}};
     return {{percentAndTrend, {clock(*reading.minutes)}}};

@@ -8,11 +8,14 @@
 
 namespace lumowatt {
 
-/// The title as icons, for panels that show no text: the percentage alone, or over one of the
-/// extras, or beside a second icon of both. They are as many for a title's extras, whatever the
-/// reading. The trend is an arrow unless a figure's sign tells it: below the percentage alone, in
-/// the place of "%" over the time. With `colored`, what tells it is green while charging, and
-/// orange beyond 15 W out of the battery.
+/// Returns the title as icons, for panels that show no text. The first tile shows the percentage. A
+/// single extra is shown below the percentage. Two extras are shown in a second tile. The number of
+/// tiles depends on `extras` alone, not on the reading.
+///
+/// An arrow below the percentage shows the trend. If the time is below the percentage, the arrow
+/// replaces "%". If the power is below the percentage, there is no arrow, because the sign of the
+/// power shows the trend. If `colored`, the arrow and the power are green while charging, and
+/// orange while more than 15 W flow out of the battery.
 std::vector<Tile> tiles(const Reading& reading, TitleExtras extras, bool colored);
 
 }  // namespace lumowatt

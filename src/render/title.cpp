@@ -13,8 +13,8 @@ Color arrowColor(const Reading& reading, bool colored) {
   return trendAccent(reading).value_or(SystemColor::secondaryLabel);
 }
 
-/// The figures beside the percentage; empty when there are none.
-std::string figures(const Reading& reading, TitleExtras extras) {
+/// Returns the extras as text; empty if there are none to show.
+std::string extrasText(const Reading& reading, TitleExtras extras) {
   std::string text;
   if (extras.power) text = watts(reading.batteryWatts, true);
   if (extras.time && reading.minutes) {
@@ -24,7 +24,7 @@ std::string figures(const Reading& reading, TitleExtras extras) {
   return text;
 }
 
-/// Each run begins with a blank.
+/// Returns a run that begins with a space, which separates it from what precedes it.
 TextRun run(std::string_view text, Font font) {
   std::string spaced = " ";
   return {.text = spaced.append(text), .font = font};
@@ -39,7 +39,7 @@ AttributedString titleText(const Reading& reading, TitleExtras extras, bool colo
   trendArrow.baselineOffset = 1.5;
 
   AttributedString result{run(std::to_string(reading.percent) + "%", digits), trendArrow};
-  const std::string text = figures(reading, extras);
+  const std::string text = extrasText(reading, extras);
   if (!text.empty()) result.push_back(run(text, digits));
   return result;
 }

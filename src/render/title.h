@@ -8,21 +8,22 @@
 
 namespace lumowatt {
 
-/// What a title shows beside the percentage.
+/// Figures that a title shows beside the percentage.
 struct TitleExtras {
   bool power;
-  bool time;  ///< where there is an estimate
+  bool time;  ///< shown only if the reading contains an estimate
 };
 
-/// The title of the item, in each form in which a menu bar may show it.
+/// Title of the item, in the two forms that menu bars can show.
 struct Title {
   AttributedString text;
-  std::vector<Tile> tiles;  ///< for menu bars that show icons alone
+  std::vector<Tile> tiles;  ///< for menu bars that show icons only
 };
 
-/// The title as text: the percentage, a small arrow and the extras. Digits are equally
-/// wide, so that the item keeps its width. With `colored` the arrow is green while charging, orange
-/// beyond 15 W out of the battery, and else faint; without, it has the color of text.
+/// Returns the title as text: the percentage, a small arrow and the extras. All digits have the
+/// same width, so that the width of the item remains stable. If `colored`, the arrow is green while
+/// charging, orange while more than 15 W flow out of the battery, and otherwise in the secondary
+/// text color. If not `colored`, the arrow is in the text color.
 AttributedString titleText(const Reading& reading, TitleExtras extras, bool colored);
 
 }  // namespace lumowatt

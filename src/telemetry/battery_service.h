@@ -7,14 +7,15 @@
 
 namespace lumowatt {
 
-/// Where readings come from. A platform implements this one call; tests script it.
+/// Source of battery data. Each platform implements this interface; tests use a scripted version.
 ///
-/// The keys, their units and their types are those of the "AppleSmartBattery" service of Apple's
-/// I/O registry; a platform that has another source translates it into them.
+/// The keys, units and types of the properties are those of the "AppleSmartBattery" service in
+/// Apple's I/O registry. A platform with another data source converts its data to this format.
 class BatteryService : public Interface {
  public:
-  /// The battery's properties as they are now, or nothing when there is no battery service or
-  /// its properties cannot be had. Never throws for what a machine may report.
+  /// Returns the current properties of the battery. Returns std::nullopt if the machine has no
+  /// battery or its properties cannot be read. Never throws because of the data that a machine
+  /// reports.
   virtual std::optional<PropertyDictionary> properties() = 0;
 };
 

@@ -12,13 +12,14 @@ namespace lumowatt {
 struct Property;
 class PropertyValue;
 
-/// The properties of a battery service: values of mixed types under text keys, each key once.
+/// The properties of a battery service: values of mixed types with unique text keys.
 class PropertyDictionary {
  public:
-  /// The value under `key`, or null. Valid until the dictionary changes.
+  /// Returns the value of `key`, or null if the key is missing. The pointer is valid until the
+  /// dictionary changes.
   const PropertyValue* find(std::string_view key) const;
 
-  /// Puts `value` under `key`, in place of the value that was there.
+  /// Sets the value of `key`. Replaces an existing value.
   void set(std::string_view key, PropertyValue value);
 
   using Iterator = std::vector<Property>::const_iterator;
@@ -27,24 +28,28 @@ class PropertyDictionary {
   Iterator end() const;
 
  private:
-  std::vector<Property> properties_;  // some twenty keys: a search beats a tree
+  std::vector<Property> properties_;  // about twenty keys: linear search is faster than a tree
 };
 
 /// One value of a property dictionary: a number, text, a dictionary, or something else.
 class PropertyValue {
  public:
-  /// Something that this program does not read: data, a date, an array. Present, but no number.
+  /// Creates a value of a type that this program does not read, such as data, a date or an array.
   PropertyValue() = default;
 
-  /// A number is kept as 64 unsigned bits, a negative one as its two's complement, as an I/O
-  /// registry does. A truth value is the number 0 or 1.
+  /// Creates a number, stored as 64 unsigned bits in two's complement, as in the I/O registry. A
+  /// boolean is stored as the number 0 or 1.
   static PropertyValue number(std::int64_t value);
   static PropertyValue text(std::string value);
   static PropertyValue dictionary(PropertyDictionary value);
 
-  /// Each is absent (or null) when the value is of another type.
+  /// Returns the number, or std::nullopt if the value has another type.
   std::optional<std::uint64_t> asNumber() const;
+
+  /// Returns the text, or null if the value has another type.
   const std::string* asText() const;
+
+  /// Returns the dictionary, or null if the value has another type.
   const PropertyDictionary* asDictionary() const;
 
  private:
@@ -56,14 +61,14 @@ struct Property {
   PropertyValue value;
 };
 
-// They need the whole of Property: libc++ 21 asks for its alignment.
+// Defined after Property because libc++ 21 needs the complete type, for its alignment.
 inline PropertyDictionary::Iterator PropertyDictionary::begin() const {
   return properties_.begin();
 }
 inline PropertyDictionary::Iterator PropertyDictionary::end() const { return properties_.end(); }
 
-/// A registry number as a signed integer: its 64 bits, unchanged. Absent when there is no value
-/// (null) or it is not a number.
+/// Returns the 64 bits of a registry number, reinterpreted as a signed integer. Returns
+/// std::nullopt if `value` is null or not a number.
 std::optional<std::int64_t> signedNumber(const PropertyValue* value);
 
 }  // namespace lumowatt

@@ -11,14 +11,15 @@ namespace lumowatt {
 
 namespace {
 
-/// A key and the field that it fills.
+/// A key and the field that stores its value.
 template <typename Field>
 struct Key {
   std::string_view name;
   Field Reading::*field;
 };
 
-// Newer machines keep these in "BatteryData", older ones at the top level.
+// Milliampere-hours. Newer machines report these keys in "BatteryData", older machines at the top
+// level.
 constexpr Key<std::int64_t> capacityKeys[] = {
     {"AppleRawCurrentCapacity", &Reading::rawCurrent},
     {"AppleRawMaxCapacity", &Reading::rawMax},
@@ -58,16 +59,17 @@ double thousandths(const PropertyDictionary& properties, std::string_view key) {
   return static_cast<double>(integerOrZero(properties, key)) / 1000.0;
 }
 
-/// The dictionary under `key`; an empty one when there is none.
+/// Returns the dictionary stored under `key`, or an empty dictionary if the key is missing or has
+/// a value of another type.
 const PropertyDictionary& nested(const PropertyDictionary& properties, std::string_view key) {
-  static const PropertyDictionary none;
+  static const PropertyDictionary empty;
   const PropertyValue* value = properties.find(key);
   const PropertyDictionary* dictionary = value ? value->asDictionary() : nullptr;
-  return dictionary ? *dictionary : none;
+  return dictionary ? *dictionary : empty;
 }
 
 std::int64_t percent(const PropertyDictionary& properties, const Reading& reading) {
-  // The service reports charge in percent on some machines and in mAh on others.
+  // Some machines report "CurrentCapacity" and "MaxCapacity" in percent, other machines in mAh.
   if (integer(properties, "MaxCapacity") == 100) {
     return integerOrZero(properties, "CurrentCapacity");
   }
@@ -80,17 +82,17 @@ std::int64_t percent(const PropertyDictionary& properties, const Reading& readin
 }
 
 std::optional<std::int64_t> minutes(const PropertyDictionary& properties, bool charging) {
-  constexpr std::int64_t notYetKnown = 65535;
+  constexpr std::int64_t unknown = 65535;
   auto candidate = integerOrZero(properties, charging ? "AvgTimeToFull" : "AvgTimeToEmpty");
-  if (!charging && (candidate == notYetKnown || candidate < 1)) {
+  if (!charging && (candidate == unknown || candidate < 1)) {
     candidate = integerOrZero(properties, "TimeRemaining");
   }
-  if (candidate < 1 || candidate >= notYetKnown) return std::nullopt;
+  if (candidate < 1 || candidate >= unknown) return std::nullopt;
   return candidate;
 }
 
-/// The measured figure where there is one, else voltage times current; never positive while
-/// current flows out.
+/// Returns the battery power in watts: the measured power, or voltage times current if the measured
+/// power is 0 or missing. Never positive while the battery discharges.
 double batteryWatts(double measured, const Reading& reading) {
   const double amps = reading.batteryAmps;
   const double watts = measured != 0.0 || amps == 0.0 ? measured : reading.batteryVolts * amps;
@@ -100,9 +102,9 @@ double batteryWatts(double measured, const Reading& reading) {
 }  // namespace
 
 std::optional<Reading> read(BatteryService& service) {
-  const auto found = service.properties();
-  if (!found) return std::nullopt;
-  const PropertyDictionary& properties = *found;
+  const auto currentProperties = service.properties();
+  if (!currentProperties) return std::nullopt;
+  const PropertyDictionary& properties = *currentProperties;
 
   Reading reading;
   const PropertyDictionary& batteryData = nested(properties, "BatteryData");

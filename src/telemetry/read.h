@@ -7,9 +7,9 @@
 
 namespace lumowatt {
 
-/// Takes one reading from `service`. Absent when the service has no properties to give. A key
-/// that is missing or mistyped leaves its field at the default, so an empty dictionary still
-/// gives a reading.
+/// Queries `service` once and returns the reading. Returns std::nullopt if the service returns no
+/// properties. If a key is missing or its value has the wrong type, the field retains its default,
+/// so even an empty dictionary results in a reading.
 std::optional<Reading> read(BatteryService& service);
 
 }  // namespace lumowatt

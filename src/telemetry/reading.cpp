@@ -24,7 +24,7 @@ Trend trend(const Reading& reading) {
 }
 
 std::optional<double> percentPerHour(const Reading& reading) {
-  // Both comparisons fail for a current that is not a number: it has no rate.
+  // Both comparisons are false for a NaN, so it has no rate.
   const bool flows = reading.batteryAmps > deadBandAmps || reading.batteryAmps < -deadBandAmps;
   if (reading.rawMax < 1 || !flows) return std::nullopt;
   return reading.batteryAmps * 1000.0 / static_cast<double>(reading.rawMax) * 100.0;

@@ -7,8 +7,8 @@
 
 namespace lumowatt {
 
-/// One reading of the battery and the power adapter. A plain value: nothing is validated or
-/// clamped, and what is not known is an empty optional (or the default, where there is none).
+/// One reading of the battery and the power adapter. Values are neither validated nor clamped. An
+/// unknown value is an empty optional, or the default of the field if its type is not optional.
 struct Reading {
   std::int64_t percent = 0;             ///< state of charge, %; can be outside 0 to 100
   std::int64_t rawCurrent = 0;          ///< present charge, mAh
@@ -21,7 +21,7 @@ struct Reading {
   bool external = false;                ///< external power is connected
   bool charging = false;                ///< the battery is charging
   bool full = false;                    ///< the battery reports itself fully charged
-  std::optional<std::int64_t> minutes;  ///< to full while charging, to empty otherwise
+  std::optional<std::int64_t> minutes;  ///< until full while charging, else until empty
   std::string adapterName;              ///< empty when unknown
   std::int64_t adapterWatts = 0;        ///< the adapter's rating, W; 0 when unknown
   double wallVolts = 0.0;               ///< input from the adapter, V
@@ -34,22 +34,23 @@ struct Reading {
 
 /// One point of the charge history.
 struct Sample {
-  double time = 0.0;         ///< when the reading was taken: seconds from a fixed instant
+  double time = 0.0;         ///< time of the reading, in seconds since a fixed instant
   std::int64_t percent = 0;  ///< `Reading::percent` at that time
 };
 
-/// The direction of charge.
+/// The direction of change of the charge.
 enum class Trend { up, down, steady };
 
-/// The case's name: "up", "down" or "steady".
+/// Returns the name of the trend: "up", "down" or "steady".
 std::string_view name(Trend trend);
 
-/// Where the charge is going. Steady within 0.3 W of no flow, and always while the battery is
-/// full on external power.
+/// Derives the trend of the charge from the battery power. The trend is steady from -0.3 W to
+/// 0.3 W, and whenever the battery is full on external power.
 Trend trend(const Reading& reading);
 
-/// The rate of charge in percent of the full-charge capacity per hour, negative while
-/// discharging. Absent when the capacity is unknown or the current is within 10 mA of zero.
+/// Returns the change of the charge per hour in percent of the full-charge capacity, negative while
+/// discharging. Returns std::nullopt if the capacity is unknown or the current is between -10 mA
+/// and 10 mA, inclusive.
 std::optional<double> percentPerHour(const Reading& reading);
 
 }  // namespace lumowatt

@@ -4,9 +4,9 @@ namespace lumowatt {
 
 namespace {
 
-/// What the three have in common. The adapter is named even where it is not plugged in: such a
-/// service remembers the last one.
-Reading common() {
+/// Returns a reading with the values that all samples share. The adapter is set even on battery
+/// power, because a battery service remembers the last connected adapter.
+Reading commonReading() {
   Reading reading;
   reading.rawMax = 3849;
   reading.design = 4629;
@@ -20,7 +20,7 @@ Reading common() {
 
 Reading onBattery(std::int64_t percent, std::int64_t charge, double amps, std::int64_t minutes,
                   double watts) {
-  Reading reading = common();
+  Reading reading = commonReading();
   reading.percent = percent;
   reading.rawCurrent = charge;
   reading.batteryAmps = amps;
@@ -31,7 +31,7 @@ Reading onBattery(std::int64_t percent, std::int64_t charge, double amps, std::i
 }
 
 Reading full() {
-  Reading reading = common();
+  Reading reading = commonReading();
   reading.percent = 100;
   reading.rawCurrent = 3849;
   reading.external = true;

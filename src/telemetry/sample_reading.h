@@ -7,8 +7,8 @@
 
 namespace lumowatt {
 
-/// A made-up reading for pictures: "draining", "low" or "full", spelt exactly so. Absent for
-/// every other name.
+/// Returns a fictitious reading for pictures. `name` is "draining", "low" or "full", in lower case.
+/// Returns std::nullopt for any other name.
 std::optional<Reading> sampleReading(std::string_view name);
 
 }  // namespace lumowatt

@@ -27,7 +27,7 @@ constexpr std::string_view background =
 <rect x="100" y="100" width="824" height="824" rx="186" fill='url(#night)'/>
 )";
 
-std::string area(const Path& path, std::string_view color) {
+std::string filledElement(const Path& path, std::string_view color) {
   return "<path fill=\"" + std::string(color) + R"(" fill-rule="evenodd" d=")" + pathData(path) +
          "\"/>\n";
 }
@@ -36,9 +36,10 @@ std::string area(const Path& path, std::string_view color) {
 
 std::string appIcon() {
   const Path glyph = symbolPath(symbol::battery100Bolt).value();
-  // The second figure is the bolt, a hole in the first. Both are painted, the bolt over the body.
+  // The second figure is the bolt. In the symbol it is a hole in the body, the first figure. Here
+  // both are filled, and the bolt covers the body.
   const auto end = std::ranges::find_if(
-      glyph, [](const auto& movement) { return std::holds_alternative<ClosePath>(movement); });
+      glyph, [](const auto& element) { return std::holds_alternative<ClosePath>(element); });
   const Path body(glyph.begin(), end + 1);
   const Path bolt(end + 1, glyph.end());
   const std::string offset = fixed((side - gridSize * scale) / 2.0, 1);
@@ -46,8 +47,8 @@ std::string appIcon() {
          R"(viewBox="0 0 1024 1024">)"
          "\n" +
          std::string(background) + "<g transform=\"translate(" + offset + "," + offset +
-         ") scale(" + fixed(scale, 0) + ")\">\n" + area(body, bodyColor) + area(bolt, boltColor) +
-         "</g>\n</svg>\n";
+         ") scale(" + fixed(scale, 0) + ")\">\n" + filledElement(body, bodyColor) +
+         filledElement(bolt, boltColor) + "</g>\n</svg>\n";
 }
 
 }  // namespace lumowatt::artwork

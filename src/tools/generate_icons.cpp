@@ -1,7 +1,9 @@
-// Writes the icons of all symbols and of no battery, as templates in each ink, those of the symbols
-// in each tint, and the application's own into a folder:
+// Writes icons into a folder:
 //
 //   generate_icons FOLDER
+//
+// The icons are the symbols in each ink and in each tint, the crossed-out battery for machines
+// without a battery in each ink, and the application icon.
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,8 +1,8 @@
-// Writes the metainfo for software centers, with the releases of the changelog:
+// Writes the metainfo for software centers, with the releases listed in the changelog:
 //
 //   generate_metainfo CHANGELOG TEMPLATE FILE
 //
-// TEMPLATE is the metainfo with a placeholder where the releases are to be.
+// TEMPLATE is the metainfo with a placeholder for the releases.
 
 #include <array>
 #include <cerrno>

@@ -9,8 +9,8 @@ namespace lumowatt::artwork {
 
 namespace {
 
-/// The kinds of picture that a Mac takes as PNG files from an application's icon. Those of 16 and
-/// 32 pixels for 16 and 32 points are not among them.
+/// A kind of PNG picture that macOS accepts in an application icon. macOS accepts no PNG of 16
+/// pixels for 16 points, and none of 32 pixels for 32 points.
 struct Kind {
   std::string_view type;
   int side;
@@ -25,7 +25,8 @@ constexpr std::array<Kind, 8> kinds{{{"ic11", 32},
                                      {"ic09", 512},
                                      {"ic10", 1024}}};
 
-/// A type, the length of the whole (four bytes, the most significant first), and the data.
+/// Returns a block: the type, the length of the entire block as four bytes in big-endian order, and
+/// the data.
 std::string block(std::string_view type, const std::string& data) {
   const std::size_t length = data.size() + 8;
   std::string result(type);

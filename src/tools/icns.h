@@ -4,21 +4,22 @@
 #include <string>
 #include <vector>
 
-/// The file of an application's icon on a Mac.
+/// The file format of application icons on macOS.
 namespace lumowatt::artwork {
 
-/// An icon as the PNG file of a square picture.
+/// A square picture of an icon, as a PNG file.
 struct IconPicture {
-  int side;  ///< pixels
+  int side;  ///< width and height, in pixels
   std::string png;
 };
 
-/// The sides for which an icon file has a place: 16 to 512 points, as they are on displays with two
-/// pixels to a point, and from 128 points on with one.
+/// Returns the sides of the pictures that an icon file can contain, in pixels: those of 16 to 512
+/// points with two pixels per point, and those of 128 to 512 points with one pixel per point.
 std::vector<int> icnsSides();
 
-/// An icon file with those pictures. A picture of one side may have two places in it. Absent when
-/// the file has no place for one of them.
+/// Returns an icon file with the given pictures. A picture is written twice if its side is the size
+/// of one icon and twice the size of another. Returns std::nullopt if the file cannot contain a
+/// picture of one of the sides.
 std::optional<std::string> icns(const std::vector<IconPicture>& pictures);
 
 }  // namespace lumowatt::artwork

@@ -1,9 +1,9 @@
-// Puts pictures of an icon into the file of a Mac application's icon:
+// Writes the icon file of a macOS application from pictures of several sizes:
 //
 //   make_icns FILE FOLDER
 //
-// The pictures are PNG files in the folder, "SIDE.png" for each side in pixels that there is a
-// place for.
+// FOLDER contains the pictures as PNG files. A file is named "SIDE.png" after its width and height
+// in pixels. All sizes that an icon file can contain are required.
 
 #include <cstdio>
 #include <cstdlib>

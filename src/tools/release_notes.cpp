@@ -16,7 +16,7 @@ namespace {
 
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
-/// Whether the text is numbers separated by dots.
+/// Returns whether the text consists of numbers separated by dots.
 bool isVersion(std::string_view text) {
   bool endsNumber = false;
   for (const char character : text) {
@@ -33,7 +33,7 @@ std::optional<unsigned> number(std::string_view digits) {
   return value;
 }
 
-/// Whether the text is a day of the calendar as YYYY-MM-DD.
+/// Returns whether the text is a valid calendar date in the form YYYY-MM-DD.
 bool isDate(std::string_view text) {
   if (text.size() != 10 || text[4] != '-' || text[7] != '-') return false;
   const auto year = number(text.substr(0, 4));
@@ -45,8 +45,9 @@ bool isDate(std::string_view text) {
       .ok();
 }
 
-/// Returns how many "#" make the line a heading; 0 for text. Two are enough without a space after
-/// them, so that a version that lacks it is not lost.
+/// Returns the level of a heading, which is its number of "#", or 0 if the line is text. A line
+/// that starts with two or more "#" is a heading even without a space, so that a version with a
+/// missing space is not ignored.
 std::size_t headingLevel(std::string_view line) {
   const std::size_t level = std::min(line.find_first_not_of('#'), line.size());
   return level == 1 && !line.starts_with("# ") ? 0 : level;
@@ -124,8 +125,8 @@ class Parser {
   }
 
   std::vector<Release> releases_;
-  bool isRelease_ = false;  ///< whether the line belongs to the last of the releases
-  bool continues_ = false;  ///< whether text on the next line belongs to the last block
+  bool isRelease_ = false;  ///< whether the current line belongs to the last release
+  bool continues_ = false;  ///< whether text in the next line continues the last block
 };
 
 std::string escaped(std::string_view text) {
@@ -148,9 +149,9 @@ std::string escaped(std::string_view text) {
   return result;
 }
 
-/// A passage of Markdown that is more than text, at the beginning of a text.
+/// The markup of a code span, a link or a character at the start of a Markdown text.
 struct Passage {
-  std::size_t length;  ///< in the Markdown
+  std::size_t length;  ///< in the Markdown text
   std::string markup;
 };
 
@@ -179,7 +180,7 @@ std::optional<Passage> linkAt(std::string_view text) {
   return Passage{end + 1, std::move(markup)};
 }
 
-/// Returns the note's blocks as XML elements, each of which begins a line.
+/// Returns the blocks as XML elements, one per line. Wraps adjacent items in a list.
 std::string noteElements(const std::vector<Block>& notes) {
   const std::string indentation(8, ' ');
   std::string result;

@@ -6,7 +6,7 @@
 
 #include "base/failure.h"
 
-/// The release notes in a changelog, as software centers show them.
+/// Conversion of the release notes in a changelog to metainfo for software centers.
 namespace lumowatt::release_notes {
 
 /// A heading, a paragraph or an item of a list, in Markdown and without line breaks.
@@ -26,24 +26,26 @@ struct Release {
   friend bool operator==(const Release&, const Release&) = default;
 };
 
-/// What stands in a template where the releases are to be.
+/// Placeholder for the releases in a template.
 inline constexpr std::string_view placeholder = "@RELEASES@";
 
-/// Returns the releases of a changelog that has the form of Keep a Changelog, in its order. Leaves
-/// out what is unreleased, and headings with nothing below them. Fails, with the number of the
-/// line, where a heading is none of that form or announces a version again, and without a release.
+/// Returns the releases of a changelog in the format of Keep a Changelog, in the order of the
+/// changelog. Omits unreleased changes, and headings without text below them. Fails if a heading is
+/// invalid or repeats a version, with the line number in the reason. Also fails if the changelog
+/// contains no release.
 Result<std::vector<Release>> parse(std::string_view changelog);
 
-/// Returns Markdown as the contents of an AppStream element: code is marked, a link is its text,
-/// with the address after it if that is one of the web. Everything else is text as it stands.
+/// Converts Markdown to the contents of an AppStream element. Code becomes a code element. A link
+/// becomes its text, followed by the address if that is an HTTP or HTTPS address. Everything else
+/// is escaped and otherwise unchanged.
 std::string inlineMarkup(std::string_view markdown);
 
-/// Returns the AppStream element with those releases, indented as a child of the component. Its
-/// first line is not indented.
+/// Returns the AppStream element that lists the releases. All lines except the first are indented
+/// to fit into the component element.
 std::string releasesElement(const std::vector<Release>& releases);
 
-/// Returns a template with the releases in the place of the placeholder. Fails unless it has
-/// exactly one.
+/// Returns the template `source` with the releases instead of the placeholder. Fails unless the
+/// template contains exactly one placeholder.
 Result<std::string> metainfo(std::string_view source, const std::vector<Release>& releases);
 
 }  // namespace lumowatt::release_notes

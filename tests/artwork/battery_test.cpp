@@ -12,7 +12,7 @@ namespace lumowatt::artwork {
 
 namespace {
 
-/// The points of a path, those that control its curves included.
+/// Returns the points of a path, including the control points of its curves.
 std::vector<Point> points(const Path& path) {
   std::vector<Point> all;
   for (const auto& element : path) {
@@ -25,14 +25,14 @@ std::vector<Point> points(const Path& path) {
   return all;
 }
 
-std::ptrdiff_t figures(const Path& path) {
+std::ptrdiff_t figureCount(const Path& path) {
   return std::ranges::count_if(
       path, [](const auto& element) { return std::holds_alternative<ClosePath>(element); });
 }
 
 }  // namespace
 
-TEST(SymbolPath, EverySymbolAndNoBatteryHaveOneWithinTheBounds) {
+TEST(SymbolPath, LiesWithinTheBoundsForEveryName) {
   for (const std::string_view name : symbolNames()) {
     const auto path = symbolPath(name);
     ASSERT_TRUE(path) << name;
@@ -45,46 +45,47 @@ TEST(SymbolPath, EverySymbolAndNoBatteryHaveOneWithinTheBounds) {
   }
 }
 
-TEST(SymbolPath, NoOtherNameHasOne) {
+TEST(SymbolPath, ReturnsNothingForOtherNames) {
   for (const char* name :
        {"", "battery", "battery.100percent.bolt.", "BATTERY.0PERCENT", "slash"}) {
     EXPECT_FALSE(symbolPath(name)) << name;
   }
 }
 
-TEST(SymbolPath, EveryFigureIsClosed) {
+TEST(SymbolPath, ConsistsOfClosedFigures) {
   for (const std::string_view name : symbolNames()) {
     const Path path = symbolPath(name).value();
-    bool open = false;
+    bool isOpen = false;
     for (const auto& element : path) {
       const bool begins = std::holds_alternative<MoveTo>(element);
-      EXPECT_NE(open, begins) << name << ": a figure begins where the last one ended";
-      open = !std::holds_alternative<ClosePath>(element);
+      EXPECT_NE(isOpen, begins) << name
+                                << ": figures must start with MoveTo and end with ClosePath";
+      isOpen = !std::holds_alternative<ClosePath>(element);
     }
-    EXPECT_FALSE(open) << name;
+    EXPECT_FALSE(isOpen) << name;
   }
 }
 
-TEST(SymbolPath, TheFiguresAreTheOutlinesTwoEdgesAndTheFill) {
-  EXPECT_EQ(figures(symbolPath(symbol::battery0).value()), 2);
-  EXPECT_EQ(figures(symbolPath(symbol::battery25).value()), 3);
-  EXPECT_EQ(figures(symbolPath(symbol::battery100).value()), 3);
+TEST(SymbolPath, OfALevelConsistsOfTwoOutlineEdgesAndAFillIfNotEmpty) {
+  EXPECT_EQ(figureCount(symbolPath(symbol::battery0).value()), 2);
+  EXPECT_EQ(figureCount(symbolPath(symbol::battery25).value()), 3);
+  EXPECT_EQ(figureCount(symbolPath(symbol::battery100).value()), 3);
 }
 
-TEST(SymbolPath, TheFiguresOfABoltAreTheBodyAndTheBolt) {
-  EXPECT_EQ(figures(symbolPath(symbol::battery100Bolt).value()), 2);
+TEST(SymbolPath, OfTheBoltConsistsOfTheBodyAndTheBolt) {
+  EXPECT_EQ(figureCount(symbolPath(symbol::battery100Bolt).value()), 2);
 }
 
-TEST(SymbolPath, TheFiguresOfNoBatteryAreTheSlashAndAPieceOfTheOutlineOnEitherSide) {
-  EXPECT_EQ(figures(symbolPath(noBattery).value()), 3);
+TEST(SymbolPath, OfNoBatteryConsistsOfTheSlashAndTwoOutlineParts) {
+  EXPECT_EQ(figureCount(symbolPath(noBattery).value()), 3);
 }
 
-TEST(SymbolPath, NoBatteryIsNotAmongTheSymbols) {
-  // A Mac is asked for those by their names, and has none of that name.
+TEST(SymbolPath, NoBatteryIsNotInTheListOfSymbols) {
+  // macOS provides the symbols in the list by name, and has none with this name.
   EXPECT_EQ(std::ranges::find(symbol::all, noBattery), symbol::all.end());
 }
 
-TEST(SymbolPath, TheBoundsLieInTheMiddleOfTheSquare) {
+TEST(SymbolPath, BoundsAreCenteredInTheSquare) {
   EXPECT_DOUBLE_EQ(bounds.minX() + bounds.maxX(), gridSize);
   EXPECT_DOUBLE_EQ(bounds.minY() + bounds.maxY(), gridSize);
 }

@@ -15,7 +15,7 @@ constexpr Lettering lettering{.height = 10.0, .width = 5.0, .gap = 1.0, .weight 
 
 double width(std::string_view text) { return outline(text, lettering).value().width; }
 
-/// Visits each point that a path has, those that bend its curves among them.
+/// Visits each point of a path, including the control points of its curves.
 template <typename Visit>
 void forEachPoint(const Path& path, Visit visit) {
   for (const auto& element : path) {
@@ -29,8 +29,8 @@ void forEachPoint(const Path& path, Visit visit) {
   }
 }
 
-/// The smallest rectangle with all points of a text's outline.
-Rect ink(std::string_view text, const Lettering& style = lettering) {
+/// Returns the smallest rectangle that contains all points of the outline of a text.
+Rect inkBounds(std::string_view text, const Lettering& style = lettering) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   Point low{infinity, infinity};
   Point high{-infinity, -infinity};
@@ -41,7 +41,7 @@ Rect ink(std::string_view text, const Lettering& style = lettering) {
   return {low.x, low.y, high.x - low.x, high.y - low.y};
 }
 
-std::ptrdiff_t figures(std::string_view text) {
+std::ptrdiff_t figureCount(std::string_view text) {
   const Path area = outline(text, lettering).value().area;
   return std::ranges::count_if(
       area, [](const auto& element) { return std::holds_alternative<MoveTo>(element); });
@@ -51,16 +51,16 @@ std::ptrdiff_t figures(std::string_view text) {
 
 class Character : public testing::TestWithParam<std::string_view> {};
 
-TEST_P(Character, IsWithinItsBox) {
+TEST_P(Character, StaysWithinItsBox) {
   const TextOutline text = outline(GetParam(), lettering).value();
   ASSERT_FALSE(text.area.empty());
-  // The ends of a slanting line are cut square, and reach a little further.
-  constexpr double slant = 0.5;
+  // The square ends of slanting lines extend a little beyond the box.
+  constexpr double tolerance = 0.5;
   forEachPoint(text.area, [&text](const Point& point) {
-    EXPECT_GE(point.x, -slant);
-    EXPECT_LE(point.x, text.width + slant);
-    EXPECT_GE(point.y, -slant);
-    EXPECT_LE(point.y, lettering.height + slant);
+    EXPECT_GE(point.x, -tolerance);
+    EXPECT_LE(point.x, text.width + tolerance);
+    EXPECT_GE(point.y, -tolerance);
+    EXPECT_LE(point.y, lettering.height + tolerance);
   });
 }
 
@@ -69,28 +69,28 @@ INSTANTIATE_TEST_SUITE_P(All, Character,
                                          "-", "+", ".", ":", "·", "W", "▲", "▼", "•", "N", "a", "b",
                                          "e", "o", "r", "t"));
 
-TEST(Characters, DigitsAreEquallyWide) {
+TEST(Characters, DigitsHaveTheSameWidth) {
   for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
     EXPECT_EQ(width(digit), lettering.width) << digit;
   }
 }
 
-TEST(Characters, SignsAreEquallyWideAndSoAreArrows) {
+TEST(Characters, SignsHaveTheSameWidthAndSoDoMarks) {
   EXPECT_EQ(width("−"), width("+"));
   EXPECT_EQ(width("-"), width("+"));
   EXPECT_EQ(width("▲"), width("▼"));
   EXPECT_EQ(width("▲"), width("•"));
 }
 
-TEST(Characters, AnArrowIsWiderThanADigitAndThanItIsHigh) {
+TEST(Characters, ArrowsAreWiderThanDigitsAndWiderThanHigh) {
   for (const char* arrow : {"▲", "▼"}) {
-    EXPECT_GE(ink(arrow).width, 1.5 * lettering.width) << arrow;
-    EXPECT_GE(ink(arrow).width, 1.2 * ink(arrow).height) << arrow;
-    EXPECT_GE(ink(arrow).height, 0.5 * lettering.height) << arrow;
+    EXPECT_GE(inkBounds(arrow).width, 1.5 * lettering.width) << arrow;
+    EXPECT_GE(inkBounds(arrow).width, 1.2 * inkBounds(arrow).height) << arrow;
+    EXPECT_GE(inkBounds(arrow).height, 0.5 * lettering.height) << arrow;
   }
 }
 
-TEST(Characters, NarrowDigitsDoNotSqueezeArrowsAndTheDot) {
+TEST(Characters, ArrowsAndDotDoNotDependOnTheDigitWidth) {
   Lettering narrow = lettering;
   narrow.width /= 2.0;
   for (const char* mark : {"▲", "▼", "•"}) {
@@ -99,26 +99,26 @@ TEST(Characters, NarrowDigitsDoNotSqueezeArrowsAndTheDot) {
   }
 }
 
-TEST(Characters, TheDotIsRoundFullAndLowerThanAZero) {
-  const Rect dot = ink("•");
+TEST(Characters, DotIsAFilledCircleSmallerThanAZero) {
+  const Rect dot = inkBounds("•");
   EXPECT_EQ(dot.width, dot.height);
-  EXPECT_LE(dot.height, 0.6 * ink("0").height);
-  EXPECT_EQ(figures("•"), 1);
-  EXPECT_EQ(figures("0"), 2) << "an edge and a hole";
+  EXPECT_LE(dot.height, 0.6 * inkBounds("0").height);
+  EXPECT_EQ(figureCount("•"), 1);
+  EXPECT_EQ(figureCount("0"), 2) << "an outer edge and a hole";
 }
 
-TEST(Characters, SmallLettersAreLowerThanDigitsAndTheTailOfAYHangsBelow) {
-  const double digitTop = ink("8").y;
+TEST(Characters, LowercaseLettersAreLowAndYHasADescender) {
+  const double digitTop = inkBounds("8").y;
   for (const char* letter : {"a", "e", "o", "r", "y"}) {
-    EXPECT_GT(ink(letter).y, digitTop + 0.2 * lettering.height) << letter;
+    EXPECT_GT(inkBounds(letter).y, digitTop + 0.2 * lettering.height) << letter;
   }
-  for (const char* letter : {"N", "b"}) EXPECT_LT(ink(letter).y, digitTop + 0.1) << letter;
-  const Rect tailed = ink("y");
-  EXPECT_GT(tailed.y + tailed.height, 1.1 * lettering.height);
-  EXPECT_LT(tailed.y + tailed.height, 1.3 * lettering.height);
+  for (const char* letter : {"N", "b"}) EXPECT_LT(inkBounds(letter).y, digitTop + 0.1) << letter;
+  const Rect withDescender = inkBounds("y");
+  EXPECT_GT(withDescender.y + withDescender.height, 1.1 * lettering.height);
+  EXPECT_LT(withDescender.y + withDescender.height, 1.3 * lettering.height);
 }
 
-TEST(Characters, EachLetterOfAMissingBatteryIsAnotherShape) {
+TEST(Characters, LettersOfNoBatteryHaveDistinctOutlines) {
   const std::string letters = "Nobatery";
   for (std::size_t i = 0; i < letters.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
@@ -129,7 +129,7 @@ TEST(Characters, EachLetterOfAMissingBatteryIsAnotherShape) {
   }
 }
 
-TEST(Characters, StandSideBySideWithAGap) {
+TEST(Characters, AreSeparatedByTheGap) {
   EXPECT_EQ(width("64"), 5.0 + 1.0 + 5.0);
   EXPECT_EQ(width("8:0"), 5.0 + 1.0 + width(":") + 1.0 + 5.0);
   const Path both = outline("11", lettering).value().area;
@@ -139,19 +139,19 @@ TEST(Characters, StandSideBySideWithAGap) {
   EXPECT_EQ(std::get<MoveTo>(both[first.size()]).to, (Point{start.x + 6.0, start.y}));
 }
 
-TEST(Characters, ABlankIsAGapWithoutInk) {
+TEST(Characters, SpaceHasAWidthButNoArea) {
   EXPECT_TRUE(outline(" ", lettering).value().area.empty());
   EXPECT_GT(width("1 1"), width("11"));
   EXPECT_GT(width(" 1"), width("1"));
 }
 
-TEST(Characters, NothingHasNoWidth) {
+TEST(Characters, EmptyTextHasNoWidth) {
   const auto [area, width] = outline("", lettering).value();
   EXPECT_TRUE(area.empty());
   EXPECT_EQ(width, 0.0);
 }
 
-TEST(Characters, ATextWithAnotherCharacterHasNoOutline) {
+TEST(Characters, TextWithAnUnsupportedCharacterHasNoOutline) {
   for (const char* text : {"nan", "12x", "x12", "5 %\n", "−inf", "\xe2\x88", "５"}) {
     EXPECT_FALSE(outline(text, lettering)) << text;
   }

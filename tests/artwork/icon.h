@@ -17,7 +17,7 @@ inline std::string_view colorOf(Ink ink) {
   return std::ranges::find(iconInks, ink, &IconInk::ink)->value;
 }
 
-/// What an icon shows, and in which color.
+/// An icon of a symbol in a tint or in an ink.
 struct Icon {
   std::string_view name;
   std::optional<SystemColor> tint = std::nullopt;
@@ -36,7 +36,7 @@ inline std::ostream& operator<<(std::ostream& stream, const Icon& icon) {
   return stream << icon.fileName();
 }
 
-/// Every symbol, and no battery, in each ink.
+/// Returns the templates: every symbol, and `noBattery`, in each ink.
 inline std::vector<Icon> templateIcons() {
   std::vector<Icon> all;
   for (const std::string_view name : symbolNames()) {
@@ -45,7 +45,7 @@ inline std::vector<Icon> templateIcons() {
   return all;
 }
 
-/// The templates, and every symbol in each tint.
+/// Returns all templates, and every symbol in each tint.
 inline std::vector<Icon> everyIcon() {
   std::vector<Icon> all = templateIcons();
   for (const std::string_view name : symbol::all) {

@@ -4,9 +4,9 @@
 
 namespace lumowatt::artwork {
 
-TEST(Palette, CalibratedColorsAreTheSameOnEveryBackground) {
+TEST(Palette, CalibratedColorsDoNotDependOnTheAppearance) {
   for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
-    // Rounded to what pixels have: 25.5, 20.4 and 38.25 of 255, and 237.15.
+    // The components are rounded to multiples of 1/255: 25.5, 20.4, 38.25 and 237.15 of 255.
     EXPECT_EQ(resolved(CalibratedRgb{0.1, 0.08, 0.15}, appearance),
               (Rgba{26 / 255.0, 20 / 255.0, 38 / 255.0, 1.0}));
     EXPECT_EQ(resolved(CalibratedWhite{0.93}, appearance),
@@ -15,7 +15,7 @@ TEST(Palette, CalibratedColorsAreTheSameOnEveryBackground) {
   }
 }
 
-TEST(Palette, EverySystemColorDiffersBetweenLightAndDark) {
+TEST(Palette, SystemColorsDifferBetweenLightAndDark) {
   for (const SystemColor color :
        {SystemColor::green, SystemColor::orange, SystemColor::red, SystemColor::accent,
         SystemColor::label, SystemColor::secondaryLabel, SystemColor::separator}) {
@@ -24,7 +24,7 @@ TEST(Palette, EverySystemColorDiffersBetweenLightAndDark) {
   }
 }
 
-TEST(Palette, TextIsDarkOnLightAndLightOnDark) {
+TEST(Palette, TextIsBlackOnLightAndWhiteOnDarkBackgrounds) {
   for (const SystemColor color :
        {SystemColor::label, SystemColor::secondaryLabel, SystemColor::separator}) {
     EXPECT_EQ(resolved(color, Appearance::light).red, 0.0);
@@ -32,21 +32,21 @@ TEST(Palette, TextIsDarkOnLightAndLightOnDark) {
   }
 }
 
-TEST(Palette, AWindowIsNearlyWhiteOnLightAndNearlyBlackOnDark) {
+TEST(Palette, WindowIsNearlyWhiteInLightAndNearlyBlackInDark) {
   EXPECT_EQ(resolved(SystemColor::windowBackground, Appearance::light),
             (Rgba{250 / 255.0, 250 / 255.0, 250 / 255.0, 1.0}));
   EXPECT_EQ(resolved(SystemColor::windowBackground, Appearance::dark),
             (Rgba{36 / 255.0, 36 / 255.0, 36 / 255.0, 1.0}));
 }
 
-TEST(Palette, LesserTextIsFainterAndALineFaintest) {
+TEST(Palette, SecondaryTextIsFainterThanTextAndSeparatorsAreFaintest) {
   for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
     const double label = resolved(SystemColor::label, appearance).alpha;
-    const double lesser = resolved(secondaryLabel, appearance).alpha;
+    const double secondary = resolved(secondaryLabel, appearance).alpha;
     const double line = resolved(separator, appearance).alpha;
     EXPECT_LT(label, 1.0);
-    EXPECT_LT(lesser, label);
-    EXPECT_LT(line, lesser);
+    EXPECT_LT(secondary, label);
+    EXPECT_LT(line, secondary);
     EXPECT_GT(line, 0.0);
   }
 }
@@ -60,7 +60,7 @@ TEST(Palette, TintsAreOpaque) {
   }
 }
 
-TEST(Palette, TintsAreBrighterOnDark) {
+TEST(Palette, TintsAreBrighterOnDarkBackgrounds) {
   for (const SystemColor color :
        {SystemColor::green, SystemColor::orange, SystemColor::red, SystemColor::accent}) {
     const auto sum = [color](Appearance appearance) {
@@ -71,7 +71,7 @@ TEST(Palette, TintsAreBrighterOnDark) {
   }
 }
 
-TEST(Palette, TheAccentColorsHaveTheirHues) {
+TEST(Palette, GreenOrangeAndRedHaveTheirHues) {
   for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
     const Rgba green = resolved(systemGreen, appearance);
     EXPECT_GT(green.green, 2 * green.red);

@@ -8,7 +8,7 @@ namespace {
 
 using Points = std::vector<Point>;
 
-/// Where its straight lines end.
+/// Returns the ends of the straight lines in a path.
 Points corners(const Path& path) {
   Points points;
   for (const auto& element : path) {
@@ -18,7 +18,7 @@ Points corners(const Path& path) {
   return points;
 }
 
-/// Where its curves end.
+/// Returns the ends of the curves in a path.
 Points curveEnds(const Path& path) {
   Points points;
   for (const auto& element : path) {
@@ -27,7 +27,7 @@ Points curveEnds(const Path& path) {
   return points;
 }
 
-/// Twice the area within the corners; its sign tells which way round they go.
+/// Returns twice the area of a polygon. The sign depends on the orientation of the polygon.
 double signedArea(const Points& points) {
   double area = 0.0;
   for (std::size_t i = 0; i < points.size(); ++i) {
@@ -42,37 +42,37 @@ const std::vector<Corner> squareCorners{{{0, 0}}, {{10, 0}}, {{10, 10}}, {{0, 10
 
 }  // namespace
 
-TEST(StrokeOutline, OfAStraightLineIsARectangleThatReachesBeyondItsEnds) {
+TEST(StrokeOutline, ExtendsAStraightLineByHalfItsThickness) {
   EXPECT_EQ(corners(strokeOutline({{{0, 0}}, {{10, 0}}}, false, 4.0)),
             (Points{{-2, 2}, {12, 2}, {12, -2}, {-2, -2}}));
 }
 
-TEST(StrokeOutline, OfASharpCornerIsSharpInsideAndRoundOutside) {
+TEST(StrokeOutline, RoundsASharpCornerOnItsOuterSideOnly) {
   const Path path = strokeOutline({{{0, 0}}, {{10, 0}}, {{10, 10}}}, false, 2.0);
-  // Without the curve, which goes from (11, 0) to (10, -1).
+  // The curve from (11, 0) to (10, -1) is not included here.
   EXPECT_EQ(corners(path), (Points{{-1, 1}, {9, 1}, {9, 11}, {11, 11}, {11, 0}, {-1, -1}}));
   EXPECT_EQ(curveEnds(path), (Points{{10, -1}}));
 }
 
-TEST(StrokeOutline, IsRounderOnTheOuterSideByItsThickness) {
+TEST(StrokeOutline, RoundsTheOuterSideOfABendMoreThanTheInnerSide) {
   const Path path = strokeOutline({{{0, 0}}, {{10, 0}, 3.0}, {{10, 10}}}, false, 2.0);
-  // From the corner at (9, 1) a rounding of 2, from that at (11, -1) one of 4.
+  // The inner corner at (9, 1) is rounded by 2, the outer corner at (11, -1) by 4.
   EXPECT_EQ(curveEnds(path), (Points{{9, 3}, {7, -1}}));
 }
 
-TEST(StrokeOutline, AnInnerCornerThatCannotBeRoundedIsSharp) {
+TEST(StrokeOutline, HasASharpInnerCornerIfTheRadiusIsTooSmall) {
   const Path path = strokeOutline({{{0, 0}}, {{10, 0}, 1.0}, {{10, 10}}}, false, 4.0);
   EXPECT_EQ(curveEnds(path).size(), 1U);
 }
 
-TEST(StrokeOutline, OfALoopIsARing) {
+TEST(StrokeOutline, TurnsALoopIntoARing) {
   const Path ring = strokeOutline(squareCorners, true, 2.0);
   EXPECT_EQ(corners(ring),
             (Points{{1, 1}, {9, 1}, {9, 9}, {1, 9}, {-1, 10}, {10, 11}, {11, 0}, {0, -1}}));
   EXPECT_EQ(curveEnds(ring), (Points{{0, 11}, {11, 10}, {10, -1}, {-1, 0}}));
 }
 
-TEST(StrokeOutline, GoesRoundInOneDirectionSoThatLinesThatMeetAreFilledTogether) {
+TEST(StrokeOutline, HasTheSameOrientationForAllLines) {
   const double line = signedArea(corners(strokeOutline({{{0, 0}}, {{9, 5}}}, false, 2.0)));
   const double bend =
       signedArea(corners(strokeOutline({{{9, 5}}, {{0, 0}}, {{3, 9}}}, false, 2.0)));

@@ -1,4 +1,4 @@
-// The icons: names, form, and what a panel's renderer makes of them.
+// Tests of the names, the contents and the rendering of icons.
 
 #include "artwork/svg.h"
 
@@ -24,7 +24,7 @@ namespace {
 constexpr std::array levels{symbol::battery0, symbol::battery25, symbol::battery50,
                             symbol::battery75, symbol::battery100};
 
-/// A folder with every icon.
+/// A temporary folder that contains every icon.
 struct IconFolder {
   TemporaryFolder folder{memoryFolder()};
 
@@ -38,7 +38,7 @@ std::string fileOf(const Icon& icon) {
   return icons.folder.path() / icon.fileName();
 }
 
-/// An icon as it is rendered at a size, without a tint and in the ink of an unknown panel.
+/// Renders the template of a symbol in the unknown ink, at a width and height of `size` pixels.
 Picture rendered(std::string_view name, int size) {
   return lumowatt::rendered(fileOf({name}), size);
 }
@@ -50,7 +50,7 @@ Pixel pixel(std::string_view hex) {
   return {component(1), component(3), component(5), 255};
 }
 
-/// How opaque the pixels of a column are, from the top, each from 0 to 1.
+/// Returns the alpha values of a column of pixels from top to bottom, each from 0 to 1.
 std::vector<double> column(const Picture& picture, int x) {
   std::vector<double> alphas;
   alphas.reserve(static_cast<std::size_t>(picture.height()));
@@ -58,7 +58,7 @@ std::vector<double> column(const Picture& picture, int x) {
   return alphas;
 }
 
-/// The same of a row, from the left.
+/// Returns the alpha values of a row of pixels from left to right, each from 0 to 1.
 std::vector<double> row(const Picture& picture, int y) {
   std::vector<double> alphas;
   alphas.reserve(static_cast<std::size_t>(picture.width()));
@@ -66,8 +66,9 @@ std::vector<double> row(const Picture& picture, int y) {
   return alphas;
 }
 
-/// What is covered ('#') and what is free ('.'), in turn, whatever lies between these left out.
-std::string runs(const std::vector<double>& alphas) {
+/// Returns a character for each run of covered ('#') and of free ('.') pixels, without pixels that
+/// are partly covered.
+std::string summarizeRuns(const std::vector<double>& alphas) {
   std::string kinds;
   for (const double alpha : alphas) {
     const char kind = alpha > 0.8 ? '#' : alpha < 0.2 ? '.' : '\0';
@@ -76,7 +77,7 @@ std::string runs(const std::vector<double>& alphas) {
   return kinds;
 }
 
-/// Expects that each pixel is as opaque as it would be if its area were covered exactly.
+/// Expects each alpha value to equal the expected value, apart from rounding by the renderer.
 void expectAlphas(const std::vector<double>& alphas, const std::vector<double>& expected) {
   ASSERT_EQ(alphas.size(), expected.size());
   for (std::size_t i = 0; i < alphas.size(); ++i) EXPECT_NEAR(alphas[i], expected[i], 0.03) << i;
@@ -84,7 +85,7 @@ void expectAlphas(const std::vector<double>& alphas, const std::vector<double>& 
 
 }  // namespace
 
-TEST(Decimal, IsAsShortAsThousandthsCanBe) {
+TEST(Decimal, RoundsToThousandthsWithoutTrailingZeros) {
   EXPECT_EQ(decimal(0.0), "0");
   EXPECT_EQ(decimal(22.0), "22");
   EXPECT_EQ(decimal(0.75), "0.75");
@@ -94,13 +95,13 @@ TEST(Decimal, IsAsShortAsThousandthsCanBe) {
   EXPECT_EQ(decimal(100.0), "100");
 }
 
-TEST(Decimal, HasItsSignAlsoBelowOne) {
+TEST(Decimal, HasASignForNegativeFractionsButNotForZero) {
   EXPECT_EQ(decimal(-0.25), "-0.25");
   EXPECT_EQ(decimal(-3.5), "-3.5");
   EXPECT_EQ(decimal(-0.0004), "0");
 }
 
-TEST(Svg, HasTheSizeOfItsCoordinatesMagnified) {
+TEST(Svg, MultipliesItsDisplaySizeByTheMagnification) {
   const std::string icon = svg({22.0, 11.5}, "<path/>", Ink::unknown, 4.0);
   const std::string start =
       R"(<svg xmlns="http://www.w3.org/2000/svg" width="88" height="46" viewBox="0 0 22 11.5">)";
@@ -108,7 +109,7 @@ TEST(Svg, HasTheSizeOfItsCoordinatesMagnified) {
   EXPECT_NE(icon.find("<path/>"), std::string::npos);
 }
 
-TEST(IconName, TellsTheSymbolAndTheTint) {
+TEST(IconName, ContainsTheSymbolAndTheTint) {
   EXPECT_EQ(iconName("battery.25percent", std::nullopt), "lumowatt-battery-25percent-symbolic");
   EXPECT_EQ(iconName("battery.25percent", SystemColor::green), "lumowatt-battery-25percent-green");
   EXPECT_EQ(iconName("battery.100percent.bolt", SystemColor::orange),
@@ -116,12 +117,12 @@ TEST(IconName, TellsTheSymbolAndTheTint) {
   EXPECT_EQ(iconName("battery.0percent", SystemColor::red), "lumowatt-battery-0percent-red");
 }
 
-TEST(IconName, AColorWithoutIconsCountsAsNone) {
+TEST(IconName, IgnoresAColorWithoutIcons) {
   EXPECT_EQ(iconName("battery.0percent", SystemColor::accent),
             "lumowatt-battery-0percent-symbolic");
 }
 
-TEST(IconName, OfATemplateTellsTheInkBeforeTheEndByWhichGtkKnowsIt) {
+TEST(IconName, OfATemplateContainsTheInkBeforeSymbolic) {
   EXPECT_EQ(iconName("battery.25percent", std::nullopt, Ink::unknown),
             "lumowatt-battery-25percent-symbolic");
   EXPECT_EQ(iconName("battery.25percent", std::nullopt, Ink::dark),
@@ -132,21 +133,21 @@ TEST(IconName, OfATemplateTellsTheInkBeforeTheEndByWhichGtkKnowsIt) {
             "lumowatt-battery-25percent-light-symbolic");
 }
 
-TEST(IconName, OfATintedIconIsTheSameForEveryInk) {
+TEST(IconName, OfATintedIconDoesNotDependOnTheInk) {
   for (const IconInk& ink : iconInks) {
     EXPECT_EQ(iconName("battery.25percent", SystemColor::green, ink.ink),
               "lumowatt-battery-25percent-green");
   }
 }
 
-TEST(Icons, AreValid) {
+TEST(Icons, AreValidXml) {
   std::vector<std::string> command{"xmllint", "--noout"};
   for (const Icon& icon : everyIcon()) command.push_back(fileOf(icon));
   const auto result = runProcess(command);
   EXPECT_EQ(result.status, 0) << result.errors;
 }
 
-TEST(Icons, ATemplateHasTheFormThatPanelsColor) {
+TEST(Icons, TemplatesHaveTheStyleSheetThatPanelsRecolor) {
   for (const Icon& icon : templateIcons()) {
     const std::string contents = icon.contents();
     EXPECT_NE(contents.find(R"(<style type="text/css" id="current-color-scheme">)"
@@ -160,7 +161,7 @@ TEST(Icons, ATemplateHasTheFormThatPanelsColor) {
   }
 }
 
-TEST(Icons, ATintedOneHasItsColorInIt) {
+TEST(Icons, TintedIconsContainTheirColor) {
   for (const IconTint& tint : iconTints) {
     const std::string contents = Icon{.name = symbol::battery50, .tint = tint.color}.contents();
     EXPECT_NE(contents.find("<path fill=\"" + std::string(tint.value) + "\""), std::string::npos);
@@ -168,7 +169,7 @@ TEST(Icons, ATintedOneHasItsColorInIt) {
   }
 }
 
-TEST(Icons, OfATintOrAnUnknownInkStandOutFromLightAndFromDarkPanels) {
+TEST(Icons, TintsAndUnknownInkContrastWithLightAndDarkPanels) {
   for (const std::string_view color :
        {iconTints[0].value, iconTints[1].value, iconTints[2].value, colorOf(Ink::unknown)}) {
     EXPECT_GE(contrast(pixel(color), pixel("#ffffff")), 3.0) << color;
@@ -177,13 +178,14 @@ TEST(Icons, OfATintOrAnUnknownInkStandOutFromLightAndFromDarkPanels) {
   }
 }
 
-TEST(Icons, OfAKnownInkHaveTheContrastOfTextOnThePanelsOfItsColorScheme) {
-  // White; Adwaita, Breeze; of LXQt Clearlooks, and the darkest of the gradients of Light and
-  // Silver.
+TEST(Icons, KnownInksContrastWithPanelsOfTheirColorScheme) {
+  // White, Adwaita, Breeze, Clearlooks (LXQt), and the darkest colors of the gradients of Light and
+  // Silver (LXQt).
   for (const char* panel : {"#ffffff", "#ebebeb", "#eff0f1", "#edeceb", "#c0c0c0", "#adadad"}) {
     EXPECT_GE(contrast(pixel(colorOf(Ink::dark)), pixel(panel)), 4.5) << panel;
   }
-  // Black; Adwaita, Breeze; the lightest of the gradients of LXQt's Ambiance and Kvantum.
+  // Black, Adwaita, Breeze, and the lightest colors of the gradients of Ambiance and Kvantum
+  // (LXQt).
   for (const char* panel : {"#000000", "#2e3436", "#31363b", "#515048", "#505050"}) {
     EXPECT_GE(contrast(pixel(colorOf(Ink::light)), pixel(panel)), 4.5) << panel;
   }
@@ -203,7 +205,7 @@ TEST_P(RenderedIcon, HasItsColorAndIsTransparentElsewhere) {
       for (int x = 0; x < size; ++x) {
         const Pixel found = picture.at(x, y);
         if (found.alpha == 255) ++opaque;
-        if (found.alpha < 128) continue;  // what is faint has lost its color to rounding
+        if (found.alpha < 128) continue;  // rounding distorts the colors of faint pixels
         EXPECT_LE(difference({found.red, found.green, found.blue, 255}, color), 2) << icon;
       }
     }
@@ -215,7 +217,7 @@ TEST_P(RenderedIcon, HasItsColorAndIsTransparentElsewhere) {
   }
 }
 
-TEST_P(RenderedIcon, ItsFillGrowsWithTheLevelByQuarters) {
+TEST_P(RenderedIcon, FillGrowsByAQuarterPerLevel) {
   const int size = GetParam();
   std::vector<double> coverage;
   coverage.reserve(levels.size());
@@ -243,7 +245,7 @@ TEST_P(RenderedIcon, IsCenteredVertically) {
   }
 }
 
-TEST_P(RenderedIcon, WithTheBoltCoversAsMuchAboveTheMiddleAsBelow) {
+TEST_P(RenderedIcon, WithTheBoltCoversEqualAreasAboveAndBelowTheMiddle) {
   const int size = GetParam();
   const Picture picture = rendered(symbol::battery100Bolt, size);
   double above = 0.0;
@@ -259,29 +261,30 @@ TEST_P(RenderedIcon, WithTheBoltCoversAsMuchAboveTheMiddleAsBelow) {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, RenderedIcon, testing::Values(16, 22, 64));
 
-// Down the middle of a full battery: nothing, the outline, a gap, the fill, and the same again.
-// Along its middle row: the outline, a gap, the fill, a gap, the outline and the terminal.
+// A middle column of a full battery consists of empty pixels, the outline, a gap, the fill, a gap,
+// the outline and empty pixels. A middle row consists of the outline, a gap, the fill, a gap, the
+// outline and the terminal.
 
-TEST(Icons, AreOfWholePixelsAtSixteen) {
+TEST(Icons, HaveSharpEdgesAtSixteenPixels) {
   const Picture full = rendered(symbol::battery100, 16);
   expectAlphas(column(full, 7), {0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1, 0, 0, 0});
   expectAlphas(row(full, 7), {1, 1, 0, 1, 1, 1, 1, 1, 1, 1, 1, 0, 1, 1, 1, 1});
 }
 
-TEST(Icons, AreSharpAtTwentyTwo) {
-  // A unit is 1.375 pixels: edges 2, 3 and 5 units from the middle are 2.75, 4.125 and 6.875 from
-  // it.
+TEST(Icons, HaveNearlySharpEdgesAtTwentyTwoPixels) {
+  // A unit is 1.375 pixels. Edges 2, 3 and 5 units from the middle are 2.75, 4.125 and 6.875 pixels
+  // from the middle.
   const Picture full = rendered(symbol::battery100, 22);
   expectAlphas(column(full, 9), {0, 0, 0,    0, 0.875, 1, 0.875, 0, 0.75, 1, 1,
                                  1, 1, 0.75, 0, 0.875, 1, 0.875, 0, 0,    0, 0});
-  // From the left, edges 2, 3, 11 and 12 units from there are at 2.75, 4.125, 15.125 and 16.5.
+  // Edges 2, 3, 11 and 12 units from the left are at 2.75, 4.125, 15.125 and 16.5 pixels.
   expectAlphas(row(full, 10),
                {1, 1, 0.75, 0, 0.875, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0.125, 0.5, 1, 1, 1, 1, 1});
 }
 
 class IconReference : public testing::TestWithParam<std::string_view> {};
 
-TEST_P(IconReference, IsWhatTheIconLooksLike) {
+TEST_P(IconReference, MatchesTheRenderedIcon) {
   const Icon icon{GetParam()};
   expectLooksLike(icon.contents(), iconName(icon.name, icon.tint));
 }
@@ -289,15 +292,16 @@ TEST_P(IconReference, IsWhatTheIconLooksLike) {
 INSTANTIATE_TEST_SUITE_P(Symbols, IconReference, testing::ValuesIn(symbolNames()),
                          [](const auto& test) { return testName(std::string(test.param)); });
 
-TEST(Icons, TheBoltIsAHoleInABatteryThatIsFilled) {
-  // In the middle row the terminal is a part of the body.
+TEST(Icons, BoltIsAHoleInAFilledBattery) {
+  // In the middle row, the terminal adjoins the body.
   const Picture picture = rendered(symbol::battery100Bolt, 64);
-  EXPECT_EQ(runs(row(picture, 32)), "#.#");
-  EXPECT_EQ(runs(column(picture, 28)), ".#.#.");
+  EXPECT_EQ(summarizeRuns(row(picture, 32)), "#.#");
+  EXPECT_EQ(summarizeRuns(column(picture, 28)), ".#.#.");
 }
 
-TEST(Icons, TheBoltIsMadeOutAtSixteenPixels) {
-  // Its area is 17.4 units, which are pixels at this size: more than half of them are free.
+TEST(Icons, BoltIsVisibleAtSixteenPixels) {
+  // The area of the bolt is 17.4 square units, which are pixels at this size. More than half of
+  // them must be free.
   const Picture picture = rendered(symbol::battery100Bolt, 16);
   int free = 0;
   for (int y = 4; y < 12; ++y) {
@@ -308,22 +312,22 @@ TEST(Icons, TheBoltIsMadeOutAtSixteenPixels) {
   EXPECT_GE(free, 9);
 }
 
-TEST(Icons, NoBatteryIsStruckThroughWithAGapOnEitherSide) {
+TEST(Icons, NoBatteryHasASlashWithAGapOnEitherSide) {
   const Picture picture = rendered(noBattery, 64);
-  EXPECT_EQ(runs(row(picture, 32)), "#.#.#") << "the outline, the slash, the outline";
-  EXPECT_EQ(runs(row(picture, 16)), ".#.#.") << "above, the slash and the outline";
-  EXPECT_EQ(runs(row(picture, 48)), ".#.#.") << "below, the outline and the slash";
+  EXPECT_EQ(summarizeRuns(row(picture, 32)), "#.#.#") << "outline, slash, outline";
+  EXPECT_EQ(summarizeRuns(row(picture, 16)), ".#.#.") << "slash and outline in the upper part";
+  EXPECT_EQ(summarizeRuns(row(picture, 48)), ".#.#.") << "outline and slash in the lower part";
 }
 
-TEST(Icons, NoBatteryIsUnlikeAnEmptyOneAtSixteenPixels) {
-  // Neighboring levels differ by eight pixels.
+TEST(Icons, NoBatteryDiffersFromAnEmptyOneAtSixteenPixels) {
+  // Adjacent levels differ by eight pixels.
   const Picture empty = rendered(symbol::battery0, 16);
   EXPECT_NEAR(alphaDistance(empty, rendered(symbol::battery25, 16)), 8.0, 0.2);
   EXPECT_GT(alphaDistance(empty, rendered(noBattery, 16)), 3 * 8.0);
 }
 
-TEST(Icons, ThePanelsColorReplacesATemplatesGrey) {
-  // As GTK does it: a style sheet that sets the fill of the shapes.
+TEST(Icons, TemplatesCanBeRecoloredByAStyleSheet) {
+  // GTK recolors icons by a style sheet that sets the fill of the shapes.
   const TemporaryFolder folder;
   folder.write("style.css", "path { fill: #ff0000 !important; }");
   const std::string png = folder.path() / "icon.png";

@@ -8,7 +8,7 @@
 
 namespace lumowatt::artwork {
 
-/// The names that have a path: all symbols, and no battery.
+/// Returns the names of all artwork: every symbol, and `noBattery`.
 inline std::vector<std::string_view> symbolNames() {
   std::vector<std::string_view> names(symbol::all.begin(), symbol::all.end());
   names.push_back(noBattery);

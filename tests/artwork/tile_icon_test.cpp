@@ -1,4 +1,4 @@
-// The tiles' icons as text, and what a panel's renderer makes of them.
+// Tests of the contents and the rendering of tile icons.
 
 #include "artwork/tile_icon.h"
 
@@ -17,34 +17,35 @@ namespace lumowatt::artwork {
 
 namespace {
 
-constexpr Pixel nothing{0, 0, 0, 0};
+constexpr Pixel transparent{0, 0, 0, 0};
 
-/// A tile as it is rendered at a size.
-Picture tilePicture(const Tile& tile, int size) {
+/// Renders the icon of a tile at a width and height of `size` pixels.
+Picture renderTile(const Tile& tile, int size) {
   const TemporaryFolder folder;
   folder.write("tile.svg", tileIcon(tile));
   return lumowatt::rendered(folder.path() / "tile.svg", size);
 }
 
-Rect ink(const Picture& picture) {
-  return picture.inkBounds({0.0, 0.0, 1.0 * picture.width(), 1.0 * picture.height()}, nothing);
+/// Returns the smallest rectangle that contains all pixels that are not transparent.
+Rect inkBounds(const Picture& picture) {
+  return picture.inkBounds({0.0, 0.0, 1.0 * picture.width(), 1.0 * picture.height()}, transparent);
 }
 
-/// How much of a row of pixels is covered.
+/// Returns the covered part of a row of pixels, in pixels.
 double rowCoverage(const Picture& picture, int y) {
   double sum = 0.0;
   for (int x = 0; x < picture.width(); ++x) sum += picture.at(x, y).alpha / 255.0;
   return sum;
 }
 
-TileRow marked(const std::string& percent, const char* mark,
-               std::optional<SystemColor> color = std::nullopt) {
+TileRow percentageWithMark(const std::string& percent, const char* mark,
+                           std::optional<SystemColor> color = std::nullopt) {
   return {.text = percent, .mark = TileMark{mark, color}};
 }
 
-/// The smallest rectangle with all pixels of a tile's upper half that are green, or with all others
-/// that are covered.
-Rect upperInk(const Picture& picture, bool isGreen) {
+/// Returns the smallest rectangle that contains all green pixels in the upper half of a tile, or
+/// all other covered pixels in that half if `isGreen` is false.
+Rect upperInkBounds(const Picture& picture, bool isGreen) {
   Rect bounds{1.0 * picture.width(), 1.0 * picture.height(), 0.0, 0.0};
   Point end{0.0, 0.0};
   for (int y = 0; y < picture.height() / 2; ++y) {
@@ -61,23 +62,23 @@ Rect upperInk(const Picture& picture, bool isGreen) {
   return bounds;
 }
 
-const std::vector<Tile> everyKind{{{"64%"}, {"▼"}},
-                                  {{"64%"}, {"−8.3"}},
-                                  {{"100%"}, {"+12.3"}},
-                                  {marked("5", "▲"), {"2:15"}},
-                                  {marked("64", "▼"), {"2:15"}},
-                                  {marked("100", "▼"), {"10:45"}},
-                                  {marked("38", "•"), {"0:00"}},
-                                  {{"−8.3"}, {"2:15"}},
-                                  {{"−8.3"}, {"10:05"}},
-                                  {{"78%"}, {"−120"}},
-                                  {{"49%"}, {"•"}},
-                                  {{"23%"}, {"−6.7"}}};
+const std::vector<Tile> tilesOfAllKinds{{{"64%"}, {"▼"}},
+                                        {{"64%"}, {"−8.3"}},
+                                        {{"100%"}, {"+12.3"}},
+                                        {percentageWithMark("5", "▲"), {"2:15"}},
+                                        {percentageWithMark("64", "▼"), {"2:15"}},
+                                        {percentageWithMark("100", "▼"), {"10:45"}},
+                                        {percentageWithMark("38", "•"), {"0:00"}},
+                                        {{"−8.3"}, {"2:15"}},
+                                        {{"−8.3"}, {"10:05"}},
+                                        {{"78%"}, {"−120"}},
+                                        {{"49%"}, {"•"}},
+                                        {{"23%"}, {"−6.7"}}};
 
 }  // namespace
 
-TEST(TileIcon, IsValid) {
-  for (const Tile& tile : everyKind) {
+TEST(TileIcon, IsValidXml) {
+  for (const Tile& tile : tilesOfAllKinds) {
     const TemporaryFolder folder;
     folder.write("tile.svg", tileIcon(tile));
     const auto result = runProcess({"xmllint", "--noout", folder.path() / "tile.svg"});
@@ -85,17 +86,17 @@ TEST(TileIcon, IsValid) {
   }
 }
 
-TEST(TileIcon, LooksLikeItsReference) {
+TEST(TileIcon, MatchesItsReferencePictures) {
   expectLooksLike(tileIcon({{"64%"}}), "tile-of-one-row");
   expectLooksLike(tileIcon({{"64%"}, {"+8.3", SystemColor::green}}), "tile-of-two-rows");
   expectLooksLike(tileIcon({{"64%"}, {"▼"}}), "tile-with-a-mark-below");
   expectLooksLike(tileIcon({{"64%"}, {"▲"}}), "tile-with-a-mark-upward");
   expectLooksLike(tileIcon({{"64%"}, {"•"}}), "tile-with-a-dot");
-  expectLooksLike(tileIcon({marked("64", "▼", SystemColor::red), {"2:15"}}),
+  expectLooksLike(tileIcon({percentageWithMark("64", "▼", SystemColor::red), {"2:15"}}),
                   "tile-with-a-mark-beside");
 }
 
-TEST(TileIcon, IsMadeOfPathsThatPanelsColor) {
+TEST(TileIcon, ConsistsOfPathsThatPanelsRecolor) {
   const std::string icon = tileIcon({{"64%"}, {"−8.3"}});
   EXPECT_NE(icon.find(R"(<style type="text/css" id="current-color-scheme">)"
                       ".ColorScheme-Text{color:#909090}</style>"),
@@ -104,7 +105,7 @@ TEST(TileIcon, IsMadeOfPathsThatPanelsColor) {
   EXPECT_EQ(icon.find("<text"), std::string::npos);
 }
 
-TEST(TileIcon, HasTheInkThatItIsGiven) {
+TEST(TileIcon, UsesTheGivenInk) {
   for (const auto& [ink, name, value] : iconInks) {
     const std::string icon = tileIcon({{"64%"}, {"+8.3", SystemColor::green}}, ink);
     EXPECT_NE(icon.find(".ColorScheme-Text{color:" + std::string(value) + "}"), std::string::npos)
@@ -115,14 +116,14 @@ TEST(TileIcon, HasTheInkThatItIsGiven) {
 
 class RenderedTile : public testing::TestWithParam<int> {};
 
-TEST_P(RenderedTile, EachCharacterHasInkAndLooksLikeNoOther) {
+TEST_P(RenderedTile, CharactersAreVisibleAndDistinct) {
   std::map<std::string, Picture> pictures;
   for (const char* text : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
-    const auto picture = pictures.emplace(text, tilePicture({{text}, {text}}, GetParam())).first;
+    const auto picture = pictures.emplace(text, renderTile({{text}, {text}}, GetParam())).first;
     EXPECT_GT(picture->second.coverage(), 0.06 * GetParam() * GetParam()) << text;
   }
   for (const char* text : {"%", "−", "+", "W", "▲", "▼", "•"}) {
-    const auto picture = pictures.emplace(text, tilePicture({{text}, {text}}, GetParam())).first;
+    const auto picture = pictures.emplace(text, renderTile({{text}, {text}}, GetParam())).first;
     EXPECT_GT(picture->second.coverage(), 0.02 * GetParam() * GetParam()) << text;
   }
   for (const auto& [text, picture] : pictures) {
@@ -134,18 +135,17 @@ TEST_P(RenderedTile, EachCharacterHasInkAndLooksLikeNoOther) {
   }
 }
 
-TEST_P(RenderedTile, APointAndAColonAreSeenBetweenDigitsAndAreNotTheSame) {
+TEST_P(RenderedTile, PointAndColonAreVisibleBetweenDigitsAndDistinct) {
   const auto coverage = [](const char* text) {
-    return tilePicture({{text}, {text}}, GetParam()).coverage() / (GetParam() * GetParam());
+    return renderTile({{text}, {text}}, GetParam()).coverage() / (GetParam() * GetParam());
   };
   EXPECT_GT(coverage("1.1"), coverage("11") + 0.01);
   EXPECT_GT(coverage("1:1"), coverage("1.1") + 0.01);
 }
 
-TEST_P(RenderedTile, HasInkInBothRowsThatDoNotTouch) {
-  for (const Tile& tile : everyKind) {
-    const Picture picture = tilePicture(tile, GetParam());
-    // Above, between and below the middle of the gap, wherever that is.
+TEST_P(RenderedTile, HasTwoRowsSeparatedByAGap) {
+  for (const Tile& tile : tilesOfAllKinds) {
+    const Picture picture = renderTile(tile, GetParam());
     std::string runs;
     for (int y = 0; y < GetParam(); ++y) {
       const char kind = rowCoverage(picture, y) < 0.15 ? '.' : '#';
@@ -156,26 +156,26 @@ TEST_P(RenderedTile, HasInkInBothRowsThatDoNotTouch) {
   }
 }
 
-TEST_P(RenderedTile, IsWithinItsSquareAndAsHighAsThat) {
-  for (const Tile& tile : everyKind) {
-    const Rect extent = ink(tilePicture(tile, GetParam()));
+TEST_P(RenderedTile, FillsTheHeightAndIsCenteredHorizontally) {
+  for (const Tile& tile : tilesOfAllKinds) {
+    const Rect extent = inkBounds(renderTile(tile, GetParam()));
     EXPECT_GE(extent.height, 0.9 * GetParam()) << tile[0].text << " " << tile[1].text;
-    // As much room on the left as on the right: nothing is cut off.
+    // Equal margins on the left and on the right show that nothing is cut off.
     EXPECT_NEAR(extent.minX(), GetParam() - extent.maxX(), 0.13 * GetParam())
         << tile[0].text << " " << tile[1].text;
   }
 }
 
-TEST_P(RenderedTile, KeepsItsWidthsWhateverItsDigits) {
-  // What stands beside the digits stays where it is, but for how the renderer rounds.
-  const Picture reference = tilePicture({{"88%"}, {"−8.8"}}, GetParam());
+TEST_P(RenderedTile, LayoutDoesNotDependOnTheDigits) {
+  // The percent sign and the minus sign do not move, apart from rounding by the renderer.
+  const Picture reference = renderTile({{"88%"}, {"−8.8"}}, GetParam());
   const int side = GetParam();
   for (const char digit : std::string("0123456789")) {
     std::string percent = "88%";
     std::string power = "−8.8";
     std::ranges::replace(percent, '8', digit);
     std::ranges::replace(power, '8', digit);
-    const Picture picture = tilePicture({{percent}, {power}}, side);
+    const Picture picture = renderTile({{percent}, {power}}, side);
     for (int y = 0; y < side; ++y) {
       for (int x = 0; x < side; ++x) {
         const bool isPercent = y < side / 2 && x >= side * 14 / 22;
@@ -188,10 +188,10 @@ TEST_P(RenderedTile, KeepsItsWidthsWhateverItsDigits) {
   }
 }
 
-TEST_P(RenderedTile, AMarkBesideThePercentageLeavesTheTimeAsItIs) {
+TEST_P(RenderedTile, MarkBesideThePercentageDoesNotChangeTheTime) {
   for (const char* time : {"2:15", "10:45"}) {
-    const Picture plain = tilePicture({{"64%"}, {time}}, GetParam());
-    const Picture withMark = tilePicture({marked("64", "▼"), {time}}, GetParam());
+    const Picture plain = renderTile({{"64%"}, {time}}, GetParam());
+    const Picture withMark = renderTile({percentageWithMark("64", "▼"), {time}}, GetParam());
     for (int y = GetParam() * 12 / 22; y < GetParam(); ++y) {
       for (int x = 0; x < GetParam(); ++x) {
         EXPECT_EQ(withMark.at(x, y), plain.at(x, y)) << time << " at " << x << " " << y;
@@ -200,69 +200,70 @@ TEST_P(RenderedTile, AMarkBesideThePercentageLeavesTheTimeAsItIs) {
   }
 }
 
-TEST_P(RenderedTile, ARowThatIsTooWideIsNarrowed) {
-  const Rect extent = ink(tilePicture({{"100%"}, {"−123456.7"}}, GetParam()));
+TEST_P(RenderedTile, NarrowsARowThatIsTooWide) {
+  const Rect extent = inkBounds(renderTile({{"100%"}, {"−123456.7"}}, GetParam()));
   EXPECT_GE(extent.width, 0.9 * GetParam());
-  const Rect wide = ink(tilePicture({{"−1:-15"}}, GetParam()));
+  const Rect wide = inkBounds(renderTile({{"−1:-15"}}, GetParam()));
   EXPECT_GE(wide.minX(), 0.0);
   EXPECT_GE(wide.width, 0.9 * GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, RenderedTile, testing::Values(16, 22, 44));
 
-// Measured where a pixel of the smallest size, 16, is 22 pixels.
+// Renders at 22 times the smallest size of 16 pixels, so a pixel of that size is 22 pixels wide.
 class MarkBesidePercentage : public testing::TestWithParam<std::string> {
  protected:
   static constexpr double pixel = 22.0;
 
-  static Picture picture(const char* mark) {
-    const TileRow row = marked(GetParam(), mark, SystemColor::green);
-    return tilePicture({row, {"2:15"}}, 16 * 22);
+  static Picture render(const char* mark) {
+    const TileRow row = percentageWithMark(GetParam(), mark, SystemColor::green);
+    return renderTile({row, {"2:15"}}, 16 * 22);
   }
 };
 
-TEST_P(MarkBesidePercentage, StandsAPixelApartFromTheFigure) {
+TEST_P(MarkBesidePercentage, IsAtLeastAPixelAwayFromTheNumber) {
   for (const char* mark : {"▲", "▼", "•"}) {
-    const Picture tile = picture(mark);
-    EXPECT_GE(upperInk(tile, true).minX() - upperInk(tile, false).maxX(), pixel) << mark;
+    const Picture tile = render(mark);
+    EXPECT_GE(upperInkBounds(tile, true).minX() - upperInkBounds(tile, false).maxX(), pixel)
+        << mark;
   }
 }
 
-TEST_P(MarkBesidePercentage, IsAsLargeAsAnArrowMustBe) {
+TEST_P(MarkBesidePercentage, IsLargeEnoughToBeSeenAsAnArrow) {
   for (const char* mark : {"▲", "▼"}) {
-    const Picture tile = picture(mark);
-    const Rect arrow = upperInk(tile, true);
+    const Picture tile = render(mark);
+    const Rect arrow = upperInkBounds(tile, true);
     const auto digits = static_cast<double>(GetParam().size());
-    EXPECT_GE(arrow.width, 1.2 * upperInk(tile, false).width / digits) << mark;
+    EXPECT_GE(arrow.width, 1.2 * upperInkBounds(tile, false).width / digits) << mark;
     EXPECT_GE(arrow.width, 4 * pixel) << mark;
     EXPECT_GE(arrow.height, 4 * pixel) << mark;
   }
 }
 
-TEST_P(MarkBesidePercentage, IsWithinTheTile) {
-  const Picture tile = picture("▼");
-  EXPECT_GE(upperInk(tile, false).minX(), 0.25 * pixel);
-  EXPECT_LE(upperInk(tile, true).maxX(), 15.75 * pixel);
+TEST_P(MarkBesidePercentage, StaysWithinTheTile) {
+  const Picture tile = render("▼");
+  EXPECT_GE(upperInkBounds(tile, false).minX(), 0.25 * pixel);
+  EXPECT_LE(upperInkBounds(tile, true).maxX(), 15.75 * pixel);
 }
 
 INSTANTIATE_TEST_SUITE_P(Percentages, MarkBesidePercentage, testing::Values("5", "64", "100"));
 
-TEST(TileIcon, AMarkHasAColorOfItsOwn) {
+TEST(TileIcon, MarkHasItsOwnColor) {
   const auto hasGreen = [](const TileRow& row) {
-    return upperInk(tilePicture({row, {"2:15"}}, 44), true).width > 0.0;
+    return upperInkBounds(renderTile({row, {"2:15"}}, 44), true).width > 0.0;
   };
-  EXPECT_TRUE(hasGreen(marked("64", "▲", SystemColor::green)));
-  EXPECT_FALSE(hasGreen(marked("64", "▲")));
+  EXPECT_TRUE(hasGreen(percentageWithMark("64", "▲", SystemColor::green)));
+  EXPECT_FALSE(hasGreen(percentageWithMark("64", "▲")));
   const TileRow greenText{.text = "64", .color = SystemColor::green, .mark = TileMark{"▲", {}}};
-  EXPECT_GT(upperInk(tilePicture({greenText, {"2:15"}}, 44), false).minX(), 22.0);
+  EXPECT_GT(upperInkBounds(renderTile({greenText, {"2:15"}}, 44), false).minX(), 22.0);
 }
 
-TEST(TileIcon, LeavesOutAMarkThatCannotBeDrawn) {
-  EXPECT_EQ(tileIcon({marked("64", "x"), {"2:15"}}), tileIcon({{"64"}, {"2:15"}}));
+TEST(TileIcon, OmitsAnUnsupportedMark) {
+  EXPECT_EQ(tileIcon({percentageWithMark("64", "x"), {"2:15"}}), tileIcon({{"64"}, {"2:15"}}));
 }
 
-TEST(TileIcon, APanelsColorReplacesATemplatesAndNotATint) {
-  // As GTK does it: a style sheet that sets the fill of the shapes.
+TEST(TileIcon, StyleSheetRecolorsTemplatesButNotTints) {
+  // GTK recolors icons by a style sheet that sets the fill of the shapes.
   const TemporaryFolder folder;
   folder.write("style.css", "path { fill: #0000ff !important; }");
   folder.write("tile.svg", tileIcon({{"88%"}, {"+28.2", SystemColor::green}}));
@@ -285,12 +286,12 @@ TEST(TileIcon, APanelsColorReplacesATemplatesAndNotATint) {
   EXPECT_GT(green, 300);
 }
 
-TEST(TileIcon, LeavesOutARowThatCannotBeDrawn) {
+TEST(TileIcon, OmitsARowWithUnsupportedCharacters) {
   EXPECT_EQ(tileIcon({{"64%"}, {"−nan"}}).find("d=\"\""), std::string::npos);
-  EXPECT_GT(tilePicture({{"64%"}, {"−nan"}}, 22).coverage(), 20.0);
-  EXPECT_EQ(ink(tilePicture({{"nan"}}, 22)).width, 0.0);
+  EXPECT_GT(renderTile({{"64%"}, {"−nan"}}, 22).coverage(), 20.0);
+  EXPECT_EQ(inkBounds(renderTile({{"nan"}}, 22)).width, 0.0);
 }
 
-TEST(TileIcon, WithoutRowsIsEmpty) { EXPECT_EQ(tilePicture(Tile{}, 22).coverage(), 0.0); }
+TEST(TileIcon, IsEmptyWithoutRows) { EXPECT_EQ(renderTile(Tile{}, 22).coverage(), 0.0); }
 
 }  // namespace lumowatt::artwork

@@ -29,7 +29,7 @@ TextRun run(const char* text, std::optional<Color> color = std::nullopt) {
 const AttributedString title{run(" 64%"), run(" ▼", SystemColor::secondaryLabel),
                              run(" −8.3 W · 2:15")};
 
-/// The icon as panels scale it, to a height, with its own proportions.
+/// Renders an icon at the given height and preserves its aspect ratio, as panels do.
 Picture rendered(const std::string& icon, int height) {
   const TemporaryFolder folder;
   folder.write("icon.svg", icon);
@@ -40,7 +40,7 @@ Picture rendered(const std::string& icon, int height) {
   return Picture(fileContents(png));
 }
 
-/// Whether a pixel of the columns from `start` up to `end` has that colour, more or less.
+/// Returns whether a pixel in the columns from `start` to before `end` has about the given color.
 bool hasInk(const Picture& picture, int start, int end, const Pixel& color, int tolerance = 2) {
   for (int x = start; x < end; ++x) {
     for (int y = 0; y < picture.height(); ++y) {
@@ -52,35 +52,35 @@ bool hasInk(const Picture& picture, int start, int end, const Pixel& color, int 
   return false;
 }
 
-// Those that the palette has for a dark background.
+// Colors of the palette for a dark background.
 constexpr Pixel white{255, 255, 255, 255};
 constexpr Pixel green{0x32, 0xd7, 0x4b, 255};
 constexpr Pixel orange{0xff, 0x9f, 0x0a, 255};
 constexpr Pixel red{0xff, 0x45, 0x3a, 255};
 
-// Of panels: dark and light ones, waybar's clock and its tray by its own style, and a gray.
-constexpr std::array<Pixel, 5> grounds{{{0, 0, 0, 255},
-                                        {255, 255, 255, 255},
-                                        {0x64, 0x72, 0x7d, 255},
-                                        {0x29, 0x80, 0xb9, 255},
-                                        {128, 128, 128, 255}}};
+// Backgrounds of panels: black, white, the clock and the tray in waybar's default style, and gray.
+constexpr std::array<Pixel, 5> backgrounds{{{0, 0, 0, 255},
+                                            {255, 255, 255, 255},
+                                            {0x64, 0x72, 0x7d, 255},
+                                            {0x29, 0x80, 0xb9, 255},
+                                            {128, 128, 128, 255}}};
 
-/// A pixel as it is seen on an opaque ground.
-Pixel on(const Pixel& ground, const Pixel& pixel) {
+/// Returns the color of a pixel blended with an opaque background.
+Pixel blend(const Pixel& background, const Pixel& pixel) {
   const auto mixed = [&](int above, int below) {
     return (above * pixel.alpha + below * (255 - pixel.alpha) + 127) / 255;
   };
-  return {mixed(pixel.red, ground.red), mixed(pixel.green, ground.green),
-          mixed(pixel.blue, ground.blue), 255};
+  return {mixed(pixel.red, background.red), mixed(pixel.green, background.green),
+          mixed(pixel.blue, background.blue), 255};
 }
 
-constexpr double legible = 4.5;
+constexpr double legibleContrast = 4.5;
 
-/// The plate of a picture, left of what is on it.
-Pixel plate(const Picture& picture) { return picture.at(1, picture.height() / 2); }
+/// Returns the color of the plate, at a pixel left of the symbol and the title.
+Pixel plateColor(const Picture& picture) { return picture.at(1, picture.height() / 2); }
 
-/// The smallest rectangle with all pixels that are rather light than dark.
-Rect lightPart(const Picture& picture) {
+/// Returns the smallest rectangle that contains all light pixels.
+Rect lightBounds(const Picture& picture) {
   Rect bounds{1.0 * picture.width(), 1.0 * picture.height(), 0.0, 0.0};
   Point end{0.0, 0.0};
   for (int x = 0; x < picture.width(); ++x) {
@@ -98,7 +98,7 @@ Rect lightPart(const Picture& picture) {
 
 }  // namespace
 
-TEST(WideIcon, IsValidAndOfPathsAlone) {
+TEST(WideIcon, IsValidXmlWithoutTextElements) {
   const TemporaryFolder folder;
   const std::string icon = wideIcon(battery, title);
   folder.write("icon.svg", icon);
@@ -107,18 +107,18 @@ TEST(WideIcon, IsValidAndOfPathsAlone) {
   EXPECT_EQ(icon.find("<text"), std::string::npos);
 }
 
-TEST(WideIcon, LooksLikeItsReference) {
+TEST(WideIcon, MatchesItsReferencePicture) {
   const AttributedString everyCharacter{run(" 0123456789%"), run(" ▲▼•", systemGreen),
                                         run(" W+−-.·:", SystemColor::secondaryLabel),
                                         run(" Nabertoy", systemRed)};
   expectLooksLike(wideIcon(tinted, everyCharacter), "wide-icon");
 }
 
-TEST(WideIcon, HasTheGlyphAndTheTitleSideBySide) {
+TEST(WideIcon, ShowsTheGlyphAndTheTitleSideBySide) {
   for (const int height : {16, 22, 64}) {
     const Picture picture = rendered(wideIcon(battery, title), height);
     EXPECT_GT(picture.width(), 5 * height);
-    constexpr int blurred = 70;  // where lines are about as thick as a pixel
+    constexpr int blurred = 70;  // tolerance for lines that are about as thick as a pixel
     EXPECT_TRUE(hasInk(picture, 0, height, white)) << height;
     EXPECT_TRUE(hasInk(picture, height * 5 / 4, 2 * height, white, blurred)) << height;
     EXPECT_TRUE(hasInk(picture, picture.width() - height * 3 / 4, picture.width(), white, blurred))
@@ -126,7 +126,7 @@ TEST(WideIcon, HasTheGlyphAndTheTitleSideBySide) {
   }
 }
 
-TEST(WideIcon, HasRoomForTheWordsOfAMissingBattery) {
+TEST(WideIcon, ShowsTheTitleNoBatteryCompletely) {
   const Symbol missing{.name = std::string(noBattery)};
   constexpr int height = 64;
   const Picture glyph = rendered(wideIcon(missing, {}), height);
@@ -134,11 +134,12 @@ TEST(WideIcon, HasRoomForTheWordsOfAMissingBattery) {
   EXPECT_GT(picture.width(), glyph.width() + 2 * height);
   EXPECT_TRUE(hasInk(picture, glyph.width(), picture.width(), white));
   for (int x = 0; x < picture.width(); ++x) {
-    EXPECT_LT(picture.at(x, height - 1).green, 128) << "the tail of the y ends above, at " << x;
+    EXPECT_LT(picture.at(x, height - 1).green, 128)
+        << "the descender of the y must end above this row, at " << x;
   }
 }
 
-TEST(WideIcon, IsAsWideAsItsTitleWhateverTheDigits) {
+TEST(WideIcon, WidthDoesNotDependOnTheDigits) {
   const int width = rendered(wideIcon(battery, title), 64).width();
   for (const char* text : {" −1.1 W · 1:11", " +8.8 W · 8:88"}) {
     EXPECT_EQ(rendered(wideIcon(battery, {title[0], title[1], run(text)}), 64).width(), width);
@@ -146,17 +147,17 @@ TEST(WideIcon, IsAsWideAsItsTitleWhateverTheDigits) {
   EXPECT_LT(rendered(wideIcon(battery, {title[0], title[1]}), 64).width(), width);
 }
 
-TEST(WideIcon, HasTheColorsOfTheGlyphAndOfTheRuns) {
+TEST(WideIcon, UsesTheColorsOfTheSymbolAndOfTheRuns) {
   const AttributedString charging{run(" 64%"), run(" ▲", systemGreen), run(" +8.3 W")};
   const Picture picture = rendered(wideIcon(tinted, charging), 64);
-  constexpr int glyphEnd = 76;  // with the margin
+  constexpr int glyphEnd = 76;  // the margin and the symbol
   EXPECT_TRUE(hasInk(picture, 0, glyphEnd, orange));
   EXPECT_FALSE(hasInk(picture, glyphEnd, picture.width(), orange));
   EXPECT_TRUE(hasInk(picture, glyphEnd, picture.width(), green));
   EXPECT_TRUE(hasInk(picture, glyphEnd, picture.width(), white));
 }
 
-TEST(WideIcon, TextAndEachTintAreLegibleOnThePlateWhateverIsBehindIt) {
+TEST(WideIcon, TextAndTintsAreLegibleOnAnyBackground) {
   struct Case {
     std::optional<Color> color;
     Pixel expected{};
@@ -169,40 +170,42 @@ TEST(WideIcon, TextAndEachTintAreLegibleOnThePlateWhateverIsBehindIt) {
     const Picture text = rendered(wideIcon(noSymbol, {run("▼", color)}), 64);
     EXPECT_TRUE(hasInk(glyph, 0, glyph.width(), expected));
     EXPECT_TRUE(hasInk(text, 0, text.width(), expected));
-    for (const Pixel& ground : grounds) {
-      EXPECT_GE(contrast(expected, on(ground, plate(text))), legible)
-          << expected << " on " << ground;
+    for (const Pixel& background : backgrounds) {
+      EXPECT_GE(contrast(expected, blend(background, plateColor(text))), legibleContrast)
+          << expected << " on " << background;
     }
   }
 }
 
-TEST(WideIcon, EachDigitIsLegibleAtSixteenPixelsWhateverIsBehindIt) {
+TEST(WideIcon, DigitsAreLegibleAtSixteenPixelsOnAnyBackground) {
   for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
     const Picture picture = rendered(wideIcon(noSymbol, {run(digit)}), 16);
-    for (const Pixel& ground : grounds) {
-      const Pixel dark = on(ground, plate(picture));
+    for (const Pixel& background : backgrounds) {
+      const Pixel dark = blend(background, plateColor(picture));
       int legiblePixels = 0;
       for (int x = 0; x < picture.width(); ++x) {
         for (int y = 0; y < picture.height(); ++y) {
-          const Pixel seen = on(ground, picture.at(x, y));
+          const Pixel seen = blend(background, picture.at(x, y));
           const bool isLighter = luminance(seen) > luminance(dark);
-          if (isLighter && y >= 3 && y < 13 && contrast(seen, dark) >= legible) ++legiblePixels;
+          if (isLighter && y >= 3 && y < 13 && contrast(seen, dark) >= legibleContrast) {
+            ++legiblePixels;
+          }
         }
       }
-      EXPECT_GE(legiblePixels, 10) << digit << " on " << ground;
+      EXPECT_GE(legiblePixels, 10) << digit << " on " << background;
     }
   }
 }
 
-TEST(WideIcon, LooksTheSameOnWhiteAsOnBlack) {
-  // Beyond its round corners: they let the ground through.
+TEST(WideIcon, LooksSimilarOnWhiteAndOnBlack) {
+  // The round corners are transparent and therefore not compared.
   for (const int height : {16, 22, 64}) {
     const Picture picture = rendered(wideIcon(battery, title), height);
     const int corner = height / 4 + 1;
     for (int x = corner; x < picture.width() - corner; ++x) {
       for (int y = 0; y < height; ++y) {
         const Pixel pixel = picture.at(x, y);
-        EXPECT_LE(difference(on(grounds[0], pixel), on(grounds[1], pixel)), 32)
+        EXPECT_LE(difference(blend(backgrounds[0], pixel), blend(backgrounds[1], pixel)), 32)
             << "at " << x << " " << y << " of " << height;
       }
     }
@@ -219,44 +222,43 @@ TEST(WideIcon, HasAPlateWithRoundCorners) {
 
 TEST(WideIcon, HasTheSameMarginOnBothSides) {
   const Picture picture = rendered(wideIcon(noSymbol, {run("0%0")}), 64);
-  const Rect ink = lightPart(picture);
+  const Rect ink = lightBounds(picture);
   EXPECT_NEAR(ink.minX(), picture.width() - ink.maxX(), 1.0);
   EXPECT_GE(ink.minX(), 10.0);
 }
 
 TEST(WideIcon, ArrowsAreWiderThanDigitsAtSixteenPixels) {
   for (const char* arrow : {"▲", "▼"}) {
-    const Rect ink = lightPart(rendered(wideIcon(noSymbol, {run(arrow)}), 16));
+    const Rect ink = lightBounds(rendered(wideIcon(noSymbol, {run(arrow)}), 16));
     EXPECT_GE(ink.width, 6.0) << arrow;
     EXPECT_GE(ink.height, 5.0) << arrow;
-    EXPECT_GT(ink.width, lightPart(rendered(wideIcon(noSymbol, {run("0")}), 16)).width);
+    EXPECT_GT(ink.width, lightBounds(rendered(wideIcon(noSymbol, {run("0")}), 16)).width);
   }
 }
 
-TEST(WideIcon, TheDotIsUnlikeAZeroAtSixteenPixels) {
+TEST(WideIcon, DotDiffersFromAZeroAtSixteenPixels) {
   const auto center = [](const Picture& picture) { return picture.at(picture.width() / 2, 8); };
   const Picture dot = rendered(wideIcon(noSymbol, {run("•")}), 16);
   const Picture zero = rendered(wideIcon(noSymbol, {run("0")}), 16);
   EXPECT_EQ(center(dot), white);
-  EXPECT_GE(contrast(white, on(grounds[1], center(zero))), legible);
-  EXPECT_EQ(lightPart(dot).width, lightPart(dot).height);
-  EXPECT_LE(lightPart(dot).height, 0.6 * lightPart(zero).height);
+  EXPECT_GE(contrast(white, blend(backgrounds[1], center(zero))), legibleContrast);
+  EXPECT_EQ(lightBounds(dot).width, lightBounds(dot).height);
+  EXPECT_LE(lightBounds(dot).height, 0.6 * lightBounds(zero).height);
 }
 
-TEST(WideIcon, TheDotBetweenFiguresIsInTheMiddle) {
-  // What the dot adds to a blank of the same width.
+TEST(WideIcon, MiddleDotIsCenteredVertically) {
   const Picture picture = rendered(wideIcon(noSymbol, {run("·")}), 64);
-  const Rect ink = lightPart(picture);
+  const Rect ink = lightBounds(picture);
   EXPECT_NEAR(ink.minY() + ink.height / 2.0, 32.0, 3.0);
 }
 
-TEST(WideIcon, WithoutASymbolIsTheTitle) {
+TEST(WideIcon, ShowsOnlyTheTitleWithoutASymbol) {
   const Picture picture = rendered(wideIcon(noSymbol, {run("64%")}), 64);
   EXPECT_LT(picture.width(), 2 * 64);
   EXPECT_TRUE(hasInk(picture, 0, 30, white));
 }
 
-TEST(WideIcon, LeavesOutARunThatCannotBeDrawn) {
+TEST(WideIcon, OmitsARunWithUnsupportedCharacters) {
   EXPECT_EQ(wideIcon(battery, {run(" 64%"), run(" nan W")}), wideIcon(battery, {run(" 64%")}));
 }
 

@@ -4,7 +4,7 @@
 
 namespace lumowatt {
 
-TEST(FatalDeathTest, EndsTheProcessWithAMessageAndStatus1) {
+TEST(FatalDeathTest, PrintsAMessageAndExitsWithStatus1) {
   EXPECT_EXIT(fatal("cannot count", "too much"), testing::ExitedWithCode(1),
               "^lumowatt: cannot count: too much\n$");
 }

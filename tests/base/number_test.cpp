@@ -19,24 +19,24 @@ constexpr double smallest = std::numeric_limits<double>::denorm_min();
 
 }  // namespace
 
-TEST(Fixed, HasExactlyTheDecimalsAskedFor) {
+TEST(Fixed, PrintsExactlyTheRequestedNumberOfDecimals) {
   EXPECT_EQ(fixed(12.345, 1), "12.3");
   EXPECT_EQ(fixed(12.0, 3), "12.000");
   EXPECT_EQ(fixed(97.6, 0), "98");
   EXPECT_EQ(fixed(-0.95, 2), "-0.95");
 }
 
-TEST(Fixed, KeepsTheSignOfWhatRoundsToZero) {
+TEST(Fixed, PreservesTheSignOfNumbersThatRoundToZero) {
   EXPECT_EQ(fixed(-0.0001, 3), "-0.000");
   EXPECT_EQ(fixed(-0.0, 3), "-0.000");
 }
 
-TEST(Fixed, HasRoomForTheLargestNumbers) {
+TEST(Fixed, FormatsTheLargestNumbersCompletely) {
   EXPECT_EQ(fixed(-greatest, 9).size(), 1U + 309U + 1U + 9U);
   EXPECT_EQ(fixed(infinity, 1), "inf");
 }
 
-TEST(Fixed, AgreesWithPrintf) {
+TEST(Fixed, FormatsLikePrintf) {
   std::mt19937_64 random(1);
   std::uniform_real_distribution<double> value(-1e5, 1e5);
   for (int i = 0; i < 10000; ++i) {
@@ -47,19 +47,19 @@ TEST(Fixed, AgreesWithPrintf) {
       ASSERT_EQ(fixed(number, decimals), expected);
     }
   }
-  EXPECT_EQ(fixed(0.5, 0), "0") << "ties go to the even digit";
+  EXPECT_EQ(fixed(0.5, 0), "0") << "ties round to the even digit";
   EXPECT_EQ(fixed(1.5, 0), "2");
   EXPECT_EQ(fixed(0.25, 1), "0.2");
 }
 
-TEST(FixedWithSign, HasAnAsciiSignAlways) {
+TEST(FixedWithSign, AlwaysPrintsAnAsciiSign) {
   EXPECT_EQ(fixedWithSign(1.5, 3), "+1.500");
   EXPECT_EQ(fixedWithSign(-1.234, 3), "-1.234");
   EXPECT_EQ(fixedWithSign(0.0, 3), "+0.000");
   EXPECT_EQ(fixedWithSign(-0.0004, 3), "-0.000");
 }
 
-TEST(Shortest, HasAFractionalPartAlways) {
+TEST(Shortest, AlwaysPrintsAFractionalPart) {
   EXPECT_EQ(shortest(31.5), "31.5");
   EXPECT_EQ(shortest(30.0), "30.0");
   EXPECT_EQ(shortest(30.94), "30.94");
@@ -67,7 +67,7 @@ TEST(Shortest, HasAFractionalPartAlways) {
   EXPECT_EQ(shortest(0.0), "0.0");
 }
 
-TEST(Shortest, ReadsBackAsTheSameValueWithoutAnExponent) {
+TEST(Shortest, PrintsTextThatParsesToTheSameValueWithoutAnExponent) {
   for (const double value : {0.1, 1.0 / 3.0, 1e22, 92233720368547758.07, greatest, smallest}) {
     const std::string text = shortest(value);
     EXPECT_EQ(std::strtod(text.c_str(), nullptr), value) << text;
@@ -76,15 +76,15 @@ TEST(Shortest, ReadsBackAsTheSameValueWithoutAnExponent) {
   }
 }
 
-TEST(Shortest, HasRoomForTheNumbersWithTheMostDecimals) {
+TEST(Shortest, FormatsTheNumbersWithTheMostDecimalsCompletely) {
   EXPECT_EQ(shortest(-smallest), "-0." + std::string(323, '0') + "5");
   EXPECT_EQ(shortest(-std::numeric_limits<double>::min()),
             "-0." + std::string(307, '0') + "22250738585072014");
 }
 
-TEST(Shortest, OfWhatIsNoNumberHasNoFraction) { EXPECT_EQ(shortest(infinity), "inf"); }
+TEST(Shortest, PrintsNoFractionalPartForInfinity) { EXPECT_EQ(shortest(infinity), "inf"); }
 
-TEST(Sign, IsTheMinusSignBelowZeroOnly) {
+TEST(Sign, IsTheUnicodeMinusSignOnlyBelowZero) {
   EXPECT_EQ(sign(-0.04), "\u2212");
   EXPECT_EQ(sign(0.0), "+");
   EXPECT_EQ(sign(-0.0), "+");
@@ -92,14 +92,14 @@ TEST(Sign, IsTheMinusSignBelowZeroOnly) {
   EXPECT_EQ(sign(std::numeric_limits<double>::quiet_NaN()), "+");
 }
 
-TEST(Magnitude, HasNoSign) {
+TEST(Magnitude, OmitsTheSign) {
   EXPECT_EQ(magnitude(-7.06, 1), "7.1");
   EXPECT_EQ(magnitude(-0.0, 1), "0.0");
 }
 
 using NumbersInGermanLocale = InGermanLocale;
 
-TEST_F(NumbersInGermanLocale, HaveAPoint) {
+TEST_F(NumbersInGermanLocale, UseADecimalPoint) {
   EXPECT_EQ(fixed(1234.5, 2), "1234.50");
   EXPECT_EQ(fixedWithSign(1234.5, 2), "+1234.50");
   EXPECT_EQ(shortest(1234.5), "1234.5");

@@ -8,23 +8,23 @@ namespace lumowatt {
 
 namespace {
 
-/// What operator new does when there is no memory.
-void askInVain() {
-  endWhenOutOfMemory();
+/// Calls the new-handler as `operator new` does when it cannot allocate memory.
+void failAllocation() {
+  exitWhenOutOfMemory();
   std::get_new_handler()();
 }
 
 }  // namespace
 
-TEST(OutOfMemory, IsHandledOnceThatIsAskedFor) {
+TEST(ExitWhenOutOfMemory, InstallsANewHandler) {
   ASSERT_EQ(std::get_new_handler(), nullptr);
-  endWhenOutOfMemory();
+  exitWhenOutOfMemory();
   EXPECT_NE(std::get_new_handler(), nullptr);
   std::set_new_handler(nullptr);
 }
 
-TEST(OutOfMemoryDeathTest, EndsTheProcessWithAMessageAndStatus1) {
-  EXPECT_EXIT(askInVain(), testing::ExitedWithCode(1), "^lumowatt: out of memory\n$");
+TEST(ExitWhenOutOfMemoryDeathTest, PrintsAMessageAndExitsWithStatus1) {
+  EXPECT_EXIT(failAllocation(), testing::ExitedWithCode(1), "^lumowatt: out of memory\n$");
 }
 
 }  // namespace lumowatt

@@ -4,7 +4,7 @@
 
 namespace lumowatt {
 
-TEST(Trimmed, LosesTheWhiteSpaceAtItsEndsAlone) {
+TEST(Trimmed, RemovesOnlyLeadingAndTrailingWhiteSpace) {
   EXPECT_EQ(trimmed("  a b\t\r\n\v\f"), "a b");
   EXPECT_EQ(trimmed("a"), "a");
   EXPECT_EQ(trimmed(" \t\r "), "");

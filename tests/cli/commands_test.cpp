@@ -12,10 +12,10 @@ namespace lumowatt {
 
 namespace {
 
-/// The bitmaps of a factory that the test keeps.
-class LentBitmaps : public BitmapFactory {
+/// Forwards to a factory that the test owns.
+class ForwardingBitmapFactory : public BitmapFactory {
  public:
-  explicit LentBitmaps(BitmapFactory& bitmaps) : bitmaps_(bitmaps) {}
+  explicit ForwardingBitmapFactory(BitmapFactory& bitmaps) : bitmaps_(bitmaps) {}
 
   Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
                                        Appearance appearance) override {
@@ -26,18 +26,20 @@ class LentBitmaps : public BitmapFactory {
   BitmapFactory& bitmaps_;
 };
 
+/// Runs a command without a desktop and checks its output and exit status.
 void expectOutcome(const Command& command, BatteryService& battery, BitmapFactory& bitmaps,
                    const std::string& output, int status) {
   const Services services{
       .battery = battery,
-      .makeBitmaps = [&] { return std::make_unique<LentBitmaps>(bitmaps); },
+      .makeBitmaps = [&] { return std::make_unique<ForwardingBitmapFactory>(bitmaps); },
       .makeDesktop = []() -> Result<std::unique_ptr<Desktop>> { return Failure{"no module"}; }};
-  const Outcome outcome = carryOut(command, "1.0.0", services);
+  const Outcome outcome = runCommand(command, "1.0.0", services);
   EXPECT_EQ(outcome.output, output);
   EXPECT_EQ(outcome.status, status);
 }
 
-/// The same, and no bitmap is made.
+/// Runs a command without a desktop, checks its output and exit status, and checks that it draws no
+/// bitmap.
 void expectOutcome(const Command& command, BatteryService& battery, const std::string& output,
                    int status) {
   RecordingBitmapFactory bitmaps;
@@ -45,33 +47,33 @@ void expectOutcome(const Command& command, BatteryService& battery, const std::s
   EXPECT_TRUE(bitmaps.operations.empty());
 }
 
-/// A desktop that shows the item's title and ends.
+/// Desktop that starts the application, stores the title of the item in `title`, and then exits.
 class BriefDesktop : public FakeDesktop {
  public:
-  BriefDesktop(std::string& title, Result<> end) : title_(title), end_(std::move(end)) {}
+  BriefDesktop(std::string& title, Result<> result) : title_(title), result_(std::move(result)) {}
 
   Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override {
     delegate->applicationDidFinishLaunching();
     title_ = plainTitle();
-    return end_;
+    return result_;
   }
 
  private:
   std::string& title_;
-  Result<> end_;
+  Result<> result_;
 };
 
-/// Shows the item of a battery at 64 % on such a desktop.
-Outcome showItem(std::string& title, const Result<>& end) {
+/// Shows the item of a battery at 64 % on a `BriefDesktop` whose `run` returns `result`.
+Outcome showItem(std::string& title, const Result<>& result) {
   PropertyDictionary properties;
   properties.set("CurrentCapacity", PropertyValue::number(64));
   properties.set("MaxCapacity", PropertyValue::number(100));
   ScriptedBattery battery(properties);
   const auto makeDesktop = [&] {
-    return std::unique_ptr<Desktop>(std::make_unique<BriefDesktop>(title, end));
+    return std::unique_ptr<Desktop>(std::make_unique<BriefDesktop>(title, result));
   };
-  return carryOut(ShowMenuBarItem{}, "1.0.0",
-                  {.battery = battery, .makeBitmaps = nullptr, .makeDesktop = makeDesktop});
+  return runCommand(ShowMenuBarItem{}, "1.0.0",
+                    {.battery = battery, .makeBitmaps = nullptr, .makeDesktop = makeDesktop});
 }
 
 bool hasCaption(const RecordingBitmapFactory& bitmaps) {
@@ -82,99 +84,99 @@ bool hasCaption(const RecordingBitmapFactory& bitmaps) {
 
 }  // namespace
 
-TEST(Commands, VersionIsOneLineAndReadsNoBattery) {
+TEST(RunCommand, PrintsTheVersionWithoutReadingTheBattery) {
   ScriptedBattery battery(PropertyDictionary{});
   expectOutcome(PrintVersion{}, battery, "1.0.0\n", 0);
-  EXPECT_EQ(battery.asked, 0);
+  EXPECT_EQ(battery.callCount, 0);
 }
 
-TEST(Commands, DumpReadsTheBatteryOnce) {
+TEST(RunCommand, ReadsTheBatteryOnceForADump) {
   PropertyDictionary properties;
   properties.set("Voltage", PropertyValue::number(12000));
   ScriptedBattery battery(properties);
   Reading expected;
   expected.batteryVolts = 12.0;
   expectOutcome(PrintDump{}, battery, dump(expected), 0);
-  EXPECT_EQ(battery.asked, 1);
+  EXPECT_EQ(battery.callCount, 1);
 }
 
-TEST(Commands, DumpWithoutABatteryIsAnError) {
+TEST(RunCommand, FailsToDumpWithoutABattery) {
   ScriptedBattery battery;
   expectOutcome(PrintDump{}, battery, "error=no battery\n", 1);
 }
 
-TEST(Commands, SnapshotOfAnUnknownSampleIsAnErrorAndDoesNotFallBackToTheBattery) {
+TEST(RunCommand, RejectsAnUnknownSampleWithoutReadingTheBattery) {
   ScriptedBattery battery(PropertyDictionary{});
   expectOutcome(WriteSnapshot{"out.png", "nosuch"}, battery, "error=unknown sample\n", 1);
   expectOutcome(WriteSnapshot{"out.png", ""}, battery, "error=unknown sample\n", 1);
-  EXPECT_EQ(battery.asked, 0);
+  EXPECT_EQ(battery.callCount, 0);
 }
 
-TEST(Commands, SnapshotAsksForBitmapsBeforeAnythingElse) {
+TEST(RunCommand, CreatesTheBitmapFactoryFirstForASnapshot) {
   ScriptedBattery battery;
-  int asked = 0;
+  int factoryCount = 0;
   const auto makeBitmaps = [&] {
-    ++asked;
-    EXPECT_EQ(battery.asked, 0);
+    ++factoryCount;
+    EXPECT_EQ(battery.callCount, 0);
     return std::make_unique<RecordingBitmapFactory>();
   };
   const Services services{.battery = battery, .makeBitmaps = makeBitmaps, .makeDesktop = nullptr};
-  EXPECT_EQ(carryOut(WriteSnapshot{"out.png", "nosuch"}, "1.0.0", services).output,
+  EXPECT_EQ(runCommand(WriteSnapshot{"out.png", "nosuch"}, "1.0.0", services).output,
             "error=unknown sample\n");
-  EXPECT_EQ(asked, 1);
-  EXPECT_EQ(carryOut(WriteSnapshot{"out.png", std::nullopt}, "1.0.0", services).output,
+  EXPECT_EQ(factoryCount, 1);
+  EXPECT_EQ(runCommand(WriteSnapshot{"out.png", std::nullopt}, "1.0.0", services).output,
             "error=no battery\n");
-  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(factoryCount, 2);
 }
 
-TEST(Commands, LiveSnapshotWithoutABatteryIsAnError) {
+TEST(RunCommand, FailsToWriteALiveSnapshotWithoutABattery) {
   ScriptedBattery battery;
   expectOutcome(WriteSnapshot{"out.png", std::nullopt}, battery, "error=no battery\n", 1);
 }
 
-TEST(Commands, LiveSnapshotReadsTheBatteryOnceAndHasNoCaption) {
+TEST(RunCommand, WritesALiveSnapshotOfOneReadingWithoutACaption) {
   const TemporaryFolder folder;
   const std::string path = folder.path() / "out.png";
   ScriptedBattery battery(PropertyDictionary{});
   RecordingBitmapFactory bitmaps;
   expectOutcome(WriteSnapshot{path, std::nullopt}, battery, bitmaps, "wrote " + path + "\n", 0);
-  EXPECT_EQ(battery.asked, 1);
+  EXPECT_EQ(battery.callCount, 1);
   EXPECT_FALSE(hasCaption(bitmaps));
   EXPECT_EQ(fileContents(path), "(the picture)");
 }
 
-TEST(Commands, SnapshotOfASampleReadsNoBatteryAndHasACaption) {
+TEST(RunCommand, WritesACaptionedSampleSnapshotWithoutReadingTheBattery) {
   const TemporaryFolder folder;
   const std::string path = folder.path() / "out.png";
   ScriptedBattery battery;
   RecordingBitmapFactory bitmaps;
   expectOutcome(WriteSnapshot{path, "low"}, battery, bitmaps, "wrote " + path + "\n", 0);
-  EXPECT_EQ(battery.asked, 0);
+  EXPECT_EQ(battery.callCount, 0);
   EXPECT_TRUE(hasCaption(bitmaps));
   EXPECT_EQ(fileContents(path), "(the picture)");
 }
 
-TEST(Commands, SnapshotWithoutABitmapIsAnError) {
+TEST(RunCommand, FailsWhenASnapshotCannotBeDrawn) {
   ScriptedBattery battery(PropertyDictionary{});
   RecordingBitmapFactory bitmaps;
-  bitmaps.refuses = true;
+  bitmaps.isFailing = true;
   expectOutcome(WriteSnapshot{"/", "low"}, battery, bitmaps, "error=no bitmap\n", 1);
 }
 
-TEST(Commands, SnapshotThatCannotBeEncodedIsAnError) {
+TEST(RunCommand, FailsWhenASnapshotCannotBeEncoded) {
   ScriptedBattery battery(PropertyDictionary{});
   RecordingBitmapFactory bitmaps;
   bitmaps.png = std::nullopt;
   expectOutcome(WriteSnapshot{"/", "low"}, battery, bitmaps, "error=could not encode png\n", 1);
 }
 
-TEST(Commands, SnapshotThatCannotBeWrittenIsAnError) {
+TEST(RunCommand, FailsWhenASnapshotCannotBeWritten) {
   ScriptedBattery battery(PropertyDictionary{});
   RecordingBitmapFactory bitmaps;
   expectOutcome(WriteSnapshot{"/", "low"}, battery, bitmaps, "error=Is a directory\n", 1);
 }
 
-TEST(Commands, MenuBarItemIsAnApplicationOnTheDesktop) {
+TEST(RunCommand, RunsTheApplicationOnTheDesktopForTheMenuBarItem) {
   std::string title;
   const Outcome outcome = showItem(title, {});
   EXPECT_TRUE(title.starts_with(" 64%")) << title;
@@ -182,14 +184,14 @@ TEST(Commands, MenuBarItemIsAnApplicationOnTheDesktop) {
   EXPECT_EQ(outcome.status, 0);
 }
 
-TEST(Commands, MenuBarItemThatEndsBadlyIsAnError) {
+TEST(RunCommand, FailsWhenTheDesktopFailsToRunTheMenuBarItem) {
   std::string title;
   const Outcome outcome = showItem(title, Failure{"the panel broke"});
   EXPECT_EQ(outcome.output, "error=the panel broke\n");
   EXPECT_EQ(outcome.status, 1);
 }
 
-TEST(Commands, MenuBarItemWithoutADesktopIsAnErrorWhoseReasonIsOnTheStandardError) {
+TEST(RunCommand, FailsWithoutADesktopAndReportsTheReason) {
   ScriptedBattery battery(PropertyDictionary{});
   testing::internal::CaptureStderr();
   expectOutcome(ShowMenuBarItem{}, battery, "error=no desktop\n", 1);

@@ -43,13 +43,17 @@ bool hasLine(const std::string& text, const std::string& line) {
 
 }  // namespace
 
-TEST(Dump, OfADrainingBattery) { EXPECT_EQ(dump(*sampleReading("draining")), drainingDump); }
+TEST(Dump, PrintsAllValuesOfADrainingBattery) {
+  EXPECT_EQ(dump(*sampleReading("draining")), drainingDump);
+}
 
 using DumpInGermanLocale = InGermanLocale;
 
-TEST_F(DumpInGermanLocale, IsTheSame) { EXPECT_EQ(dump(*sampleReading("draining")), drainingDump); }
+TEST_F(DumpInGermanLocale, EqualsTheDumpInTheDefaultLocale) {
+  EXPECT_EQ(dump(*sampleReading("draining")), drainingDump);
+}
 
-TEST(Dump, HasAWordForEachAbsentValue) {
+TEST(Dump, PrintsAWordForEachUnknownValue) {
   const std::string text = dump(Reading());
   EXPECT_TRUE(hasLine(text, "minutes=unknown")) << text;
   EXPECT_TRUE(hasLine(text, "percentPerHour=unknown")) << text;
@@ -57,7 +61,7 @@ TEST(Dump, HasAWordForEachAbsentValue) {
   EXPECT_TRUE(hasLine(text, "adapterName=")) << text;
 }
 
-TEST(Dump, TheTemperatureAlwaysHasAFractionalPart) {
+TEST(Dump, PrintsTheTemperatureWithAFractionalPart) {
   Reading reading;
   reading.temperatureC = 31.5;
   EXPECT_TRUE(hasLine(dump(reading), "temperatureC=31.5"));
@@ -65,15 +69,16 @@ TEST(Dump, TheTemperatureAlwaysHasAFractionalPart) {
   EXPECT_TRUE(hasLine(dump(reading), "temperatureC=30.0"));
 }
 
-TEST(Dump, TheRateIsThatOfItsStepsInDoubles) {
-  // Exactly 31.875, which would be 31.88, but 31.874999999999996 in doubles.
+TEST(Dump, CalculatesTheRateInDoublePrecision) {
+  // The exact rate is 31.875, which rounds to 31.88. Calculated with doubles it is
+  // 31.874999999999996, which rounds to 31.87.
   Reading reading;
   reading.rawMax = 5440;
   reading.batteryAmps = 1.734;
   EXPECT_TRUE(hasLine(dump(reading), "percentPerHour=31.87"));
 }
 
-TEST(Dump, ANegativeZeroKeepsItsSign) {
+TEST(Dump, PreservesTheSignOfANegativeZero) {
   Reading reading;
   reading.batteryWatts = -0.0;
   EXPECT_TRUE(hasLine(dump(reading), "batteryWatts=-0.000"));
@@ -81,7 +86,7 @@ TEST(Dump, ANegativeZeroKeepsItsSign) {
 
 class DumpOfMachine : public testing::TestWithParam<std::string> {};
 
-TEST_P(DumpOfMachine, IsThatOfItsDictionary) {
+TEST_P(DumpOfMachine, MatchesTheExpectedDump) {
   const auto machine = jsonFile(fixturePath("registry", GetParam()));
   ScriptedBattery battery(propertiesFromJson(machine["properties"]));
   EXPECT_EQ(dump(read(battery).value()), machine["dump"].get<std::string>());

@@ -7,18 +7,18 @@
 
 namespace lumowatt {
 
-/// Takes its timer from the list at the end of its life.
-class FakeDesktop::RunningTimer : public Timer {
+/// Handle of an active timer, which it removes on destruction.
+class FakeDesktop::TimerHandle : public Timer {
  public:
-  RunningTimer(std::list<Running>& timers, std::list<Running>::iterator running)
-      : timers_(timers), running_(running) {}
-  RunningTimer(const RunningTimer&) = delete;
-  RunningTimer& operator=(const RunningTimer&) = delete;
-  ~RunningTimer() override { timers_.erase(running_); }
+  TimerHandle(std::list<ActiveTimer>& timers, std::list<ActiveTimer>::iterator timer)
+      : timers_(timers), timer_(timer) {}
+  TimerHandle(const TimerHandle&) = delete;
+  TimerHandle& operator=(const TimerHandle&) = delete;
+  ~TimerHandle() override { timers_.erase(timer_); }
 
  private:
-  std::list<Running>& timers_;
-  std::list<Running>::iterator running_;
+  std::list<ActiveTimer>& timers_;
+  std::list<ActiveTimer>::iterator timer_;
 };
 
 Result<> FakeDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
@@ -27,33 +27,35 @@ Result<> FakeDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
 }
 
 std::unique_ptr<Timer> FakeDesktop::startTimer(double interval, std::function<void()> tick) {
-  note("timer");
-  allTicks.push_back(tick);
+  recordCall("timer");
+  scheduledTicks.push_back(tick);
   timers_.push_back({interval, time + interval, std::move(tick)});
-  return std::make_unique<RunningTimer>(timers_, std::prev(timers_.end()));
+  return std::make_unique<TimerHandle>(timers_, std::prev(timers_.end()));
 }
 
-void FakeDesktop::watchPowerSources(std::function<void()> changed) {
-  note("watch power sources");
-  if (watchesPower) powerChanged_ = std::move(changed);
+void FakeDesktop::watchPowerSources(std::function<void()> onChanged) {
+  recordCall("watch power sources");
+  if (canWatchPowerSources) onPowerSourceChanged_ = std::move(onChanged);
 }
 
-void FakeDesktop::changePower() const {
-  if (powerChanged_) powerChanged_();
+void FakeDesktop::reportPowerSourceChange() const {
+  if (onPowerSourceChanged_) onPowerSourceChanged_();
 }
 
 std::vector<std::optional<StoredPreference>> FakeDesktop::preferences(
     const std::vector<std::string_view>& keys) {
-  ++preferenceReadings;
+  ++preferenceReads;
   std::vector<std::optional<StoredPreference>> values;
   for (const std::string_view key : keys) {
-    const auto found = store.find(key);
+    const auto entry = store.find(key);
     auto& value = values.emplace_back(StoredPreference{});
-    if (found == store.end()) {
-      value.reset();  // whoever reads it all the same finds zeros, which are not the defaults
+    if (entry == store.end()) {
+      // Code that dereferences this empty optional by mistake reads zeros, which differ from the
+      // defaults.
+      value.reset();
       continue;
     }
-    const std::string& text = found->second;
+    const std::string& text = entry->second;
     value = {.integer = 0, .boolean = text == "true"};
     std::from_chars(text.data(), text.data() + text.size(), value->integer);
   }
@@ -68,43 +70,43 @@ void FakeDesktop::setPreference(std::string_view key, PreferenceValue value) {
 }
 
 bool FakeDesktop::setLoginItem(bool isRegistered) {
-  note(isRegistered ? "register login item" : "unregister login item");
-  if (refusesLogin) return false;
+  recordCall(isRegistered ? "register login item" : "unregister login item");
+  if (isLoginItemReadOnly) return false;
   loginItem = isRegistered ? LoginItemStatus::enabled : LoginItemStatus::notRegistered;
   return true;
 }
 
 void FakeDesktop::show(ButtonContents contents) {
-  note("contents");
-  shown = std::move(contents);
+  recordCall("contents");
+  buttonContents = std::move(contents);
 }
 
 void FakeDesktop::setImage(const std::optional<Image>& newImage) {
-  note("image");
-  shown.image = newImage;
+  recordCall("image");
+  buttonContents.image = newImage;
 }
 
 void FakeDesktop::setTitle(std::string_view newTitle) {
-  note("title");
-  shown.title = {.text = {{std::string(newTitle), systemFont(0.0)}}, .tiles = {}};
+  recordCall("title");
+  buttonContents.title = {.text = {{std::string(newTitle), systemFont(0.0)}}, .tiles = {}};
 }
 
-void FakeDesktop::pass(double seconds) {
+void FakeDesktop::advanceTime(double seconds) {
   const double end = time + seconds;
   for (;;) {
-    const auto due = std::ranges::min_element(timers_, {}, &Running::next);
-    if (due == timers_.end() || due->next > end) break;
-    time = due->next;
-    due->next += due->interval;
-    const std::function<void()> tick = due->tick;  // which may stop its own timer
+    const auto due = std::ranges::min_element(timers_, {}, &ActiveTimer::nextTick);
+    if (due == timers_.end() || due->nextTick > end) break;
+    time = due->nextTick;
+    due->nextTick += due->interval;
+    const std::function<void()> tick = due->tick;  // a copy, because the call may destroy the timer
     tick();
   }
   time = end;
 }
 
 std::string FakeDesktop::symbol() const {
-  if (!shown.image) return "none";
-  const auto& glyph = std::get<Symbol>(shown.image->content);
+  if (!buttonContents.image) return "none";
+  const auto& glyph = std::get<Symbol>(buttonContents.image->content);
   std::string text = glyph.name;
   if (glyph.isTemplate) text += " template";
   if (glyph.tint == std::optional(systemGreen)) text += " green";
@@ -115,14 +117,14 @@ std::string FakeDesktop::symbol() const {
 
 std::string FakeDesktop::plainTitle() const {
   std::string text;
-  for (const TextRun& run : shown.title.text) text += run.text;
+  for (const TextRun& run : buttonContents.title.text) text += run.text;
   return text;
 }
 
-std::vector<double> FakeDesktop::intervals() const {
+std::vector<double> FakeDesktop::timerIntervals() const {
   std::vector<double> all;
   all.reserve(timers_.size());
-  for (const Running& running : timers_) all.push_back(running.interval);
+  for (const ActiveTimer& timer : timers_) all.push_back(timer.interval);
   return all;
 }
 

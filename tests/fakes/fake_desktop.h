@@ -10,7 +10,8 @@
 
 namespace lumowatt {
 
-/// A desktop whose time passes when it is told to, and that keeps what it is asked to show and do.
+/// Desktop with a simulated clock. Records the calls that it receives and the contents that it
+/// shows.
 class FakeDesktop : public Desktop, public StatusButton {
  public:
   // Desktop
@@ -18,11 +19,11 @@ class FakeDesktop : public Desktop, public StatusButton {
   Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
   StatusButton* button() override { return hasButton ? this : nullptr; }
   void attachMenu(std::string_view autosaveName) override {
-    note("attach menu " + std::string(autosaveName));
+    recordCall("attach menu " + std::string(autosaveName));
   }
   double now() override { return time; }
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
-  void watchPowerSources(std::function<void()> changed) override;
+  void watchPowerSources(std::function<void()> onChanged) override;
   std::vector<std::optional<StoredPreference>> preferences(
       const std::vector<std::string_view>& keys) override;
   void setPreference(std::string_view key, PreferenceValue value) override;
@@ -30,8 +31,8 @@ class FakeDesktop : public Desktop, public StatusButton {
   void copyText(std::string_view text) override { pasteboard = text; }
   LoginItemStatus loginItemStatus() override { return loginItem; }
   bool setLoginItem(bool isRegistered) override;
-  void beep() override { note("beep"); }
-  void openBatterySettings() override { note("open battery settings"); }
+  void beep() override { recordCall("beep"); }
+  void openBatterySettings() override { recordCall("open battery settings"); }
 
   // StatusButton
 
@@ -39,48 +40,49 @@ class FakeDesktop : public Desktop, public StatusButton {
   void setImage(const std::optional<Image>& newImage) override;
   void setTitle(std::string_view newTitle) override;
 
-  /// Lets time pass, and the timers tick in the order of their times.
-  void pass(double seconds);
+  /// Advances the clock and calls the timers that become due, in the order of their times.
+  void advanceTime(double seconds);
 
-  /// Tells that a power source changed.
-  void changePower() const;
+  /// Notifies the application that a power source changed.
+  void reportPowerSourceChange() const;
 
-  /// The name and the tint of the symbol that is shown; "none" without one.
+  /// Returns the name of the symbol that the button shows, followed by "template" or the color of
+  /// its tint. Returns "none" without a symbol.
   std::string symbol() const;
 
-  /// The title in plain text.
+  /// Returns the title of the button as plain text.
   std::string plainTitle() const;
 
-  /// The intervals of the timers that run.
-  std::vector<double> intervals() const;
+  /// Returns the intervals of the active timers.
+  std::vector<double> timerIntervals() const;
 
   bool hasButton = true;
-  bool watchesPower = true;  ///< whether it can
+  bool canWatchPowerSources = true;  ///< whether `watchPowerSources` has an effect
   bool reducedMotion = false;
-  bool refusesLogin = false;  ///< whether changing the login item fails
+  bool isLoginItemReadOnly = false;  ///< whether `setLoginItem` fails
   double time = 1000.0;
   LoginItemStatus loginItem = LoginItemStatus::notRegistered;
-  std::map<std::string, std::string, std::less<>> store;  ///< of preferences
-  int preferenceReadings = 0;
+  std::map<std::string, std::string, std::less<>> store;  ///< stored preferences as text
+  int preferenceReads = 0;
   std::string pasteboard = "(untouched)";
-  ButtonContents shown;
-  std::vector<std::string> notes;  ///< what was called, in order
+  ButtonContents buttonContents;
+  std::vector<std::string> calls;  ///< received calls, in order
 
-  /// Ticks that were once scheduled, whose timers may have been stopped since.
-  std::vector<std::function<void()>> allTicks;
+  /// Callbacks of all timers that were ever started, including stopped ones.
+  std::vector<std::function<void()>> scheduledTicks;
 
  private:
-  struct Running {
+  struct ActiveTimer {
     double interval;
-    double next;
+    double nextTick;
     std::function<void()> tick;
   };
-  class RunningTimer;
+  class TimerHandle;
 
-  void note(std::string text) { notes.push_back(std::move(text)); }
+  void recordCall(std::string text) { calls.push_back(std::move(text)); }
 
-  std::list<Running> timers_;
-  std::function<void()> powerChanged_;
+  std::list<ActiveTimer> timers_;
+  std::function<void()> onPowerSourceChanged_;
 };
 
 }  // namespace lumowatt

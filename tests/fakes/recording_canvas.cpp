@@ -71,7 +71,7 @@ std::string text(const Font& font) {
 
 struct ElementText {
   std::string operator()(const MoveTo& move) const { return " M" + text(move.to); }
-  std::string operator()(const LineTo& to) const { return " L" + text(to.to); }
+  std::string operator()(const LineTo& lineTo) const { return " L" + text(lineTo.to); }
   std::string operator()(const CurveTo& curve) const {
     return " C" + text(curve.control1) + text(curve.control2) + text(curve.to);
   }
@@ -79,9 +79,9 @@ struct ElementText {
 };
 
 std::string text(const Path& path) {
-  std::string pen;
-  for (const auto& element : path) pen += std::visit(ElementText{}, element);
-  return pen;
+  std::string elements;
+  for (const auto& element : path) elements += std::visit(ElementText{}, element);
+  return elements;
 }
 
 class RecordingBitmap : public Bitmap {
@@ -158,7 +158,7 @@ Result<std::unique_ptr<Bitmap>> RecordingBitmapFactory::draw(const Drawing& pict
   const auto [width, height] = picture.size;
   operations.push_back(line("bitmap ", width, " x ", height, " scale ", scale,
                             appearance == Appearance::dark ? " dark" : " light"));
-  if (refuses) return Failure{"no bitmaps today"};
+  if (isFailing) return Failure{"no bitmaps today"};
   RecordingCanvas canvas;
   canvas.drawImage({picture}, {0.0, 0.0, width, height});
   operations.insert(operations.end(), canvas.operations.begin(), canvas.operations.end());

@@ -8,8 +8,8 @@
 
 namespace lumowatt {
 
-/// Writes down what is drawn, an operation a line: its name, its numbers and its colour, in the
-/// order of `Canvas`. A drawing is drawn between "begin" and "end".
+/// Canvas that records each operation as a line of text: its name, its numbers and its color, in
+/// the order of the arguments. The operations of a nested drawing are between "begin" and "end".
 class RecordingCanvas : public Canvas {
  public:
   void fill(const Rect& rect, const Color& color) override;
@@ -19,22 +19,22 @@ class RecordingCanvas : public Canvas {
   void drawText(const AttributedString& text, Point origin) override;
   void drawImage(const Image& image, const Rect& rect) override;
 
-  /// That of `character` times the number of characters, across.
+  /// Returns the size of the text if every character has the size `character`.
   Size textSize(const AttributedString& text) override;
 
   Size character{10.0, 18.0};
   std::vector<std::string> operations;
 };
 
-/// Makes bitmaps that encode as `png`, and none while `refuses`.
+/// Factory of bitmaps that record the operations of the drawing and encode as `png`.
 class RecordingBitmapFactory : public BitmapFactory {
  public:
   Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
                                        Appearance appearance) override;
 
-  bool refuses = false;
-  std::optional<std::string> png = "(the picture)";
-  std::vector<std::string> operations;  ///< of all bitmaps
+  bool isFailing = false;                            ///< whether `draw` fails
+  std::optional<std::string> png = "(the picture)";  ///< empty if encoding should fail
+  std::vector<std::string> operations;               ///< of all bitmaps
 };
 
 }  // namespace lumowatt

@@ -7,21 +7,21 @@
 
 namespace lumowatt {
 
-/// A battery service that gives what it is told, and counts how often it is asked.
+/// Battery service that returns the properties that a test sets, and counts the calls.
 class ScriptedBattery : public BatteryService {
  public:
   ScriptedBattery() = default;
   explicit ScriptedBattery(PropertyDictionary properties) : properties_(std::move(properties)) {}
 
   std::optional<PropertyDictionary> properties() override {
-    ++asked;
+    ++callCount;
     return properties_;
   }
 
-  /// From now on it gives these; none for no battery.
+  /// Sets the properties that later calls return. std::nullopt means that there is no battery.
   void set(std::optional<PropertyDictionary> properties) { properties_ = std::move(properties); }
 
-  int asked = 0;
+  int callCount = 0;  ///< number of calls of `properties`
 
  private:
   std::optional<PropertyDictionary> properties_;

@@ -43,7 +43,7 @@ const Lines onBatteryLines = {
     "Temperature: 30.5 °C",
 };
 
-/// Whether some line starts with `start`.
+/// Returns whether any line starts with `start`.
 bool has(const Lines& lines, const std::string& start) {
   return std::any_of(lines.begin(), lines.end(),
                      [&start](const std::string& line) { return line.starts_with(start); });
@@ -51,13 +51,13 @@ bool has(const Lines& lines, const std::string& start) {
 
 }  // namespace
 
-TEST(Details, OfAReadingOnBattery) { EXPECT_EQ(details(onBattery()), onBatteryLines); }
+TEST(Details, DescribeAReadingOnBattery) { EXPECT_EQ(details(onBattery()), onBatteryLines); }
 
 using DetailsInGermanLocale = InGermanLocale;
 
-TEST_F(DetailsInGermanLocale, AreTheSame) { EXPECT_EQ(details(onBattery()), onBatteryLines); }
+TEST_F(DetailsInGermanLocale, UseADecimalPoint) { EXPECT_EQ(details(onBattery()), onBatteryLines); }
 
-TEST(Details, OfADefaultReadingAreSixLines) {
+TEST(Details, ConsistOfSixLinesForADefaultReading) {
   const Lines expected = {
       "On battery",
       "Charge: 0% (0 of 0 mAh)",
@@ -69,7 +69,7 @@ TEST(Details, OfADefaultReadingAreSixLines) {
   EXPECT_EQ(details(Reading()), expected);
 }
 
-TEST(Details, FullOnPowerHaveAdapterLinesAndNoTime) {
+TEST(Details, ContainAdapterLinesAndNoTimeWhenFullOnPower) {
   Reading reading = onBattery();
   reading.external = true;
   reading.full = true;
@@ -94,7 +94,7 @@ TEST(Details, FullOnPowerHaveAdapterLinesAndNoTime) {
   EXPECT_EQ(details(reading), expected);
 }
 
-TEST(Details, WhileChargingTellTheTimeToFullAndAreThirteenAtMost) {
+TEST(Details, ContainTheTimeToFullWhileCharging) {
   Reading reading = onBattery();
   reading.external = true;
   reading.charging = true;
@@ -121,20 +121,20 @@ TEST(Details, WhileChargingTellTheTimeToFullAndAreThirteenAtMost) {
   EXPECT_EQ(details(reading), expected);
 }
 
-TEST(Details, WhileChargingWithoutAnEstimateAreCalculating) {
+TEST(Details, ReportCalculatingWhileChargingWithoutAnEstimate) {
   Reading reading;
   reading.charging = true;
   EXPECT_EQ(details(reading)[2], "Time to full: calculating");
-  EXPECT_FALSE(has(details(reading), "From the adapter:")) << "that takes external power";
+  EXPECT_FALSE(has(details(reading), "From the adapter:")) << "this line requires external power";
 }
 
-TEST(Details, IdleOnPowerHaveNoTimeThoughThereIsAnEstimate) {
+TEST(Details, OmitTheTimeOnPowerWhenNotCharging) {
   Reading reading = onBattery();
   reading.external = true;
   EXPECT_FALSE(has(details(reading), "Time to"));
 }
 
-TEST(Details, ACurrentOfExactly10MilliamperesHasNoRate) {
+TEST(Details, OmitTheRateAtExactly10Milliamperes) {
   Reading reading = onBattery();
   for (const double amps : {0.01, -0.01}) {
     reading.batteryAmps = amps;
@@ -144,14 +144,14 @@ TEST(Details, ACurrentOfExactly10MilliamperesHasNoRate) {
   EXPECT_TRUE(has(details(reading), "Rate now: +0.2% per hour"));
 }
 
-TEST(Details, WithoutADesignCapacityHaveNoneOfItsLines) {
+TEST(Details, OmitAllCapacityLinesWithoutADesignCapacity) {
   Reading reading;
   reading.nominal = 5050;
   EXPECT_EQ(details(reading).size(), 6U);
   EXPECT_FALSE(has(details(reading), "Nominal"));
 }
 
-TEST(Details, WithoutANominalCapacityKeepTheOtherLinesOfTheDesign) {
+TEST(Details, OmitOnlyTheNominalLineWithoutANominalCapacity) {
   Reading reading = onBattery();
   reading.nominal = 0;
   EXPECT_TRUE(has(details(reading), "Capacity vs design"));
@@ -159,7 +159,7 @@ TEST(Details, WithoutANominalCapacityKeepTheOtherLinesOfTheDesign) {
   EXPECT_TRUE(has(details(reading), "Apple’s own health figure"));
 }
 
-TEST(Details, HaveALineForEachFigureOfExactly1) {
+TEST(Details, ContainALineForEachValueOfExactly1) {
   Reading reading;
   reading.external = true;
   reading.adapterWatts = 1;
@@ -181,7 +181,7 @@ TEST(Details, HaveALineForEachFigureOfExactly1) {
   EXPECT_EQ(details(reading), expected);
 }
 
-TEST(Details, KeepTheSignsOfTheAdaptersVoltageAndCurrentButNotOfPowers) {
+TEST(Details, PrintSignsOfAdapterVoltageAndCurrentButNotOfPowers) {
   Reading reading;
   reading.external = true;
   reading.wallWatts = -28.44;
@@ -192,9 +192,10 @@ TEST(Details, KeepTheSignsOfTheAdaptersVoltageAndCurrentButNotOfPowers) {
   EXPECT_TRUE(has(details(reading), "System use: 15.2 W"));
 }
 
-TEST(Details, TakeCapacityPercentagesFromTheQuotientsInDoubles) {
-  // Exactly 57.5 and 54.5, which would be 58 and 54: halves go to the even digit. A hundred times
-  // the doubles next to 0.575 and 0.545 are 57.49999999999999 and 54.50000000000001.
+TEST(Details, RoundCapacityPercentagesComputedInDoubles) {
+  // The exact percentages are 57.5 and 54.5. Halves round to the even digit, so they would be
+  // printed as 58% and 54%. The percentages computed in doubles are 57.49999999999999 and
+  // 54.50000000000001.
   Reading reading;
   reading.design = 4000;
   for (const auto& [capacity, percent] : {std::pair(2300, "57%"), std::pair(2180, "55%")}) {
@@ -208,8 +209,8 @@ TEST(Details, TakeCapacityPercentagesFromTheQuotientsInDoubles) {
   }
 }
 
-TEST(Details, TakeTheRateFromItsStepsInDoubles) {
-  // Exactly 61.25, but 61.25000000000001 in doubles.
+TEST(Details, RoundTheRateComputedInDoubles) {
+  // The exact rate is 61.25. The rate computed in doubles is 61.25000000000001.
   Reading reading;
   reading.rawMax = 5760;
   reading.batteryAmps = 3.528;
@@ -223,7 +224,7 @@ TEST(Details, DoNotClampTheCapacityPercentage) {
   EXPECT_TRUE(has(details(reading), "Capacity vs design, raw: 125% (5000 of 4000 mAh)"));
 }
 
-TEST(Details, TheAdapterRatingNeedsAWattAndExternalPower) {
+TEST(Details, ContainTheAdapterRatingOnlyIfPositiveAndOnPower) {
   Reading reading;
   reading.adapterWatts = 30;
   EXPECT_FALSE(has(details(reading), "Adapter rating:"));

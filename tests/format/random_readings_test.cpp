@@ -10,7 +10,8 @@ namespace lumowatt {
 
 namespace {
 
-/// Readings of all kinds: likely figures and unlikely ones, each field on its own.
+/// Generates random readings. Each field is independent of the others, and its value can be
+/// implausible.
 class RandomReadings {
  public:
   Reading next() {
@@ -47,12 +48,12 @@ class RandomReadings {
     return std::uniform_real_distribution(least, most)(random_);
   }
 
-  /// In mAh, and often at or below what counts as unknown.
+  /// Returns a capacity in mAh, often from -1 to 1. A capacity below 1 mAh counts as unknown.
   std::int64_t capacity() { return chance() ? integer(2, 9000) : integer(-1, 1); }
 
   bool chance() { return integer(0, 1) == 1; }
 
-  /// Either way, and often within or at the ends of a dead band.
+  /// Returns a current or a power of either sign, often within or at the limits of a dead band.
   double flow(double most) {
     constexpr double special[] = {0.0, -0.0, 0.01, -0.01, 0.3, -0.3};
     return chance() ? real(-most, most) : special[integer(0, 5)];
@@ -61,7 +62,7 @@ class RandomReadings {
   std::mt19937_64 random_{20260101};
 };
 
-/// The line that starts with `start`; empty when there is none.
+/// Returns the first line that starts with `start`, or an empty string if there is no such line.
 std::string lineOf(const std::vector<std::string>& lines, const std::string& start) {
   const auto found = std::find_if(lines.begin(), lines.end(), [&start](const std::string& line) {
     return line.starts_with(start);
@@ -69,14 +70,14 @@ std::string lineOf(const std::vector<std::string>& lines, const std::string& sta
   return found == lines.end() ? "" : *found;
 }
 
-constexpr int manyTimes = 20000;
+constexpr int iterations = 20000;
 
 }  // namespace
 
-TEST(RandomReadings, HaveARateLineExactlyWhenTheyHaveARate) {
+TEST(RandomReadings, HaveARateLineIfAndOnlyIfTheyHaveARate) {
   RandomReadings readings;
   int withRate = 0;
-  for (int i = 0; i < manyTimes; ++i) {
+  for (int i = 0; i < iterations; ++i) {
     const Reading reading = readings.next();
     const auto rate = percentPerHour(reading);
     const std::string line = lineOf(details(reading), "Rate now:");
@@ -86,13 +87,13 @@ TEST(RandomReadings, HaveARateLineExactlyWhenTheyHaveARate) {
     ASSERT_TRUE(line.starts_with(*rate < 0 ? "Rate now: −" : "Rate now: +")) << line;
     ASSERT_EQ(*rate < 0, reading.batteryAmps < 0);
   }
-  EXPECT_GT(withRate, manyTimes / 4);
-  EXPECT_LT(withRate, manyTimes);
+  EXPECT_GT(withRate, iterations / 4);
+  EXPECT_LT(withRate, iterations);
 }
 
-TEST(RandomReadings, TheirSignsAndArrowsAgreeWithTheirPower) {
+TEST(RandomReadings, HaveAPowerLineWhoseSignMatchesTheTrend) {
   RandomReadings readings;
-  for (int i = 0; i < manyTimes; ++i) {
+  for (int i = 0; i < iterations; ++i) {
     const Reading reading = readings.next();
     const std::string line = lineOf(details(reading), "Battery power:");
     ASSERT_TRUE(line.starts_with("Battery power: " + watts(reading.batteryWatts, true) + "  ("));
@@ -104,18 +105,18 @@ TEST(RandomReadings, TheirSignsAndArrowsAgreeWithTheirPower) {
         ASSERT_TRUE(line.starts_with("Battery power: −")) << line;
         break;
       case Trend::steady:
-        const bool still = reading.batteryWatts <= 0.3 && reading.batteryWatts >= -0.3;
-        ASSERT_TRUE(still || (reading.full && reading.external));
+        const bool isInDeadBand = reading.batteryWatts <= 0.3 && reading.batteryWatts >= -0.3;
+        ASSERT_TRUE(isInDeadBand || (reading.full && reading.external));
         break;
     }
   }
 }
 
-TEST(RandomReadings, HaveSixToThirteenLinesWithoutLineBreaks) {
+TEST(RandomReadings, HaveDetailsOfSixToThirteenLinesWithoutLineBreaks) {
   RandomReadings readings;
   std::size_t fewest = 99;
   std::size_t most = 0;
-  for (int i = 0; i < manyTimes; ++i) {
+  for (int i = 0; i < iterations; ++i) {
     const Reading reading = readings.next();
     const std::vector<std::string> lines = details(reading);
     fewest = std::min(fewest, lines.size());

@@ -22,7 +22,7 @@ PropertyDictionary properties(const BatteryState& state) {
 
 AppTest::AppTest() : app(App::make(desktop, battery, "1.0.0")) { setBattery({}); }
 
-void AppTest::show(const BatteryState& state) {
+void AppTest::refreshWith(const BatteryState& state) {
   setBattery(state);
   app->refresh();
 }
@@ -40,8 +40,8 @@ MenuItem AppTest::item(const std::string& title) const {
   return {};
 }
 
-void AppTest::choose(const std::string& title) {
-  open();
+void AppTest::chooseItem(const std::string& title) {
+  openMenu();
   const MenuItem chosen = item(title);
   const Choice* const choice = choiceOf(chosen);
   ASSERT_NE(choice, nullptr) << title;

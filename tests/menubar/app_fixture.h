@@ -13,7 +13,7 @@
 
 namespace lumowatt {
 
-/// A battery in words; 64 %, draining at 8.34 W, unless told otherwise.
+/// State of a battery. By default, it is at 64 % and drains at 8.34 W.
 struct BatteryState {
   std::int64_t percent = 64;
   double watts = -8.34;
@@ -23,33 +23,33 @@ struct BatteryState {
   std::optional<std::int64_t> minutes = 135;
 };
 
+/// Returns the properties that the battery service reports in this state.
 PropertyDictionary properties(const BatteryState& state);
 
-/// An application on a fake desktop.
+/// Application on a fake desktop with a scripted battery.
 class AppTest : public testing::Test {
  protected:
   AppTest();
 
-  /// What the battery is from the next reading on.
+  /// Sets the state of the battery for the following readings.
   void setBattery(const BatteryState& state) { battery.set(properties(state)); }
   void removeBattery() { battery.set(std::nullopt); }
 
-  /// The same, seen at once.
-  void show(const BatteryState& state);
+  /// Sets the state of the battery and refreshes the application.
+  void refreshWith(const BatteryState& state);
 
-  /// Opens the menu.
-  void open() { menu = app->menuWillOpen(); }
+  void openMenu() { menu = app->menuWillOpen(); }
 
-  /// The item of the opened menu with that title; fails the test when there is none.
+  /// Returns the item with this title from the opened menu. Fails the test if it is missing.
   MenuItem item(const std::string& title) const;
 
-  /// Opens the menu and chooses an item.
-  void choose(const std::string& title);
+  /// Opens the menu and performs the action of the item with this title.
+  void chooseItem(const std::string& title);
 
   FakeDesktop desktop;
   ScriptedBattery battery;
   std::shared_ptr<App> app;
-  Menu menu;  ///< as it was opened last
+  Menu menu;  ///< the most recently opened menu
 };
 
 }  // namespace lumowatt

@@ -1,4 +1,4 @@
-// The application's refresh cycle: launch, refresh, history, animation, accessibility.
+// The application: launch, refresh, accessibility, history and animation.
 
 #include "menubar/app.h"
 
@@ -8,7 +8,7 @@ namespace lumowatt {
 
 namespace {
 
-using Notes = std::vector<std::string>;
+using Calls = std::vector<std::string>;
 
 std::vector<double> times(const std::vector<Sample>& history) {
   std::vector<double> all;
@@ -22,107 +22,107 @@ constexpr BatteryState charging{
 
 }  // namespace
 
-TEST_F(AppTest, WhenMadeShowsNothingAndRunsNoTimer) {
-  EXPECT_TRUE(desktop.notes.empty());
-  EXPECT_TRUE(desktop.intervals().empty());
+TEST_F(AppTest, ShowsNothingAndRunsNoTimerBeforeLaunch) {
+  EXPECT_TRUE(desktop.calls.empty());
+  EXPECT_TRUE(desktop.timerIntervals().empty());
   EXPECT_FALSE(app->last());
   EXPECT_TRUE(app->history().empty());
   EXPECT_EQ(app->frame(), 0);
-  EXPECT_EQ(battery.asked, 0);
+  EXPECT_EQ(battery.callCount, 0);
 }
 
-TEST_F(AppTest, LaunchesInOrder) {
+TEST_F(AppTest, PerformsTheStepsOfTheLaunchInOrder) {
   app->applicationDidFinishLaunching();
-  EXPECT_EQ(desktop.notes,
-            (Notes{"attach menu Lumowatt", "contents", "timer", "watch power sources"}));
-  EXPECT_EQ(desktop.intervals(), std::vector{5.0});
-  EXPECT_EQ(battery.asked, 1);
+  EXPECT_EQ(desktop.calls,
+            (Calls{"attach menu Lumowatt", "contents", "timer", "watch power sources"}));
+  EXPECT_EQ(desktop.timerIntervals(), std::vector{5.0});
+  EXPECT_EQ(battery.callCount, 1);
 }
 
 TEST_F(AppTest, RefreshesEveryFiveSeconds) {
   app->applicationDidFinishLaunching();
-  desktop.pass(4.9);
-  EXPECT_EQ(battery.asked, 1);
-  desktop.pass(0.1);
-  EXPECT_EQ(battery.asked, 2);
-  desktop.pass(60.0);
-  EXPECT_EQ(battery.asked, 14);
+  desktop.advanceTime(4.9);
+  EXPECT_EQ(battery.callCount, 1);
+  desktop.advanceTime(0.1);
+  EXPECT_EQ(battery.callCount, 2);
+  desktop.advanceTime(60.0);
+  EXPECT_EQ(battery.callCount, 14);
 }
 
 TEST_F(AppTest, RefreshesWhenAPowerSourceChanges) {
   app->applicationDidFinishLaunching();
   setBattery(charging);
-  desktop.changePower();
-  EXPECT_EQ(battery.asked, 2);
+  desktop.reportPowerSourceChange();
+  EXPECT_EQ(battery.callCount, 2);
   EXPECT_EQ(app->last()->percent, 50);
 }
 
-TEST_F(AppTest, WithoutNewsOfPowerSourcesLaunchesWithTheTimerAlone) {
-  desktop.watchesPower = false;
+TEST_F(AppTest, RefreshesByTimerWithoutPowerSourceReports) {
+  desktop.canWatchPowerSources = false;
   app->applicationDidFinishLaunching();
-  desktop.changePower();
-  EXPECT_EQ(battery.asked, 1);
-  desktop.pass(5.0);
-  EXPECT_EQ(battery.asked, 2);
+  desktop.reportPowerSourceChange();
+  EXPECT_EQ(battery.callCount, 1);
+  desktop.advanceTime(5.0);
+  EXPECT_EQ(battery.callCount, 2);
 }
 
-TEST_F(AppTest, IsHeldWeaklyByWhatCallsIt) {
+TEST_F(AppTest, IsNotKeptAliveByItsCallbacks) {
   setBattery(charging);
   app->applicationDidFinishLaunching();
-  ASSERT_EQ(desktop.allTicks.size(), 2U);
+  ASSERT_EQ(desktop.scheduledTicks.size(), 2U);
   app.reset();
-  EXPECT_TRUE(desktop.intervals().empty()) << "its timers end with it";
-  const int asked = battery.asked;
-  const Notes notes = desktop.notes;
-  for (const auto& tick : desktop.allTicks) tick();
-  desktop.changePower();
-  EXPECT_EQ(battery.asked, asked);
-  EXPECT_EQ(desktop.notes, notes);
+  EXPECT_TRUE(desktop.timerIntervals().empty()) << "destruction stops its timers";
+  const int callCount = battery.callCount;
+  const Calls calls = desktop.calls;
+  for (const auto& tick : desktop.scheduledTicks) tick();
+  desktop.reportPowerSourceChange();
+  EXPECT_EQ(battery.callCount, callCount);
+  EXPECT_EQ(desktop.calls, calls);
 }
 
-TEST_F(AppTest, ARefreshShowsTheReading) {
+TEST_F(AppTest, ShowsTheReadingOnRefresh) {
   app->refresh();
   EXPECT_EQ(desktop.symbol(), "battery.75percent template");
-  EXPECT_EQ(desktop.shown.image->accessibilityDescription, "Battery 64 percent");
+  EXPECT_EQ(desktop.buttonContents.image->accessibilityDescription, "Battery 64 percent");
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼ −8.3 W");
-  EXPECT_EQ(desktop.shown.toolTip,
+  EXPECT_EQ(desktop.buttonContents.toolTip,
             "On battery\nCharge: 64% (0 of 0 mAh)\nTime to empty: 2 h 15 min\n"
             "Battery power: −8.3 W  (0.00 V, +0.000 A)\nSystem use: 0.0 W\nCycle count: 0");
-  EXPECT_EQ(desktop.shown.accessibilityLabel, "Battery 64 percent, On battery, −8.3 W");
+  EXPECT_EQ(desktop.buttonContents.accessibilityLabel, "Battery 64 percent, On battery, −8.3 W");
   EXPECT_EQ(app->last()->percent, 64);
 }
 
-TEST_F(AppTest, TheAccessibilityLabelHasTheSignOfThePower) {
-  show({.watts = 0.0});
-  EXPECT_TRUE(desktop.shown.accessibilityLabel.ends_with(", +0.0 W"));
-  show({.watts = -0.04});
-  EXPECT_TRUE(desktop.shown.accessibilityLabel.ends_with(", −0.0 W"));
-  show({.percent = 57, .watts = -8.04});
-  EXPECT_EQ(desktop.shown.accessibilityLabel, "Battery 57 percent, On battery, −8.0 W");
+TEST_F(AppTest, IncludesTheSignOfThePowerInTheAccessibilityLabel) {
+  refreshWith({.watts = 0.0});
+  EXPECT_TRUE(desktop.buttonContents.accessibilityLabel.ends_with(", +0.0 W"));
+  refreshWith({.watts = -0.04});
+  EXPECT_TRUE(desktop.buttonContents.accessibilityLabel.ends_with(", −0.0 W"));
+  refreshWith({.percent = 57, .watts = -8.04});
+  EXPECT_EQ(desktop.buttonContents.accessibilityLabel, "Battery 57 percent, On battery, −8.0 W");
 }
 
-TEST_F(AppTest, WithoutABatterySaysSoAndChangesNothingElse) {
-  show(charging);
-  desktop.pass(100.0);
+TEST_F(AppTest, ChangesOnlyTheTitleWhenTheBatteryDisappears) {
+  refreshWith(charging);
+  desktop.advanceTime(100.0);
   const auto history = times(app->history());
   const std::string symbol = desktop.symbol();
-  const std::string toolTip = desktop.shown.toolTip;
-  desktop.notes.clear();
+  const std::string toolTip = desktop.buttonContents.toolTip;
+  desktop.calls.clear();
   removeBattery();
   app->refresh();
-  EXPECT_EQ(desktop.notes, Notes{"title"});
+  EXPECT_EQ(desktop.calls, Calls{"title"});
   EXPECT_EQ(desktop.plainTitle(), "No battery");
   EXPECT_EQ(desktop.symbol(), symbol);
-  EXPECT_EQ(desktop.shown.toolTip, toolTip);
+  EXPECT_EQ(desktop.buttonContents.toolTip, toolTip);
   EXPECT_EQ(app->last()->percent, 50);
   EXPECT_EQ(times(app->history()), history);
   EXPECT_TRUE(app->isAnimating());
   const std::int64_t frame = app->frame();
-  desktop.pass(0.7);
-  EXPECT_EQ(app->frame(), frame + 1) << "the animation goes on with the last reading";
+  desktop.advanceTime(0.7);
+  EXPECT_EQ(app->frame(), frame + 1) << "the animation continues with the last reading";
 }
 
-TEST_F(AppTest, WithoutABatteryAtFirstHasNoReading) {
+TEST_F(AppTest, HasNoReadingUntilABatteryAppears) {
   removeBattery();
   app->applicationDidFinishLaunching();
   EXPECT_EQ(desktop.plainTitle(), "No battery");
@@ -130,41 +130,41 @@ TEST_F(AppTest, WithoutABatteryAtFirstHasNoReading) {
   EXPECT_FALSE(app->last());
   EXPECT_TRUE(app->history().empty());
   setBattery({});
-  desktop.pass(5.0);
+  desktop.advanceTime(5.0);
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼ −8.3 W");
 }
 
-TEST_F(AppTest, WithoutAButtonStillReadsAndRemembers) {
+TEST_F(AppTest, ReadsTheBatteryAndAddsSamplesWithoutAButton) {
   desktop.hasButton = false;
-  show(charging);
+  refreshWith(charging);
   EXPECT_EQ(app->last()->percent, 50);
   EXPECT_EQ(app->history().size(), 1U);
-  EXPECT_TRUE(desktop.notes.empty());
+  EXPECT_TRUE(desktop.calls.empty());
   EXPECT_FALSE(app->isAnimating());
   removeBattery();
   app->refresh();
-  EXPECT_TRUE(desktop.notes.empty());
+  EXPECT_TRUE(desktop.calls.empty());
 }
 
-TEST_F(AppTest, WithoutAButtonAnymoreTheAnimationCountsOn) {
-  show(charging);
+TEST_F(AppTest, AdvancesTheAnimationAfterTheButtonDisappears) {
+  refreshWith(charging);
   desktop.hasButton = false;
-  desktop.notes.clear();
-  desktop.pass(1.5);
+  desktop.calls.clear();
+  desktop.advanceTime(1.5);
   EXPECT_EQ(app->frame(), 2);
-  EXPECT_TRUE(desktop.notes.empty());
+  EXPECT_TRUE(desktop.calls.empty());
 }
 
 // History
 
-TEST_F(AppTest, TheFirstRefreshGivesTheFirstSample) {
+TEST_F(AppTest, AddsTheFirstSampleOnTheFirstRefresh) {
   app->refresh();
   ASSERT_EQ(app->history().size(), 1U);
   EXPECT_EQ(app->history()[0].time, 1000.0);
   EXPECT_EQ(app->history()[0].percent, 64);
 }
 
-TEST_F(AppTest, SamplesAreThirtySecondsApartAtLeast) {
+TEST_F(AppTest, AddsSamplesAtLeastThirtySecondsApart) {
   app->refresh();
   for (const double seconds : {5.0, 10.0, 25.0, 29.999}) {
     desktop.time = 1000.0 + seconds;
@@ -176,7 +176,7 @@ TEST_F(AppTest, SamplesAreThirtySecondsApartAtLeast) {
   EXPECT_EQ(times(app->history()), (std::vector{1000.0, 1030.0}));
 }
 
-TEST_F(AppTest, ASampleOfExactlyAnHourIsKeptAndAnOlderOneDropped) {
+TEST_F(AppTest, RemovesSamplesOlderThanOneHour) {
   app->refresh();
   desktop.time = 1100.0;
   app->refresh();
@@ -188,11 +188,11 @@ TEST_F(AppTest, ASampleOfExactlyAnHourIsKeptAndAnOlderOneDropped) {
   EXPECT_EQ(times(app->history()), (std::vector{4600.0, 4700.5}));
 }
 
-TEST_F(AppTest, OldSamplesStayUntilTheNextIsAdded) {
+TEST_F(AppTest, RetainsOldSamplesUntilTheNextIsAdded) {
   app->refresh();
   desktop.time = 4590.0;
   app->refresh();
-  desktop.time = 4610.0;  // the first is older than an hour, but the last younger than 30 seconds
+  desktop.time = 4610.0;  // the first sample is too old, but the last is younger than 30 seconds
   app->refresh();
   EXPECT_EQ(times(app->history()), (std::vector{1000.0, 4590.0}));
   desktop.time = 4620.0;
@@ -202,108 +202,108 @@ TEST_F(AppTest, OldSamplesStayUntilTheNextIsAdded) {
 
 // Animation
 
-TEST_F(AppTest, AnimatesWhileChargingBelowAHundred) {
-  show(charging);
+TEST_F(AppTest, AnimatesWhileChargingBelowOneHundredPercent) {
+  refreshWith(charging);
   EXPECT_TRUE(app->shouldAnimate(app->preferences()));
-  EXPECT_EQ(desktop.intervals(), std::vector{0.7});
-  show(charging);
-  EXPECT_EQ(desktop.intervals(), std::vector{0.7}) << "the running timer goes on";
+  EXPECT_EQ(desktop.timerIntervals(), std::vector{0.7});
+  refreshWith(charging);
+  EXPECT_EQ(desktop.timerIntervals(), std::vector{0.7}) << "the running timer continues";
 }
 
-TEST_F(AppTest, ARefreshDoesNotDelayTheNextFrame) {
-  show(charging);
-  desktop.pass(0.5);
+TEST_F(AppTest, DoesNotDelayTheNextFrameOnRefresh) {
+  refreshWith(charging);
+  desktop.advanceTime(0.5);
   app->refresh();
-  desktop.pass(0.3);
+  desktop.advanceTime(0.3);
   EXPECT_EQ(app->frame(), 1);
-  EXPECT_EQ(std::ranges::count(desktop.notes, "timer"), 1);
+  EXPECT_EQ(std::ranges::count(desktop.calls, "timer"), 1);
 }
 
-TEST_F(AppTest, KeepsItsFrameUntilAnAnimationEnds) {
-  show(charging);
-  desktop.pass(1.5);
-  show({});
-  EXPECT_EQ(app->frame(), 0) << "the end of the animation";
-  desktop.allTicks.at(0)();  // was on its way as the timer ended
+TEST_F(AppTest, ResetsTheFrameOnlyWhenTheAnimationEnds) {
+  refreshWith(charging);
+  desktop.advanceTime(1.5);
+  refreshWith({});
+  EXPECT_EQ(app->frame(), 0) << "after the end of the animation";
+  desktop.scheduledTicks.at(0)();  // a tick that was pending when the timer was stopped
   EXPECT_EQ(app->frame(), 1);
   app->refresh();
-  EXPECT_EQ(app->frame(), 1) << "what does not run does not end";
-  show(charging);
+  EXPECT_EQ(app->frame(), 1) << "an animation that is not running does not end";
+  refreshWith(charging);
   EXPECT_TRUE(app->isAnimating());
-  EXPECT_EQ(app->frame(), 1) << "the start of the animation";
-  EXPECT_EQ(desktop.symbol(), "battery.75percent green") << "the second of its levels";
+  EXPECT_EQ(app->frame(), 1) << "after the start of the animation";
+  EXPECT_EQ(desktop.symbol(), "battery.75percent green") << "the second level of the animation";
 }
 
-TEST_F(AppTest, EndsTheAnimationAtAHundredAndBeginsAtFrameZeroAgain) {
-  show({.percent = 99, .watts = 5.0, .external = true, .charging = true});
-  desktop.pass(2.2);
+TEST_F(AppTest, StopsAnimatingAtOneHundredPercentAndResetsTheFrame) {
+  refreshWith({.percent = 99, .watts = 5.0, .external = true, .charging = true});
+  desktop.advanceTime(2.2);
   EXPECT_EQ(app->frame(), 3);
-  show({.percent = 100, .watts = 5.0, .external = true, .charging = true});
+  refreshWith({.percent = 100, .watts = 5.0, .external = true, .charging = true});
   EXPECT_FALSE(app->isAnimating());
-  EXPECT_TRUE(desktop.intervals().empty());
+  EXPECT_TRUE(desktop.timerIntervals().empty());
   EXPECT_EQ(app->frame(), 0);
   EXPECT_EQ(desktop.symbol(), "battery.100percent.bolt green");
 }
 
 TEST_F(AppTest, DoesNotAnimateWithReducedMotion) {
   desktop.reducedMotion = true;
-  show(charging);
+  refreshWith(charging);
   EXPECT_FALSE(app->isAnimating());
   EXPECT_EQ(desktop.symbol(), "battery.100percent.bolt green");
 }
 
-TEST_F(AppTest, StopsAnimatingAtTheRefreshThatSeesReducedMotion) {
-  show(charging);
+TEST_F(AppTest, StopsAnimatingOnTheFirstRefreshWithReducedMotion) {
+  refreshWith(charging);
   desktop.reducedMotion = true;
   EXPECT_TRUE(app->isAnimating());
   app->refresh();
   EXPECT_FALSE(app->isAnimating());
 }
 
-TEST_F(AppTest, DoesNotAnimateWithoutThePreferenceTheChargeOrAReading) {
+TEST_F(AppTest, AnimatesOnlyWhenChargingWithThePreferenceOn) {
   EXPECT_FALSE(app->shouldAnimate(app->preferences()));
-  show({});
+  refreshWith({});
   EXPECT_FALSE(app->shouldAnimate(app->preferences()));
-  show({.percent = 100, .external = true, .charging = true});
+  refreshWith({.percent = 100, .external = true, .charging = true});
   EXPECT_FALSE(app->shouldAnimate(app->preferences()));
-  show(charging);
+  refreshWith(charging);
   EXPECT_TRUE(app->shouldAnimate(app->preferences()));
   app->setAnimate(false);
   EXPECT_FALSE(app->shouldAnimate(app->preferences()));
 }
 
-TEST_F(AppTest, ATickRedrawsTheGlyphAloneAndReadsNothing) {
-  show(charging);
-  const int asked = battery.asked;
-  desktop.notes.clear();
-  desktop.pass(0.7);
-  EXPECT_EQ(desktop.notes, Notes{"image"});
-  EXPECT_EQ(battery.asked, asked);
+TEST_F(AppTest, RedrawsOnlyTheGlyphOnAnAnimationTick) {
+  refreshWith(charging);
+  const int callCount = battery.callCount;
+  desktop.calls.clear();
+  desktop.advanceTime(0.7);
+  EXPECT_EQ(desktop.calls, Calls{"image"});
+  EXPECT_EQ(battery.callCount, callCount);
   EXPECT_EQ(app->frame(), 1);
 }
 
-TEST_F(AppTest, ReadsThePreferencesOnceForARefreshAMenuOrATick) {
-  show(charging);
-  EXPECT_EQ(desktop.preferenceReadings, 1);
+TEST_F(AppTest, ReadsThePreferencesOncePerRefreshMenuOrTick) {
+  refreshWith(charging);
+  EXPECT_EQ(desktop.preferenceReads, 1);
   app->menu();
-  EXPECT_EQ(desktop.preferenceReadings, 2);
-  desktop.pass(0.7);
-  EXPECT_EQ(desktop.preferenceReadings, 3);
+  EXPECT_EQ(desktop.preferenceReads, 2);
+  desktop.advanceTime(0.7);
+  EXPECT_EQ(desktop.preferenceReads, 3);
 }
 
-TEST_F(AppTest, TheMenuIsOfTheLastReadingAndTakesNone) {
+TEST_F(AppTest, ReturnsTheMenuOfTheLastReadingWithoutANewOne) {
   EXPECT_EQ(titleOf(app->menu().at(0)), "No battery found");
-  show({});
+  refreshWith({});
   setBattery({.percent = 33});
   EXPECT_EQ(titleOf(app->menu().at(1)), "Charge: 64% (0 of 0 mAh)");
-  EXPECT_EQ(battery.asked, 1);
+  EXPECT_EQ(battery.callCount, 1);
 }
 
-TEST_F(AppTest, TheTitleHasTheTilesOfTheModeAndTheColors) {
+TEST_F(AppTest, ShowsTilesForTheModeAndTheColorPreference) {
   using Tiles = std::vector<Tile>;
   const auto tiles = [this] {
     app->refresh();
-    return desktop.shown.title.tiles;
+    return desktop.buttonContents.title.tiles;
   };
   setBattery({.watts = 12.0, .external = true, .charging = true, .minutes = 95});
   EXPECT_EQ(tiles(), (Tiles{{{"64%"}, {"+12.0", SystemColor::green}}}));

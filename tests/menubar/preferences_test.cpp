@@ -1,4 +1,4 @@
-// The preferences, and how the application reads and writes them.
+// The display modes, and the preferences that the application reads and writes.
 
 #include "menubar/preferences.h"
 
@@ -8,24 +8,24 @@
 
 namespace lumowatt {
 
-using StoredPreferences = AppTest;
+using PreferenceStore = AppTest;
 using Store = std::map<std::string, std::string, std::less<>>;
 
-TEST_F(StoredPreferences, OfAFreshStoreAreTheDefaults) {
+TEST_F(PreferenceStore, ReturnsTheDefaultsWhenEmpty) {
   EXPECT_EQ(app->preferences().mode, Mode::percentPower);
   EXPECT_TRUE(app->preferences().useColor);
   EXPECT_TRUE(app->preferences().animate);
-  EXPECT_TRUE(desktop.store.empty()) << "reading writes nothing";
+  EXPECT_TRUE(desktop.store.empty()) << "reading the preferences does not write them";
 }
 
-TEST_F(StoredPreferences, AModeIsItsNumber) {
+TEST_F(PreferenceStore, ReturnsTheModeWithTheStoredNumber) {
   for (const Mode mode : allModes) {
     desktop.store["mode"] = std::to_string(static_cast<int>(mode));
     EXPECT_EQ(app->preferences().mode, mode);
   }
 }
 
-TEST_F(StoredPreferences, AModeOutOfRangeIsTheDefaultAndStaysInTheStore) {
+TEST_F(PreferenceStore, ReturnsTheDefaultModeForAStoredNumberOutOfRange) {
   for (const char* number : {"4", "99", "-1"}) {
     desktop.store["mode"] = number;
     EXPECT_EQ(app->preferences().mode, Mode::percentPower) << number;
@@ -33,12 +33,12 @@ TEST_F(StoredPreferences, AModeOutOfRangeIsTheDefaultAndStaysInTheStore) {
   }
 }
 
-TEST_F(StoredPreferences, AModeThatIsNoNumberIsPercent) {
+TEST_F(PreferenceStore, ReturnsThePercentModeForAValueThatIsNotANumber) {
   desktop.store["mode"] = "banana";
   EXPECT_EQ(app->preferences().mode, Mode::percent);
 }
 
-TEST_F(StoredPreferences, AStoredFalseIsOffAlthoughAbsentMeansOn) {
+TEST_F(PreferenceStore, DistinguishesAStoredFalseFromAnAbsentValue) {
   desktop.store["color"] = "false";
   EXPECT_FALSE(app->preferences().useColor);
   EXPECT_TRUE(app->preferences().animate);
@@ -48,7 +48,7 @@ TEST_F(StoredPreferences, AStoredFalseIsOffAlthoughAbsentMeansOn) {
   EXPECT_TRUE(app->preferences().useColor);
 }
 
-TEST_F(StoredPreferences, SettingStoresUnderTheKeys) {
+TEST_F(PreferenceStore, ContainsSetValuesUnderTheirKeys) {
   app->setMode(Mode::all);
   app->setUseColor(false);
   app->setAnimate(true);
@@ -56,7 +56,7 @@ TEST_F(StoredPreferences, SettingStoresUnderTheKeys) {
   EXPECT_EQ(app->preferences().mode, Mode::all);
 }
 
-TEST_F(StoredPreferences, AreReadAfreshAtEveryUse) {
+TEST_F(PreferenceStore, IsReadOnEveryRefresh) {
   app->refresh();
   EXPECT_EQ(desktop.plainTitle(), " 64% ▼ −8.3 W");
   desktop.store["mode"] = "0";
@@ -71,7 +71,7 @@ TEST(Mode, HasANumberForEachCase) {
   EXPECT_EQ(modeOf(3), Mode::all);
 }
 
-TEST(Mode, OtherNumbersHaveNone) {
+TEST(Mode, DoesNotExistForOtherNumbers) {
   for (const std::int64_t number :
        {std::int64_t{4}, std::int64_t{99}, std::int64_t{-1},
         std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max()}) {
@@ -86,7 +86,7 @@ TEST(Mode, HasALabelForTheMenu) {
   EXPECT_EQ(label(Mode::all), "Percent, power and time");
 }
 
-TEST(Mode, ShowsWhatItsLabelSays) {
+TEST(Mode, ShowsTheExtrasThatItsLabelNames) {
   const auto shows = [](Mode mode) {
     const TitleExtras extras = titleExtras(mode);
     return std::pair(extras.power, extras.time);

@@ -14,8 +14,8 @@ MenuContents contents() {
       .reading = {}, .history = {}, .preferences = {}, .opensAtLogin = false, .version = "1.0.0"};
 }
 
-/// An item in words: its title, then what else it has.
-struct Words {
+/// Formats a menu item as text: its title, followed by its other properties.
+struct ItemText {
   std::string operator()(const MenuSeparator&) const { return "----"; }
   std::string operator()(const MenuLine& line) const {
     return line.title + (line.attributedTitle ? " [styled]" : "") + " line";
@@ -43,7 +43,7 @@ struct Words {
   }
 };
 
-std::string text(const MenuItem& item) { return std::visit(Words{}, item); }
+std::string text(const MenuItem& item) { return std::visit(ItemText{}, item); }
 
 std::vector<std::string> text(const Menu& menu) {
   std::vector<std::string> all;
@@ -56,7 +56,8 @@ using Texts = std::vector<std::string>;
 
 const MenuChart& chartIn(const Menu& menu) { return std::get<MenuChart>(menu.at(8)); }
 
-/// The color in which a chart's drawing has its line, which has round ends; empty without a line.
+/// Returns the color of the chart line in a drawing; empty if it contains no such line. Only the
+/// chart line has round caps.
 std::string lineColor(const Drawing& drawing) {
   RecordingCanvas canvas;
   drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
@@ -66,13 +67,15 @@ std::string lineColor(const Drawing& drawing) {
   return line == canvas.operations.end() ? "" : line->substr(line->rfind(' ') + 1);
 }
 
-/// An accent color of the user's that no other color of the chart is: red alone.
+/// Accent color of the user that differs from all other colors of the chart.
 constexpr Color userAccent = CalibratedRgb{1.0, 0.0, 0.0};
+
 Drawing pictureOf(const MenuChart& chart, double midnight = 0.0) {
   return chart.picture({.accent = userAccent, .midnight = midnight});
 }
 
-bool isWritten(const Drawing& drawing, const std::string& text) {
+/// Returns whether the drawing contains exactly this text.
+bool containsText(const Drawing& drawing, const std::string& text) {
   RecordingCanvas canvas;
   drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
   return std::ranges::any_of(canvas.operations, [&](const std::string& operation) {
@@ -80,19 +83,21 @@ bool isWritten(const Drawing& drawing, const std::string& text) {
   });
 }
 
-/// The color of the chart, which is the same in the menu and in the picture, but for the user's.
+/// Returns the color of the chart line in the menu. Checks that the line has the same color in the
+/// picture, or the color of the user in place of the system's accent color.
 std::string chartColor(MenuContents menu) {
   menu.history = {{0.0, 50}, {60.0, 51}};
   const Menu items = statusMenu(menu);
   const MenuChart& chart = chartIn(items);
   std::string color = lineColor(std::get<Drawing>(chart.view.content.image.content));
+  // Only the last word of the color is compared: "0)" ends the text of `userAccent`.
   EXPECT_EQ(lineColor(pictureOf(chart)), color == "accent" ? "0)" : color);
   return color;
 }
 
 }  // namespace
 
-TEST(StatusMenu, OfADefaultReadingHasSixLinesAndTheRest) {
+TEST(StatusMenu, ContainsSixReportLinesForADefaultReading) {
   EXPECT_EQ(text(statusMenu(contents())), (Texts{
                                               "On battery [styled] line",
                                               "Charge: 0% (0 of 0 mAh) line",
@@ -116,7 +121,7 @@ TEST(StatusMenu, OfADefaultReadingHasSixLinesAndTheRest) {
                                           }));
 }
 
-TEST(StatusMenu, HasEveryLineOfTheReport) {
+TEST(StatusMenu, ContainsEveryLineOfTheReport) {
   MenuContents menu = contents();
   menu.reading.external = true;
   menu.reading.charging = true;
@@ -133,19 +138,19 @@ TEST(StatusMenu, HasEveryLineOfTheReport) {
   EXPECT_TRUE(std::holds_alternative<MenuSeparator>(items[report.size()]));
 }
 
-TEST(StatusMenu, TheFirstLineIsBoldWithoutAColor) {
+TEST(StatusMenu, ShowsTheFirstLineInBoldWithoutAColor) {
   const Menu items = statusMenu(contents());
   EXPECT_EQ(std::get<MenuLine>(items[0]).attributedTitle,
             (AttributedString{{"On battery", boldSystemFont(13.0)}}));
 }
 
-TEST(StatusMenu, TheChartsHeaderIsSmallAndFaint) {
+TEST(StatusMenu, ShowsTheChartHeaderInSmallSecondaryText) {
   const Menu items = statusMenu(contents());
   EXPECT_EQ(std::get<MenuLine>(items[7]).attributedTitle,
             (AttributedString{{"Charge over the last hour", systemFont(11.0), secondaryLabel}}));
 }
 
-TEST(StatusMenu, TheChartIsAnImageInAContainer) {
+TEST(StatusMenu, ShowsTheChartAsAnImageInAContainer) {
   const Menu items = statusMenu(contents());
   const ItemView& view = chartIn(items).view;
   EXPECT_EQ(view.frame, (Rect{0.0, 0.0, 280.0, 42.0}));
@@ -155,7 +160,7 @@ TEST(StatusMenu, TheChartIsAnImageInAContainer) {
   EXPECT_FALSE(drawing.flipped);
 }
 
-TEST(StatusMenu, TheChartHasTheAccentOfTheReadingOrTheSystems) {
+TEST(StatusMenu, ColorsTheChartWithTheAccentOfTheReadingOrTheUser) {
   MenuContents menu = contents();
   menu.reading.percent = 64;
   EXPECT_EQ(chartColor(menu), "accent");
@@ -167,7 +172,7 @@ TEST(StatusMenu, TheChartHasTheAccentOfTheReadingOrTheSystems) {
   EXPECT_EQ(chartColor(menu), "accent");
 }
 
-TEST(StatusMenu, TheChartIsALineOfTextAsWell) {
+TEST(StatusMenu, ProvidesTheChartAsALineOfText) {
   MenuContents menu = contents();
   EXPECT_EQ(chartIn(statusMenu(menu)).text, "Collecting history…");
   menu.history = {{0.0, 50}, {60.0, 60}};
@@ -175,7 +180,7 @@ TEST(StatusMenu, TheChartIsALineOfTextAsWell) {
   EXPECT_TRUE(text.starts_with("▁") && text.ends_with("█ 50–60%")) << text;
 }
 
-TEST(StatusMenu, TheChartIsDescribedInWords) {
+TEST(StatusMenu, DescribesTheChartInWords) {
   MenuContents menu = contents();
   EXPECT_EQ(chartIn(statusMenu(menu)).description, "Charge over the last hour: collecting history");
   menu.history = {{0.0, 72}, {30.0, 80}, {60.0, 64}};
@@ -183,7 +188,7 @@ TEST(StatusMenu, TheChartIsDescribedInWords) {
             "Charge over the last hour: from 72 to 64 percent");
 }
 
-TEST(StatusMenu, TheChartCanBeChosenOnceItHasTwoSamples) {
+TEST(StatusMenu, EnablesTheChartWithTwoSamples) {
   MenuContents menu = contents();
   EXPECT_FALSE(chartIn(statusMenu(menu)).isEnabled);
   menu.history = {{0.0, 50}};
@@ -192,16 +197,16 @@ TEST(StatusMenu, TheChartCanBeChosenOnceItHasTwoSamples) {
   EXPECT_TRUE(chartIn(statusMenu(menu)).isEnabled);
 }
 
-TEST(StatusMenu, TheChartsPictureHasTheStatusAndTheTimesOfTheDay) {
+TEST(StatusMenu, ShowsStatusAndTimesOfDayInTheChartPicture) {
   MenuContents menu = contents();
   menu.reading.percent = 64;
   menu.history = {{0.0, 64}, {60.0, 64}};
   const Drawing picture = pictureOf(chartIn(statusMenu(menu)), -9 * 3600.0);
-  EXPECT_TRUE(isWritten(picture, "64% · On battery"));
-  EXPECT_TRUE(isWritten(picture, "09:01"));
+  EXPECT_TRUE(containsText(picture, "64% · On battery"));
+  EXPECT_TRUE(containsText(picture, "09:01"));
 }
 
-TEST(StatusMenu, TheModesAreASubmenuWithTheCurrentOneOn) {
+TEST(StatusMenu, ShowsTheModesInASubmenuWithTheCurrentOneOn) {
   for (const Mode mode : allModes) {
     MenuContents menu = contents();
     menu.preferences.mode = mode;
@@ -214,7 +219,7 @@ TEST(StatusMenu, TheModesAreASubmenuWithTheCurrentOneOn) {
   }
 }
 
-TEST(StatusMenu, TheChecksFollowThePreferencesAndTheLoginItem) {
+TEST(StatusMenu, ShowsCheckMarksForPreferencesAndLoginItem) {
   MenuContents menu = contents();
   menu.preferences.useColor = false;
   menu.preferences.animate = false;
@@ -225,7 +230,7 @@ TEST(StatusMenu, TheChecksFollowThePreferencesAndTheLoginItem) {
   EXPECT_EQ(items[14], "Open at login -> login check on");
 }
 
-TEST(StatusMenu, WithoutABatteryHasOneItem) {
+TEST(StatusMenu, HasOneItemWithoutABattery) {
   const Menu menu = statusMenuWithoutBattery();
   ASSERT_EQ(menu.size(), 1U);
   EXPECT_EQ(text(menu[0]), "No battery found line");

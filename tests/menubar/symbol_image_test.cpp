@@ -1,4 +1,4 @@
-// The glyph that the application shows.
+// The glyph in the button of the item.
 
 #include <limits>
 
@@ -10,10 +10,10 @@ namespace {
 
 class SymbolImage : public AppTest {
  protected:
-  /// The glyph of a battery, after a number of ticks of the animation.
+  /// Returns the glyph for a battery after the given number of animation ticks.
   std::string glyph(const BatteryState& state, int ticks = 0) {
-    show(state);
-    desktop.pass(0.7 * ticks + 0.01);
+    refreshWith(state);
+    desktop.advanceTime(0.7 * ticks + 0.01);
     return desktop.symbol();
   }
 
@@ -24,41 +24,42 @@ class SymbolImage : public AppTest {
 
 }  // namespace
 
-TEST_F(SymbolImage, OnBatteryIsTheLevel) {
+TEST_F(SymbolImage, ShowsTheLevelOnBattery) {
   EXPECT_EQ(glyph({.percent = 64}), "battery.75percent template");
   EXPECT_EQ(glyph({.percent = 16}), "battery.25percent orange");
   EXPECT_EQ(glyph({.percent = 8}), "battery.0percent red");
 }
 
-TEST_F(SymbolImage, OnPowerButNeitherChargingNorFullIsTheLevelWithoutABolt) {
+TEST_F(SymbolImage, ShowsTheLevelOnPowerWhenNeitherChargingNorFull) {
   EXPECT_EQ(glyph({.percent = 80, .watts = 0.0, .external = true}), "battery.75percent template");
 }
 
-TEST_F(SymbolImage, FullOnPowerIsTheBolt) {
+TEST_F(SymbolImage, ShowsTheBoltWhenFullOnPower) {
   EXPECT_EQ(glyph({.percent = 100, .watts = 0.0, .external = true, .full = true}),
             "battery.100percent.bolt green");
 }
 
-TEST_F(SymbolImage, FullWithoutPowerIsTheLevel) {
+TEST_F(SymbolImage, ShowsTheLevelWhenFullWithoutPower) {
   EXPECT_EQ(glyph({.percent = 100, .watts = 0.0, .full = true}), "battery.100percent template");
 }
 
-TEST_F(SymbolImage, ChargingAtAHundredIsTheBolt) {
+TEST_F(SymbolImage, ShowsTheBoltWhenChargingAtOneHundredPercent) {
   EXPECT_EQ(glyph(chargingAt(100)), "battery.100percent.bolt green");
 }
 
+/// Levels that the animation shows for a charge.
 struct Frames {
   std::int64_t percent;
-  std::vector<int> levels;  ///< of the first five frames
+  std::vector<int> levels;  ///< percentages of the first five frames
 };
 
 class AnimatedSymbolImage : public SymbolImage, public testing::WithParamInterface<Frames> {};
 
-TEST_P(AnimatedSymbolImage, StepsFromAboveTheChargeLessTwelveToFullInGreen) {
-  show(chargingAt(GetParam().percent));
+TEST_P(AnimatedSymbolImage, RepeatsTheLevelsUpToFullInGreen) {
+  refreshWith(chargingAt(GetParam().percent));
   for (const int level : GetParam().levels) {
     EXPECT_EQ(desktop.symbol(), "battery." + std::to_string(level) + "percent green");
-    desktop.pass(0.7);
+    desktop.advanceTime(0.7);
   }
 }
 
@@ -71,42 +72,44 @@ INSTANTIATE_TEST_SUITE_P(
                     Frames{87, {100, 100, 100, 100, 100}}, Frames{99, {100, 100, 100, 100, 100}}),
     [](const auto& test) { return std::to_string(test.param.percent); });
 
-TEST_F(SymbolImage, WithoutColorsTheLevelIsATemplate) {
+TEST_F(SymbolImage, IsATemplateWhenColorsAreOff) {
   app->setUseColor(false);
   EXPECT_EQ(glyph({.percent = 8}), "battery.0percent template");
   EXPECT_EQ(glyph({.percent = 100, .watts = 0.0, .external = true, .full = true}),
             "battery.100percent.bolt template");
 }
 
-TEST_F(SymbolImage, WithoutColorsTheAnimationIsGreenAllTheSame) {
+TEST_F(SymbolImage, AnimatesInGreenEvenWhenColorsAreOff) {
   app->setUseColor(false);
   EXPECT_EQ(glyph(chargingAt(40)), "battery.50percent green");
 }
 
-TEST_F(SymbolImage, WithReducedMotionChargingIsTheBolt) {
+TEST_F(SymbolImage, ShowsTheBoltWhenChargingWithReducedMotion) {
   desktop.reducedMotion = true;
   EXPECT_EQ(glyph(chargingAt(40), 2), "battery.100percent.bolt green");
 }
 
-TEST_F(SymbolImage, WithoutTheAnimationChargingIsTheBolt) {
+TEST_F(SymbolImage, ShowsTheBoltWhenChargingWithoutTheAnimation) {
   app->setAnimate(false);
   EXPECT_EQ(glyph(chargingAt(40), 2), "battery.100percent.bolt green");
 }
 
-TEST_F(SymbolImage, HasTheSameDescriptionInEveryVariant) {
-  const auto description = [this] { return desktop.shown.image->accessibilityDescription; };
-  show({.percent = 57});
+TEST_F(SymbolImage, HasTheSameDescriptionWhenLevelBoltOrAnimated) {
+  const auto description = [this] {
+    return desktop.buttonContents.image->accessibilityDescription;
+  };
+  refreshWith({.percent = 57});
   EXPECT_EQ(description(), "Battery 57 percent");
-  show(chargingAt(57));
+  refreshWith(chargingAt(57));
   EXPECT_EQ(description(), "Battery 57 percent");
   desktop.reducedMotion = true;
-  show(chargingAt(57));
+  refreshWith(chargingAt(57));
   EXPECT_EQ(description(), "Battery 57 percent");
 }
 
-TEST_F(SymbolImage, AboveAHundredAndTwelveWhileAnimatedIsFull) {
-  // The animation is decided by the last reading, the frame by the one that is shown.
-  show(chargingAt(50));
+TEST_F(SymbolImage, ShowsAFullBatteryAboveOneHundredPercentWhileAnimated) {
+  // The last reading decides whether to animate. The argument decides which frame is shown.
+  refreshWith(chargingAt(50));
   Reading reading = *app->last();
   reading.percent = 112;
   const auto image = app->symbolImage(reading, {});
@@ -114,8 +117,8 @@ TEST_F(SymbolImage, AboveAHundredAndTwelveWhileAnimatedIsFull) {
   EXPECT_EQ(image->accessibilityDescription, "Battery 112 percent");
 }
 
-TEST_F(SymbolImage, APercentageThatCannotBeReducedByTwelveIsFatal) {
-  show(chargingAt(50));
+TEST_F(SymbolImage, ExitsWhenThePercentageMinusTwelveOverflows) {
+  refreshWith(chargingAt(50));
   Reading reading = *app->last();
   reading.percent = std::numeric_limits<std::int64_t>::min() + 11;
   EXPECT_EXIT(app->symbolImage(reading, {}), testing::ExitedWithCode(1),

@@ -37,7 +37,7 @@ class ItemBus : public ItemTest {
  private:
   void waitForReading() const {
     for (int i = 0; i < 2000; ++i) {
-      if (counter_.opened().contains(readAtEachReading)) return;
+      if (counter_.opened().contains(alwaysReadAttribute)) return;
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     FAIL() << "the item does not read";

@@ -138,7 +138,7 @@ TEST_F(ItemChanges, EightHoursOfSleepAreOneReadingAndNoPartOfTheChart) {
   user.write("slept-now", "");
   panel->waitUntil([this] { return label().starts_with("40%"); });
   std::this_thread::sleep_for(std::chrono::milliseconds(300));
-  const std::size_t readings = counter.opened().count(readAtEachReading);
+  const std::size_t readings = counter.opened().count(alwaysReadAttribute);
   const std::chrono::duration<double> awake = std::chrono::steady_clock::now() - start;
   EXPECT_GE(readings, 2U);
   // 360 seconds pass in one, and there is a reading every five: 5760 were missed.

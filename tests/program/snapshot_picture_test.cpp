@@ -47,7 +47,7 @@ class SnapshotOfSample : public testing::TestWithParam<Expected> {};
 
 TEST_P(SnapshotOfSample, HasEverythingInItsPlace) {
   const std::string made = snapshot({"--sample", GetParam().sample});
-  EXPECT_EQ(pixelsPerMetre(made), 5669U) << "144 per inch";
+  EXPECT_EQ(pixelsPerMeter(made), 5669U) << "144 per inch";
   const Picture picture(made);
   // Each of the samples has ten lines: 366 points, the panel from 48 to 310.
   ASSERT_EQ(picture.width(), 1120);

@@ -8,7 +8,7 @@ namespace lumowatt {
 
 namespace {
 
-/// The ends of the axis for percentages between two.
+/// Returns the lowest and the highest percentage of the axis for samples from `low` to `high`.
 std::pair<std::int64_t, std::int64_t> ends(std::int64_t low, std::int64_t high) {
   const PercentAxis axis = percentAxis({{0.0, low}, {30.0, high}});
   EXPECT_EQ(axis.highest() - axis.lowest, 5 * axis.step);
@@ -17,7 +17,7 @@ std::pair<std::int64_t, std::int64_t> ends(std::int64_t low, std::int64_t high) 
 
 using Ends = std::pair<std::int64_t, std::int64_t>;
 
-/// The length of the axis for a history of so many minutes, and its step, in minutes.
+/// Returns the length and the step of the axis for a history of `minutes`, both in minutes.
 std::pair<double, double> period(double minutes) {
   const TimeAxis axis = timeAxis({{100.0, 50}, {100.0 + minutes * 60.0, 50}});
   EXPECT_EQ(axis.end, 100.0 + minutes * 60.0);
@@ -28,20 +28,20 @@ using Period = std::pair<double, double>;
 
 }  // namespace
 
-TEST(PercentAxis, SpansTenPointsAtLeastWithAFlatHistoryInTheMiddle) {
+TEST(PercentAxis, SpansAtLeastTenPointsAndCentersAFlatHistory) {
   EXPECT_EQ(ends(77, 77), (Ends{72, 82}));
   EXPECT_EQ(ends(76, 76), (Ends{70, 80}));
   EXPECT_EQ(ends(64, 72), (Ends{62, 72}));
 }
 
-TEST(PercentAxis, IsAsLongAsTheHistoryNeeds) {
+TEST(PercentAxis, GrowsWithTheRangeOfTheHistory) {
   EXPECT_EQ(ends(60, 70), (Ends{60, 70}));
   EXPECT_EQ(ends(59, 70), (Ends{50, 75}));
   EXPECT_EQ(ends(41, 74), (Ends{30, 80}));
   EXPECT_EQ(ends(20, 71), (Ends{0, 100}));
 }
 
-TEST(PercentAxis, StaysWithinZeroAndAHundred) {
+TEST(PercentAxis, StaysWithinZeroToOneHundred) {
   EXPECT_EQ(ends(0, 0), (Ends{0, 10}));
   EXPECT_EQ(ends(3, 3), (Ends{0, 10}));
   EXPECT_EQ(ends(100, 100), (Ends{90, 100}));
@@ -49,14 +49,14 @@ TEST(PercentAxis, StaysWithinZeroAndAHundred) {
   EXPECT_EQ(ends(1, 99), (Ends{0, 100}));
 }
 
-TEST(PercentAxis, TakesWhatIsOutsideAsTheEdge) {
+TEST(PercentAxis, ClampsPercentagesOutsideZeroToOneHundred) {
   using Limits = std::numeric_limits<std::int64_t>;
   EXPECT_EQ(ends(Limits::min(), -1), (Ends{0, 10}));
   EXPECT_EQ(ends(101, Limits::max()), (Ends{90, 100}));
   EXPECT_EQ(ends(Limits::min(), Limits::max()), (Ends{0, 100}));
 }
 
-TEST(PercentAxis, FitsEveryPairOfPercentages) {
+TEST(PercentAxis, ContainsEveryPairOfPercentages) {
   for (std::int64_t low = 0; low <= 100; ++low) {
     for (std::int64_t high = low; high <= 100; ++high) {
       const auto [bottom, top] = ends(low, high);
@@ -65,7 +65,7 @@ TEST(PercentAxis, FitsEveryPairOfPercentages) {
   }
 }
 
-TEST(TimeAxis, IsAsLongAsTheHistoryNeeds) {
+TEST(TimeAxis, HasTheShortestLengthThatFitsTheHistory) {
   EXPECT_EQ(period(0.0), (Period{5.0, 1.0}));
   EXPECT_EQ(period(5.0), (Period{5.0, 1.0}));
   EXPECT_EQ(period(5.5), (Period{10.0, 2.0}));
@@ -74,14 +74,14 @@ TEST(TimeAxis, IsAsLongAsTheHistoryNeeds) {
   EXPECT_EQ(period(60.0), (Period{60.0, 10.0}));
 }
 
-TEST(TimeAxis, IsLongerWhereTheHistoryIsATraceLongerThanAPeriod) {
+TEST(TimeAxis, HasTheNextLengthWhenTheHistoryIsSlightlyTooLong) {
   EXPECT_EQ(period(300.00001 / 60.0), (Period{10.0, 2.0}));
   EXPECT_EQ(period(303.0 / 60.0), (Period{10.0, 2.0}));
   EXPECT_EQ(period(600.00001 / 60.0), (Period{30.0, 5.0}));
   EXPECT_EQ(period(1800.0001 / 60.0), (Period{60.0, 10.0}));
 }
 
-TEST(TimeAxis, AfterYearsOfRunningIsAsExactAsAtTheStart) {
+TEST(TimeAxis, RemainsExactAfterYearsOfUptime) {
   const TimeAxis axis = timeAxis({{99'999'901.0, 50}, {100'000'001.0, 50}});
   EXPECT_EQ(axis.start, 99'999'701.0);
   EXPECT_EQ(axis.end, 100'000'001.0);

@@ -8,34 +8,34 @@
 
 namespace lumowatt {
 
-TEST(LevelSymbol, ChangesAtTwelveAndThirteen) {
+TEST(LevelSymbol, ChangesBetweenTwelveAndThirteenPercent) {
   EXPECT_EQ(levelSymbol(12), "battery.0percent");
   EXPECT_EQ(levelSymbol(13), "battery.25percent");
 }
 
-TEST(LevelSymbol, ChangesAtThirtySevenAndThirtyEight) {
+TEST(LevelSymbol, ChangesBetweenThirtySevenAndThirtyEightPercent) {
   EXPECT_EQ(levelSymbol(37), "battery.25percent");
   EXPECT_EQ(levelSymbol(38), "battery.50percent");
 }
 
-TEST(LevelSymbol, ChangesAtSixtyTwoAndSixtyThree) {
+TEST(LevelSymbol, ChangesBetweenSixtyTwoAndSixtyThreePercent) {
   EXPECT_EQ(levelSymbol(62), "battery.50percent");
   EXPECT_EQ(levelSymbol(63), "battery.75percent");
 }
 
-TEST(LevelSymbol, ChangesAtEightySevenAndEightyEight) {
+TEST(LevelSymbol, ChangesBetweenEightySevenAndEightyEightPercent) {
   EXPECT_EQ(levelSymbol(87), "battery.75percent");
   EXPECT_EQ(levelSymbol(88), "battery.100percent");
 }
 
-TEST(LevelSymbol, HasOneForNumbersThatAreNoPercentage) {
+TEST(LevelSymbol, AcceptsPercentagesOutsideZeroToOneHundred) {
   EXPECT_EQ(levelSymbol(-5), "battery.0percent");
   EXPECT_EQ(levelSymbol(250), "battery.100percent");
   EXPECT_EQ(levelSymbol(std::numeric_limits<std::int64_t>::min()), "battery.0percent");
   EXPECT_EQ(levelSymbol(std::numeric_limits<std::int64_t>::max()), "battery.100percent");
 }
 
-TEST(AnimatedSymbol, StepsFromAboveTheChargeLessTwelveToFullAndAgain) {
+TEST(AnimatedSymbol, RepeatsTheLevelsAboveTheChargeMinusTwelve) {
   const auto levels = [](std::int64_t percent) {
     std::vector<std::string_view> names;
     for (std::int64_t frame = 0; frame < 5; ++frame) {
@@ -64,24 +64,24 @@ TEST(AnimatedSymbol, StepsFromAboveTheChargeLessTwelveToFullAndAgain) {
   }
 }
 
-TEST(AnimatedSymbol, OfAPercentageThatCannotBeReducedByTwelveIsFatal) {
+TEST(AnimatedSymbol, ExitsWhenThePercentageMinusTwelveOverflows) {
   EXPECT_EXIT(animatedSymbol(std::numeric_limits<std::int64_t>::min() + 11, 0),
               testing::ExitedWithCode(1),
               "^lumowatt: cannot animate the battery: its percentage is too small\n$");
 }
 
-TEST(NextFrame, IsOneMore) {
+TEST(NextFrame, IncrementsTheFrame) {
   EXPECT_EQ(nextFrame(0), 1);
   EXPECT_EQ(nextFrame(std::numeric_limits<std::int64_t>::max() - 1),
             std::numeric_limits<std::int64_t>::max());
 }
 
-TEST(NextFrame, AfterTheLargestNumberIsFatal) {
+TEST(NextFrame, ExitsWhenTheFrameOverflows) {
   EXPECT_EXIT(nextFrame(std::numeric_limits<std::int64_t>::max()), testing::ExitedWithCode(1),
               "^lumowatt: cannot animate the battery: the frame number overflows\n$");
 }
 
-TEST(Tinted, WithAColorIsThatSymbolInThatColor) {
+TEST(TintedSymbol, HasTheRequestedNameAndColor) {
   const auto image = tinted("battery.50percent", systemOrange, "Battery 44 percent");
   ASSERT_TRUE(image);
   EXPECT_EQ(image->accessibilityDescription, "Battery 44 percent");
@@ -92,7 +92,7 @@ TEST(Tinted, WithAColorIsThatSymbolInThatColor) {
   EXPECT_EQ(symbol.pointSize, std::nullopt);
 }
 
-TEST(Tinted, WithoutAColorIsATemplate) {
+TEST(TintedSymbol, IsATemplateWithoutAColor) {
   const auto image = tinted("battery.100percent.bolt", std::nullopt, "Battery 90 percent");
   ASSERT_TRUE(image);
   const auto& symbol = std::get<Symbol>(image->content);
@@ -100,7 +100,7 @@ TEST(Tinted, WithoutAColorIsATemplate) {
   EXPECT_TRUE(symbol.isTemplate);
 }
 
-TEST(Tinted, KnowsEverySymbolAndNoOther) {
+TEST(TintedSymbol, IsReturnedForKnownNamesOnly) {
   for (const std::string_view name : symbol::all) {
     EXPECT_TRUE(tinted(name, std::nullopt, "")) << name;
   }

@@ -13,53 +13,57 @@ namespace {
 
 using Operations = std::vector<std::string>;
 
-Operations drawn(const Drawing& drawing) {
+Operations drawOperations(const Drawing& drawing) {
   RecordingCanvas canvas;
   drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
   return canvas.operations;
 }
 
-/// What writing the snapshot of a reading draws, up to its encoding.
-Operations written(const Reading& reading, bool sample) {
+/// Writes the snapshot of a reading and returns the operations, including the encoding.
+Operations writtenOperations(const Reading& reading, bool isSample) {
   const TemporaryFolder folder;
   RecordingBitmapFactory bitmaps;
-  EXPECT_TRUE(writeSnapshot(reading, folder.path() / "out.png", sample, bitmaps));
+  EXPECT_TRUE(writeSnapshot(reading, folder.path() / "out.png", isSample, bitmaps));
   EXPECT_EQ(fileContents(folder.path() / "out.png"), "(the picture)");
   return bitmaps.operations;
 }
 
-/// The title, of which the recording canvas says that it is 10 wide for each character.
+/// Returns the title in the snapshot of a reading.
 std::string title(const Reading& reading) {
-  const std::string text = drawn(snapshot(reading, {}, false)).at(2);
+  const std::string text = drawOperations(snapshot(reading, {}, false)).at(2);
   const std::size_t start = text.find('"') + 1;
   return text.substr(start, text.rfind('"') - start);
 }
 
-std::string glyph(const Reading& reading) { return drawn(snapshot(reading, {}, false)).at(3); }
+/// Returns the operation that draws the glyph in the snapshot of a reading.
+std::string glyph(const Reading& reading) {
+  return drawOperations(snapshot(reading, {}, false)).at(3);
+}
 
-/// A reading whose report has the fewest lines, six, and one more for each count above that.
+/// Returns a reading whose report has `count` lines, from 6 (the minimum) to 13.
 Reading readingWithLines(std::size_t count) {
   Reading reading;
-  reading.external = true;  // status, charge, power, system, adapter, cycles
+  // Every report contains six lines: status, charge, power, system, adapter and cycles.
+  reading.external = true;
   reading.full = true;
   if (count >= 7) reading.temperatureC = 30.0;
   if (count >= 8) reading.adapterWatts = 60;
-  if (count >= 9) reading.charging = true;  // the time to full
+  if (count >= 9) reading.charging = true;  // adds the time to full
   reading.rawMax = 4000;
-  if (count == 10 || count >= 12) reading.batteryAmps = 1.0;  // the rate
-  if (count >= 11) reading.design = 5000;                     // the capacity, and a remark about it
+  if (count == 10 || count >= 12) reading.batteryAmps = 1.0;  // adds the rate
+  if (count >= 11) reading.design = 5000;  // adds the capacity and a remark about it
   if (count >= 13) reading.nominal = 4500;
   return reading;
 }
 
 }  // namespace
 
-TEST(Snapshot, OfTheDrainingSample) {
+TEST(Snapshot, ShowsTheDrainingSample) {
   const auto line = [](int y, const std::string& text) {
     return "text (40, " + std::to_string(y) + ") \"" + text + "\" system 13 white(0.93)";
   };
-  // 64%  ▼  −11.0 W has 15 characters: its left edge is at 560 - 24 - 150.
-  EXPECT_EQ(written(*sampleReading("draining"), true),
+  // "64%  ▼  −11.0 W" has 15 characters, each 10 wide. Its left edge is at 560 - 24 - 150.
+  EXPECT_EQ(writtenOperations(*sampleReading("draining"), true),
             (Operations{
                 "bitmap 560 x 366 scale 2 dark",
                 "begin (0, 0, 560, 366) of 560 x 366 flipped",
@@ -84,8 +88,8 @@ TEST(Snapshot, OfTheDrainingSample) {
             }));
 }
 
-TEST(Snapshot, OfTheLowSample) {
-  const Operations operations = written(*sampleReading("low"), true);
+TEST(Snapshot, ShowsTheLowSample) {
+  const Operations operations = writtenOperations(*sampleReading("low"), true);
   ASSERT_EQ(operations.size(), 20U);
   EXPECT_EQ(operations[0], "bitmap 560 x 366 scale 2 dark");
   EXPECT_EQ(operations[4], "text (396, 8) \"16%  ▼  −7.2 W\" digits 15 white(1)");
@@ -97,8 +101,8 @@ TEST(Snapshot, OfTheLowSample) {
             "text (24, 336) \"Sample values, not a live reading\" system 12 white(0.7)");
 }
 
-TEST(Snapshot, OfTheFullSample) {
-  const Operations operations = written(*sampleReading("full"), true);
+TEST(Snapshot, ShowsTheFullSample) {
+  const Operations operations = writtenOperations(*sampleReading("full"), true);
   ASSERT_EQ(operations.size(), 20U);
   EXPECT_EQ(operations[0], "bitmap 560 x 366 scale 2 dark");
   EXPECT_EQ(operations[4], "text (386, 8) \"100%  •  +0.0 W\" digits 15 white(1)");
@@ -108,18 +112,18 @@ TEST(Snapshot, OfTheFullSample) {
             "text (40, 156) \"From the adapter: 6.0 W  (20.1 V, 0.30 A)\" system 13 white(0.93)");
 }
 
-TEST(Snapshot, OfALiveReadingHasNoCaption) {
-  const Operations sample = written(*sampleReading("full"), true);
-  Operations live = written(*sampleReading("full"), false);
+TEST(Snapshot, OmitsTheCaptionForALiveReading) {
+  const Operations sample = writtenOperations(*sampleReading("full"), true);
+  Operations live = writtenOperations(*sampleReading("full"), false);
   ASSERT_EQ(live.size() + 1, sample.size());
   live.insert(live.end() - 2, sample[sample.size() - 3]);
   EXPECT_EQ(live, sample);
   EXPECT_NE(sample[sample.size() - 3].find("Sample values"), std::string::npos);
 }
 
-class SnapshotOfLines : public testing::TestWithParam<std::size_t> {};
+class SnapshotWithLines : public testing::TestWithParam<std::size_t> {};
 
-TEST_P(SnapshotOfLines, HasItsHeightPanelAndCaptionByTheirNumber) {
+TEST_P(SnapshotWithLines, AdjustsHeightPanelAndCaptionToTheLineCount) {
   const std::size_t count = GetParam();
   std::vector<std::string> lines;
   for (std::size_t i = 0; i < count; ++i) lines.push_back("line " + std::to_string(i));
@@ -128,7 +132,7 @@ TEST_P(SnapshotOfLines, HasItsHeightPanelAndCaptionByTheirNumber) {
   const std::size_t height = 24 * count + 126;
   EXPECT_EQ(drawing.size, (Size{560.0, static_cast<double>(height)}));
 
-  const Operations operations = drawn(drawing);
+  const Operations operations = drawOperations(drawing);
   ASSERT_EQ(operations.size(), 6 + count);
   EXPECT_EQ(operations[0], "fill (0, 0, 560, " + std::to_string(height) + ") rgb(0.1, 0.08, 0.15)");
   EXPECT_EQ(operations[4], "rounded (24, 48, 512, " + std::to_string(24 * count + 22) +
@@ -142,16 +146,16 @@ TEST_P(SnapshotOfLines, HasItsHeightPanelAndCaptionByTheirNumber) {
                                    ") \"Sample values, not a live reading\" system 12 white(0.7)");
 }
 
-INSTANTIATE_TEST_SUITE_P(NoneToFourteen, SnapshotOfLines,
+INSTANTIATE_TEST_SUITE_P(ZeroToFourteenLines, SnapshotWithLines,
                          testing::Range(std::size_t{0}, std::size_t{15}));
 
 class SnapshotOfReading : public testing::TestWithParam<std::size_t> {};
 
-TEST_P(SnapshotOfReading, ShowsEveryLineOfItsReport) {
+TEST_P(SnapshotOfReading, ShowsEveryLineOfTheReport) {
   const Reading reading = readingWithLines(GetParam());
   const std::vector<std::string> lines = details(reading);
   ASSERT_EQ(lines.size(), GetParam());
-  const Operations operations = written(reading, false);
+  const Operations operations = writtenOperations(reading, false);
   ASSERT_EQ(operations.size(), 9 + lines.size());
   EXPECT_EQ(operations[0],
             "bitmap 560 x " + std::to_string(24 * lines.size() + 126) + " scale 2 dark");
@@ -163,13 +167,13 @@ TEST_P(SnapshotOfReading, ShowsEveryLineOfItsReport) {
 INSTANTIATE_TEST_SUITE_P(SixToThirteenLines, SnapshotOfReading,
                          testing::Range(std::size_t{6}, std::size_t{14}));
 
-TEST(Snapshot, WithoutAFlowOfPowerIsSteadyWithAPlus) {
+TEST(Snapshot, ShowsASteadyTrendAndAPlusSignWithoutPowerFlow) {
   Reading reading;
   reading.percent = 57;
   EXPECT_EQ(title(reading), "57%  •  +0.0 W");
 }
 
-TEST(Snapshot, ItsTitleHasTheArrowAndTheSignOfThePower) {
+TEST(Snapshot, ShowsTheTrendArrowAndTheSignOfThePower) {
   Reading reading;
   reading.percent = 57;
   reading.batteryWatts = -4.52;
@@ -180,16 +184,16 @@ TEST(Snapshot, ItsTitleHasTheArrowAndTheSignOfThePower) {
   EXPECT_EQ(title(reading), "57%  •  −0.0 W");
 }
 
-TEST(Snapshot, ChargingAtAHundredPercentShowsTheBolt) {
+TEST(Snapshot, ShowsTheBoltWhenChargingAtOneHundredPercent) {
   Reading reading;
   reading.percent = 100;
   reading.external = true;
   reading.charging = true;
-  // 100%  •  +0.0 W has 15 characters.
+  // "100%  •  +0.0 W" has 15 characters, each 10 wide.
   EXPECT_EQ(glyph(reading), "symbol (356, 6, 26, 22) battery.100percent.bolt green size 16");
 }
 
-TEST(Snapshot, FullOnPowerButNotChargingShowsTheFullBatteryWithoutABolt) {
+TEST(Snapshot, OmitsTheBoltWhenFullOnPowerButNotCharging) {
   Reading reading;
   reading.percent = 100;
   reading.external = true;
@@ -197,7 +201,7 @@ TEST(Snapshot, FullOnPowerButNotChargingShowsTheFullBatteryWithoutABolt) {
   EXPECT_EQ(glyph(reading), "symbol (356, 6, 26, 22) battery.100percent green size 16");
 }
 
-TEST(Snapshot, ChargingShowsTheBoltAtAnyLevel) {
+TEST(Snapshot, ShowsTheBoltWhenChargingAtALowLevel) {
   Reading reading;
   reading.percent = 5;
   reading.external = true;
@@ -205,17 +209,17 @@ TEST(Snapshot, ChargingShowsTheBoltAtAnyLevel) {
   EXPECT_EQ(glyph(reading), "symbol (376, 6, 26, 22) battery.100percent.bolt green size 16");
 }
 
-TEST(Snapshot, AnAlmostEmptyBatteryIsRed) {
+TEST(Snapshot, ShowsAnAlmostEmptyBatteryInRed) {
   Reading reading;
   reading.percent = 10;
   EXPECT_EQ(glyph(reading), "symbol (366, 6, 26, 22) battery.0percent red size 16");
 }
 
-TEST(WriteSnapshot, WithoutABitmapTouchesNoFile) {
+TEST(WriteSnapshot, LeavesFilesUnchangedWhenDrawingFails) {
   const TemporaryFolder folder;
   folder.write("old.png", "old");
   RecordingBitmapFactory bitmaps;
-  bitmaps.refuses = true;
+  bitmaps.isFailing = true;
   for (const char* name : {"old.png", "new.png", "none/new.png"}) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(writeSnapshot({}, folder.path() / name, false, bitmaps).failure().reason,
@@ -228,7 +232,7 @@ TEST(WriteSnapshot, WithoutABitmapTouchesNoFile) {
   EXPECT_EQ(bitmaps.operations, Operations(3, "bitmap 560 x 270 scale 2 dark"));
 }
 
-TEST(WriteSnapshot, ThatCannotBeEncodedTouchesNoFile) {
+TEST(WriteSnapshot, LeavesFilesUnchangedWhenEncodingFails) {
   const TemporaryFolder folder;
   folder.write("old.png", "old");
   RecordingBitmapFactory bitmaps;
@@ -242,7 +246,7 @@ TEST(WriteSnapshot, ThatCannotBeEncodedTouchesNoFile) {
   EXPECT_EQ(bitmaps.operations.back(), "encode");
 }
 
-TEST(WriteSnapshot, ThatCannotBeWrittenGivesTheSystemsReason) {
+TEST(WriteSnapshot, ReturnsTheSystemErrorWhenWritingFails) {
   const TemporaryFolder folder;
   RecordingBitmapFactory bitmaps;
   EXPECT_EQ(writeSnapshot({}, folder.path() / "none" / "new.png", false, bitmaps).failure().reason,

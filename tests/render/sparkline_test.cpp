@@ -10,13 +10,13 @@ namespace {
 
 using Operations = std::vector<std::string>;
 
-// Of the default size, 250 x 38, the plot is what lies from 2 to 248 across and from 5 to 33 up.
+// In a chart of the default size, 250 x 38, the plot extends from (2, 5) to (248, 33).
 const std::string baseline = "stroke M(2, 5) L(248, 5) width 1 separator";
 const std::string line = " width 2 round joins round caps green";
 const std::string placeholder = "text (4, 12) \"Collecting history…\" system 11 secondaryLabel";
 
-/// What a chart draws when it is shown in its own size.
-Operations drawn(const Image& image) {
+/// Draws a chart at its own size and returns the operations.
+Operations drawOperations(const Image& image) {
   const auto& drawing = std::get<Drawing>(image.content);
   RecordingCanvas canvas;
   drawing.draw(canvas, {0.0, 0.0, drawing.size.width, drawing.size.height});
@@ -24,7 +24,7 @@ Operations drawn(const Image& image) {
 }
 
 Operations chart(const std::vector<Sample>& samples) {
-  return drawn(sparkline(samples, systemGreen));
+  return drawOperations(sparkline(samples, systemGreen));
 }
 
 Reading readingAt(std::int64_t percent) {
@@ -35,7 +35,7 @@ Reading readingAt(std::int64_t percent) {
 
 }  // namespace
 
-TEST(Sparkline, IsAnImageThatIsNotFlippedOfTheDefaultSize) {
+TEST(Sparkline, IsAnUnflippedImageOfTheDefaultSize) {
   const Image image = sparkline({}, systemGreen);
   const auto& drawing = std::get<Drawing>(image.content);
   EXPECT_EQ(drawing.size, (Size{250.0, 38.0}));
@@ -43,17 +43,17 @@ TEST(Sparkline, IsAnImageThatIsNotFlippedOfTheDefaultSize) {
   EXPECT_EQ(image.accessibilityDescription, "");
 }
 
-TEST(Sparkline, OnePointMoreInAMinuteRisesByAQuarterOfTheHeight) {
+TEST(Sparkline, DrawsOnePercentagePointAsAQuarterOfTheHeight) {
   EXPECT_EQ(chart({{0, 50}, {60, 51}}), (Operations{baseline, "stroke M(2, 5) L(248, 12)" + line}));
 }
 
-TEST(Sparkline, AFlatHistoryLiesOnTheBaseline) {
+TEST(Sparkline, DrawsAFlatHistoryOnTheBaseline) {
   EXPECT_EQ(chart({{100, 77}, {130, 77}, {160, 77}}),
             (Operations{baseline, "stroke M(2, 5) L(125, 5) L(248, 5)" + line}));
 }
 
-TEST(Sparkline, ALargeRangeTouchesTheBottomAndTheTop) {
-  // From 20 to 80 in a hundred points.
+TEST(Sparkline, FillsTheHeightForALargeRange) {
+  // 100 samples from 20 % to 80 %.
   std::vector<Sample> samples(100);
   for (int i = 0; i < 100; ++i) samples[static_cast<std::size_t>(i)] = {36.0 * i, 20 + 60 * i / 99};
   const Operations operations = chart(samples);
@@ -64,52 +64,54 @@ TEST(Sparkline, ALargeRangeTouchesTheBottomAndTheTop) {
   EXPECT_EQ(std::ranges::count(operations[1], 'L'), 99);
 }
 
-TEST(Sparkline, ARangeOfExactlyFourFillsTheHeight) {
+TEST(Sparkline, FillsTheHeightForARangeOfFourPoints) {
   EXPECT_EQ(chart({{0, 54}, {60, 50}}), (Operations{baseline, "stroke M(2, 33) L(248, 5)" + line}));
 }
 
-TEST(Sparkline, PointsStandWhereTheirTimeIs) {
-  // A quarter of the time, then the rest: 2 + 246 / 4 = 63.5; 40 of 50 points up: 5 + 28 * 0.8.
+TEST(Sparkline, DrawsPointsAtTheirTimes) {
+  // The second sample is at a quarter of the time and at 40 of 50 percentage points:
+  // x = 2 + 246 / 4 = 63.5, y = 5 + 28 * 0.8 = 27.4.
   EXPECT_EQ(chart({{1000, 30}, {1015, 70}, {1060, 80}}),
             (Operations{baseline, "stroke M(2, 5) L(63.5, 27.4) L(248, 33)" + line}));
 }
 
-TEST(Sparkline, PutsPointsBetweenPixels) {
-  // A tenth of the time: 2 + 24.6; 3 of 10 points up: 5 + 8.4.
+TEST(Sparkline, DrawsPointsAtFractionalCoordinates) {
+  // The second sample is at a tenth of the time and at 3 of 10 percentage points:
+  // x = 2 + 24.6 = 26.6, y = 5 + 28 * 0.3 = 13.4.
   EXPECT_EQ(chart({{1000, 30}, {1006, 33}, {1060, 40}}),
             (Operations{baseline, "stroke M(2, 5) L(26.6, 13.4) L(248, 33)" + line}));
 }
 
-TEST(Sparkline, SamplesOutsideTheSpanOfTheFirstAndTheLastAreDrawnWhereTheyFall) {
+TEST(Sparkline, DoesNotClampSamplesLaterThanTheLastOne) {
   EXPECT_EQ(chart({{0, 50}, {120, 50}, {60, 50}}),
             (Operations{baseline, "stroke M(2, 5) L(494, 5) L(248, 5)" + line}));
 }
 
-TEST(Sparkline, WithoutASampleTellsThatTheHistoryIsBeingCollected) {
+TEST(Sparkline, ShowsAPlaceholderWithoutSamples) {
   EXPECT_EQ(chart({}), (Operations{baseline, placeholder}));
 }
 
-TEST(Sparkline, OneSampleIsNoHistory) {
+TEST(Sparkline, ShowsAPlaceholderForOneSample) {
   EXPECT_EQ(chart({{5, 50}}), (Operations{baseline, placeholder}));
 }
 
-TEST(Sparkline, SamplesOfTheSameTimeAreNoHistory) {
+TEST(Sparkline, ShowsAPlaceholderForSamplesWithTheSameTime) {
   EXPECT_EQ(chart({{5, 50}, {5, 60}, {5, 70}}), (Operations{baseline, placeholder}));
 }
 
-TEST(Sparkline, ALastSampleBeforeTheFirstIsNoHistory) {
+TEST(Sparkline, ShowsAPlaceholderWhenTheLastSamplePrecedesTheFirst) {
   EXPECT_EQ(chart({{60, 50}, {90, 55}, {0, 60}}), (Operations{baseline, placeholder}));
 }
 
-TEST(Sparkline, TakesTheGivenSize) {
+TEST(Sparkline, HasTheRequestedSize) {
   const Image image = sparkline({}, systemGreen, 100.0, 60.2);
   EXPECT_EQ(std::get<Drawing>(image.content).size, (Size{100.0, 60.2}));
-  EXPECT_EQ(drawn(image),
+  EXPECT_EQ(drawOperations(image),
             (Operations{"stroke M(2, 5) L(98, 5) width 1 separator",
                         "text (4, 23.1) \"Collecting history…\" system 11 secondaryLabel"}));
 }
 
-TEST(Sparkline, IsDrawnIntoTheRectangleItIsGivenWithTheTextByItsOwnHeight) {
+TEST(Sparkline, DrawsIntoTheGivenRectangleButPlacesTextByItsOwnHeight) {
   const Image image = sparkline({}, systemGreen);
   RecordingCanvas canvas;
   std::get<Drawing>(image.content).draw(canvas, {10.0, 20.0, 54.0, 30.0});
@@ -117,13 +119,13 @@ TEST(Sparkline, IsDrawnIntoTheRectangleItIsGivenWithTheTextByItsOwnHeight) {
             (Operations{"stroke M(12, 25) L(62, 25) width 1 separator", placeholder}));
 }
 
-TEST(ChartColor, IsThatOfTheReadingWhereItHasOneAndColorsAreOn) {
+TEST(ChartColor, IsTheAccentOfTheReadingWhenColorsAreOn) {
   const Reading low = readingAt(8);
   EXPECT_EQ(chartColor(low, true), systemRed);
   EXPECT_EQ(chartColor(low, true, systemGreen), systemRed);
 }
 
-TEST(ChartColor, IsElseTheUsers) {
+TEST(ChartColor, FallsBackToTheUserAccent) {
   const Reading low = readingAt(8);
   const Reading ordinary = readingAt(64);
   EXPECT_EQ(chartColor(low, false, systemGreen), systemGreen);
@@ -131,7 +133,7 @@ TEST(ChartColor, IsElseTheUsers) {
   EXPECT_EQ(chartColor(ordinary, true), Color(SystemColor::accent));
 }
 
-TEST(Sparkline, NumbersThatAreNoPercentageHaveTheirPlaceToo) {
+TEST(Sparkline, AcceptsPercentagesOutsideZeroToOneHundred) {
   EXPECT_EQ(chart({{0, -100}, {60, 300}}),
             (Operations{baseline, "stroke M(2, 5) L(248, 33)" + line}));
 }

@@ -2,12 +2,12 @@
 
 #include "render/title.h"
 
-/// What a title can show beside the percent, as the tests of titles and tiles call it.
+/// Combinations of extras for the tests of titles and tiles.
 namespace lumowatt {
 
-inline constexpr TitleExtras nothing{.power = false, .time = false};
-inline constexpr TitleExtras power{.power = true, .time = false};
-inline constexpr TitleExtras time{.power = false, .time = true};
-inline constexpr TitleExtras all{.power = true, .time = true};
+inline constexpr TitleExtras noExtras{.power = false, .time = false};
+inline constexpr TitleExtras powerExtra{.power = true, .time = false};
+inline constexpr TitleExtras timeExtra{.power = false, .time = true};
+inline constexpr TitleExtras allExtras{.power = true, .time = true};
 
 }  // namespace lumowatt

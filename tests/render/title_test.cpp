@@ -22,13 +22,15 @@ Reading readingOf(double watts) {
   return reading;
 }
 
-std::string arrowOf(const Reading& reading) { return titleText(reading, nothing, true).at(1).text; }
-
-std::optional<Color> colorOf(const Reading& reading, bool colored) {
-  return titleText(reading, nothing, colored).at(1).color;
+std::string arrowOf(const Reading& reading) {
+  return titleText(reading, noExtras, true).at(1).text;
 }
 
-/// The third run; "none" when there is none.
+std::optional<Color> colorOf(const Reading& reading, bool colored) {
+  return titleText(reading, noExtras, colored).at(1).color;
+}
+
+/// Returns the text of the third run, or "none" without a third run.
 std::string extrasOf(const Reading& reading, TitleExtras extras) {
   const AttributedString text = titleText(reading, extras, false);
   return text.size() < 3 ? "none" : text[2].text;
@@ -36,16 +38,16 @@ std::string extrasOf(const Reading& reading, TitleExtras extras) {
 
 }  // namespace
 
-TEST(Title, HasThreeRunsInTheirFonts) {
+TEST(Title, HasRunsForPercentageArrowAndExtras) {
   const AttributedString expected{
       {" 64%", monospacedDigitFont(12.0)},
       {" ▼", systemFont(8.0), Color(SystemColor::label), 1.5},
       {" −8.3 W · 2:15", monospacedDigitFont(12.0)},
   };
-  EXPECT_EQ(titleText(draining(), all, false), expected);
+  EXPECT_EQ(titleText(draining(), allExtras, false), expected);
 }
 
-TEST(Title, WithoutExtrasHasTwoRuns) {
+TEST(Title, HasTwoRunsWithoutExtras) {
   Reading charging;
   charging.percent = 64;
   charging.batteryWatts = 12.0;
@@ -53,17 +55,17 @@ TEST(Title, WithoutExtrasHasTwoRuns) {
       {" 64%", monospacedDigitFont(12.0)},
       {" ▲", systemFont(8.0), systemGreen, 1.5},
   };
-  EXPECT_EQ(titleText(charging, nothing, true), expected);
+  EXPECT_EQ(titleText(charging, noExtras, true), expected);
 }
 
-TEST(Title, TheArrowFollowsTheTrend) {
+TEST(Title, ShowsTheArrowOfTheTrend) {
   EXPECT_EQ(arrowOf(readingOf(-0.3)), " •");
   EXPECT_EQ(arrowOf(readingOf(-0.31)), " ▼");
   EXPECT_EQ(arrowOf(readingOf(0.3)), " •");
   EXPECT_EQ(arrowOf(readingOf(0.31)), " ▲");
 }
 
-TEST(Title, FullOnPowerIsSteadyWhateverFlows) {
+TEST(Title, ShowsASteadyTrendWhenFullOnPower) {
   Reading reading = readingOf(5.0);
   reading.external = true;
   reading.full = true;
@@ -71,42 +73,42 @@ TEST(Title, FullOnPowerIsSteadyWhateverFlows) {
   EXPECT_EQ(colorOf(reading, true), secondaryLabel);
 }
 
-TEST(Title, TheArrowIsColoredByTheTrend) {
+TEST(Title, ColorsTheArrowByTheTrend) {
   EXPECT_EQ(colorOf(readingOf(12.0), true), systemGreen);
   EXPECT_EQ(colorOf(readingOf(0.0), true), secondaryLabel);
   EXPECT_EQ(colorOf(readingOf(-5.0), true), secondaryLabel);
 }
 
-TEST(Title, TheArrowTurnsOrangeBeyondFifteenWatts) {
+TEST(Title, ColorsTheArrowOrangeWhenDrainingMoreThanFifteenWatts) {
   EXPECT_EQ(colorOf(readingOf(-15.0), true), secondaryLabel);
   EXPECT_EQ(colorOf(readingOf(-15.01), true), systemOrange);
 }
 
-TEST(Title, WithoutColorsTheArrowHasTheColorOfText) {
+TEST(Title, ShowsTheArrowInTheTextColorWhenColorsAreOff) {
   for (const double watts : {12.0, 0.0, -5.0, -20.0}) {
     EXPECT_EQ(colorOf(readingOf(watts), false), Color(SystemColor::label)) << watts;
   }
 }
 
-TEST(Title, ShowsTheExtrasThatAreAskedFor) {
-  EXPECT_EQ(extrasOf(draining(), nothing), "none");
-  EXPECT_EQ(extrasOf(draining(), power), " −8.3 W");
-  EXPECT_EQ(extrasOf(draining(), time), " 2:15");
-  EXPECT_EQ(extrasOf(draining(), all), " −8.3 W · 2:15");
+TEST(Title, ShowsTheRequestedExtras) {
+  EXPECT_EQ(extrasOf(draining(), noExtras), "none");
+  EXPECT_EQ(extrasOf(draining(), powerExtra), " −8.3 W");
+  EXPECT_EQ(extrasOf(draining(), timeExtra), " 2:15");
+  EXPECT_EQ(extrasOf(draining(), allExtras), " −8.3 W · 2:15");
 }
 
-TEST(Title, LeavesOutATimeThatIsNotKnown) {
+TEST(Title, OmitsAnUnknownTime) {
   Reading reading = draining();
   reading.minutes.reset();
-  EXPECT_EQ(extrasOf(reading, time), "none");
-  EXPECT_EQ(extrasOf(reading, all), " −8.3 W");
+  EXPECT_EQ(extrasOf(reading, timeExtra), "none");
+  EXPECT_EQ(extrasOf(reading, allExtras), " −8.3 W");
 }
 
-TEST(Title, WritesTheTimeAsOnAClock) {
+TEST(Title, FormatsTheTimeAsHoursAndMinutes) {
   const auto clock = [](std::int64_t minutes) {
     Reading reading;
     reading.minutes = minutes;
-    return extrasOf(reading, time);
+    return extrasOf(reading, timeExtra);
   };
   EXPECT_EQ(clock(0), " 0:00");
   EXPECT_EQ(clock(5), " 0:05");
@@ -116,20 +118,20 @@ TEST(Title, WritesTheTimeAsOnAClock) {
   EXPECT_EQ(clock(6000), " 100:00");
 }
 
-TEST(Title, WritesNegativeMinutesAsTheyDivide) {
+TEST(Title, FormatsNegativeTimesByTruncatingDivision) {
   Reading reading;
   reading.minutes = -75;
-  EXPECT_EQ(extrasOf(reading, time), " -1:-15");
+  EXPECT_EQ(extrasOf(reading, timeExtra), " -1:-15");
   reading.minutes = -5;
-  EXPECT_EQ(extrasOf(reading, time), " 0:-5");
+  EXPECT_EQ(extrasOf(reading, timeExtra), " 0:-5");
   reading.minutes = -60;
-  EXPECT_EQ(extrasOf(reading, time), " -1:00");
+  EXPECT_EQ(extrasOf(reading, timeExtra), " -1:00");
 }
 
-TEST(Title, TheSignFollowsTheValueNotItsText) {
-  EXPECT_EQ(extrasOf(readingOf(0.04), power), " +0.0 W");
-  EXPECT_EQ(extrasOf(readingOf(-0.04), power), " −0.0 W");
-  EXPECT_EQ(extrasOf(readingOf(0.0), power), " +0.0 W");
+TEST(Title, ShowsTheSignOfPowersThatRoundToZero) {
+  EXPECT_EQ(extrasOf(readingOf(0.04), powerExtra), " +0.0 W");
+  EXPECT_EQ(extrasOf(readingOf(-0.04), powerExtra), " −0.0 W");
+  EXPECT_EQ(extrasOf(readingOf(0.0), powerExtra), " +0.0 W");
 }
 
 }  // namespace lumowatt

@@ -6,7 +6,7 @@
 
 namespace lumowatt {
 
-/// Sets a variable of this process's environment, or removes it, and puts it back at the end.
+/// Sets or unsets an environment variable of this process, and restores it on destruction.
 class ScopedVariable {
  public:
   ScopedVariable(const char* name, const std::optional<std::string>& value) : name_(name) {

@@ -16,8 +16,8 @@ std::string fileContents(const std::filesystem::path& path) {
 }
 
 std::filesystem::path memoryFolder() {
-  const bool hasOne = std::getenv("TMPDIR") == nullptr && ::access("/dev/shm", W_OK) == 0;
-  return hasOne ? "/dev/shm" : std::filesystem::temp_directory_path();
+  const bool isAvailable = std::getenv("TMPDIR") == nullptr && ::access("/dev/shm", W_OK) == 0;
+  return isAvailable ? "/dev/shm" : std::filesystem::temp_directory_path();
 }
 
 TemporaryFolder::TemporaryFolder(const std::filesystem::path& parent) {

@@ -5,14 +5,14 @@
 
 namespace lumowatt {
 
-/// The contents of a file; fails the running test when it cannot be read.
+/// Returns the contents of a file. Fails the running test if the file cannot be read.
 std::string fileContents(const std::filesystem::path& path);
 
-/// Returns the folder for temporary files that are to be in memory: the usual one where $TMPDIR
-/// names it, or where the system has none in memory.
+/// Returns /dev/shm, the folder for temporary files in memory. Falls back to the default folder for
+/// temporary files if $TMPDIR is set or /dev/shm is not writable.
 std::filesystem::path memoryFolder();
 
-/// A folder of the running test's own, removed at its end.
+/// A temporary folder with a unique name, removed on destruction.
 class TemporaryFolder {
  public:
   explicit TemporaryFolder(
@@ -23,7 +23,7 @@ class TemporaryFolder {
 
   const std::filesystem::path& path() const { return path_; }
 
-  /// Writes a file at a path below the folder, with the folders on the way to it.
+  /// Writes a file to a path relative to the folder, and creates missing parent folders.
   void write(const std::filesystem::path& file, const std::string& contents) const;
 
  private:

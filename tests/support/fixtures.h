@@ -6,12 +6,13 @@
 
 namespace lumowatt {
 
-/// The fixtures are machines: those of a folder ("linux", "registry"), by name, sorted.
+/// Returns the sorted names of the fixtures in a folder, such as "linux" or "registry".
 std::vector<std::string> fixtureNames(const std::string& folder);
 
+/// Returns the path of the fixture `name` in `folder`.
 std::filesystem::path fixturePath(const std::string& folder, const std::string& name);
 
-/// A fixture's name as the name of a parameterised test.
+/// Converts a fixture's name to a valid name of a parameterized test.
 std::string testName(const std::string& fixtureName);
 
 }  // namespace lumowatt

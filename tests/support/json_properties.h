@@ -7,16 +7,17 @@
 
 namespace lumowatt {
 
-/// What the dictionary has for a time in minutes that is not known.
+/// The value that marks a duration in minutes as unknown in the dictionary.
 inline constexpr int unknownMinutes = 65535;
 
 nlohmann::json jsonFile(const std::filesystem::path& path);
 
-/// A property dictionary from its JSON form: integers of either sign and truth values are numbers;
-/// fractions, arrays and nulls are something else.
+/// Converts a JSON object to a property dictionary. Integers and booleans become numbers.
+/// Fractions, arrays and nulls become values of a type that the program does not read.
 PropertyDictionary propertiesFromJson(const nlohmann::json& object);
 
-/// The way back, for comparing and for messages: numbers signed, keys sorted.
+/// Converts a property dictionary to a JSON object with signed numbers and sorted keys, for
+/// comparisons and messages.
 nlohmann::json jsonFromProperties(const PropertyDictionary& properties);
 
 }  // namespace lumowatt

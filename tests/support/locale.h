@@ -6,14 +6,14 @@
 
 namespace lumowatt {
 
-/// Runs each test in a locale with a decimal comma. Skips it where the build cannot compile that
-/// and the system does not bring it, as with musl.
+/// Fixture that runs each test in a locale with a decimal comma. Skips the test if the build cannot
+/// compile this locale and the system does not provide it, as with musl.
 class InGermanLocale : public testing::Test {
  protected:
   void SetUp() override {
-    if (!LUMOWATT_HAS_LOCALES) GTEST_SKIP() << "nothing compiles locales here";
+    if (!LUMOWATT_HAS_LOCALES) GTEST_SKIP() << "no compiled locales available";
     ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
-    ASSERT_STREQ(std::localeconv()->decimal_point, ",") << "or a test would show nothing";
+    ASSERT_STREQ(std::localeconv()->decimal_point, ",") << "the locale has no decimal comma";
   }
   void TearDown() override { std::setlocale(LC_ALL, "C"); }
 };

@@ -6,7 +6,7 @@
 
 namespace lumowatt {
 
-/// The title of an item; empty for one that has none.
+/// Returns the title of an item, or an empty string if it has no title.
 inline std::string titleOf(const MenuItem& item) {
   return std::visit(
       [](const auto& kind) -> std::string {
@@ -19,7 +19,7 @@ inline std::string titleOf(const MenuItem& item) {
       item);
 }
 
-/// Whether an item has a mark, and that is on.
+/// Returns whether an item has a check mark that is on.
 inline bool isOn(const MenuItem& item) {
   return std::visit(
       [](const auto& kind) {

@@ -13,7 +13,7 @@ void writeDevice(const TemporaryFolder& folder, const std::string& device,
   }
 }
 
-Attributes changed(Attributes attributes, const Attributes& changes) {
+Attributes withChanges(Attributes attributes, const Attributes& changes) {
   for (const auto& [name, value] : changes) attributes[name] = value;
   return attributes;
 }
@@ -35,31 +35,31 @@ nlohmann::json MockMachine::properties() const {
 }
 
 Attributes chargePack(const Attributes& changes) {
-  return changed({{"type", "Battery\n"},
-                  {"present", "1\n"},
-                  {"status", "Discharging\n"},
-                  {"capacity", "50\n"},
-                  {"charge_full", "4000000\n"},
-                  {"charge_full_design", "5000000\n"},
-                  {"charge_now", "2000000\n"},
-                  {"current_now", "500000\n"},
-                  {"voltage_min_design", "11000000\n"},
-                  {"voltage_now", "12000000\n"}},
-                 changes);
+  return withChanges({{"type", "Battery\n"},
+                      {"present", "1\n"},
+                      {"status", "Discharging\n"},
+                      {"capacity", "50\n"},
+                      {"charge_full", "4000000\n"},
+                      {"charge_full_design", "5000000\n"},
+                      {"charge_now", "2000000\n"},
+                      {"current_now", "500000\n"},
+                      {"voltage_min_design", "11000000\n"},
+                      {"voltage_now", "12000000\n"}},
+                     changes);
 }
 
 Attributes energyPack(const Attributes& changes) {
-  return changed({{"type", "Battery\n"},
-                  {"present", "1\n"},
-                  {"status", "Discharging\n"},
-                  {"capacity", "50\n"},
-                  {"energy_full", "50000000\n"},
-                  {"energy_full_design", "60000000\n"},
-                  {"energy_now", "25000000\n"},
-                  {"power_now", "5000000\n"},
-                  {"voltage_min_design", "10000000\n"},
-                  {"voltage_now", "12500000\n"}},
-                 changes);
+  return withChanges({{"type", "Battery\n"},
+                      {"present", "1\n"},
+                      {"status", "Discharging\n"},
+                      {"capacity", "50\n"},
+                      {"energy_full", "50000000\n"},
+                      {"energy_full_design", "60000000\n"},
+                      {"energy_now", "25000000\n"},
+                      {"power_now", "5000000\n"},
+                      {"voltage_min_design", "10000000\n"},
+                      {"voltage_now", "12500000\n"}},
+                     changes);
 }
 
 }  // namespace lumowatt

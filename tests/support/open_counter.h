@@ -10,10 +10,10 @@
 
 namespace lumowatt {
 
-/// An attribute of a pack that every reading opens.
-inline constexpr auto readAtEachReading = "energy_full";
+/// An attribute of the battery pack that each reading opens.
+inline constexpr auto alwaysReadAttribute = "energy_full";
 
-/// Counts how often each file of some folders is opened.
+/// Counts how often each file in the watched folders is opened.
 class OpenCounter {
  public:
   OpenCounter() : events_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {}
@@ -22,11 +22,11 @@ class OpenCounter {
   ~OpenCounter() { ::close(events_); }
 
   void watch(const std::filesystem::path& folder) const {
-    // With the closing in between, a second opening is an event of its own.
+    // inotify merges identical consecutive events. Close events keep repeated opens separate.
     EXPECT_GE(::inotify_add_watch(events_, folder.c_str(), IN_OPEN | IN_CLOSE), 0);
   }
 
-  /// The files that were opened since it was last asked, each as often as it was.
+  /// Returns the names of the files that were opened since the previous call, once per open.
   std::multiset<std::string> opened() const {
     std::multiset<std::string> names;
     alignas(inotify_event) char buffer[65536];

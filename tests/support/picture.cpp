@@ -40,13 +40,13 @@ double contrast(const Pixel& a, const Pixel& b) {
 Picture::Picture(const std::string& png) {
   png_image image{};
   image.version = PNG_IMAGE_VERSION;
-  const bool begun = png_image_begin_read_from_memory(&image, png.data(), png.size()) != 0;
+  const bool hasHeader = png_image_begin_read_from_memory(&image, png.data(), png.size()) != 0;
   image.format = PNG_FORMAT_RGBA;
-  if (begun) components_.resize(PNG_IMAGE_SIZE(image));
-  const bool finished =
-      begun && png_image_finish_read(&image, nullptr, components_.data(), 0, nullptr) != 0;
-  EXPECT_TRUE(finished) << image.message;
-  if (!finished) return;
+  if (hasHeader) components_.resize(PNG_IMAGE_SIZE(image));
+  const bool isDecoded =
+      hasHeader && png_image_finish_read(&image, nullptr, components_.data(), 0, nullptr) != 0;
+  EXPECT_TRUE(isDecoded) << image.message;
+  if (!isDecoded) return;
   width_ = static_cast<int>(image.width);
   height_ = static_cast<int>(image.height);
 }
@@ -103,9 +103,9 @@ double alphaDistance(const Picture& a, const Picture& b) {
   return sum / 255.0;
 }
 
-std::uint32_t pixelsPerMetre(const std::string& png) {
+std::uint32_t pixelsPerMeter(const std::string& png) {
   const std::size_t chunk = png.find("pHYs");
-  constexpr std::size_t length = 9;  // the resolution in both directions, and the unit
+  constexpr std::size_t length = 9;  // the horizontal and the vertical resolution, and the unit
   if (chunk == std::string::npos || chunk + 4 + length > png.size()) return 0;
   const auto byte = [&](std::size_t i) {
     return static_cast<std::uint32_t>(static_cast<unsigned char>(png[chunk + 4 + i]));
@@ -113,9 +113,9 @@ std::uint32_t pixelsPerMetre(const std::string& png) {
   const auto number = [&](std::size_t i) {
     return byte(i) << 24U | byte(i + 1) << 16U | byte(i + 2) << 8U | byte(i + 3);
   };
-  constexpr std::uint32_t metre = 1;
+  constexpr std::uint32_t meter = 1;
   EXPECT_EQ(number(0), number(4));
-  EXPECT_EQ(byte(8), metre);
+  EXPECT_EQ(byte(8), meter);
   return number(0);
 }
 

@@ -8,7 +8,7 @@
 
 namespace lumowatt {
 
-/// A pixel's components, from 0 to 255. Red, green and blue are not multiplied by alpha.
+/// The components of a pixel, from 0 to 255, without premultiplied alpha.
 struct Pixel {
   int red;
   int green;
@@ -22,35 +22,37 @@ std::ostream& operator<<(std::ostream& stream, const Pixel& pixel);
 
 std::ostream& operator<<(std::ostream& stream, const Rect& rect);
 
-/// The largest difference between two pixels in a component.
+/// Returns the largest difference between the components of two pixels.
 int difference(const Pixel& a, const Pixel& b);
 
-/// The relative luminance of WCAG 2.1, from 0 to 1.
+/// Returns the relative luminance as defined by WCAG 2.1, from 0 to 1. Ignores alpha.
 double luminance(const Pixel& pixel);
 
-/// The contrast ratio of WCAG 2.1, from 1 to 21. It asks for 4.5 of text.
+/// Returns the contrast ratio as defined by WCAG 2.1, from 1 to 21. WCAG requires 4.5 for text.
 double contrast(const Pixel& a, const Pixel& b);
 
 /// A decoded PNG file.
 class Picture {
  public:
-  /// Fails the running test when `png` is not the contents of a PNG file.
+  /// Decodes `png`, the contents of a PNG file. Fails the running test if they are invalid.
   explicit Picture(const std::string& png);
 
   int width() const { return width_; }
   int height() const { return height_; }
 
-  /// The pixel in column `x` of row `y`, from the top left.
+  /// Returns the pixel in column `x` of row `y`, counted from the top left corner. Fails the
+  /// running test if there is no such pixel.
   Pixel at(int x, int y) const;
 
-  /// The smallest rectangle with all pixels of `area` that are not of the color `background`; empty
-  /// where there are none.
+  /// Returns the smallest rectangle that contains all pixels of `area` whose color differs from
+  /// `background` by more than rounding. Returns an empty rectangle if there is no such pixel.
   Rect inkBounds(const Rect& area, const Pixel& background) const;
 
-  /// How many pixels of `area` are not of the color `background`.
+  /// Returns the number of pixels in `area` whose color differs from `background` by more than
+  /// rounding.
   int inkCount(const Rect& area, const Pixel& background) const;
 
-  /// How much of the picture is covered, in pixels: the sum of all alphas.
+  /// Returns the covered area in pixels: the sum of all alpha values, divided by 255.
   double coverage() const;
 
  private:
@@ -59,10 +61,12 @@ class Picture {
   std::vector<std::uint8_t> components_;
 };
 
-/// How differently two pictures are covered, in pixels: the sum of the differences of their alphas.
+/// Returns the difference in coverage between two pictures of the same size, in pixels: the sum of
+/// the absolute differences of their alpha values, divided by 255.
 double alphaDistance(const Picture& a, const Picture& b);
 
-/// The resolution that a PNG file's contents tell, in pixels per metre; 0 without one.
-std::uint32_t pixelsPerMetre(const std::string& png);
+/// Returns the resolution that `png`, the contents of a PNG file, specifies in pixels per meter.
+/// Returns 0 if the file specifies no resolution.
+std::uint32_t pixelsPerMeter(const std::string& png);
 
 }  // namespace lumowatt

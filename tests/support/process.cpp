@@ -37,12 +37,12 @@ Process::Process(const std::vector<std::string>& command, const Environment& env
   id_ = ::fork();
   EXPECT_GE(id_, 0);
   if (id_ == 0) {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // nor is it to outlive a test that is killed
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // the program must not outlive a killed test
     for (const auto& [name, value] : environment) ::setenv(name.c_str(), value.c_str(), 1);
     redirect("/dev/null", O_RDONLY, STDIN_FILENO);
     redirect(output, O_WRONLY | O_APPEND, STDOUT_FILENO);
     redirect(errors, O_WRONLY | O_APPEND, STDERR_FILENO);
-    // What else whoever runs the tests has open is not the program's.
+    // The program must not inherit other open files of this process.
     ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     ::execvp(arguments[0], arguments.data());
     ::_exit(127);

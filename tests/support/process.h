@@ -12,15 +12,15 @@
 namespace lumowatt {
 
 struct ProcessResult {
-  int status;  ///< the exit status; 128 and the signal's number for one that a signal ended
+  int status;  ///< the exit status, or 128 plus the signal's number if a signal ended the process
   std::string output;
   std::string errors;
 };
 
 using Environment = std::vector<std::pair<std::string, std::string>>;
 
-/// A program that runs beside the test, with additions to this process's environment and no
-/// standard input. At the end of its life it is killed.
+/// A program that runs alongside the test, with no standard input and with the environment of this
+/// process plus the given variables. Killed on destruction.
 class Process {
  public:
   explicit Process(const std::vector<std::string>& command, const Environment& environment = {});
@@ -32,14 +32,16 @@ class Process {
   bool isRunning();
   void send(int signal) const;
 
-  /// The memory that it holds, in KiB, and how many files it has open.
+  /// Returns the resident set size in KiB.
   long residentMemory() const;
+
+  /// Returns the number of open file descriptors.
   long openFiles() const;
 
-  /// What it has written to its standard output so far.
+  /// Returns what the program has written to its standard output so far.
   std::string output() const { return fileContents(folder_.path() / "output"); }
 
-  /// Waits for its end.
+  /// Waits until the program exits.
   ProcessResult wait();
 
  private:
@@ -48,7 +50,8 @@ class Process {
   std::optional<int> status_;
 };
 
-/// Runs a program to its end, with additions to this process's environment and no standard input.
+/// Runs a program until it exits, with no standard input and with the environment of this process
+/// plus the given variables.
 ProcessResult runProcess(const std::vector<std::string>& command,
                          const Environment& environment = {});
 

@@ -13,8 +13,8 @@ namespace lumowatt {
 
 namespace {
 
-/// The largest difference of two pixels in a component as it is seen, from 0 to 255: the fainter a
-/// pixel, the less its color counts.
+/// Returns the largest difference between the components of two pixels, from 0 to 255. Color
+/// components are multiplied by alpha, so the color of a transparent pixel has no effect.
 int visibleDifference(const Pixel& a, const Pixel& b) {
   const auto component = [&](int Pixel::*color) {
     return std::abs(a.*color * a.alpha - b.*color * b.alpha) / 255;
@@ -49,7 +49,7 @@ void expectLooksLike(const std::string& contents, const std::string& name) {
   if (picture.width() == reference.width()) {
     for (int y = 0; y < picture.height(); ++y) {
       for (int x = 0; x < picture.width(); ++x) {
-        // Versions of librsvg and of Cairo round a little differently.
+        // The threshold allows for rounding differences between versions of librsvg and Cairo.
         if (visibleDifference(picture.at(x, y), reference.at(x, y)) > 24) ++different;
       }
     }

@@ -6,11 +6,11 @@
 
 namespace lumowatt {
 
-/// The SVG file at the path `svg`, of a square, as librsvg renders it with sides of `side` pixels.
+/// Renders the square SVG file at the path `svg` with librsvg, at `side` by `side` pixels.
 Picture rendered(const std::string& svg, int side);
 
-/// Expects that an SVG file's contents, rendered as high as the stored picture of that name, look
-/// as that does. Where they do not, the new picture is put into the folder `pictures` of the build.
+/// Expects an SVG file with these contents to look like the stored picture `name` when it is
+/// rendered at the same height. Saves a rendering that differs in the build's `pictures` folder.
 void expectLooksLike(const std::string& contents, const std::string& name);
 
 }  // namespace lumowatt

@@ -6,12 +6,12 @@
 
 namespace lumowatt {
 
-TEST(SignedNumber, OfANumberHolding5Is5) {
+TEST(SignedNumber, ReturnsAPositiveNumberUnchanged) {
   const PropertyValue value = PropertyValue::number(5);
   EXPECT_EQ(signedNumber(&value), 5);
 }
 
-TEST(SignedNumber, OfThe64BitPatternOfANegativeNumberIsThatNumber) {
+TEST(SignedNumber, DecodesTwosComplementOf64Bits) {
   const PropertyValue value = PropertyValue::number(-1);
   EXPECT_EQ(value.asNumber(), std::numeric_limits<std::uint64_t>::max());
   EXPECT_EQ(signedNumber(&value), -1);
@@ -20,12 +20,12 @@ TEST(SignedNumber, OfThe64BitPatternOfANegativeNumberIsThatNumber) {
   EXPECT_EQ(signedNumber(&thousand), -1000);
 }
 
-TEST(SignedNumber, IsNotNarrowed) {
+TEST(SignedNumber, DoesNotTruncateTo32Bits) {
   const PropertyValue value = PropertyValue::number(0xFFFF'FFFF);
   EXPECT_EQ(signedNumber(&value), 4294967295);
 }
 
-TEST(SignedNumber, OfNothingOrOfAnotherTypeIsAbsent) {
+TEST(SignedNumber, ReturnsNothingForNullAndForOtherTypes) {
   const PropertyValue text = PropertyValue::text("5");
   const PropertyValue dictionary = PropertyValue::dictionary({});
   const PropertyValue other;
@@ -35,7 +35,7 @@ TEST(SignedNumber, OfNothingOrOfAnotherTypeIsAbsent) {
   EXPECT_EQ(signedNumber(&other), std::nullopt);
 }
 
-TEST(PropertyValue, GivesItselfAsItsOwnTypeOnly) {
+TEST(PropertyValue, IsAccessibleOnlyAsItsOwnType) {
   const PropertyValue text = PropertyValue::text("name");
   ASSERT_NE(text.asText(), nullptr);
   EXPECT_EQ(*text.asText(), "name");
@@ -43,7 +43,7 @@ TEST(PropertyValue, GivesItselfAsItsOwnTypeOnly) {
   EXPECT_EQ(text.asDictionary(), nullptr);
 }
 
-TEST(PropertyDictionary, FindsWhatWasSet) {
+TEST(PropertyDictionary, FindsItsOwnKeysButNotNestedKeys) {
   PropertyDictionary inner;
   inner.set("Watts", PropertyValue::number(96));
   PropertyDictionary properties;
@@ -55,7 +55,7 @@ TEST(PropertyDictionary, FindsWhatWasSet) {
   EXPECT_EQ(properties.find("Watts"), nullptr);
 }
 
-TEST(PropertyDictionary, KeepsTheLastValueOfAKey) {
+TEST(PropertyDictionary, ReplacesTheValueOfAnExistingKey) {
   PropertyDictionary properties;
   EXPECT_TRUE(properties.empty());
   properties.set("Voltage", PropertyValue::number(1));

@@ -23,18 +23,18 @@ Reading readingOf(const json& properties) {
 
 }  // namespace
 
-TEST(Read, WithoutAServiceIsAbsent) {
+TEST(Read, ReturnsNothingWithoutProperties) {
   ScriptedBattery battery;
   EXPECT_FALSE(read(battery));
 }
 
-TEST(Read, AsksTheServiceOnce) {
+TEST(Read, QueriesTheServiceOnce) {
   ScriptedBattery battery(PropertyDictionary{});
   EXPECT_TRUE(read(battery));
-  EXPECT_EQ(battery.asked, 1);
+  EXPECT_EQ(battery.callCount, 1);
 }
 
-TEST(Read, AnEmptyDictionaryGivesTheDefaults) {
+TEST(Read, ReturnsDefaultsForAnEmptyDictionary) {
   const Reading reading = readingOf(json::object());
   EXPECT_EQ(reading.percent, 0);
   EXPECT_EQ(reading.rawCurrent, 0);
@@ -58,7 +58,7 @@ TEST(Read, AnEmptyDictionaryGivesTheDefaults) {
   EXPECT_EQ(reading.temperatureC, std::nullopt);
 }
 
-TEST(Read, EveryKeyOfTheWrongTypeGivesTheDefault) {
+TEST(Read, ReturnsDefaultsForValuesOfTheWrongType) {
   json properties;
   for (const char* key :
        {"BatteryData", "AppleRawCurrentCapacity", "AppleRawMaxCapacity", "DesignCapacity",
@@ -81,7 +81,7 @@ TEST(Read, EveryKeyOfTheWrongTypeGivesTheDefault) {
   EXPECT_EQ(reading.systemWatts, 0.0);
 }
 
-TEST(ReadPercent, MaxCapacity100MeansThatCurrentCapacityIsThePercentage) {
+TEST(ReadPercent, IsCurrentCapacityIfMaxCapacityIs100) {
   const Reading reading = readingOf({{"MaxCapacity", 100},
                                      {"CurrentCapacity", 87},
                                      {"AppleRawCurrentCapacity", 1},
@@ -89,12 +89,12 @@ TEST(ReadPercent, MaxCapacity100MeansThatCurrentCapacityIsThePercentage) {
   EXPECT_EQ(reading.percent, 87);
 }
 
-TEST(ReadPercent, IsNotClampedInThatCaseAndIs0WithoutCurrentCapacity) {
+TEST(ReadPercent, IsNotClampedAndDefaultsToZeroIfMaxCapacityIs100) {
   EXPECT_EQ(readingOf({{"MaxCapacity", 100}, {"CurrentCapacity", 104}}).percent, 104);
   EXPECT_EQ(readingOf({{"MaxCapacity", 100}}).percent, 0);
 }
 
-TEST(ReadPercent, AnyOtherMaxCapacityLeavesItToTheRawFigures) {
+TEST(ReadPercent, IsComputedFromRawCapacitiesIfMaxCapacityIsNot100) {
   const auto percent = [](int raw, int rawMax) {
     return readingOf({{"MaxCapacity", 5000},
                       {"CurrentCapacity", 77},
@@ -111,23 +111,23 @@ TEST(ReadPercent, AnyOtherMaxCapacityLeavesItToTheRawFigures) {
   EXPECT_EQ(percent(2500, -5000), 0);
 }
 
-TEST(ReadPercent, IsThatOfTheQuotientInDoublesWhichIsBelowAHalfFor23Of40) {
-  // 23 of 40 is 57.5 %, but the double next to 0.575 times 100 is 57.49999999999999.
+TEST(ReadPercent, RoundsTheQuotientComputedInDoubles) {
+  // 23 / 40 is exactly 57.5 %. In doubles, 23.0 / 40.0 * 100.0 is 57.49999999999999.
   EXPECT_EQ(readingOf({{"AppleRawCurrentCapacity", 23}, {"AppleRawMaxCapacity", 40}}).percent, 57);
 }
 
-TEST(ReadPercent, OfAFullChargeCapacityOf1IsOneOfItself) {
+TEST(ReadPercent, AcceptsAFullChargeCapacityOf1) {
   EXPECT_EQ(readingOf({{"AppleRawCurrentCapacity", 1}, {"AppleRawMaxCapacity", 1}}).percent, 100);
 }
 
-TEST(ReadPercentDeathTest, AResultOutside64BitsIsFatal) {
+TEST(ReadPercentDeathTest, ExitsIfTheResultOverflows64Bits) {
   const json properties = {{"AppleRawCurrentCapacity", 9000000000000000000},
                            {"AppleRawMaxCapacity", 1}};
   EXPECT_EXIT(readingOf(properties), testing::ExitedWithCode(1),
               "^lumowatt: cannot compute the charge in percent: it does not fit 64 bits\n$");
 }
 
-TEST(ReadCapacities, ComeFromBatteryDataBeforeTheTopLevel) {
+TEST(ReadCapacities, PreferBatteryDataToTheTopLevel) {
   const Reading reading = readingOf({{"BatteryData",
                                       {{"AppleRawCurrentCapacity", 1},
                                        {"AppleRawMaxCapacity", 2},
@@ -143,7 +143,7 @@ TEST(ReadCapacities, ComeFromBatteryDataBeforeTheTopLevel) {
   EXPECT_EQ(reading.nominal, 4);
 }
 
-TEST(ReadCapacities, ComeFromTheTopLevelWhenBatteryDataLacksThemOrHoldsNoNumber) {
+TEST(ReadCapacities, FallBackToTheTopLevelForEachMissingOrInvalidKey) {
   const Reading reading = readingOf({{"BatteryData", {{"DesignCapacity", "3"}}},
                                      {"AppleRawMaxCapacity", 12},
                                      {"DesignCapacity", 13}});
@@ -152,7 +152,7 @@ TEST(ReadCapacities, ComeFromTheTopLevelWhenBatteryDataLacksThemOrHoldsNoNumber)
   EXPECT_EQ(reading.nominal, 0);
 }
 
-TEST(ReadCapacities, ComeFromTheTopLevelWhenBatteryDataIsNoDictionary) {
+TEST(ReadCapacities, FallBackToTheTopLevelIfBatteryDataIsNoDictionary) {
   const Reading reading = readingOf({{"BatteryData", 7},
                                      {"AppleRawCurrentCapacity", 11},
                                      {"AppleRawMaxCapacity", 12},
@@ -164,7 +164,7 @@ TEST(ReadCapacities, ComeFromTheTopLevelWhenBatteryDataIsNoDictionary) {
   EXPECT_EQ(reading.nominal, 14);
 }
 
-TEST(ReadCapacities, OfZeroInBatteryDataAreZeroWhateverTheTopLevelHolds) {
+TEST(ReadCapacities, DoNotFallBackToTheTopLevelIfBatteryDataHasZeros) {
   const Reading reading = readingOf({{"BatteryData",
                                       {{"AppleRawCurrentCapacity", 0},
                                        {"AppleRawMaxCapacity", 0},
@@ -180,14 +180,14 @@ TEST(ReadCapacities, OfZeroInBatteryDataAreZeroWhateverTheTopLevelHolds) {
   EXPECT_EQ(reading.nominal, 0);
 }
 
-TEST(ReadCapacities, NoOtherKeyIsLookedUpInBatteryData) {
+TEST(ReadCapacities, AreTheOnlyValuesReadFromBatteryData) {
   const Reading reading =
       readingOf({{"BatteryData", {{"CycleCount", 9}, {"Voltage", 12000}, {"MaxCapacity", 100}}}});
   EXPECT_EQ(reading.cycles, 0);
   EXPECT_EQ(reading.batteryVolts, 0.0);
 }
 
-TEST(ReadStates, AreTrueForEveryNumberButZero) {
+TEST(ReadStates, AreTrueForEveryNumberExceptZero) {
   using States = std::vector<bool>;
   const auto states = [](const json& value) {
     const Reading reading =
@@ -201,7 +201,7 @@ TEST(ReadStates, AreTrueForEveryNumberButZero) {
   EXPECT_EQ(states(0), States({false, false, false}));
 }
 
-TEST(ReadCurrent, The64BitPatternOfMinus1000MilliamperesIsMinus1Ampere) {
+TEST(ReadCurrent, DecodesNegativeMilliamperesFromTwosComplement) {
   const Reading reading = readingOf({{"Amperage", 18446744073709550616U}});
   EXPECT_EQ(reading.batteryAmps, -1.0);
 }
@@ -211,14 +211,14 @@ TEST(ReadBatteryPower, IsVoltageTimesCurrentWithoutTelemetry) {
   EXPECT_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 1000}}).batteryWatts, 12.0);
 }
 
-TEST(ReadBatteryPower, IsVoltageTimesCurrentForTheSmallestCurrent) {
+TEST(ReadBatteryPower, IsVoltageTimesCurrentEvenForSmallCurrents) {
   EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 1}}).batteryWatts, 0.012);
   EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 10}}).batteryWatts, 0.12);
   EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", -1}}).batteryWatts, -0.012);
   EXPECT_DOUBLE_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 1010}}).batteryWatts, 12.12);
 }
 
-TEST(ReadBatteryPower, OfZeroHasAMinusSignOnlyWhileCurrentFlowsOut) {
+TEST(ReadBatteryPower, IsNegativeZeroOnlyIfTheBatteryDischargesAtZeroVolts) {
   const auto isNegativeZero = [](int millivolts, int milliamperes) {
     const Reading reading = readingOf({{"Voltage", millivolts}, {"Amperage", milliamperes}});
     EXPECT_EQ(reading.batteryWatts, 0.0);
@@ -227,10 +227,10 @@ TEST(ReadBatteryPower, OfZeroHasAMinusSignOnlyWhileCurrentFlowsOut) {
   EXPECT_TRUE(isNegativeZero(0, -1000));
   EXPECT_FALSE(isNegativeZero(0, 1000));
   EXPECT_FALSE(isNegativeZero(12000, 0));
-  EXPECT_FALSE(isNegativeZero(-12000, 0)) << "no product of a voltage and no current";
+  EXPECT_FALSE(isNegativeZero(-12000, 0)) << "not computed from the voltage without current";
 }
 
-TEST(ReadBatteryPower, IsVoltageTimesCurrentWhenTelemetryReadsZeroWhileCurrentFlows) {
+TEST(ReadBatteryPower, IsVoltageTimesCurrentIfTelemetryReportsZero) {
   EXPECT_EQ(
       readingOf(
           {{"Voltage", 12000}, {"Amperage", -1000}, {"PowerTelemetryData", {{"BatteryPower", 0}}}})
@@ -238,14 +238,14 @@ TEST(ReadBatteryPower, IsVoltageTimesCurrentWhenTelemetryReadsZeroWhileCurrentFl
       -12.0);
 }
 
-TEST(ReadBatteryPower, OfTelemetryIsNegativeWhileCurrentFlowsOut) {
+TEST(ReadBatteryPower, NegatesPositiveTelemetryWhileDischarging) {
   const json telemetry = {{"BatteryPower", 8000}};
   EXPECT_EQ(readingOf({{"Voltage", 12000}, {"Amperage", -1000}, {"PowerTelemetryData", telemetry}})
                 .batteryWatts,
             -8.0);
 }
 
-TEST(ReadBatteryPower, OfTelemetryBelowAWattIsNegativeWhileCurrentFlowsOutWhateverItsSign) {
+TEST(ReadBatteryPower, IsNegativeWhileDischargingBelowOneWatt) {
   for (const int milliwatts : {500, -500, 1, -1}) {
     const json telemetry = {{"BatteryPower", milliwatts}};
     EXPECT_EQ(readingOf({{"Amperage", -40}, {"PowerTelemetryData", telemetry}}).batteryWatts,
@@ -253,17 +253,17 @@ TEST(ReadBatteryPower, OfTelemetryBelowAWattIsNegativeWhileCurrentFlowsOutWhatev
   }
 }
 
-TEST(ReadBatteryPower, OfTelemetryStaysNegativeWhileCurrentFlowsIn) {
+TEST(ReadBatteryPower, PreservesNegativeTelemetryWhileCharging) {
   const json telemetry = {{"BatteryPower", -8000}};
   EXPECT_EQ(readingOf({{"Amperage", 1000}, {"PowerTelemetryData", telemetry}}).batteryWatts, -8.0);
 }
 
-TEST(ReadBatteryPower, WithoutCurrentIsThatOfTelemetryOrZero) {
+TEST(ReadBatteryPower, IsTelemetryOrZeroWithoutCurrent) {
   EXPECT_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 0}}).batteryWatts, 0.0);
   EXPECT_EQ(readingOf({{"PowerTelemetryData", {{"BatteryPower", 2500}}}}).batteryWatts, 2.5);
 }
 
-TEST(ReadTelemetry, IsInThousandths) {
+TEST(ReadTelemetry, ConvertsThousandthsToUnits) {
   const Reading reading = readingOf({{"PowerTelemetryData",
                                       {{"SystemPowerIn", 7455},
                                        {"SystemLoad", 7456},
@@ -275,7 +275,7 @@ TEST(ReadTelemetry, IsInThousandths) {
   EXPECT_EQ(reading.wallAmps, 0.266);
 }
 
-TEST(ReadMinutes, WhileChargingAreThoseToFullOnly) {
+TEST(ReadMinutes, AreOnlyTheTimeToFullWhileCharging) {
   const auto minutes = [](int toFull) {
     return readingOf({{"IsCharging", true},
                       {"AvgTimeToFull", toFull},
@@ -288,40 +288,42 @@ TEST(ReadMinutes, WhileChargingAreThoseToFullOnly) {
   EXPECT_EQ(minutes(0), std::nullopt);
 }
 
-TEST(ReadMinutes, WhileNotChargingAreThoseToEmptyBeforeThoseRemaining) {
+TEST(ReadMinutes, PreferTimeToEmptyToTimeRemainingOnBattery) {
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 300}, {"TimeRemaining", 240}}).minutes, 300);
 }
 
-TEST(ReadMinutes, OfOneToEmptyAreKnown) {
+TEST(ReadMinutes, AcceptATimeToEmptyOf1Minute) {
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 1}, {"TimeRemaining", 240}}).minutes, 1);
 }
 
-TEST(ReadMinutes, WhileNotChargingAreThoseRemainingWhenThoseToEmptyAreNotKnown) {
+TEST(ReadMinutes, FallBackToTimeRemainingIfTimeToEmptyIsUnknown) {
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 65535}, {"TimeRemaining", 240}}).minutes, 240);
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", -3}, {"TimeRemaining", 240}}).minutes, 240);
   EXPECT_EQ(readingOf({{"TimeRemaining", 240}}).minutes, 240);
 }
 
-TEST(ReadMinutes, AreAbsentWhenNothingIsKnown) {
+TEST(ReadMinutes, AreEmptyIfNoEstimateIsKnown) {
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 0}}).minutes, std::nullopt);
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 0}, {"TimeRemaining", -1}}).minutes, std::nullopt);
 }
 
-TEST(ReadMinutes, LieFrom1To65534) {
+TEST(ReadMinutes, RangeFrom1To65534) {
   EXPECT_EQ(readingOf({{"TimeRemaining", 1}}).minutes, 1);
   EXPECT_EQ(readingOf({{"TimeRemaining", 65534}}).minutes, 65534);
   EXPECT_EQ(readingOf({{"TimeRemaining", 65535}}).minutes, std::nullopt);
   EXPECT_EQ(readingOf({{"AvgTimeToEmpty", 65536}, {"TimeRemaining", 240}}).minutes, std::nullopt);
 }
 
-TEST(ReadTemperature, IsInHundredths) {
+TEST(ReadTemperature, ConvertsHundredthsToDegrees) {
   EXPECT_EQ(readingOf({{"Temperature", 3050}}).temperatureC, 30.5);
   EXPECT_EQ(readingOf({{"Temperature", -150}}).temperatureC, -1.5);
 }
 
-TEST(ReadTemperature, OfZeroIsOne) { EXPECT_EQ(readingOf({{"Temperature", 0}}).temperatureC, 0.0); }
+TEST(ReadTemperature, IsKnownIfZero) {
+  EXPECT_EQ(readingOf({{"Temperature", 0}}).temperatureC, 0.0);
+}
 
-TEST(ReadAdapter, MayHaveWattsWithoutAName) {
+TEST(ReadAdapter, HasWattsEvenIfTheNameIsMissingOrInvalid) {
   const Reading nameless = readingOf({{"AdapterDetails", {{"Watts", 96}}}});
   EXPECT_EQ(nameless.adapterName, "");
   EXPECT_EQ(nameless.adapterWatts, 96);
@@ -330,9 +332,9 @@ TEST(ReadAdapter, MayHaveWattsWithoutAName) {
   EXPECT_EQ(numbered.adapterWatts, 96);
 }
 
-class ReadMachine : public testing::TestWithParam<std::string> {};
+class ReadRegistry : public testing::TestWithParam<std::string> {};
 
-TEST_P(ReadMachine, GivesTheReadingOfItsDictionary) {
+TEST_P(ReadRegistry, ReturnsTheExpectedReading) {
   const json machine = jsonFile(fixturePath("registry", GetParam()));
   const json& expected = machine["expected"];
   const Reading reading = readingOf(machine["properties"]);
@@ -360,7 +362,7 @@ TEST_P(ReadMachine, GivesTheReadingOfItsDictionary) {
   EXPECT_EQ(optional(reading.temperatureC), expected["temperatureC"]);
 }
 
-INSTANTIATE_TEST_SUITE_P(Registry, ReadMachine, testing::ValuesIn(fixtureNames("registry")),
+INSTANTIATE_TEST_SUITE_P(Fixtures, ReadRegistry, testing::ValuesIn(fixtureNames("registry")),
                          [](const auto& test) { return testName(test.param); });
 
 }  // namespace lumowatt

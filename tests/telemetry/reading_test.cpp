@@ -29,7 +29,7 @@ Reading withCurrent(double batteryAmps, std::int64_t rawMax) {
 
 }  // namespace
 
-TEST(Reading, MadeWithoutArgumentsIsSteadyAndKnowsNothing) {
+TEST(Reading, HasUnknownValuesAndASteadyTrendByDefault) {
   const Reading reading;
   EXPECT_EQ(trend(reading), Trend::steady);
   EXPECT_EQ(percentPerHour(reading), std::nullopt);
@@ -55,7 +55,7 @@ TEST(Reading, MadeWithoutArgumentsIsSteadyAndKnowsNothing) {
   EXPECT_EQ(reading.temperatureC, std::nullopt);
 }
 
-TEST(Reading, TakesAllTwentyValuesInTheOrderOfItsFields) {
+TEST(Reading, SupportsAggregateInitializationInFieldOrder) {
   const Reading reading{1,    2,  3,          4,  5,    6,    7.5,  8.5,  true, false,
                         true, 12, "thirteen", 14, 15.5, 16.5, 17.5, 18.5, 19.5, 20.5};
   EXPECT_EQ(reading.percent, 1);
@@ -80,30 +80,30 @@ TEST(Reading, TakesAllTwentyValuesInTheOrderOfItsFields) {
   EXPECT_EQ(reading.temperatureC, 20.5);
 }
 
-TEST(Sample, IsMadeOfTimeAndPercent) {
+TEST(Sample, SupportsAggregateInitializationInFieldOrder) {
   const Sample sample{12.5, 87};
   EXPECT_EQ(sample.time, 12.5);
   EXPECT_EQ(sample.percent, 87);
 }
 
-TEST(Sample, MadeWithoutArgumentsIsOfNoChargeAtTheFixedInstant) {
+TEST(Sample, HasTimeZeroAndZeroPercentByDefault) {
   const Sample sample;
   EXPECT_EQ(sample.time, 0.0);
   EXPECT_EQ(sample.percent, 0);
 }
 
-TEST(Trend, IsNamedAfterItsCase) {
+TEST(Trend, HasTheNameOfItsEnumerator) {
   EXPECT_EQ(name(Trend::up), "up");
   EXPECT_EQ(name(Trend::down), "down");
   EXPECT_EQ(name(Trend::steady), "steady");
 }
 
-TEST(Trend, CanBeHashed) {
+TEST(Trend, IsHashable) {
   const std::unordered_set<Trend> seen{Trend::up, Trend::down, Trend::up};
   EXPECT_EQ(seen.size(), 2U);
 }
 
-TEST(TrendOfReading, FullOnExternalPowerIsSteadyWhateverThePower) {
+TEST(TrendOfReading, IsSteadyAtAnyPowerIfFullOnExternalPower) {
   EXPECT_EQ(trend(withPower(25.0, true, true)), Trend::steady);
   EXPECT_EQ(trend(withPower(-25.0, true, true)), Trend::steady);
   Reading charging = withPower(25.0, true, true);
@@ -111,12 +111,12 @@ TEST(TrendOfReading, FullOnExternalPowerIsSteadyWhateverThePower) {
   EXPECT_EQ(trend(charging), Trend::steady);
 }
 
-TEST(TrendOfReading, ExternalPowerAloneOrFullAloneDoesNotSteadyIt) {
+TEST(TrendOfReading, FollowsThePowerIfOnlyFullOrOnlyOnExternalPower) {
   EXPECT_EQ(trend(withPower(25.0, true, false)), Trend::up);
   EXPECT_EQ(trend(withPower(-25.0, false, true)), Trend::down);
 }
 
-TEST(TrendOfReading, TheEndsOfTheDeadBandAreSteady) {
+TEST(TrendOfReading, IsSteadyUpToAndIncludingTheLimitsOfTheDeadBand) {
   EXPECT_EQ(trend(withPower(0.3)), Trend::steady);
   EXPECT_EQ(trend(withPower(-0.3)), Trend::steady);
   EXPECT_EQ(trend(withPower(0.31)), Trend::up);
@@ -125,49 +125,49 @@ TEST(TrendOfReading, TheEndsOfTheDeadBandAreSteady) {
   EXPECT_EQ(trend(withPower(std::nextafter(-0.3, -1.0))), Trend::down);
 }
 
-TEST(TrendOfReading, PowerThatIsNotANumberIsSteady) {
+TEST(TrendOfReading, IsSteadyIfThePowerIsNotANumber) {
   EXPECT_EQ(trend(withPower(notANumber)), Trend::steady);
 }
 
-TEST(PercentPerHour, IsAbsentWithoutAFullChargeCapacity) {
+TEST(PercentPerHour, IsEmptyWithoutAPositiveFullChargeCapacity) {
   EXPECT_EQ(percentPerHour(withCurrent(5.0, 0)), std::nullopt);
   EXPECT_EQ(percentPerHour(withCurrent(5.0, -4000)), std::nullopt);
 }
 
-TEST(PercentPerHour, Of5AmperesIntoAMilliampereHourIsHalfAMillion) {
+TEST(PercentPerHour, AcceptsAFullChargeCapacityOf1MilliampereHour) {
   EXPECT_EQ(percentPerHour(withCurrent(5.0, 1)), 500000.0);
 }
 
-TEST(PercentPerHour, IsAbsentForACurrentOf10MilliamperesOrLess) {
+TEST(PercentPerHour, IsEmptyForACurrentOfAtMost10Milliamperes) {
   EXPECT_EQ(percentPerHour(withCurrent(0.01, 1000)), std::nullopt);
   EXPECT_EQ(percentPerHour(withCurrent(-0.01, 1000)), std::nullopt);
   EXPECT_EQ(percentPerHour(withCurrent(0.0, 1000)), std::nullopt);
 }
 
-TEST(PercentPerHour, IsThereForTheCurrentsNextTo10Milliamperes) {
+TEST(PercentPerHour, IsComputedForACurrentJustAbove10Milliamperes) {
   EXPECT_NEAR(percentPerHour(withCurrent(std::nextafter(0.01, 1.0), 1000)).value(), 1.0, 1e-12);
   EXPECT_NEAR(percentPerHour(withCurrent(std::nextafter(-0.01, -1.0), 1000)).value(), -1.0, 1e-12);
 }
 
-TEST(PercentPerHour, IsAbsentForACurrentThatIsNotANumber) {
+TEST(PercentPerHour, IsEmptyIfTheCurrentIsNotANumber) {
   EXPECT_EQ(percentPerHour(withCurrent(notANumber, 1000)), std::nullopt);
 }
 
-TEST(PercentPerHour, Of11MilliamperesIntoAnAmpereHourIs1Point1) {
+TEST(PercentPerHour, Is1Point1For11MilliamperesAndOneAmpereHour) {
   EXPECT_NEAR(percentPerHour(withCurrent(0.011, 1000)).value(), 1.1, 1e-12);
 }
 
-TEST(PercentPerHour, IsTheCurrentInMilliamperesThenItsShareThenInPercentInDoubles) {
-  // Exactly 61.25 and 31.875. Each other order of the same steps rounds to just these.
+TEST(PercentPerHour, ConvertsToMilliamperesBeforeItDivides) {
+  // The exact rates are 61.25 and 31.875. Any other order of the operations rounds to these values.
   EXPECT_EQ(percentPerHour(withCurrent(3.528, 5760)), 61.25000000000001);
   EXPECT_EQ(percentPerHour(withCurrent(1.734, 5440)), 31.874999999999996);
 }
 
-TEST(PercentPerHour, CarriesTheSignOfTheCurrent) {
+TEST(PercentPerHour, HasTheSignOfTheCurrent) {
   EXPECT_NEAR(percentPerHour(withCurrent(-0.95, 3849)).value(), -24.68, 0.005);
 }
 
-TEST(PercentPerHour, DividesByTheFullChargeCapacityAndIgnoresTheRest) {
+TEST(PercentPerHour, DependsOnlyOnCurrentAndFullChargeCapacity) {
   Reading reading = withCurrent(2.0, 4000);
   reading.design = 5000;
   reading.nominal = 4500;

@@ -29,7 +29,7 @@ void expectOnBattery(const Reading& reading) {
 
 }  // namespace
 
-TEST(SampleReading, Draining) {
+TEST(SampleReading, ReturnsTheValuesOfDraining) {
   const Reading reading = sampleReading("draining").value();
   expectCommonValues(reading);
   expectOnBattery(reading);
@@ -42,7 +42,7 @@ TEST(SampleReading, Draining) {
   EXPECT_NEAR(percentPerHour(reading).value(), -24.68, 0.005);
 }
 
-TEST(SampleReading, Low) {
+TEST(SampleReading, ReturnsTheValuesOfLow) {
   const Reading reading = sampleReading("low").value();
   expectCommonValues(reading);
   expectOnBattery(reading);
@@ -55,7 +55,7 @@ TEST(SampleReading, Low) {
   EXPECT_NEAR(percentPerHour(reading).value(), -16.11, 0.005);
 }
 
-TEST(SampleReading, Full) {
+TEST(SampleReading, ReturnsTheValuesOfFull) {
   const Reading reading = sampleReading("full").value();
   expectCommonValues(reading);
   EXPECT_EQ(reading.percent, 100);
@@ -73,17 +73,17 @@ TEST(SampleReading, Full) {
   EXPECT_EQ(percentPerHour(reading), std::nullopt);
 }
 
-TEST(SampleReading, NamesThatDifferInCaseYieldNothing) {
+TEST(SampleReading, ReturnsNothingForNamesWithUpperCaseLetters) {
   EXPECT_FALSE(sampleReading("Draining"));
   EXPECT_FALSE(sampleReading("LOW"));
 }
 
-TEST(SampleReading, NamesWithASpaceAroundThemYieldNothing) {
+TEST(SampleReading, ReturnsNothingForNamesWithLeadingOrTrailingSpaces) {
   EXPECT_FALSE(sampleReading(" low"));
   EXPECT_FALSE(sampleReading("low "));
 }
 
-TEST(SampleReading, TheEmptyNameAPrefixAndOtherNamesYieldNothing) {
+TEST(SampleReading, ReturnsNothingForEmptyIncompleteAndUnknownNames) {
   EXPECT_FALSE(sampleReading(""));
   EXPECT_FALSE(sampleReading("drain"));
   EXPECT_FALSE(sampleReading("fuller"));

@@ -1,4 +1,4 @@
-// The icons that the build generates.
+// Tests of the icons that the build generates.
 
 #include <gtest/gtest.h>
 
@@ -9,11 +9,11 @@
 
 namespace lumowatt::artwork {
 
-TEST(GeneratedIcons, AreThereForEverySymbolInkAndTintAndForNoBatteryAndNoMore) {
+TEST(GeneratedIcons, IncludeEverySymbolInkAndTintAndNothingElse) {
   std::set<std::string> expected;
   for (const Icon& icon : everyIcon()) expected.insert(icon.fileName());
   EXPECT_EQ(expected.size(), 6U * (3U + 3U) + 3U);
-  // The application's own.
+  // The icons of the application.
   expected.insert({"com.fernhollow.Lumowatt.svg", "com.fernhollow.Lumowatt-symbolic.svg"});
   std::set<std::string> found;
   for (const auto& entry : std::filesystem::directory_iterator(LUMOWATT_ICONS)) {
@@ -22,7 +22,7 @@ TEST(GeneratedIcons, AreThereForEverySymbolInkAndTintAndForNoBatteryAndNoMore) {
   EXPECT_EQ(found, expected);
 }
 
-TEST(GeneratedIcons, ShowWhatTheirNamesSay) {
+TEST(GeneratedIcons, MatchTheirNames) {
   const std::filesystem::path folder = LUMOWATT_ICONS;
   for (const Icon& icon : everyIcon()) {
     EXPECT_EQ(fileContents(folder / icon.fileName()), icon.contents()) << icon;

@@ -1,4 +1,4 @@
-// The metainfo that the build generates, and the tool that does.
+// Tests of the metainfo that the build generates, and of the tool that generates it.
 
 #include <gtest/gtest.h>
 
@@ -18,14 +18,14 @@ namespace {
 
 const std::string generatedMetainfo = LUMOWATT_METAINFO;
 
-/// What an XPath expression yields in the metainfo of the build.
-std::string inMetainfo(const std::string& expression) {
+/// Evaluates an XPath expression in the metainfo of the build.
+std::string evaluateInMetainfo(const std::string& expression) {
   const ProcessResult result = runProcess({"xmllint", "--xpath", expression, generatedMetainfo});
   EXPECT_EQ(result.status, 0) << result.errors;
   return result.output.substr(0, result.output.find_last_not_of('\n') + 1);
 }
 
-/// The tool, with a changelog and a template to work on.
+/// Runs the tool with a changelog and a template in a temporary folder.
 class GenerateMetainfo : public testing::Test {
  protected:
   GenerateMetainfo() {
@@ -41,7 +41,7 @@ class GenerateMetainfo : public testing::Test {
     return runProcess(command);
   }
 
-  /// Expects the tool to fail with a message about a file.
+  /// Expects the tool to fail with a message about a file in the folder, and to write no output.
   void expectFailure(const std::string& changelog, const std::string& source,
                      const std::string& output, const std::string& message) const {
     const ProcessResult result = run({path(changelog), path(source), path(output)});
@@ -55,25 +55,25 @@ class GenerateMetainfo : public testing::Test {
 
 }  // namespace
 
-TEST(GeneratedMetainfo, HasTheProjectsVersionAsTheNewest) {
-  EXPECT_EQ(inMetainfo("string(//release[1]/@version)"), LUMOWATT_VERSION);
+TEST(GeneratedMetainfo, ListsTheProjectVersionAsTheNewest) {
+  EXPECT_EQ(evaluateInMetainfo("string(//release[1]/@version)"), LUMOWATT_VERSION);
 }
 
-TEST(GeneratedMetainfo, HasEachVersionOfTheChangelogOnceInItsOrder) {
+TEST(GeneratedMetainfo, ListsEachVersionOfTheChangelogOnceAndInOrder) {
   const std::string changelog = fileContents(LUMOWATT_CHANGELOG);
   const std::regex version("(?:^|\n)## ([0-9.]+) - ([0-9-]+)");
   int number = 0;
   for (std::sregex_iterator match(changelog.begin(), changelog.end(), version), end; match != end;
        ++match) {
     const std::string release = "//release[" + std::to_string(++number) + "]";
-    EXPECT_EQ(inMetainfo("string(" + release + "/@version)"), (*match)[1]);
-    EXPECT_EQ(inMetainfo("string(" + release + "/@date)"), (*match)[2]);
+    EXPECT_EQ(evaluateInMetainfo("string(" + release + "/@version)"), (*match)[1]);
+    EXPECT_EQ(evaluateInMetainfo("string(" + release + "/@date)"), (*match)[2]);
   }
   EXPECT_GT(number, 0);
-  EXPECT_EQ(inMetainfo("count(//release)"), std::to_string(number));
+  EXPECT_EQ(evaluateInMetainfo("count(//release)"), std::to_string(number));
 }
 
-TEST(GeneratedMetainfo, HasEachItemOfAVersionInTheChangelog) {
+TEST(GeneratedMetainfo, ListsEachItemOfTheReleasedVersions) {
   const std::string changelog = fileContents(LUMOWATT_CHANGELOG);
   const std::string newest = "\n## " LUMOWATT_VERSION " ";
   const std::size_t begin = changelog.find(newest);
@@ -84,10 +84,10 @@ TEST(GeneratedMetainfo, HasEachItemOfAVersionInTheChangelog) {
                                          changelog.end(), item),
                     std::sregex_iterator());
   EXPECT_GT(items, 0);
-  EXPECT_EQ(inMetainfo("count(//release/description/ul/li)"), std::to_string(items));
+  EXPECT_EQ(evaluateInMetainfo("count(//release/description/ul/li)"), std::to_string(items));
 }
 
-TEST_F(GenerateMetainfo, WritesTheTemplateWithTheReleasesOverWhatIsThere) {
+TEST_F(GenerateMetainfo, ReplacesAnExistingFileByTheTemplateWithReleases) {
   folder_.write("output", std::string(10000, 'x'));
   const ProcessResult result = run({path("changelog"), path("template"), path("output")});
   EXPECT_EQ(result.status, 0);
@@ -104,7 +104,7 @@ TEST_F(GenerateMetainfo, WritesTheTemplateWithTheReleasesOverWhatIsThere) {
 )");
 }
 
-TEST_F(GenerateMetainfo, ReadsFilesOfMoreThanAPageToTheLastCharacter) {
+TEST_F(GenerateMetainfo, ReadsFilesLargerThanAPageCompletely) {
   const std::string spaces(3 * 4096 - 10, ' ');
   folder_.write("template", "@RELEASES@" + spaces + "x");
   ASSERT_EQ(run({path("changelog"), path("template"), path("output")}).status, 0);
@@ -114,7 +114,7 @@ TEST_F(GenerateMetainfo, ReadsFilesOfMoreThanAPageToTheLastCharacter) {
   EXPECT_EQ(text.substr(end), "</releases>" + spaces + "x");
 }
 
-TEST_F(GenerateMetainfo, TellsOfAChangelogOrATemplateThatCannotBeUsed) {
+TEST_F(GenerateMetainfo, ReportsAnInvalidChangelogOrTemplate) {
   folder_.write("wrong-date", "## Unreleased\n\n## 1.0.0 - tomorrow\n");
   folder_.write("no-placeholder", "<a/>");
   expectFailure("wrong-date", "template", "output",
@@ -123,20 +123,20 @@ TEST_F(GenerateMetainfo, TellsOfAChangelogOrATemplateThatCannotBeUsed) {
                 "no-placeholder: there is no @RELEASES@\n");
 }
 
-TEST_F(GenerateMetainfo, TellsOfFilesThatCannotBeReadOrWritten) {
+TEST_F(GenerateMetainfo, ReportsFilesThatCannotBeReadOrWritten) {
   expectFailure("missing", "template", "output", "missing: No such file or directory\n");
   expectFailure("changelog", "missing", "output", "missing: No such file or directory\n");
   expectFailure("", "template", "output", ": Is a directory\n");
   expectFailure("changelog", "template", "no/output", "no/output: No such file or directory\n");
 }
 
-TEST_F(GenerateMetainfo, TellsOfADiskThatIsFull) {
+TEST_F(GenerateMetainfo, ReportsAFullDisk) {
   const ProcessResult result = run({path("changelog"), path("template"), "/dev/full"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.errors, "generate_metainfo: /dev/full: No space left on device\n");
 }
 
-TEST_F(GenerateMetainfo, TellsOfItsUseWithoutTheThreeFiles) {
+TEST_F(GenerateMetainfo, PrintsItsUsageUnlessItHasThreeArguments) {
   const ProcessResult result = run({path("changelog"), path("template")});
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.errors, "usage: generate_metainfo CHANGELOG TEMPLATE FILE\n");

@@ -13,21 +13,21 @@ Block heading(const std::string& text) { return {Block::Kind::heading, text}; }
 Block paragraph(const std::string& text) { return {Block::Kind::paragraph, text}; }
 Block item(const std::string& text) { return {Block::Kind::item, text}; }
 
-/// The blocks of a version that has these lines below its heading.
+/// Returns the blocks of a version with the given lines below its heading.
 std::vector<Block> notesOf(const std::string& lines) {
   const auto releases = parse("## 1.0.0 - 2026-11-21\n" + lines);
   return releases && releases->size() == 1 ? releases->front().notes : std::vector<Block>();
 }
 
-/// Why a changelog cannot be read; empty when it can.
-std::string reasonAgainst(const std::string& changelog) {
+/// Returns the reason why a changelog cannot be parsed, or an empty string if it can.
+std::string parseError(const std::string& changelog) {
   const auto releases = parse(changelog);
   return releases ? std::string() : releases.failure().reason;
 }
 
 }  // namespace
 
-TEST(ReleaseNotes, AreThoseOfEachVersionInTheirOrderWithoutTheUnreleased) {
+TEST(ReleaseNotes, ListReleasedVersionsInTheOrderOfTheChangelog) {
   const auto releases = parse(
       "# Changelog\n"
       "\n"
@@ -51,13 +51,13 @@ TEST(ReleaseNotes, AreThoseOfEachVersionInTheirOrderWithoutTheUnreleased) {
                                   {"1.2", "2024-02-29", {item("The first.")}}}));
 }
 
-TEST(ReleaseNotes, LeaveOutWhatIsUnreleasedAlsoBelowAVersion) {
+TEST(ReleaseNotes, OmitUnreleasedChangesBelowAVersion) {
   const auto releases = parse("## 1.0.0 - 2026-11-21\n- One.\n## Unreleased\n- Two.\n");
   ASSERT_TRUE(releases);
   EXPECT_EQ(*releases, (std::vector<Release>{{"1.0.0", "2026-11-21", {item("One.")}}}));
 }
 
-TEST(ReleaseNotes, JoinTheLinesOfAnItemAndOfAParagraph) {
+TEST(ReleaseNotes, JoinTheLinesOfItemsAndParagraphs) {
   EXPECT_EQ(notesOf("Two lines\n"
                     "of text.\n"
                     "\n"
@@ -71,7 +71,7 @@ TEST(ReleaseNotes, JoinTheLinesOfAnItemAndOfAParagraph) {
                                 item("Another."), paragraph("The end.")}));
 }
 
-TEST(ReleaseNotes, BeginAParagraphBelowAHeading) {
+TEST(ReleaseNotes, StartANewParagraphBelowAHeading) {
   EXPECT_EQ(notesOf("- One.\n### Fixed\nA fault.\n"),
             (std::vector<Block>{item("One."), heading("Fixed"), paragraph("A fault.")}));
   const auto releases = parse("## 2 - 2026-12-01\n- Two.\n## 1 - 2026-11-21\nThe first.\n");
@@ -80,7 +80,7 @@ TEST(ReleaseNotes, BeginAParagraphBelowAHeading) {
                                              {"1", "2026-11-21", {paragraph("The first.")}}}));
 }
 
-TEST(ReleaseNotes, HaveItemsOfEachMarkerAndOfInnerListsInOneList) {
+TEST(ReleaseNotes, CombineItemsOfAllMarkersAndNestedListsInOneList) {
   EXPECT_EQ(notesOf("* One\n"
                     "  - Two\n"
                     "+ Three\n"
@@ -88,78 +88,78 @@ TEST(ReleaseNotes, HaveItemsOfEachMarkerAndOfInnerListsInOneList) {
             (std::vector<Block>{item("One"), item("Two"), item("Three -5 degrees")}));
 }
 
-TEST(ReleaseNotes, TakeANumberSignWithoutASpaceForText) {
+TEST(ReleaseNotes, TreatANumberSignWithoutASpaceAsText) {
   EXPECT_EQ(notesOf("- Mends\n  #12.\n"), std::vector<Block>{item("Mends #12.")});
 }
 
-TEST(ReleaseNotes, LeaveOutAHeadingWithNothingBelowIt) {
+TEST(ReleaseNotes, OmitHeadingsWithoutTextBelow) {
   EXPECT_EQ(notesOf("### Added\n\n### Fixed\n- A fault.\n### Removed\n"),
             (std::vector<Block>{heading("Fixed"), item("A fault.")}));
 }
 
-TEST(ReleaseNotes, MayHaveTheLineEndsOfWindowsAndNoneAtTheEnd) {
+TEST(ReleaseNotes, AcceptWindowsLineEndingsAndNoFinalNewline) {
   const auto releases = parse("## 1.0.0 - 2026-11-21\r\n\r\n### Added\r\n- One\r\n  two");
   ASSERT_TRUE(releases);
   EXPECT_EQ(*releases,
             (std::vector<Release>{{"1.0.0", "2026-11-21", {heading("Added"), item("One two")}}}));
 }
 
-TEST(ReleaseNotes, NeedAHeadingWithVersionAndDate) {
+TEST(ReleaseNotes, RequireAVersionAndADateInAHeading) {
   const std::string reason = R"(a version's heading is "## Unreleased" or "## VERSION - DATE")";
   for (const char* const text :
        {"## Next", "## 1.0.0", "## 1.0.0 2026-11-21", "## - 2026-11-21", "## v1.0.0 - 2026-11-21",
         "## 1..0 - 2026-11-21", "## .1 - 2026-11-21", "## 1,0 - 2026-11-21", "## 1:0 - 2026-11-21",
         "## 1. - 2026-11-21", "##", "##Next"}) {
-    EXPECT_EQ(reasonAgainst("# Changelog\n\n" + std::string(text)), "line 3: " + reason) << text;
+    EXPECT_EQ(parseError("# Changelog\n\n" + std::string(text)), "line 3: " + reason) << text;
   }
-  EXPECT_EQ(reasonAgainst("##1.0.0 - 2026-11-21"), "");
+  EXPECT_EQ(parseError("##1.0.0 - 2026-11-21"), "");
 }
 
-TEST(ReleaseNotes, NeedADayOfTheCalendar) {
+TEST(ReleaseNotes, RequireAValidCalendarDate) {
   for (const std::string date :
        {"2026-02-29", "2026-13-01", "2026-00-10", "2026-11-00", "2026-11-31", "21-11-2026",
         "2026-11-1", "2026/11-21", "2026-11/21", "20x6-11-21", "2026-x1-21", "2026-11-2x",
         "2026-1121-", "2026-+1-21", "2026-11-21 x", "soon", "-"}) {
-    EXPECT_EQ(reasonAgainst("## 1.0.0 - " + date),
+    EXPECT_EQ(parseError("## 1.0.0 - " + date),
               "line 1: \"" + date + "\" is not a date as YYYY-MM-DD");
   }
-  EXPECT_EQ(reasonAgainst("## 1.0.0 - 2024-02-29\n"), "");
+  EXPECT_EQ(parseError("## 1.0.0 - 2024-02-29\n"), "");
 }
 
-TEST(ReleaseNotes, AnnounceAVersionOnce) {
-  EXPECT_EQ(reasonAgainst("## 1.0.0 - 2026-11-21\n- One.\n## 1.0.0 - 2026-11-20\n"),
+TEST(ReleaseNotes, RejectARepeatedVersion) {
+  EXPECT_EQ(parseError("## 1.0.0 - 2026-11-21\n- One.\n## 1.0.0 - 2026-11-20\n"),
             "line 3: version 1.0.0 was announced above");
 }
 
-TEST(ReleaseNotes, HaveHeadingsOfOneLevelAlone) {
+TEST(ReleaseNotes, RejectHeadingsOfOtherLevels) {
   const std::string reason = R"(a heading in a version's section begins with "###")";
-  EXPECT_EQ(reasonAgainst("## 1.0.0 - 2026-11-21\n#### Details\n"), "line 2: " + reason);
-  EXPECT_EQ(reasonAgainst("## 1.0.0 - 2026-11-21\n\n# Changelog\n"), "line 3: " + reason);
+  EXPECT_EQ(parseError("## 1.0.0 - 2026-11-21\n#### Details\n"), "line 2: " + reason);
+  EXPECT_EQ(parseError("## 1.0.0 - 2026-11-21\n\n# Changelog\n"), "line 3: " + reason);
 }
 
-TEST(ReleaseNotes, AreNotThereWithoutAReleasedVersion) {
+TEST(ReleaseNotes, RequireAReleasedVersion) {
   for (const char* const changelog : {"", "# Changelog\n", "## Unreleased\n- One.\n"}) {
-    EXPECT_EQ(reasonAgainst(changelog), "there is no released version") << changelog;
+    EXPECT_EQ(parseError(changelog), "there is no released version") << changelog;
   }
 }
 
-TEST(InlineMarkup, EscapesWhatXmlReserves) {
+TEST(InlineMarkup, EscapesSpecialCharactersOfXml) {
   EXPECT_EQ(inlineMarkup("a < b && c > \"d\""), "a &lt; b &amp;&amp; c &gt; \"d\"");
   EXPECT_EQ(inlineMarkup("`<&>`"), "<code>&lt;&amp;&gt;</code>");
 }
 
-TEST(InlineMarkup, MarksCode) {
+TEST(InlineMarkup, WrapsCodeInACodeElement) {
   EXPECT_EQ(inlineMarkup("`one` and `two`"), "<code>one</code> and <code>two</code>");
   EXPECT_EQ(inlineMarkup("`[a](b)`"), "<code>[a](b)</code>");
 }
 
-TEST(InlineMarkup, LeavesABacktickThatEndsNothing) {
+TEST(InlineMarkup, PreservesUnmatchedBackticks) {
   EXPECT_EQ(inlineMarkup("one ` two"), "one ` two");
   EXPECT_EQ(inlineMarkup("nothing: ``"), "nothing: ``");
   EXPECT_EQ(inlineMarkup("``one`"), "`<code>one</code>");
 }
 
-TEST(InlineMarkup, ShowsALinkAsItsTextWithAnAddressOfTheWebAfterIt) {
+TEST(InlineMarkup, ReplacesALinkByItsTextAndItsWebAddress) {
   EXPECT_EQ(inlineMarkup("see [the docs](docs/a.md)."), "see the docs.");
   EXPECT_EQ(inlineMarkup("[a](http://a.org/?b&c), [d](https://d.org)"),
             "a (http://a.org/?b&amp;c), d (https://d.org)");
@@ -167,14 +167,14 @@ TEST(InlineMarkup, ShowsALinkAsItsTextWithAnAddressOfTheWebAfterIt) {
   EXPECT_EQ(inlineMarkup("[`a` <b>](c)"), "<code>a</code> &lt;b&gt;");
 }
 
-TEST(InlineMarkup, LeavesBracketsThatAreNoLink) {
+TEST(InlineMarkup, PreservesBracketsThatAreNotLinks) {
   for (const std::string text : {"[a", "[a]", "[a] (b)", "[a](b", "[]", "a](b)", "[a [b] c"}) {
     EXPECT_EQ(inlineMarkup(text), text);
   }
   EXPECT_EQ(inlineMarkup("[a] [b](c)"), "[a] b");
 }
 
-TEST(ReleasesElement, HasAListForItemsInARow) {
+TEST(ReleasesElement, GroupsAdjacentItemsInAList) {
   const std::vector<Block> notes{
       paragraph("Begin & end"), heading("Added"), item("`one`"),   item("two"),
       heading("Fixed"),         item("three"),    paragraph("End")};
@@ -198,7 +198,7 @@ TEST(ReleasesElement, HasAListForItemsInARow) {
   </releases>)");
 }
 
-TEST(ReleasesElement, ClosesAListAtTheEndAndDescribesNoVersionWithoutNotes) {
+TEST(ReleasesElement, ClosesTheLastListAndOmitsEmptyDescriptions) {
   EXPECT_EQ(releasesElement({{"1.1.0", "2026-12-01", {item("one")}}, {"1.0.0", "2026-11-21", {}}}),
             R"(<releases>
     <release version="1.1.0" date="2026-12-01" type="stable">
@@ -212,7 +212,7 @@ TEST(ReleasesElement, ClosesAListAtTheEndAndDescribesNoVersionWithoutNotes) {
   </releases>)");
 }
 
-TEST(Metainfo, HasTheReleasesInThePlaceOfThePlaceholder) {
+TEST(Metainfo, ReplacesThePlaceholderByTheReleases) {
   const auto text = metainfo("<a>\n  @RELEASES@\n</a>\n", {{"1.0.0", "2026-11-21", {}}});
   ASSERT_TRUE(text);
   EXPECT_EQ(*text, R"(<a>
@@ -223,7 +223,7 @@ TEST(Metainfo, HasTheReleasesInThePlaceOfThePlaceholder) {
 )");
 }
 
-TEST(Metainfo, NeedsExactlyOnePlaceholder) {
+TEST(Metainfo, RequiresExactlyOnePlaceholder) {
   const auto none = metainfo("<a/>", {});
   ASSERT_FALSE(none);
   EXPECT_EQ(none.failure().reason, "there is no @RELEASES@");

@@ -50,7 +50,7 @@ class Factory : public BitmapFactory {
 }  // namespace lumowatt::cairo
 
 extern "C" lumowatt::BitmapFactory* lumowattBitmapFactory() {
-  lumowatt::endWhenOutOfMemory();
+  lumowatt::exitWhenOutOfMemory();
   lumowatt::useOneArena();  // since Pango starts threads
   static lumowatt::cairo::Factory factory;
   return &factory;

@@ -131,7 +131,7 @@ void SessionDesktop::showChart() {
   for (const MenuItem& item : menu) {
     const auto* const chart = std::get_if<MenuChart>(&item);
     if (chart == nullptr) continue;
-    const ChartSetting setting{.accent = settings_->accentColor(),
+    const ChartContext setting{.accent = settings_->accentColor(),
                                .midnight = lastMidnight(now(), std::time(nullptr))};
     viewer_->show(chart->picture(setting), settings_->appearance(), *bitmaps_);
   }

@@ -30,7 +30,7 @@ class LinuxDesktop : public freedesktop::SessionDesktop {
 
 lumowatt::Desktop* lumowattDesktop(const char* program, const char* icons,
                                    lumowatt::BitmapFactory* bitmaps) {
-  lumowatt::endWhenOutOfMemory();
+  lumowatt::exitWhenOutOfMemory();
   return new lumowatt::LinuxDesktop(program, icons,
                                     std::unique_ptr<lumowatt::BitmapFactory>(bitmaps));
 }

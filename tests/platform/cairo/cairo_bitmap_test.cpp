@@ -39,8 +39,8 @@ TEST(CairoBitmap, ItsPngHasFourComponentsOfEightBits) {
 
 TEST(CairoBitmap, ItsPngTellsTheResolution) {
   // 144 pixels per inch of 25.4 mm are 5669.29 per metre.
-  EXPECT_EQ(pixelsPerMetre(png({2.0, 3.0}, 2.0)), 5669U);
-  EXPECT_EQ(pixelsPerMetre(png({2.0, 3.0}, 1.0)), 2835U);
+  EXPECT_EQ(pixelsPerMeter(png({2.0, 3.0}, 2.0)), 5669U);
+  EXPECT_EQ(pixelsPerMeter(png({2.0, 3.0}, 1.0)), 2835U);
 }
 
 TEST(CairoBitmap, ItsPngHasColorsThatAreNotMultipliedByAlpha) {

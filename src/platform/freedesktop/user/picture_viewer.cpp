@@ -46,8 +46,8 @@ void unblockSignals() {
 /// Starts a copy of this process, in which it returns 0. Fails also where no file can be opened,
 /// which watching the copy takes.
 Result<pid_t> startCopy() {
-  const Descriptor spare(::eventfd(0, EFD_CLOEXEC));
-  const pid_t child = spare.isOpen() ? ::fork() : -1;
+  const Descriptor exemptFlags(::eventfd(0, EFD_CLOEXEC));
+  const pid_t child = exemptFlags.isOpen() ? ::fork() : -1;
   if (child < 0) return systemFailure(errno);
   return child;
 }

@@ -146,7 +146,7 @@ TEST_F(Sysfs, AnAttributeThatIsAPipeGivesWhatIsInIt) {
 TEST_F(Sysfs, AnAttributeIsNotLeftOpenInProgramsThatAreStarted) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
-  whileFailing({.number = SYS_openat, .error = EACCES, .spare = O_CLOEXEC},
+  runWithFailingCall({.number = SYS_openat, .error = EACCES, .exemptFlags = O_CLOEXEC},
                [&] { EXPECT_EQ(device.text("type"), "Battery"); });
 }
 
@@ -236,11 +236,11 @@ TEST_F(Sysfs, ADeviceIsBeingRemovedWhenItsDriverSaysSoAndAnswersNothing) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   EXPECT_FALSE(device.isBeingRemoved()) << "before anything is read";
-  whileFailing({SYS_read, EIO}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  runWithFailingCall({SYS_read, EIO}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
   EXPECT_FALSE(device.isBeingRemoved()) << "after another error";
-  whileFailing({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  runWithFailingCall({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
   EXPECT_TRUE(device.isBeingRemoved());
-  whileFailing({SYS_read, EIO}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  runWithFailingCall({SYS_read, EIO}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
   EXPECT_TRUE(device.isBeingRemoved()) << "after both errors";
   EXPECT_EQ(device.text("type"), "Battery");
   EXPECT_FALSE(device.isBeingRemoved()) << "after an answer";
@@ -251,7 +251,7 @@ TEST_F(Sysfs, ADeviceThatAnsweredIsNotBeingRemovedWhenAnAttributeIsRefused) {
   Device device(devices, "BAT0");
   EXPECT_EQ(device.text("type"), "Battery");
   EXPECT_FALSE(device.isBeingRemoved());
-  whileFailing({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  runWithFailingCall({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
   EXPECT_FALSE(device.isBeingRemoved());
 }
 
@@ -260,7 +260,7 @@ TEST_F(Sysfs, WhatADeviceAnsweredBeforeCanBeForgotten) {
   Device device(devices, "BAT0");
   EXPECT_EQ(device.text("type"), "Battery");
   device.forgetAnswers();
-  whileFailing({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
+  runWithFailingCall({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
   EXPECT_TRUE(device.isBeingRemoved());
   device.forgetAnswers();
   EXPECT_FALSE(device.isBeingRemoved());
@@ -271,7 +271,7 @@ TEST_F(Sysfs, AShortageWhileSomethingIsOpenedIsAFailure) {
   Device device(devices, "BAT0");
   for (const int error : {EMFILE, ENFILE, ENOMEM}) {
     const FailingCall opening{SYS_openat, static_cast<unsigned>(error)};
-    whileFailing(opening, [&, expected = systemFailure(error).reason] {
+    runWithFailingCall(opening, [&, expected = systemFailure(error).reason] {
       EXPECT_EQ(failureOf([&] { const Class other(folder.path()); }), expected);
       EXPECT_EQ(failureOf([&] { const Device other(devices, "BAT0"); }), expected);
       EXPECT_EQ(failureOf([&] { device.text("type"); }), expected);
@@ -292,7 +292,7 @@ TEST_F(Sysfs, AShortageBeforeAFolderIsOpenedIsNoFailure) {
 TEST_F(Sysfs, AShortageWhileAFolderIsListedIsAFailure) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
-  whileFailing({SYS_getdents64, ENOMEM}, [&, expected = systemFailure(ENOMEM).reason] {
+  runWithFailingCall({SYS_getdents64, ENOMEM}, [&, expected = systemFailure(ENOMEM).reason] {
     EXPECT_EQ(failureOf([&] { const Class other(folder.path()); }), expected);
     EXPECT_EQ(failureOf([&] { device.listAttributes(); }), expected);
   });
@@ -301,11 +301,11 @@ TEST_F(Sysfs, AShortageWhileAFolderIsListedIsAFailure) {
 TEST_F(Sysfs, WhatMayNotBeOpenedOrListedIsEmpty) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
-  whileFailing({SYS_openat, EACCES}, [&] {
+  runWithFailingCall({SYS_openat, EACCES}, [&] {
     EXPECT_TRUE(Class(folder.path()).deviceNames().empty());
     EXPECT_EQ(device.text("type"), std::nullopt);
   });
-  whileFailing({SYS_getdents64, EIO}, [&] {
+  runWithFailingCall({SYS_getdents64, EIO}, [&] {
     EXPECT_TRUE(Class(folder.path()).deviceNames().empty());
     device.listAttributes();
   });
