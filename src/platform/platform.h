@@ -7,16 +7,18 @@
 #include "menubar/desktop.h"
 #include "telemetry/battery_service.h"
 
-/// What `main` asks of the machine that it runs on. Each platform defines these.
+/// Functions that `main` calls and each platform defines.
 namespace lumowatt::platform {
 
-/// The battery of this machine. Never null; a machine without one has no properties to give.
+/// Returns the battery of this machine. Never returns null. On a machine without a battery, the
+/// service provides no properties.
 std::unique_ptr<BatteryService> batteryService();
 
-/// The bitmaps of this machine. Never null, even where none can be made.
+/// Returns the bitmap factory of this machine. Never returns null, even if bitmaps cannot be
+/// created.
 std::unique_ptr<BitmapFactory> bitmapFactory();
 
-/// The desktop of this machine; never null. Fails when there is none.
+/// Returns the desktop of this machine. Never returns null. Fails if there is no desktop.
 Result<std::unique_ptr<Desktop>> desktop();
 
 }  // namespace lumowatt::platform

@@ -6,7 +6,7 @@ namespace lumowatt::cairo {
 
 namespace {
 
-/// Whole pixels for a length; -1, which no surface can have, for what is out of range.
+/// Returns a length in whole pixels, or -1 if it is out of range. Cairo rejects a negative size.
 int pixels(double points, double scale) {
   const double count = points * scale;
   return count >= 1.0 && count <= 32767.0 ? static_cast<int>(count) : -1;

@@ -19,15 +19,16 @@ struct ContextDestroyer {
 };
 using ContextPointer = std::unique_ptr<cairo_t, ContextDestroyer>;
 
-/// A bitmap in memory. Larger than 32767 pixels in a direction it cannot be.
+/// A bitmap in memory, at most 32767 pixels wide and 32767 pixels high.
 class CairoBitmap : public Bitmap {
  public:
   CairoBitmap(Size size, double scale, Appearance appearance);
 
-  /// Fails when there is no bitmap: memory is short, the size out of range, or no font installed.
+  /// Fails if the bitmap is unusable: memory is short, the size is out of range, no font is
+  /// installed, or drawing has failed.
   Result<> check() const;
 
-  /// The canvas, whose y grows upward. Transparent at first.
+  /// Returns the canvas of the bitmap. Its y grows upward. The bitmap is initially transparent.
   Canvas& canvas() { return canvas_; }
   std::optional<std::string> encodePng() override;
 

@@ -12,7 +12,7 @@ namespace lumowatt::cairo {
 
 namespace {
 
-/// Gives the context back as it was.
+/// Saves the state of a Cairo context and restores it on destruction.
 class SavedState {
  public:
   explicit SavedState(cairo_t* cairo) : cairo_(cairo) { cairo_save(cairo_); }
@@ -24,8 +24,8 @@ class SavedState {
   cairo_t* cairo_;
 };
 
-/// Moves the context's pen.
-struct Pen {
+/// Appends each segment of a path to the current path of a Cairo context.
+struct PathTracer {
   cairo_t* cairo;
 
   void operator()(const MoveTo& move) const { cairo_move_to(cairo, move.to.x, move.to.y); }
@@ -39,10 +39,10 @@ struct Pen {
 
 void trace(cairo_t* cairo, const Path& path) {
   cairo_new_path(cairo);
-  for (const auto& element : path) std::visit(Pen{cairo}, element);
+  for (const auto& element : path) std::visit(PathTracer{cairo}, element);
 }
 
-/// Turns the y axis round, about the horizontal line at `middle`.
+/// Reverses the y axis by reflection in the horizontal line at `middle`.
 void flip(cairo_t* cairo, double middle) {
   cairo_translate(cairo, 0.0, 2 * middle);
   cairo_scale(cairo, 1.0, -1.0);

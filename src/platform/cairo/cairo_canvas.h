@@ -10,10 +10,11 @@ namespace lumowatt::cairo {
 /// A canvas on a Cairo context.
 class CairoCanvas : public Canvas {
  public:
-  /// Draws on `cairo`, which must outlive it, and whose y must grow upward.
+  /// Creates a canvas that draws on `cairo`, which must outlive the canvas. The y of `cairo` must
+  /// grow upward.
   CairoCanvas(cairo_t* cairo, Appearance appearance);
 
-  /// Whether it can draw text. Where not, nothing may be drawn.
+  /// Returns whether the canvas can draw text. If not, nothing may be drawn on it.
   bool hasFonts() const { return textLayout_.isValid(); }
 
   void fill(const Rect& rect, const Color& color) override;
@@ -23,8 +24,8 @@ class CairoCanvas : public Canvas {
   void drawText(const AttributedString& text, Point origin) override;
   Size textSize(const AttributedString& text) override;
 
-  /// A symbol is drawn as large as fits into the rectangle, in its middle; a template in the colour
-  /// of text.
+  /// Draws an image. A symbol is scaled to fit the rectangle and centered. A template has the text
+  /// color.
   void drawImage(const Image& image, const Rect& rect) override;
 
  private:

@@ -16,16 +16,16 @@ namespace lumowatt::cairo {
 
 namespace {
 
-// More than the libraries take for a picture.
-constexpr std::size_t memoryOfLibraries = 64U << 20U;
-constexpr int filesOfLibraries = 8;
+// More memory and open files than Cairo, Pango and Fontconfig need for a picture.
+constexpr std::size_t libraryMemory = 64U << 20U;
+constexpr int libraryFiles = 8;
 
-/// Where memory is refused to them, Fontconfig does not end or crashes, and GLib ends the process
-/// by a signal.
-void requireMemory() { ::operator delete(::operator new(memoryOfLibraries)); }
+/// Exits if memory is short. The libraries would not report the shortage: Fontconfig would hang or
+/// crash, and GLib would terminate the process with a signal.
+void requireMemory() { ::operator delete(::operator new(libraryMemory)); }
 
-/// A font that Fontconfig cannot open is none to it, and it notes that in the cache of all
-/// programs.
+/// Fails unless `count` files can be opened. If Fontconfig cannot open a font, it ignores the font
+/// and records it as unusable in the cache that all programs share.
 Result<> requireFiles(int count) {
   if (count == 0) return {};
   const Descriptor file(::open("/", O_PATH | O_CLOEXEC));
@@ -37,7 +37,7 @@ class Factory : public BitmapFactory {
   Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,
                                        Appearance appearance) override {
     requireMemory();
-    if (const auto files = requireFiles(filesOfLibraries); !files) return files.failure();
+    if (const auto files = requireFiles(libraryFiles); !files) return files.failure();
     auto bitmap = std::make_unique<CairoBitmap>(picture.size, scale, appearance);
     if (const auto valid = bitmap->check(); !valid) return valid.failure();
     bitmap->canvas().drawImage({picture}, {0.0, 0.0, picture.size.width, picture.size.height});
@@ -51,7 +51,7 @@ class Factory : public BitmapFactory {
 
 extern "C" lumowatt::BitmapFactory* lumowattBitmapFactory() {
   lumowatt::exitWhenOutOfMemory();
-  lumowatt::useOneArena();  // since Pango starts threads
+  lumowatt::useOneArena();  // Pango starts threads
   static lumowatt::cairo::Factory factory;
   return &factory;
 }

@@ -2,7 +2,7 @@
 
 #include "graphics/canvas.h"
 
-/// What lumowatt-drawing.so exports beside its version: its bitmaps, on Cairo and Pango. The
-/// factory lives as long as the process. Nothing is thrown out of the module: the end of the memory
-/// ends the process, as it does in GLib.
+/// Returns the factory of bitmaps drawn with Cairo and Pango, which exists until the process exits.
+/// Apart from its version, this is all that lumowatt-drawing.so exports. No exception leaves the
+/// module. The process exits if memory is exhausted, as it does in GLib.
 extern "C" [[gnu::visibility("default")]] lumowatt::BitmapFactory* lumowattBitmapFactory();

@@ -19,7 +19,7 @@ void append(png_structp png, png_bytep bytes, png_size_t count) {
 
 void flushNothing(png_structp) {}
 
-/// One row with the components in PNG's order, no longer multiplied by alpha.
+/// Converts one row to PNG's order of components and divides the colors by alpha.
 void convertRow(const Pixels& pixels, int y, std::vector<png_byte>& row) {
   const unsigned char* const source = pixels.data + static_cast<std::ptrdiff_t>(y) * pixels.stride;
   for (std::size_t x = 0; x < static_cast<std::size_t>(pixels.width); ++x) {
@@ -37,18 +37,18 @@ void convertRow(const Pixels& pixels, int y, std::vector<png_byte>& row) {
   }
 }
 
-/// Writes the picture; false on an error, which jumps back to the start, so that nothing here may
-/// need destruction.
+/// Writes the picture. Returns false on an error. libpng reports errors by a jump back to `setjmp`,
+/// so no local variable may have a destructor.
 bool write(png_structp png, png_infop info, const Pixels& pixels, double pixelsPerInch,
            std::vector<png_byte>& row) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
-  constexpr double metresPerInch = 0.0254;
-  const auto resolution = static_cast<png_uint_32>(std::lround(pixelsPerInch / metresPerInch));
+  constexpr double metersPerInch = 0.0254;
+  const auto resolution = static_cast<png_uint_32>(std::lround(pixelsPerInch / metersPerInch));
   png_set_IHDR(png, info, static_cast<png_uint_32>(pixels.width),
                static_cast<png_uint_32>(pixels.height), 8, PNG_COLOR_TYPE_RGB_ALPHA,
                PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
   png_set_pHYs(png, info, resolution, resolution, PNG_RESOLUTION_METER);
-  // Filters serve photographs. Of plain areas and letters they make a larger file in more time.
+  // Filters suit photographs. For plain areas and text, they produce a larger file in more time.
   png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE);
   png_write_info(png, info);
   for (int y = 0; y < pixels.height; ++y) {

@@ -5,17 +5,17 @@
 
 namespace lumowatt::cairo {
 
-/// Pixels as Cairo's ARGB32 has them: 32 bits in the machine's order, alpha in the highest, then
-/// red, green and blue, each multiplied by alpha.
+/// Pixels in Cairo's ARGB32 format: 32-bit words in native byte order, with alpha in the most
+/// significant byte, then red, green and blue, each multiplied by alpha.
 struct Pixels {
   int width;
   int height;
-  int stride;  ///< bytes from one row to the next
+  int stride;  ///< bytes between the starts of consecutive rows
   const unsigned char* data;
 };
 
-/// A PNG file with 8 bits each of red, green, blue and alpha, which says that it has
-/// `pixelsPerInch`. Absent when memory is short.
+/// Encodes pixels as a PNG file with 8 bits each of red, green, blue and alpha. The file specifies
+/// the resolution `pixelsPerInch`. Returns std::nullopt if memory is short.
 std::optional<std::string> encodePng(const Pixels& pixels, double pixelsPerInch);
 
 }  // namespace lumowatt::cairo

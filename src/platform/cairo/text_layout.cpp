@@ -11,8 +11,8 @@ namespace lumowatt::cairo {
 
 namespace {
 
-// Fonts that are made for user interfaces, the best first; the first that is installed is used,
-// and what it lacks comes from the next.
+// Fonts for user interfaces, in order of preference. Pango uses the first installed font, and the
+// next ones for characters that it lacks.
 constexpr const char* systemFamilies =
     "Inter, Cantarell, Noto Sans, Ubuntu, Roboto, DejaVu Sans, sans-serif";
 
@@ -25,7 +25,7 @@ int pangoUnits(double points) { return static_cast<int>(std::lround(points * PAN
 
 guint16 component(double value) { return static_cast<guint16>(std::lround(value * 65535.0)); }
 
-/// Applies attributes to one run of a text.
+/// Adds the attributes of one run of text to a list.
 class RunAttributes {
  public:
   RunAttributes(PangoAttrList* list, std::size_t start, std::size_t end)
@@ -67,10 +67,10 @@ class RunAttributes {
 TextLayout::TextLayout(Appearance appearance) : appearance_(appearance) {
   if (!fontIsInstalled()) return;
   fonts_.reset(pango_cairo_font_map_new());
-  if (fonts_ == nullptr) return;  // Pango has said why
+  if (fonts_ == nullptr) return;  // Pango has reported the reason
   context_.reset(pango_font_map_create_context(fonts_.get()));
 
-  // Shapes and distances as they were designed, not fitted to pixels: there are several to a point.
+  // Disables hinting. Glyphs need not be fitted to pixels, since a point has several pixels.
   cairo_font_options_t* const options = cairo_font_options_create();
   cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
   cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);

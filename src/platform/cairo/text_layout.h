@@ -9,26 +9,26 @@
 
 namespace lumowatt::cairo {
 
-/// Gives a GLib object back when its owner goes.
+/// Deleter that releases a reference to a GLib object.
 struct ObjectReleaser {
   void operator()(gpointer object) const { g_object_unref(object); }
 };
 template <typename T>
 using ObjectPointer = std::unique_ptr<T, ObjectReleaser>;
 
-/// Lays text out in the fonts of this machine.
+/// Lays out text in the installed fonts.
 class TextLayout {
  public:
   explicit TextLayout(Appearance appearance);
 
-  /// Whether text can be laid out: Pango works, and a font is installed. Where not, the reason is
-  /// on standard error, and nothing else may be asked.
+  /// Returns whether text can be laid out: a font is installed, and Pango can use it. If not, the
+  /// other functions must not be called. Pango reports its own errors on the standard error.
   bool isValid() const { return context_ != nullptr; }
 
   Size size(const AttributedString& text) const;
 
-  /// Draws with the top left corner of the text's box at the origin of `cairo`, whose y must grow
-  /// downward.
+  /// Draws the text with the top left corner of its box at the current point of `cairo`, whose y
+  /// must grow downward.
   void draw(cairo_t* cairo, const AttributedString& text) const;
 
  private:

@@ -11,13 +11,13 @@ namespace lumowatt {
 
 namespace {
 
-/// A session's desktop on a kernel that reports changes of power supplies.
+/// Desktop of a session on Linux, whose kernel reports changes of power supplies.
 class LinuxDesktop : public freedesktop::SessionDesktop {
  public:
   using SessionDesktop::SessionDesktop;
 
-  void watchPowerSources(std::function<void()> changed) override {
-    power_.emplace(loop(), followed(std::move(changed)));
+  void watchPowerSources(std::function<void()> onChanged) override {
+    power_.emplace(loop(), followed(std::move(onChanged)));
   }
 
  private:

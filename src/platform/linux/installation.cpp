@@ -12,20 +12,21 @@ namespace lumowatt {
 
 namespace {
 
-bool isThere(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
+bool fileExists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
 
-/// The path of a part that is called `built` beside the executable of a build, and that an
-/// installation has at `installed`, relative to the executable's folder. Empty when the
-/// executable's path is not known: the working directory would be nowhere to look.
-std::string partPath(std::string_view built, std::string_view installed) {
+/// Returns the path of a module or folder of the program. In a build, its name is `nameInBuild`, in
+/// the executable's folder. In an installation, its path relative to the executable's folder is
+/// `installedPath`. Returns an empty string if the path of the executable is unknown, because the
+/// result would be relative to the working directory.
+std::string partPath(std::string_view nameInBuild, std::string_view installedPath) {
   const std::string executable = executablePath();
   if (executable.empty()) return "";
   const std::string folder = executable.substr(0, executable.rfind('/') + 1);
-  std::string beside = folder + std::string(built);
-  // Seen from any other folder, what the layout names may be anybody's.
-  if (!folder.ends_with("/" LUMOWATT_EXECUTABLE_FOLDER "/")) return beside;
-  std::string path = folder + std::string(installed);
-  return isThere(path) || !isThere(beside) ? path : beside;
+  std::string buildPath = folder + std::string(nameInBuild);
+  // Relative to any other folder, `installedPath` may lead to untrusted files.
+  if (!folder.ends_with("/" LUMOWATT_EXECUTABLE_FOLDER "/")) return buildPath;
+  std::string path = folder + std::string(installedPath);
+  return fileExists(path) || !fileExists(buildPath) ? path : buildPath;
 }
 
 }  // namespace
@@ -41,18 +42,18 @@ std::string iconFolder() { return partPath("icons", LUMOWATT_ICONS); }
 Result<void*> loadModule(const std::string& module, const char* symbol) {
   const std::string path = partPath(module, LUMOWATT_MODULES "/" + module);
   if (path.empty()) return Failure{"cannot locate " + module + " without /proc"};
-  // With a slash in its path, the linker looks nowhere else.
+  // The path contains a slash. Therefore dlopen does not search the library folders.
   void* const library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   const void* const version = library != nullptr ? ::dlsym(library, "lumowattVersion") : nullptr;
   if (version != nullptr && std::strcmp(static_cast<const char*>(version), LUMOWATT_VERSION) != 0) {
     return Failure{path + " has another version than this process"};
   }
-  void* const found = version != nullptr ? ::dlsym(library, symbol) : nullptr;
-  if (found == nullptr) {
+  void* const address = version != nullptr ? ::dlsym(library, symbol) : nullptr;
+  if (address == nullptr) {
     const char* const reason = ::dlerror();
     return Failure{reason != nullptr ? reason : path + " does not export " + symbol};
   }
-  return found;
+  return address;
 }
 
 }  // namespace lumowatt

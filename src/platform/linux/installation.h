@@ -4,21 +4,22 @@
 
 #include "base/failure.h"
 
-/// What belongs to the program beside the executable. In a build it lies in the executable's own
-/// folder. An installation has it in the folders that the build was configured with, at the same
-/// place relative to the executable wherever the whole lies. The environment has no say in it.
+/// Locations of the program's modules and icons. In a build, they are in the executable's folder.
+/// In an installation, they are in the folders that were configured for the build. These folders
+/// are located relative to the executable, so that the whole installation can be moved. Environment
+/// variables do not affect the locations.
 namespace lumowatt {
 
-/// The path of this process's executable; empty when it is not known.
+/// Returns the path of this process's executable, or an empty string if the path is unknown.
 std::string executablePath();
 
-/// The folder of the icons that a panel loads, which need not exist; empty when the executable's
-/// path is not known.
+/// Returns the path of the folder with the icons that a panel loads. The folder may not exist.
+/// Returns an empty string if the path of the executable is unknown.
 std::string iconFolder();
 
-/// Loads a module of the program, such as "lumowatt-drawing.so", and finds what it exports under
-/// the name `symbol`; never null. It stays loaded. Fails also when the module is of another
-/// version, as after an upgrade.
+/// Loads a module of the program, such as "lumowatt-drawing.so", and returns the address of its
+/// exported symbol, which is never null. The module is never unloaded. Also fails if the version of
+/// the module differs from that of this process, for example after an upgrade.
 Result<void*> loadModule(const std::string& module, const char* symbol);
 
 }  // namespace lumowatt

@@ -14,40 +14,40 @@ namespace {
 
 // Microseconds.
 constexpr std::uint64_t settlingTime = 50'000;
-constexpr std::uint64_t leastInterval = 500'000;
+constexpr std::uint64_t minInterval = 500'000;
 constexpr std::uint64_t accuracy = 1'000;
 
 }  // namespace
 
-PowerMonitor::PowerMonitor(sd_event* loop, std::function<void()> changed)
-    : changed_(std::move(changed)) {
+PowerMonitor::PowerMonitor(sd_event* loop, std::function<void()> onChanged)
+    : onChanged_(std::move(onChanged)) {
   using freedesktop::Out;
-  if (sd_event_add_time(loop, Out(timer_), CLOCK_BOOTTIME, 0, accuracy, settled, this) < 0) return;
+  if (sd_event_add_time(loop, Out(timer_), CLOCK_BOOTTIME, 0, accuracy, onTimer, this) < 0) return;
   sd_event_source_set_enabled(timer_.get(), SD_EVENT_OFF);
 
   if (sd_device_monitor_new(Out(monitor_)) < 0) return;
   sd_device_monitor* const monitor = monitor_.get();
   if (sd_device_monitor_filter_add_match_subsystem_devtype(monitor, "power_supply", nullptr) >= 0 &&
       sd_device_monitor_attach_event(monitor, loop) >= 0) {
-    sd_device_monitor_start(monitor, received, this);
+    sd_device_monitor_start(monitor, onEvent, this);
   }
 }
 
-int PowerMonitor::received(sd_device_monitor*, sd_device*, void* self) {
+int PowerMonitor::onEvent(sd_device_monitor*, sd_device*, void* self) {
   auto& monitor = *static_cast<PowerMonitor*>(self);
   int state = SD_EVENT_OFF;
   sd_event_source_get_enabled(monitor.timer_.get(), &state);
-  if (state != SD_EVENT_OFF) return 0;  // a call is due
+  if (state != SD_EVENT_OFF) return 0;  // a call is already scheduled
   sd_event_source_set_time(monitor.timer_.get(),
-                           std::max(boottime() + settlingTime, monitor.lastCall_ + leastInterval));
+                           std::max(boottime() + settlingTime, monitor.lastCall_ + minInterval));
   sd_event_source_set_enabled(monitor.timer_.get(), SD_EVENT_ONESHOT);
   return 0;
 }
 
-int PowerMonitor::settled(sd_event_source*, std::uint64_t, void* self) {
+int PowerMonitor::onTimer(sd_event_source*, std::uint64_t, void* self) {
   auto& monitor = *static_cast<PowerMonitor*>(self);
   monitor.lastCall_ = boottime();
-  monitor.changed_();
+  monitor.onChanged_();
   return 0;
 }
 

@@ -1,13 +1,14 @@
 #pragma once
 
-/// Settings of the C library's allocator (mallopt(3)). They do nothing where it has none, as
-/// musl's.
+/// Settings of the C library's allocator (mallopt(3)). They have no effect on allocators without
+/// these settings, such as musl's.
 namespace lumowatt {
 
-/// Has blocks of that many bytes and more returned to the system as soon as they are freed.
+/// Makes the allocator return blocks of at least `bytes` bytes to the system as soon as they are
+/// freed.
 void returnLargeBlocks(int bytes);
 
-/// Has all threads allocate from one arena; each arena reserves 64 MiB of addresses.
+/// Makes all threads allocate from one arena, because each arena reserves 64 MiB of address space.
 void useOneArena();
 
 }  // namespace lumowatt

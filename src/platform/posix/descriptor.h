@@ -4,10 +4,10 @@
 
 namespace lumowatt {
 
-/// An open file or folder, closed at the end of its life.
+/// Descriptor of an open file or folder, closed on destruction.
 class Descriptor {
  public:
-  /// A number below 0 is that of no file.
+  /// Takes ownership of a file descriptor. A negative number means that no file is open.
   explicit Descriptor(int number) : number_(number) {}
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
@@ -16,10 +16,10 @@ class Descriptor {
   int number() const { return number_; }
   bool isOpen() const { return number_ >= 0; }
 
-  /// Writes all of `contents`; false, with the reason in errno, when that fails.
+  /// Writes all of `contents`. Returns false, with the reason in errno, on failure.
   bool write(std::string_view contents) const;
 
-  /// Closes the file; false when what was written could not be kept.
+  /// Closes the file. Returns false if written data could not be stored.
   bool close();
 
  private:

@@ -1,4 +1,4 @@
-// Symbols on the canvas.
+// Tests of drawing symbols on the canvas.
 
 #include "platform/cairo/cairo_canvas.h"
 
@@ -10,7 +10,7 @@
 
 namespace lumowatt::cairo {
 
-TEST(CairoCanvas, DrawsASymbolInItsTintInTheMiddleOfItsRectangle) {
+TEST(CairoCanvas, CentersATintedSymbolInItsRectangle) {
   const Symbol symbol{.name = "battery.100percent", .tint = red, .pointSize = 16.0};
   const Picture picture = drawnInImage(
       {40.0, 40.0}, true,
@@ -18,29 +18,29 @@ TEST(CairoCanvas, DrawsASymbolInItsTintInTheMiddleOfItsRectangle) {
         canvas.drawImage({symbol}, {4.0, 6.0, 26.0, 22.0});
       },
       4.0);
-  const Rect found = ink(picture);
-  // 16 units wide: a unit is 26 / 16 points. The body is 10 units high.
-  EXPECT_EQ(found.minX(), 4 * 4.0);
-  EXPECT_EQ(found.maxX(), 4 * 30.0);
-  EXPECT_NEAR((found.minY() + found.maxY()) / 2, 4 * 17.0, 0.5);
-  EXPECT_NEAR(found.height, 4 * 10 * 26.0 / 16.0, 1.0);
+  const Rect bounds = inkBounds(picture);
+  // The symbol is 16 units wide, so a unit is 26 / 16 points. The body is 10 units high.
+  EXPECT_EQ(bounds.minX(), 4 * 4.0);
+  EXPECT_EQ(bounds.maxX(), 4 * 30.0);
+  EXPECT_NEAR((bounds.minY() + bounds.maxY()) / 2, 4 * 17.0, 0.5);
+  EXPECT_NEAR(bounds.height, 4 * 10 * 26.0 / 16.0, 1.0);
   EXPECT_EQ(picture.at(4 * 14, 4 * 17), redPixel);
 }
 
-TEST(CairoCanvas, DrawsASymbolAsLargeAsTheHeightAllows) {
+TEST(CairoCanvas, ScalesASymbolToTheHeightOfAWideRectangle) {
   const Symbol symbol{.name = "battery.100percent.bolt", .tint = red};
   const Picture picture = drawnInImage({100.0, 27.0}, true, [&](Canvas& canvas) {
     canvas.drawImage({symbol}, {0.0, 0.0, 100.0, 27.0});
   });
-  // The symbols are up to 13.5 units high, and so a unit is 2 points: the width is 32 of the 100,
-  // and the height of this one, of 10 units, 20 of the 27.
-  const Rect found = ink(picture);
-  EXPECT_EQ(found.minX(), 34.0);
-  EXPECT_EQ(found.maxX(), 66.0);
-  EXPECT_NEAR(found.height, 20.0, 1.0);
+  // Symbols are up to 13.5 units high, so a unit is 2 points. This symbol is 32 of the 100 points
+  // wide. Its height of 10 units is 20 of the 27 points.
+  const Rect bounds = inkBounds(picture);
+  EXPECT_EQ(bounds.minX(), 34.0);
+  EXPECT_EQ(bounds.maxX(), 66.0);
+  EXPECT_NEAR(bounds.height, 20.0, 1.0);
 }
 
-TEST(CairoCanvas, DrawsASymbolUprightInEitherSpace) {
+TEST(CairoCanvas, DrawsASymbolUprightWhetherOrNotFlipped) {
   const Symbol symbol{.name = "battery.100percent.bolt", .tint = red};
   const auto picture = [&](bool flipped) {
     return drawnInImage({64.0, 64.0}, flipped, [&](Canvas& canvas) {
@@ -52,14 +52,15 @@ TEST(CairoCanvas, DrawsASymbolUprightInEitherSpace) {
   for (int x = 0; x < 64; ++x) {
     for (int y = 0; y < 64; ++y) EXPECT_LE(difference(flipped.at(x, y), upright.at(x, y)), 2);
   }
-  // The bolt is a hole, whose upper tip leans to the right and the lower one to the left.
+  // The bolt is a hole. Its upper tip is right of the center, and its lower tip is left of the
+  // center.
   for (const auto& [hole, filled, y] : {std::array{32, 23, 20}, std::array{23, 32, 43}}) {
-    EXPECT_EQ(flipped.at(hole, y), nothing);
+    EXPECT_EQ(flipped.at(hole, y), transparentPixel);
     EXPECT_EQ(flipped.at(filled, y), redPixel);
   }
 }
 
-TEST(CairoCanvas, ASymbolHasTheHolesOfItsShape) {
+TEST(CairoCanvas, DrawsTheHolesOfASymbol) {
   const auto middle = [](const char* name) {
     return drawn({64.0, 64.0},
                  [&](Canvas& canvas) {
@@ -67,12 +68,12 @@ TEST(CairoCanvas, ASymbolHasTheHolesOfItsShape) {
                  })
         .at(28, 32);
   };
-  EXPECT_EQ(middle("battery.0percent"), nothing);
-  EXPECT_EQ(middle("battery.25percent"), nothing);
+  EXPECT_EQ(middle("battery.0percent"), transparentPixel);
+  EXPECT_EQ(middle("battery.25percent"), transparentPixel);
   EXPECT_EQ(middle("battery.75percent"), redPixel);
 }
 
-TEST(CairoCanvas, DrawsATemplateInTheColorOfText) {
+TEST(CairoCanvas, DrawsATemplateInTheTextColor) {
   const Symbol symbol{.name = "battery.100percent", .isTemplate = true};
   const auto middle = [&](Appearance appearance) {
     return drawn(
@@ -87,7 +88,7 @@ TEST(CairoCanvas, DrawsATemplateInTheColorOfText) {
   EXPECT_EQ(middle(Appearance::dark), (Pixel{255, 255, 255, 217}));
 }
 
-TEST(CairoCanvas, LeavesOutASymbolThatItDoesNotKnow) {
+TEST(CairoCanvas, OmitsAnUnknownSymbol) {
   const Picture picture = drawn({8.0, 8.0}, [](Canvas& canvas) {
     canvas.drawImage({Symbol{.name = "battery.30percent", .tint = red}}, {0.0, 0.0, 8.0, 8.0});
   });

@@ -1,4 +1,4 @@
-// What the canvas draws of areas, lines and images, seen in the pixels of a bitmap.
+// Tests of drawing areas, lines and images on the canvas, by the pixels of a bitmap.
 
 #include "platform/cairo/cairo_canvas.h"
 
@@ -8,27 +8,27 @@
 
 namespace lumowatt::cairo {
 
-TEST(CairoCanvas, IsTransparentAtFirst) {
+TEST(CairoCanvas, IsInitiallyTransparent) {
   const Picture picture = drawn({4.0, 3.0}, [](Canvas&) {});
   EXPECT_EQ(picture.width(), 4);
   EXPECT_EQ(picture.height(), 3);
   EXPECT_EQ(picture.coverage(), 0.0);
 }
 
-TEST(CairoCanvas, FillsARectangleWithTheOriginAtTheBottomLeft) {
+TEST(CairoCanvas, HasItsOriginAtTheBottomLeft) {
   const Picture picture = drawn({10.0, 20.0}, [](Canvas& canvas) {
     canvas.fill({1.0, 2.0, 3.0, 4.0}, red);
   });
-  EXPECT_EQ(ink(picture), (Rect{1.0, 14.0, 3.0, 4.0}));
+  EXPECT_EQ(inkBounds(picture), (Rect{1.0, 14.0, 3.0, 4.0}));
   EXPECT_EQ(picture.at(1, 14), redPixel);
   EXPECT_EQ(picture.at(3, 17), redPixel);
 }
 
-TEST(CairoCanvas, HasTheOriginOfAFlippedImageAtTheTopLeft) {
+TEST(CairoCanvas, HasItsOriginAtTheTopLeftInAFlippedImage) {
   const Picture picture = drawnInImage({10.0, 20.0}, true, [](Canvas& canvas) {
     canvas.fill({1.0, 2.0, 3.0, 4.0}, red);
   });
-  EXPECT_EQ(ink(picture), (Rect{1.0, 2.0, 3.0, 4.0}));
+  EXPECT_EQ(inkBounds(picture), (Rect{1.0, 2.0, 3.0, 4.0}));
 }
 
 TEST(CairoCanvas, ScalesPointsToPixels) {
@@ -40,11 +40,11 @@ TEST(CairoCanvas, ScalesPointsToPixels) {
       2.0);
   EXPECT_EQ(picture.width(), 20);
   EXPECT_EQ(picture.height(), 40);
-  EXPECT_EQ(ink(picture), (Rect{2.0, 28.0, 6.0, 8.0}));
+  EXPECT_EQ(inkBounds(picture), (Rect{2.0, 28.0, 6.0, 8.0}));
 }
 
-TEST(CairoCanvas, PutsImagesOfEitherKindIntoImagesOfEitherKindUpright) {
-  // A drawing whose lower half is red and whose upper half is blue.
+TEST(CairoCanvas, DrawsNestedImagesUprightWhetherOrNotFlipped) {
+  // Returns a drawing whose lower half is red and whose upper half is blue.
   const auto halves = [](bool flipped) {
     return Image{Drawing{
         .size = {2.0, 4.0}, .flipped = flipped, .draw = [flipped](Canvas& canvas, const Rect&) {
@@ -56,7 +56,7 @@ TEST(CairoCanvas, PutsImagesOfEitherKindIntoImagesOfEitherKindUpright) {
     for (const bool inner : {false, true}) {
       const Picture picture = drawnInImage({10.0, 10.0}, outer, [&](Canvas& canvas) {
         canvas.drawImage(halves(inner), {4.0, 3.0, 2.0, 4.0});
-        canvas.fill({0.0, 0.0, 1.0, 1.0}, red);  // the space outside is as it was
+        canvas.fill({0.0, 0.0, 1.0, 1.0}, red);  // in the restored coordinates of the outer image
       });
       EXPECT_EQ(picture.at(4, 3), bluePixel) << outer << inner;
       EXPECT_EQ(picture.at(5, 4), bluePixel) << outer << inner;
@@ -68,8 +68,8 @@ TEST(CairoCanvas, PutsImagesOfEitherKindIntoImagesOfEitherKindUpright) {
   }
 }
 
-TEST(CairoCanvas, AnImageInAnotherLeavesTheSpaceAsItWas) {
-  // Text and a symbol after an image of the other kind look as they do without it.
+TEST(CairoCanvas, RestoresItsOrientationAfterANestedImage) {
+  // An image with the opposite orientation must not affect the text and the symbol drawn after it.
   const auto picture = [](bool flipped, bool withImage) {
     return drawnInImage({80.0, 40.0}, flipped, [&](Canvas& canvas) {
       const Drawing other{
@@ -99,13 +99,13 @@ TEST(CairoCanvas, StretchesADrawingToItsRectangle) {
   const Picture picture = drawnInImage({20.0, 20.0}, true, [&](Canvas& canvas) {
     canvas.drawImage(image, {2.0, 4.0, 8.0, 12.0});
   });
-  EXPECT_EQ(ink(picture), (Rect{6.0, 4.0, 4.0, 6.0}));
+  EXPECT_EQ(inkBounds(picture), (Rect{6.0, 4.0, 4.0, 6.0}));
 }
 
-TEST(CairoCanvas, LeavesOutAnImageWithoutASizeOrARectangleToFill) {
+TEST(CairoCanvas, OmitsAnImageWithAnEmptySizeOrRectangle) {
   const auto image = [](Size size) {
     return Image{Drawing{.size = size, .flipped = true, .draw = [](Canvas&, const Rect&) {
-                           FAIL() << "there is nothing to be drawn";
+                           FAIL() << "an empty image is drawn";
                          }}};
   };
   const Picture picture = drawn({4.0, 4.0}, [&](Canvas& canvas) {
@@ -124,46 +124,48 @@ TEST(CairoCanvas, RoundsTheCornersOfARectangle) {
     canvas.fillRoundedRect({0.0, 0.0, 40.0, 30.0}, 10.0, red);
   });
   for (const int x : {0, 1, 38, 39}) {
-    for (const int y : {0, 1, 28, 29}) EXPECT_EQ(picture.at(x, y), nothing) << x << " " << y;
+    for (const int y : {0, 1, 28, 29}) {
+      EXPECT_EQ(picture.at(x, y), transparentPixel) << x << " " << y;
+    }
   }
   EXPECT_EQ(picture.at(0, 15), redPixel);
   EXPECT_EQ(picture.at(39, 15), redPixel);
   EXPECT_EQ(picture.at(20, 0), redPixel);
   EXPECT_EQ(picture.at(20, 29), redPixel);
-  EXPECT_EQ(picture.at(4, 4), redPixel);  // 8.5 from the corner's centre at (10, 10)
-  // A square of 10 loses what its quarter circle leaves: 100 - 25 pi, four times.
+  EXPECT_EQ(picture.at(4, 4), redPixel);  // 8.5 from the center of the corner at (10, 10)
+  // Each corner loses the part of a square of 10 outside of its quarter circle: 100 - 25 pi.
   EXPECT_NEAR(picture.coverage(), 40 * 30 - (400 - 314.16), 2.0);
 }
 
-TEST(CairoCanvas, ARadiusOfMoreThanHalfMakesRoundEnds) {
+TEST(CairoCanvas, LimitsTheCornerRadiusToHalfOfTheShorterSide) {
   const Picture picture = drawn({40.0, 20.0}, [](Canvas& canvas) {
     canvas.fillRoundedRect({0.0, 0.0, 40.0, 20.0}, 99.0, red);
   });
   EXPECT_NEAR(picture.coverage(), 20 * 20 + 314.16, 2.0);
 }
 
-TEST(CairoCanvas, FillsAPathWithItsOpacity) {
-  // A triangle: half of the square from (2, 2) to (8, 8).
+TEST(CairoCanvas, FillsAPathWithTheGivenOpacity) {
+  // A triangle that is half of the square from (2, 2) to (8, 8).
   const Path path{MoveTo{{2.0, 2.0}}, LineTo{{8.0, 2.0}}, LineTo{{2.0, 8.0}}, ClosePath{}};
   const auto filled = [&](const Color& color, double opacity) {
     return drawnInImage({10.0, 10.0}, true,
                         [&](Canvas& canvas) { canvas.fillPath(path, color, opacity); });
   };
-  EXPECT_EQ(ink(filled(red, 1.0)), (Rect{2.0, 2.0, 6.0, 6.0}));
+  EXPECT_EQ(inkBounds(filled(red, 1.0)), (Rect{2.0, 2.0, 6.0, 6.0}));
   EXPECT_EQ(filled(red, 1.0).at(3, 3), redPixel);
-  EXPECT_EQ(filled(red, 1.0).at(6, 6), nothing);
+  EXPECT_EQ(filled(red, 1.0).at(6, 6), transparentPixel);
   EXPECT_NEAR(filled(red, 1.0).coverage(), 18.0, 0.5);
   EXPECT_EQ(filled(red, 0.2).at(3, 3), (Pixel{255, 0, 0, 51}));
-  // A color that is translucent itself, 10 percent of black, becomes fainter still.
+  // The opacity multiplies the alpha of a translucent color, here black with 10 percent.
   EXPECT_EQ(filled(separator, 0.5).at(3, 3), (Pixel{0, 0, 0, 13}));
   EXPECT_EQ(filled(red, 0.0).coverage(), 0.0);
 }
 
-TEST(CairoCanvas, StrokesALineOfItsWidthWithFlatEnds) {
+TEST(CairoCanvas, StrokesALineWithFlatEnds) {
   const Path path{MoveTo{{2.0, 5.0}}, LineTo{{8.0, 5.0}}};
   const Picture picture =
       drawn({10.0, 10.0}, [&](Canvas& canvas) { canvas.stroke(path, {.width = 2.0}, red); });
-  EXPECT_EQ(ink(picture), (Rect{2.0, 4.0, 6.0, 2.0}));
+  EXPECT_EQ(inkBounds(picture), (Rect{2.0, 4.0, 6.0, 2.0}));
   EXPECT_EQ(picture.at(2, 4), redPixel);
 }
 
@@ -172,11 +174,11 @@ TEST(CairoCanvas, StrokesALineWithRoundEnds) {
   const Picture picture = drawn({80.0, 40.0}, [&](Canvas& canvas) {
     canvas.stroke(path, {.width = 20.0, .cap = LineCap::round}, red);
   });
-  EXPECT_EQ(ink(picture), (Rect{10.0, 10.0, 60.0, 20.0}));
+  EXPECT_EQ(inkBounds(picture), (Rect{10.0, 10.0, 60.0, 20.0}));
   EXPECT_NEAR(picture.coverage(), 40 * 20 + 314.16, 2.0);
 }
 
-TEST(CairoCanvas, StrokesCornersMiteredOrRound) {
+TEST(CairoCanvas, StrokesMiteredAndRoundCorners) {
   const Path path{MoveTo{{10.0, 10.0}}, LineTo{{30.0, 10.0}}, LineTo{{30.0, 30.0}}};
   const auto corner = [&](LineJoin join) {
     return drawnInImage(
@@ -185,7 +187,7 @@ TEST(CairoCanvas, StrokesCornersMiteredOrRound) {
         .at(34, 5);
   };
   EXPECT_EQ(corner(LineJoin::miter), redPixel);
-  EXPECT_EQ(corner(LineJoin::round), nothing);
+  EXPECT_EQ(corner(LineJoin::round), transparentPixel);
 }
 
 TEST(CairoCanvas, StrokesCurvesAndClosesFigures) {
@@ -193,10 +195,10 @@ TEST(CairoCanvas, StrokesCurvesAndClosesFigures) {
                   ClosePath{}};
   const Picture picture = drawnInImage(
       {50.0, 50.0}, true, [&](Canvas& canvas) { canvas.stroke(path, {.width = 2.0}, red); });
-  // In the middle the curve is at three quarters of the way to its control points.
+  // The middle of the curve is at three quarters of the distance to its control points.
   EXPECT_EQ(picture.at(25, 32), redPixel);
-  EXPECT_EQ(picture.at(25, 10), redPixel) << "the line that closes it";
-  EXPECT_EQ(picture.at(25, 20), nothing);
+  EXPECT_EQ(picture.at(25, 10), redPixel) << "the line that closes the figure";
+  EXPECT_EQ(picture.at(25, 20), transparentPixel);
 }
 
 TEST(CairoCanvas, ResolvesColorsForItsAppearance) {

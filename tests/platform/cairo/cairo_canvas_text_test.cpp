@@ -1,4 +1,4 @@
-// Text on the canvas: where it stands, how wide it is, what it looks like.
+// Tests of the position, the size and the appearance of text on the canvas.
 
 #include "platform/cairo/cairo_canvas.h"
 
@@ -10,58 +10,59 @@
 
 namespace lumowatt::cairo {
 
-TEST(CairoCanvas, PutsTextBelowAndRightOfItsOriginInAFlippedSpace) {
+TEST(CairoCanvas, DrawsTextBelowItsOriginInAFlippedImage) {
   const AttributedString text{{"Hxg", systemFont(20.0), red}};
   const Picture picture = drawnInImage({100.0, 60.0}, true, [&](Canvas& canvas) {
     canvas.drawText(text, {10.0, 20.0});
   });
-  const Size size = measured(text);
-  const Rect found = ink(picture);
-  EXPECT_GE(found.minX(), 9.0);
-  EXPECT_LE(found.minX(), 14.0);
-  EXPECT_GT(found.minY(), 20.0);
-  EXPECT_LE(found.maxX(), 10.0 + size.width + 1.0);
-  EXPECT_LE(found.maxY(), 20.0 + size.height + 1.0);
+  const Size size = measureText(text);
+  const Rect bounds = inkBounds(picture);
+  EXPECT_GE(bounds.minX(), 9.0);
+  EXPECT_LE(bounds.minX(), 14.0);
+  EXPECT_GT(bounds.minY(), 20.0);
+  EXPECT_LE(bounds.maxX(), 10.0 + size.width + 1.0);
+  EXPECT_LE(bounds.maxY(), 20.0 + size.height + 1.0);
 }
 
-TEST(CairoCanvas, PutsTextAboveAndRightOfItsOriginInASpaceThatIsNotFlipped) {
-  // The box of the text is the same, from its bottom left corner: the same pixels as flipped.
+TEST(CairoCanvas, DrawsTextAboveItsOriginInAnImageThatIsNotFlipped) {
+  // Here the origin is the bottom left corner of the box. The box is at the same place as in the
+  // flipped image, so the pixels must be the same.
   const AttributedString text{{"Hxg", systemFont(20.0), red}};
-  const Size size = measured(text);
+  const Size size = measureText(text);
   const Picture flipped = drawnInImage({100.0, 60.0}, true, [&](Canvas& canvas) {
     canvas.drawText(text, {10.0, 20.0});
   });
   const Picture upright = drawnInImage({100.0, 60.0}, false, [&](Canvas& canvas) {
     canvas.drawText(text, {10.0, 60.0 - 20.0 - size.height});
   });
-  EXPECT_EQ(ink(upright), ink(flipped));
+  EXPECT_EQ(inkBounds(upright), inkBounds(flipped));
   EXPECT_NEAR(upright.coverage(), flipped.coverage(), 0.01 * flipped.coverage());
 }
 
-TEST(CairoCanvas, MeasuresTextAsItDrawsIt) {
-  // Full blocks cover their boxes: the ink is as wide as what was measured.
+TEST(CairoCanvas, MeasuresTheWidthThatTextIsDrawnWith) {
+  // Full blocks cover their boxes, so the covered pixels are as wide as the measured text.
   const AttributedString text{{"██████", systemFont(15.0), red}};
-  const Size size = measured(text);
+  const Size size = measureText(text);
   const Picture picture = drawnInImage(
       {200.0, 60.0}, true,
       [&](Canvas& canvas) {
         canvas.drawText(text, {10.0, 20.0});
       },
       4.0);
-  EXPECT_NEAR(ink(picture).width / 4.0, size.width, 1.0);
+  EXPECT_NEAR(inkBounds(picture).width / 4.0, size.width, 1.0);
 }
 
-TEST(CairoCanvas, CountsBlanksAtTheEndsOfText) {
-  const auto width = [](const char* text) { return measured({{text, systemFont(13.0)}}).width; };
+TEST(CairoCanvas, MeasuresLeadingAndTrailingSpacesOfText) {
+  const auto width = [](const char* text) { return measureText({{text, systemFont(13.0)}}).width; };
   EXPECT_GT(width("a "), width("a") + 2.0);
   EXPECT_GT(width(" a"), width("a") + 2.0);
   EXPECT_GT(width("a  b"), width("a b") + 2.0);
   EXPECT_EQ(width(""), 0.0);
 }
 
-TEST(CairoCanvas, MonospacedDigitsAreEquallyWide) {
+TEST(CairoCanvas, MonospacedDigitsHaveTheSameWidth) {
   const auto width = [](const char* text) {
-    return measured({{text, monospacedDigitFont(15.0)}}).width;
+    return measureText({{text, monospacedDigitFont(15.0)}}).width;
   };
   const double zero = width("0");
   EXPECT_GT(zero, 5.0);
@@ -71,14 +72,14 @@ TEST(CairoCanvas, MonospacedDigitsAreEquallyWide) {
   EXPECT_NEAR(width("−11.1 W"), width("−88.8 W"), 0.01);
 }
 
-TEST(CairoCanvas, TextGrowsWithItsFontsSize) {
-  const Size small = measured({{"Battery", systemFont(10.0)}});
-  const Size large = measured({{"Battery", systemFont(20.0)}});
+TEST(CairoCanvas, TextSizeIsProportionalToTheFontSize) {
+  const Size small = measureText({{"Battery", systemFont(10.0)}});
+  const Size large = measureText({{"Battery", systemFont(20.0)}});
   EXPECT_NEAR(large.width, 2 * small.width, 0.5);
   EXPECT_NEAR(large.height, 2 * small.height, 0.5);
 }
 
-TEST(CairoCanvas, BoldTextHasMoreInk) {
+TEST(CairoCanvas, BoldTextCoversMorePixels) {
   const auto coverage = [](const Font& font) {
     return drawnInImage({200.0, 40.0}, true,
                         [&](Canvas& canvas) {
@@ -89,10 +90,10 @@ TEST(CairoCanvas, BoldTextHasMoreInk) {
   EXPECT_GT(coverage(boldSystemFont(14.0)), 1.2 * coverage(systemFont(14.0)));
 }
 
-TEST(CairoCanvas, RunsStandBehindEachOtherInTheirOwnFontsAndColors) {
+TEST(CairoCanvas, DrawsRunsSideBySideInTheirFontsAndColors) {
   const AttributedString text{{"HH", systemFont(20.0), red}, {"HH", boldSystemFont(20.0), blue}};
-  const double first = measured({text[0]}).width;
-  EXPECT_NEAR(measured(text).width, first + measured({text[1]}).width, 0.01);
+  const double first = measureText({text[0]}).width;
+  EXPECT_NEAR(measureText(text).width, first + measureText({text[1]}).width, 0.01);
   const Picture picture = drawnInImage({120.0, 40.0}, true, [&](Canvas& canvas) {
     canvas.drawText(text, {0.0, 0.0});
   });
@@ -106,7 +107,7 @@ TEST(CairoCanvas, RunsStandBehindEachOtherInTheirOwnFontsAndColors) {
   }
 }
 
-TEST(CairoCanvas, ABaselineOffsetRaisesARun) {
+TEST(CairoCanvas, BaselineOffsetRaisesARun) {
   const auto top = [](double offset) {
     const Picture picture = drawnInImage(
         {60.0, 60.0}, true,
@@ -117,9 +118,9 @@ TEST(CairoCanvas, ABaselineOffsetRaisesARun) {
           canvas.drawText({plain, raised}, {5.0, 5.0});
         },
         4.0);
-    // The raised run is the one on the right.
-    const double left = std::ceil(4.0 * (5.0 + measured({{"H", systemFont(20.0)}}).width));
-    return picture.inkBounds({left, 0.0, 240.0 - left, 240.0}, nothing).minY();
+    // The raised run starts at the end of the plain run.
+    const double left = std::ceil(4.0 * (5.0 + measureText({{"H", systemFont(20.0)}}).width));
+    return picture.inkBounds({left, 0.0, 240.0 - left, 240.0}, transparentPixel).minY();
   };
   EXPECT_NEAR(top(0.0) - top(1.5), 4.0 * 1.5, 1.0);
   EXPECT_NEAR(top(-2.0) - top(0.0), 4.0 * 2.0, 1.0);
@@ -127,33 +128,33 @@ TEST(CairoCanvas, ABaselineOffsetRaisesARun) {
 
 namespace {
 
-/// A dash so large that its middle is all ink, in whichever font.
-Picture dash(std::optional<Color> color) {
+/// Draws a dash that is large enough to cover the pixel in its middle in any font.
+Picture drawDash(std::optional<Color> color) {
   return drawnInImage({150.0, 150.0}, true, [&](Canvas& canvas) {
     canvas.drawText({{"—", systemFont(100.0), color}}, {5.0, 5.0});
   });
 }
 
-Pixel middle(const Picture& picture) {
-  const Rect found = ink(picture);
-  return picture.at(static_cast<int>(found.x + found.width / 2),
-                    static_cast<int>(found.y + found.height / 2));
+Pixel middlePixel(const Picture& picture) {
+  const Rect bounds = inkBounds(picture);
+  return picture.at(static_cast<int>(bounds.x + bounds.width / 2),
+                    static_cast<int>(bounds.y + bounds.height / 2));
 }
 
 }  // namespace
 
-TEST(CairoCanvas, TextWithoutAColorIsBlack) {
-  EXPECT_EQ(middle(dash(std::nullopt)), (Pixel{0, 0, 0, 255}));
-  EXPECT_EQ(ink(dash(std::nullopt)), ink(dash(black)));
+TEST(CairoCanvas, DrawsTextWithoutAColorInBlack) {
+  EXPECT_EQ(middlePixel(drawDash(std::nullopt)), (Pixel{0, 0, 0, 255}));
+  EXPECT_EQ(inkBounds(drawDash(std::nullopt)), inkBounds(drawDash(black)));
 }
 
-TEST(CairoCanvas, FaintTextIsFaint) {
-  EXPECT_EQ(middle(dash(secondaryLabel)), (Pixel{0, 0, 0, 128}));
+TEST(CairoCanvas, DrawsTextInATranslucentColor) {
+  EXPECT_EQ(middlePixel(drawDash(secondaryLabel)), (Pixel{0, 0, 0, 128}));
 }
 
-TEST(CairoCanvas, TextStaysOnOneLine) {
-  const Size one = measured({{"a b", systemFont(13.0)}});
-  const Size broken = measured({{"a\nb\r\n\u2029c", systemFont(13.0)}});
+TEST(CairoCanvas, LaysOutTextWithLineBreaksOnOneLine) {
+  const Size one = measureText({{"a b", systemFont(13.0)}});
+  const Size broken = measureText({{"a\nb\r\n\u2029c", systemFont(13.0)}});
   EXPECT_EQ(broken.height, one.height);
   EXPECT_GT(broken.width, one.width / 2);
 }

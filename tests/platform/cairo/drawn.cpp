@@ -26,15 +26,15 @@ Picture drawnInImage(Size size, bool flipped, const std::function<void(Canvas&)>
       scale);
 }
 
-Size measured(const AttributedString& text) {
+Size measureText(const AttributedString& text) {
   CairoBitmap bitmap({1.0, 1.0}, 1.0, Appearance::light);
   return bitmap.canvas().textSize(text);
 }
 
-Rect ink(const Picture& picture) {
+Rect inkBounds(const Picture& picture) {
   return picture.inkBounds(
       {0.0, 0.0, static_cast<double>(picture.width()), static_cast<double>(picture.height())},
-      nothing);
+      transparentPixel);
 }
 
 }  // namespace lumowatt::cairo

@@ -1,4 +1,4 @@
-// The pixels of a snapshot with the shortest report.
+// Test of the pixels of a snapshot with the shortest possible report.
 
 #include <gtest/gtest.h>
 
@@ -15,15 +15,17 @@ constexpr Pixel backgroundPixel{26, 20, 38, 255};
 constexpr Pixel stripPixel{43, 36, 59, 255};
 constexpr Pixel panelPixel{51, 43, 69, 255};
 
+/// Expects all pixels in the area to have the given color.
 void expectPlain(const Picture& picture, const Rect& area, const Pixel& color) {
   EXPECT_EQ(picture.inkBounds(area, color), Rect{}) << "in " << area;
 }
 
 }  // namespace
 
-TEST(SnapshotPicture, OfSixLinesHasEverythingInItsPlace) {
-  // Of the charge alone the report is status, charge, time to empty, battery power, system use and
-  // cycle count. The picture is 270 points high, the panel from 48 to 214.
+TEST(SnapshotPicture, HasTheExpectedLayoutWithSixLines) {
+  // If only the charge is known, the report consists of the status, charge, time to empty, battery
+  // power, system use and cycle count. The picture is 270 points high. The panel extends from 48 to
+  // 214 points.
   Reading reading;
   reading.percent = 64;
   const TemporaryFolder folder;
@@ -33,7 +35,7 @@ TEST(SnapshotPicture, OfSixLinesHasEverythingInItsPlace) {
   ASSERT_EQ(picture.width(), 1120);
   ASSERT_EQ(picture.height(), 540);
 
-  // The strip up to the glyph and beside the title, and the background around the panel.
+  // The strip left of the glyph and right of the title, and the background around the panel.
   expectPlain(picture, {0, 0, 700, 68}, stripPixel);
   expectPlain(picture, {1072, 0, 48, 68}, stripPixel);
   expectPlain(picture, {0, 68, 1120, 28}, backgroundPixel);
@@ -42,7 +44,7 @@ TEST(SnapshotPicture, OfSixLinesHasEverythingInItsPlace) {
   expectPlain(picture, {0, 428, 1120, 52}, backgroundPixel);
   expectPlain(picture, {0, 512, 1120, 28}, backgroundPixel);
 
-  // The panel's edges, and its corners, round by 20 pixels.
+  // The edges of the panel, and its corners, which are rounded by 20 pixels.
   expectPlain(picture, {48, 116, 30, 292}, panelPixel);
   expectPlain(picture, {1020, 116, 52, 292}, panelPixel);
   expectPlain(picture, {68, 96, 984, 20}, panelPixel);
@@ -51,8 +53,8 @@ TEST(SnapshotPicture, OfSixLinesHasEverythingInItsPlace) {
     for (const int y : {96, 427}) EXPECT_EQ(picture.at(x, y), backgroundPixel) << x << ", " << y;
   }
 
-  // Six lines of text, each beginning 40 points from the left, 24 points below the one before it.
-  // The capitals' tops are a few pixels below a line's own.
+  // Six lines of text, 40 points from the left and 24 points apart. The top of the capital letters
+  // is a few pixels below the top of the line.
   for (int line = 0; line < 6; ++line) {
     const int top = 120 + 48 * line;
     const Rect text = picture.inkBounds({48, static_cast<double>(top), 1024, 36}, panelPixel);

@@ -9,10 +9,10 @@ namespace lumowatt::power_supply {
 namespace {
 
 struct Sensor {
-  std::string_view kind;   // the attributes' prefix, before the channel's number
-  std::string_view label;  // as the machine's device tree names the channel
-  double unitsPerMilli;    // power is in µW, the others in milliunits (hwmon/sysfs-interface.rst)
-  std::optional<double> MeasuredPower::*figure;
+  std::string_view kind;   // prefix of the attributes, before the channel number
+  std::string_view label;  // name of the channel in the machine's device tree
+  double unitsPerMilli;    // power is in µW, the rest in mV and mA (hwmon/sysfs-interface.rst)
+  std::optional<double> MeasuredPower::*field;
 };
 
 constexpr Sensor sensors[] = {
@@ -22,19 +22,19 @@ constexpr Sensor sensors[] = {
     {"curr", "AC Input Current", 1, &MeasuredPower::inputMilliamps},
 };
 
-/// Reads the channels of one kind; their numbers are consecutive from `first`.
+/// Reads the channels of one kind, which are numbered consecutively from `first`.
 void readChannels(sysfs::Device& controller, std::string_view kind, int first,
                   MeasuredPower& measured) {
   for (int channel = first;; ++channel) {
     const std::string prefix = std::string(kind) + std::to_string(channel);
     const std::string input = prefix + "_input";
     const auto label = controller.text((prefix + "_label").c_str());
-    // A label that cannot be read is not yet the end of the channels.
+    // An unreadable label alone does not mark the end of the channels.
     if (!label && !controller.text(input.c_str())) return;
     for (const Sensor& sensor : sensors) {
       if (sensor.kind != kind || sensor.label != label) continue;
       if (const auto value = controller.number(input.c_str())) {
-        measured.*sensor.figure = static_cast<double>(*value) / sensor.unitsPerMilli;
+        measured.*sensor.field = static_cast<double>(*value) / sensor.unitsPerMilli;
       }
     }
   }

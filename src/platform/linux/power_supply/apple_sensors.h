@@ -5,17 +5,18 @@
 
 namespace lumowatt::power_supply {
 
-/// What a machine measures of the power that comes in from outside. Most measure none of it.
+/// Measured power of a machine on external power. A field is empty if the machine lacks
+/// the sensor. On most machines, all fields are empty.
 struct MeasuredPower {
   std::optional<double> inputMilliwatts;
   std::optional<double> inputMillivolts;
   std::optional<double> inputMilliamps;
-  std::optional<double> systemMilliwatts;  ///< drawn by the whole machine
+  std::optional<double> systemMilliwatts;  ///< consumption of the whole machine
 };
 
 /// Reads the sensors of an Apple laptop's system management controller, which the kernel lists
-/// below `hwmonFolder` under the name "macsmc_hwmon" (Documentation/hwmon/macsmc-hwmon.rst).
-/// Nothing is measured where it is missing.
+/// below `hwmonFolder` under the name "macsmc_hwmon" (Documentation/hwmon/macsmc-hwmon.rst). All
+/// fields are empty if the controller is missing.
 MeasuredPower readAppleSensors(const std::string& hwmonFolder);
 
 }  // namespace lumowatt::power_supply

@@ -8,43 +8,47 @@
 /// (Documentation/ABI/testing/sysfs-class-power).
 namespace lumowatt::power_supply {
 
-/// What a pack counts its contents in.
+/// Physical quantity in which a pack reports its capacity.
 enum class Unit { charge, energy };
 
-// The kernel's figures are integers in micro-units. Products of two are kept in pico-units
-// (µA × µV = pW), so that a double holds all of them exactly until they are divided, once.
+// The kernel reports integers in micro-units. The product of two such values is stored in
+// pico-units (µA × µV = pW), so that a double represents it exactly. Only the final division rounds
+// the value.
 inline constexpr double picoPerMicro = 1e6;
 
-/// What a battery holds, in µAh or pWh.
+/// Charge of a battery in µAh, or its energy in pWh.
 struct Store {
   Unit unit;
-  double full;                   ///< above 0
-  std::optional<double> now;     ///< not negative
-  std::optional<double> design;  ///< full, when new; above 0
+  double full;                   ///< when fully charged; above 0
+  std::optional<double> now;     ///< present amount; not negative
+  std::optional<double> design;  ///< when fully charged and new; above 0
 };
 
-/// One pack, or several as the one battery that would do the same.
+/// One battery pack, or the equivalent of several packs.
 struct Battery {
   std::optional<Store> store;
-  std::optional<double> microvolts;        ///< at its terminals now; above 0
-  std::optional<double> designMicrovolts;  ///< nominal, what turns charge into energy; above 0
+  std::optional<double> microvolts;        ///< present voltage at the terminals; above 0
+  std::optional<double> designMicrovolts;  ///< nominal; converts charge to energy; above 0
 
-  // What flows into the battery, negative out of it; 0 when unknown.
+  // Current and power into the battery. Negative values flow out of the battery; 0 if unknown.
   double microamps = 0;
   double picowatts = 0;
 
-  std::optional<std::int64_t> capacity;     ///< the driver's own figure, %; can be outside 0 to 100
-  std::optional<std::int64_t> secondsLeft;  ///< to empty or full, as the driver estimates
+  std::optional<std::int64_t> capacity;     ///< % that the driver reports; can be outside 0 to 100
+  std::optional<std::int64_t> secondsLeft;  ///< driver's estimate of the time to empty or full
   std::optional<std::int64_t> temperature;  ///< tenths of a degree Celsius
   std::optional<std::int64_t> cycles;       ///< above 0
 };
 
-/// The sign of what flows into `battery`; of use where the magnitude is not.
+/// Returns a positive value for a flow into `battery`, a negative value for a flow out of it, and 0
+/// if no flow is known. The magnitude has no meaning.
 inline double direction(const Battery& battery) {
   return battery.microamps != 0 ? battery.microamps : battery.picowatts;
 }
 
-/// Whether next to nothing flows, in the unit that `battery` counts in: 10 mA or 10 mW at most.
+/// Returns whether almost no current or power flows: at most 10 mA for a battery that reports
+/// charge, or 10 mW for a battery that reports energy. Without a store, compares the current, or
+/// the power if the current is 0.
 inline bool isIdle(const Battery& battery) {
   const bool energy = battery.store ? battery.store->unit == Unit::energy : battery.microamps == 0;
   return energy ? std::fabs(battery.picowatts) <= 1e10 : std::fabs(battery.microamps) <= 1e4;

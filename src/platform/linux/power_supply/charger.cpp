@@ -10,7 +10,7 @@ namespace {
 
 using sysfs::Device;
 
-// Vendor kernels have USB_PD, USB_C, USB_DCP and more.
+// Vendor kernels also define USB_PD, USB_C, USB_DCP and other types.
 bool isUsb(std::string_view type) { return type.starts_with("USB"); }
 
 double nonNegative(Device& device, const char* attribute) {
@@ -31,7 +31,7 @@ std::string readProduct(Device& device) {
 }  // namespace
 
 bool isCharger(std::string_view type, std::string_view name) {
-  // The Smart Battery System's charger says that it is online whatever happens.
+  // The charger of the Smart Battery System always reports that it is online.
   if (name == "sbs-charger") return false;
   return type == "Mains" || type == "Wireless" || isUsb(type);
 }
@@ -39,7 +39,7 @@ bool isCharger(std::string_view type, std::string_view name) {
 Charger readCharger(Device& device, std::string_view type) {
   Charger charger;
   charger.usb = isUsb(type);
-  charger.online = device.number("online") >= 1;  // an absent number compares below every other
+  charger.online = device.number("online") >= 1;  // std::nullopt compares less than any number
   if (!charger.online) return charger;
   device.listAttributes();
   charger.ratedWatts = nonNegative(device, "input_power_limit") / 1e6;

@@ -7,18 +7,18 @@
 
 namespace lumowatt::power_supply {
 
-/// A supply that brings power from outside.
+/// A power supply that provides external power.
 struct Charger {
-  bool usb = false;       ///< else mains or wireless
-  bool online = false;    ///< power comes in; stale on some USB ports
-  double ratedWatts = 0;  ///< the most that it says it gives; 0 when it does not say
-  std::string product;    ///< maker and model, printable; may be empty
+  bool usb = false;       ///< whether it is a USB charger, else mains or wireless
+  bool online = false;    ///< whether it provides power; stale on some USB ports
+  double ratedWatts = 0;  ///< maximum power that the driver reports; 0 if unknown
+  std::string product;    ///< manufacturer and model as printable text; may be empty
 };
 
-/// Whether a supply of this `type` and name is a charger.
+/// Returns whether a supply with this type and name is a charger.
 bool isCharger(std::string_view type, std::string_view name);
 
-/// Reads whether a charger of this `type` is online; if so, what it can give and who made it.
+/// Reads whether a charger of this type is online. If so, also reads its rating and its product.
 Charger readCharger(sysfs::Device& device, std::string_view type);
 
 }  // namespace lumowatt::power_supply

@@ -14,7 +14,7 @@ void set(PropertyDictionary& properties, std::string_view key, std::optional<std
   if (value) properties.set(key, PropertyValue::number(*value));
 }
 
-/// Rounds; a figure that is unknown or too large for a property is left out.
+/// Rounds the value and sets the property. Omits a value that is unknown or exceeds 64 bits.
 void setRounded(PropertyDictionary& properties, std::string_view key, std::optional<double> value) {
   if (value) set(properties, key, roundedHalfAwayFromZero(*value));
 }
@@ -28,7 +28,8 @@ std::optional<std::int64_t> percent(const Battery& battery) {
   return std::clamp<std::int64_t>(*percent, 0, 100);
 }
 
-/// A figure of the battery's store in mAh.
+/// Converts an amount in the unit of the battery's store to mAh. Returns std::nullopt if the amount
+/// is unknown, or if it is an energy and the design voltage is unknown.
 std::optional<double> milliampHours(const Battery& battery, std::optional<double> amount) {
   if (!amount) return std::nullopt;
   if (battery.store->unit == Unit::charge) return *amount / 1000;
@@ -38,14 +39,15 @@ std::optional<double> milliampHours(const Battery& battery, std::optional<double
 
 enum class Goal { empty, full };
 
-/// Minutes until the battery is there, at the present flow.
+/// Returns the driver's estimate of the minutes until the battery reaches `goal`. Without such an
+/// estimate, computes the minutes from the present flow. Returns `unknownMinutes` if neither works.
 std::int64_t minutes(const Battery& battery, Goal goal) {
   if (battery.secondsLeft) return *battery.secondsLeft / 60;
   const auto& store = battery.store;
   if (!store || !store->now || isIdle(battery)) return unknownMinutes;
-  const double missing = (goal == Goal::full ? store->full : 0) - *store->now;
+  const double remaining = (goal == Goal::full ? store->full : 0) - *store->now;
   const double flow = store->unit == Unit::energy ? battery.picowatts : battery.microamps;
-  const auto result = roundedHalfAwayFromZero(missing * 60 / flow).value_or(unknownMinutes);
+  const auto result = roundedHalfAwayFromZero(remaining * 60 / flow).value_or(unknownMinutes);
   return result >= 1 ? std::min(result, unknownMinutes) : unknownMinutes;
 }
 
@@ -85,7 +87,7 @@ PropertyDictionary telemetry(const PowerState& state, const MeasuredPower& measu
 PropertyDictionary dictionary(const PowerState& state, const MeasuredPower& measured) {
   const Battery& battery = state.battery;
   PropertyDictionary properties;
-  set(properties, "MaxCapacity", 100);  // the percentage below is one, not a capacity in mAh
+  set(properties, "MaxCapacity", 100);  // CurrentCapacity is a percentage, not mAh
   set(properties, "CurrentCapacity", percent(battery));
   if (const auto& store = battery.store) {
     setRounded(properties, "AppleRawCurrentCapacity", milliampHours(battery, store->now));

@@ -6,7 +6,7 @@
 
 namespace lumowatt::power_supply {
 
-/// The battery service's properties for this state of the power. What is unknown is left out.
+/// Returns the properties of the battery service for this power state. Omits unknown values.
 PropertyDictionary dictionary(const PowerState& state, const MeasuredPower& measured);
 
 }  // namespace lumowatt::power_supply

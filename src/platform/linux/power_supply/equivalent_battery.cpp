@@ -6,7 +6,7 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-/// What a pack holds, in pWh. Absent when it cannot be told.
+/// Returns the energy of a pack in pWh. Returns std::nullopt if it is unknown.
 std::optional<Store> energy(const Battery& battery) {
   const auto& store = battery.store;
   if (!store || store->unit == Unit::energy) return store;
@@ -23,8 +23,8 @@ std::optional<double> fullEnergy(const Battery& battery) {
   return store ? std::optional(store->full) : std::nullopt;
 }
 
-/// All that is held, in pWh. A pack of which that is not known adds nothing to any of the figures,
-/// so that they go on describing the same packs.
+/// Returns the total energy of the packs in pWh. Skips each pack whose present energy is unknown,
+/// so that all sums describe the same packs. Returns std::nullopt if no pack remains.
 std::optional<Store> totalEnergy(const std::vector<Pack>& packs) {
   std::optional<Store> total;
   for (const Pack& pack : packs) {
@@ -36,7 +36,7 @@ std::optional<Store> totalEnergy(const std::vector<Pack>& packs) {
     }
     total->full += store->full;
     *total->now += *store->now;
-    // Of some packs alone it would say nothing.
+    // The sum for only some of the packs would be meaningless.
     total->design = total->design && store->design ? std::optional(*total->design + *store->design)
                                                    : std::nullopt;
   }
@@ -50,7 +50,7 @@ Battery equivalentBattery(const std::vector<Pack>& packs) {
 
   const auto largest = std::max_element(
       packs.begin(), packs.end(),
-      // An absent value compares below every other, here and below.
+      // std::nullopt compares less than any value, here and in std::max below.
       [](const Pack& a, const Pack& b) { return fullEnergy(a.battery) < fullEnergy(b.battery); });
   const Battery& primary = largest->battery;
 
@@ -64,7 +64,8 @@ Battery equivalentBattery(const std::vector<Pack>& packs) {
     whole.cycles = std::max(whole.cycles, battery.cycles);
   }
   if (whole.microvolts) whole.microamps = whole.picowatts / *whole.microvolts;
-  // The drivers' percentages cannot be added. One serves where nothing else is known.
+  // Percentages cannot be added. The largest pack's percentage is the fallback if no energy is
+  // known.
   if (!whole.store) whole.capacity = primary.capacity;
   return whole;
 }

@@ -6,8 +6,9 @@
 
 namespace lumowatt::power_supply {
 
-/// The one battery that does what `packs` (at least one, by name) do together. A single pack is
-/// its own; the energies and powers of several are added, at the voltages of the largest.
+/// Returns the one battery that is equivalent to all packs. `packs` contains at least one pack and
+/// is sorted by name. A single pack is returned unchanged. The energies and powers of several packs
+/// are added; the voltages are those of the largest pack.
 Battery equivalentBattery(const std::vector<Pack>& packs);
 
 }  // namespace lumowatt::power_supply

@@ -12,13 +12,13 @@ using sysfs::Device;
 
 struct StoreAttributes {
   Unit unit;
-  double scale;  // from the kernel's micro-units
+  double scale;  // conversion factor from the kernel's micro-units
   const char* full;
   const char* now;
   const char* design;
 };
 
-// In order of preference: a capacity in mAh needs no voltage to become one.
+// In order of preference. Charge comes first because its conversion to mAh requires no voltage.
 constexpr StoreAttributes stores[] = {
     {Unit::charge, 1, "charge_full", "charge_now", "charge_full_design"},
     {Unit::energy, picoPerMicro, "energy_full", "energy_now", "energy_full_design"},
@@ -36,8 +36,8 @@ constexpr StatusText statuses[] = {
     {"Full", Status::full},
 };
 
-// Drivers that report what flows out of the pack as negative. The others report magnitudes, or
-// signs of their own making.
+// Name prefixes of devices whose drivers report a flow out of the pack as negative. Other
+// drivers report only magnitudes, or signs with a nonstandard meaning.
 constexpr std::string_view signedDrivers[] = {"qcom-battmgr", "macsmc", "sbs-", "bq27"};
 
 std::optional<double> positive(Device& device, const char* attribute) {
@@ -45,9 +45,9 @@ std::optional<double> positive(Device& device, const char* attribute) {
   return value > 0 ? std::optional(static_cast<double>(*value)) : std::nullopt;
 }
 
-std::optional<double> either(Device& device, const char* first, const char* second) {
-  auto value = device.number(first);
-  if (!value) value = device.number(second);
+std::optional<double> numberOr(Device& device, const char* attribute, const char* fallback) {
+  auto value = device.number(attribute);
+  if (!value) value = device.number(fallback);
   return value ? std::optional(static_cast<double>(*value)) : std::nullopt;
 }
 
@@ -68,8 +68,8 @@ std::optional<Store> readStore(Device& device, std::optional<std::int64_t> capac
       store.design = *design * attributes.scale;
     }
     const auto now = device.number(attributes.now);
-    const bool credible = now && *now >= 0 && static_cast<double>(*now) <= 1.5 * *full;
-    if (credible) {
+    const bool isCredible = now && *now >= 0 && static_cast<double>(*now) <= 1.5 * *full;
+    if (isCredible) {
       store.now = static_cast<double>(*now) * attributes.scale;
     } else if (capacity) {
       store.now = store.full * static_cast<double>(std::max<std::int64_t>(*capacity, 0)) / 100;
@@ -100,46 +100,49 @@ bool hasSignedDriver(const Device& device) {
   return std::any_of(std::begin(signedDrivers), std::end(signedDrivers), starts);
 }
 
-/// Fills in what flows. Magnitudes come from the driver and the direction from the status, which
-/// is corrected where a driver that knows better contradicts it. Returns whether the driver reports
-/// a flow, be it none.
+/// Sets the pack's current and power. The driver's values determine the magnitudes, and the status
+/// determines the direction. If a driver with signed values contradicts the status "Charging", the
+/// status becomes "Discharging". Returns whether the driver reports a flow, even if it is 0.
 bool readFlow(Device& device, Pack& pack) {
-  const auto current = either(device, "current_now", "current_avg");
-  const auto power = either(device, "power_now", "power_avg");
+  const auto current = numberOr(device, "current_now", "current_avg");
+  const auto power = numberOr(device, "power_now", "power_avg");
   if (!current && !power) return false;
 
-  const bool reportedOut = current.value_or(0) < 0 || power.value_or(0) < 0;
-  if (pack.status == Status::charging && reportedOut && hasSignedDriver(device)) {
+  const bool isReportedNegative = current.value_or(0) < 0 || power.value_or(0) < 0;
+  if (pack.status == Status::charging && isReportedNegative && hasSignedDriver(device)) {
     pack.status = Status::discharging;
   }
 
-  // The one that is not reported is computed; without a voltage it stays unknown.
+  // If only the current or only the power is reported, computes the other from the voltage. It
+  // remains unknown without a voltage.
   const double microvolts = pack.battery.microvolts.value_or(0);
-  const bool currentKnown = current || pack.battery.microvolts;
+  const bool isCurrentKnown = current || pack.battery.microvolts;
   const double picowatts = std::fabs(power ? *power * picoPerMicro : *current * microvolts);
   double microamps = 0;
-  if (currentKnown) microamps = std::fabs(current ? *current : picowatts / microvolts);
+  if (isCurrentKnown) microamps = std::fabs(current ? *current : picowatts / microvolts);
 
-  const bool statusTells = pack.status == Status::charging || pack.status == Status::discharging;
-  constexpr double noise = 5000;  // 5 mA; where only the power is known, 5 mW
-  if (statusTells || (currentKnown ? microamps : std::fabs(*power)) >= noise) {
-    const bool out = statusTells ? pack.status == Status::discharging : reportedOut;
-    pack.battery.microamps = out ? -microamps : microamps;
-    pack.battery.picowatts = out ? -picowatts : picowatts;
+  const bool hasDirection = pack.status == Status::charging || pack.status == Status::discharging;
+  constexpr double noise = 5000;  // 5 mA, or 5 mW if only the power is known
+  if (hasDirection || (isCurrentKnown ? microamps : std::fabs(*power)) >= noise) {
+    const bool isOutward = hasDirection ? pack.status == Status::discharging : isReportedNegative;
+    pack.battery.microamps = isOutward ? -microamps : microamps;
+    pack.battery.picowatts = isOutward ? -picowatts : picowatts;
   }
   return true;
 }
 
-/// The driver's estimate for the direction in which the pack goes, if it is one.
+/// Returns the driver's estimate of the time to empty or full, whichever matches the direction of
+/// the flow. Returns std::nullopt if the direction is unknown or no estimate is plausible.
 std::optional<std::int64_t> readSecondsLeft(Device& device, const Pack& pack) {
-  const bool emptying = pack.status == Status::discharging || direction(pack.battery) < 0;
-  if (!emptying && pack.status != Status::charging) return std::nullopt;
-  constexpr std::int64_t least = 60;
-  constexpr std::int64_t unknown = std::int64_t{65535} * 60;  // what many drivers say for "no idea"
-  for (const char* attribute : {emptying ? "time_to_empty_now" : "time_to_full_now",
-                                emptying ? "time_to_empty_avg" : "time_to_full_avg"}) {
+  const bool isEmptying = pack.status == Status::discharging || direction(pack.battery) < 0;
+  if (!isEmptying && pack.status != Status::charging) return std::nullopt;
+  constexpr std::int64_t minimum = 60;
+  // Many drivers report this value if the time is unknown.
+  constexpr std::int64_t unknown = std::int64_t{65535} * 60;
+  for (const char* attribute : {isEmptying ? "time_to_empty_now" : "time_to_full_now",
+                                isEmptying ? "time_to_empty_avg" : "time_to_full_avg"}) {
     const auto seconds = device.number(attribute);
-    if (seconds >= least && seconds < unknown) return seconds;
+    if (seconds >= minimum && seconds < unknown) return seconds;
   }
   return std::nullopt;
 }
@@ -156,7 +159,7 @@ Pack readPack(Device& device) {
   if (battery.store) battery.designMicrovolts = readDesignMicrovolts(device, battery.microvolts);
   if (pack.status != Status::full) {
     const bool isIdlePack = readFlow(device, pack) && isIdle(battery);
-    // Where it reports no flow, not even none, its estimate is all that is known.
+    // If the driver reports no flow, not even 0, its estimate is the only information.
     if (!isIdlePack) battery.secondsLeft = readSecondsLeft(device, pack);
   }
   battery.temperature = device.number("temp");

@@ -7,14 +7,13 @@ namespace lumowatt::power_supply {
 
 enum class Status { unknown, charging, discharging, notCharging, full };
 
-/// One of the laptop's battery packs, as it is after judging what its driver says.
+/// One of the laptop's battery packs, after correction of implausible values from its driver.
 struct Pack {
   Status status = Status::unknown;
   Battery battery;
 };
 
-/// Reads a pack. Its driver's estimate of the time is left out where it reports that next to
-/// nothing flows.
+/// Reads a pack. Omits the driver's time estimate if the driver reports a flow of almost 0.
 Pack readPack(sysfs::Device& device);
 
 }  // namespace lumowatt::power_supply

@@ -9,7 +9,7 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-bool any(const std::vector<Pack>& packs, Status status) {
+bool anyPackHas(const std::vector<Pack>& packs, Status status) {
   return std::any_of(packs.begin(), packs.end(),
                      [status](const Pack& pack) { return pack.status == status; });
 }
@@ -20,16 +20,18 @@ bool isFull(const Pack& pack) {
   return isIdle && pack.battery.capacity >= 99;
 }
 
-/// Whether power comes in from outside. A battery that is `charging` is proof enough.
+/// Returns whether external power is connected. A battery that is `charging` is sufficient proof.
 bool isExternal(const std::vector<Pack>& packs, const std::vector<Charger>& chargers,
                 bool charging) {
   if (charging) return true;
-  const bool discharging = any(packs, Status::discharging);
+  const bool discharging = anyPackHas(packs, Status::discharging);
   if (chargers.empty()) {
-    return !discharging && (any(packs, Status::charging) || any(packs, Status::full) ||
-                            any(packs, Status::notCharging));
+    return !discharging &&
+           (anyPackHas(packs, Status::charging) || anyPackHas(packs, Status::full) ||
+            anyPackHas(packs, Status::notCharging));
   }
-  // A USB port can go on claiming a charger that was unplugged; a pack that is emptied tells.
+  // Some USB ports still report a charger after it was unplugged. A discharging pack proves that
+  // the report is stale.
   return std::any_of(chargers.begin(), chargers.end(), [discharging](const Charger& charger) {
     return charger.online && !(charger.usb && discharging);
   });
@@ -45,10 +47,10 @@ void describeAdapter(const std::vector<Charger>& chargers, PowerState& state) {
   const auto wholeWatts = roundedHalfAwayFromZero(watts);
   if (watts < 1 || !wholeWatts) return;
   state.adapterWatts = *wholeWatts;
-  const bool saidByUsb = std::any_of(chargers.begin(), chargers.end(), [watts](const Charger& c) {
+  const bool isUsbRating = std::any_of(chargers.begin(), chargers.end(), [watts](const Charger& c) {
     return c.online && c.usb && c.ratedWatts == watts;
   });
-  if (state.adapterName.empty() && saidByUsb) {
+  if (state.adapterName.empty() && isUsbRating) {
     state.adapterName = std::to_string(state.adapterWatts) + "W USB-C Power Adapter";
   }
 }
@@ -59,8 +61,8 @@ PowerState combine(const std::vector<Pack>& packs, const std::vector<Charger>& c
   PowerState state;
   state.battery = equivalentBattery(packs);
   const double flow = direction(state.battery);
-  state.charging = any(packs, Status::charging) && flow >= 0;
-  state.discharging = (any(packs, Status::discharging) || flow < 0) && !state.charging;
+  state.charging = anyPackHas(packs, Status::charging) && flow >= 0;
+  state.discharging = (anyPackHas(packs, Status::discharging) || flow < 0) && !state.charging;
   state.external = isExternal(packs, chargers, state.charging);
   state.full = std::all_of(packs.begin(), packs.end(), isFull);
   if (state.external) describeAdapter(chargers, state);

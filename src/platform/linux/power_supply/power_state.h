@@ -10,18 +10,18 @@
 
 namespace lumowatt::power_supply {
 
-/// The laptop's power as one battery and one adapter.
+/// Power state of the laptop, described as one battery and one adapter.
 struct PowerState {
   Battery battery;
-  bool external = false;          ///< power comes in from outside
-  bool charging = false;          ///< a pack is being filled, and not at the cost of another
-  bool discharging = false;       ///< a pack is being emptied, and `charging` is false
-  bool full = false;              ///< no pack takes any more
-  std::int64_t adapterWatts = 0;  ///< 0 when no charger says it
-  std::string adapterName;        ///< empty when no charger says it
+  bool external = false;     ///< external power is connected
+  bool charging = false;     ///< a pack charges, and the total flow is not outward
+  bool discharging = false;  ///< a pack discharges, or the total flow is outward; not `charging`
+  bool full = false;         ///< all packs are full
+  std::int64_t adapterWatts = 0;  ///< 0 if unknown
+  std::string adapterName;        ///< empty if unknown
 };
 
-/// Combines all packs (at least one) and all chargers, each in the order of their names.
+/// Combines all packs (at least one) and all chargers. Both lists are sorted by name.
 PowerState combine(const std::vector<Pack>& packs, const std::vector<Charger>& chargers);
 
 }  // namespace lumowatt::power_supply

@@ -5,8 +5,9 @@
 
 namespace lumowatt {
 
-/// `bytes` as one line of printable UTF-8: without what is not UTF-8, not visible or a line
-/// break. White space inside becomes a blank; at the ends it is dropped. May be empty.
+/// Returns `bytes` as one line of printable UTF-8, which may be empty. Replaces each ASCII tab or
+/// line break with a blank, then removes the blanks at both ends. Drops invalid UTF-8, invisible
+/// characters and other line breaks.
 std::string printable(std::string_view bytes);
 
 }  // namespace lumowatt

@@ -19,8 +19,8 @@ namespace {
 using sysfs::Class;
 using sysfs::Device;
 
-/// Whether a supply of type "Battery" is one of the laptop's own packs: not a mouse's, not an
-/// empty bay.
+/// Returns whether a supply of type "Battery" is one of the laptop's own packs, rather than the
+/// battery of a peripheral such as a mouse, or an empty bay.
 bool isLaptopPack(Device& device) {
   device.listAttributes();
   const std::string scope = device.text("scope").value_or("");
@@ -34,23 +34,23 @@ struct Supplies {
 };
 
 Supplies readSupplies(const Class& supplies) {
-  Supplies found;
+  Supplies result;
   for (const std::string& name : supplies.deviceNames()) {
     Device device(supplies, name);
     const std::string type = device.text("type").value_or("");
     if (type == "Battery") {
       if (!isLaptopPack(device)) continue;
-      device.forgetAnswers();  // of a driver that may go from here on
+      device.resetReadResults();  // detects a removal of the driver from here on
       const Pack pack = readPack(device);
       if (!device.isListed() || device.isBeingRemoved()) continue;
-      if (found.packs.empty()) found.firstPackName = name;
-      found.packs.push_back(pack);
+      if (result.packs.empty()) result.firstPackName = name;
+      result.packs.push_back(pack);
     } else if (isCharger(type, name)) {
       Charger charger = readCharger(device, type);
-      if (device.isListed()) found.chargers.push_back(std::move(charger));
+      if (device.isListed()) result.chargers.push_back(std::move(charger));
     }
   }
-  return found;
+  return result;
 }
 
 }  // namespace

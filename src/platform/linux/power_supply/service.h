@@ -7,16 +7,17 @@
 
 namespace lumowatt::power_supply {
 
-/// The battery service of a Linux machine: the kernel's power-supply class, translated. For one
-/// thread at a time: it remembers whether it has reported an error.
+/// Battery service of a Linux machine, which reads the kernel's power-supply class. Not
+/// thread-safe, because it stores which error it has reported.
 class Service : public BatteryService {
  public:
-  /// `powerSupplyFolder` lists the batteries and chargers, `hwmonFolder` the sensors of machines
-  /// that measure more. On a running system these are below /sys/class.
+  /// `powerSupplyFolder` contains the batteries and chargers. `hwmonFolder` contains the additional
+  /// sensors of some machines. On a running system, both folders are in /sys/class.
   Service(std::string powerSupplyFolder, std::string hwmonFolder);
 
-  /// Nothing when no battery of the laptop's own is listed, nor when one could be read in part
-  /// alone because files or memory are short, which is told on the standard error.
+  /// Returns std::nullopt if the laptop has no battery. Also returns std::nullopt if the battery
+  /// cannot be read completely because the process is out of file descriptors or memory. Reports
+  /// such an error on the standard error.
   std::optional<PropertyDictionary> properties() override;
 
  private:

@@ -18,7 +18,8 @@ namespace lumowatt::sysfs {
 
 namespace {
 
-/// Throws if the error, with which something could not be opened, says nothing about the file.
+/// Throws if `error` (a value of errno) is a shortage of file descriptors or memory, which says
+/// nothing about the file.
 void requireNoShortage(int error) {
   if (error == EMFILE || error == ENFILE || error == ENOMEM) throw systemFailure(error);
 }
@@ -29,16 +30,16 @@ int openFolder(int parent, const char* path) {
   return folder;
 }
 
-/// The names in a folder, without those that begin with a dot; none if it is not open. Asks the
-/// kernel itself (getdents(2)): the C library's stream has a buffer that is larger than all that is
-/// read.
+/// Returns the names in a folder, except those that begin with a dot. Returns an empty list if the
+/// folder is not open. Calls getdents(2) directly, because the C library's readdir(3) allocates a
+/// buffer that is larger than all data read.
 std::vector<std::string> namesIn(const Descriptor& folder) {
   struct Entry {
     std::uint64_t inode;
     std::int64_t offset;
-    std::uint16_t length;  // of the entry
+    std::uint16_t length;  // of the whole entry
     std::uint8_t type;
-    char name;  // the first letter; a zero ends it
+    char name;  // first byte of the null-terminated name
   };
   std::vector<std::string> names;
   alignas(Entry) char buffer[1024];
@@ -48,7 +49,7 @@ std::vector<std::string> namesIn(const Descriptor& folder) {
       break;
     }
     for (const char* at = buffer; at < buffer + length;) {
-      // The kernel aligns entries.
+      // The kernel aligns the entries.
       const auto* const entry = static_cast<const Entry*>(static_cast<const void*>(at));
       if (entry->name != '.') names.emplace_back(at + offsetof(Entry, name));
       at += entry->length;
@@ -57,7 +58,8 @@ std::vector<std::string> namesIn(const Descriptor& folder) {
   return names;
 }
 
-/// What gives no text at all may be a pipe that nobody writes to.
+/// Returns whether the file is a regular file. Reading an empty regular file returns no data, as
+/// does reading a pipe without a writer.
 bool isRegular(int file) {
   struct stat status {};
   return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
@@ -81,7 +83,7 @@ std::optional<std::string> Device::text(const char* attribute) {
   if (attributes_ && std::ranges::find(*attributes_, attribute) == attributes_->end()) {
     return std::nullopt;
   }
-  // Not blocking, in case something else than an attribute lies there.
+  // Opens without blocking, in case the file is not an attribute but a pipe, for example.
   const Descriptor file(
       ::openat(folder_.number(), attribute, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!file.isOpen()) {
@@ -91,13 +93,13 @@ std::optional<std::string> Device::text(const char* attribute) {
   char buffer[1024];
   const ssize_t length = ::read(file.number(), buffer, sizeof buffer);
   if (length == -1) {
-    if (errno == ENODEV) refused_ = true;
+    if (errno == ENODEV) hasFailed_ = true;
     return std::nullopt;
   }
-  const bool complete =
+  const bool isComplete =
       static_cast<std::size_t>(length) < sizeof buffer && (length > 0 || isRegular(file.number()));
-  if (!complete) return std::nullopt;
-  answered_ = true;
+  if (!isComplete) return std::nullopt;
+  hasSucceeded_ = true;
   return std::string(trimmed({buffer, static_cast<std::size_t>(length)}));
 }
 
@@ -107,15 +109,15 @@ std::optional<std::int64_t> Device::number(const char* attribute) {
 }
 
 bool Device::isListed() const {
-  struct stat held {};
+  struct stat opened {};
   struct stat listed {};
-  return ::fstat(folder_.number(), &held) == 0 &&
-         ::fstatat(classFolder_, name_.c_str(), &listed, 0) == 0 && held.st_dev == listed.st_dev &&
-         held.st_ino == listed.st_ino;
+  return ::fstat(folder_.number(), &opened) == 0 &&
+         ::fstatat(classFolder_, name_.c_str(), &listed, 0) == 0 &&
+         opened.st_dev == listed.st_dev && opened.st_ino == listed.st_ino;
 }
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {
-  // std::from_chars takes a "-" but no "+".
+  // std::from_chars accepts "-" but not "+".
   if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   std::int64_t value = 0;
   const char* const end = text.data() + text.size();

@@ -8,20 +8,20 @@
 
 #include "platform/posix/descriptor.h"
 
-/// Device classes of the kernel's sysfs: a folder of devices, each a folder with one small text
-/// file per attribute (Documentation/filesystems/sysfs.rst).
+/// Device classes of the kernel's sysfs. A class is a folder of devices. A device is a folder with
+/// one small text file per attribute (Documentation/filesystems/sysfs.rst).
 namespace lumowatt::sysfs {
 
-// Reading throws a `Failure` when this process or machine runs out of files or memory: what was
-// read so far would be half of the truth.
+// Functions that open or list files throw a `Failure` if the process or the machine is out of file
+// descriptors or memory, because the data would be incomplete.
 
-/// A class folder such as /sys/class/power_supply, held open. One that cannot be opened has no
-/// devices.
+/// An open class folder such as /sys/class/power_supply. If the folder cannot be opened, the class
+/// has no devices.
 class Class {
  public:
   explicit Class(const std::string& path);
 
-  /// The names of the devices that it listed when it was opened, sorted by their bytes.
+  /// Returns the names of the devices at the time when the class was opened, sorted bytewise.
   const std::vector<std::string>& deviceNames() const { return deviceNames_; }
 
  private:
@@ -31,47 +31,51 @@ class Class {
   std::vector<std::string> deviceNames_;
 };
 
-/// One device of a class, held open: whatever is read through it belongs to the same incarnation
-/// of the device. Must not outlive its class.
+/// An open device of a class. All data is read from the same instance of the device, even if
+/// another device replaces it under the same name. Must not outlive the class.
 class Device {
  public:
   Device(const Class& devices, std::string name);
 
   const std::string& name() const { return name_; }
 
-  /// Lists the attributes: those that are not there now count as absent from now on, and are not
-  /// looked for. Worth its cost where many may be missing.
+  /// Lists the attributes. From then on, attributes that are not in the list count as missing and
+  /// are not opened. This saves time if many attributes may be missing.
   void listAttributes();
 
-  /// An attribute's text without the white space around it: any bytes, and none for an empty
-  /// file. Absent when the file is missing, unreadable, longer than anything of use, or a pipe or
-  /// device that gives nothing. Opens and reads it afresh, and waits for nobody but a driver.
+  /// Opens and reads an attribute, and returns its text without surrounding white space. The text
+  /// may contain any bytes; it is empty for an empty file. Returns std::nullopt if the file is
+  /// missing, unreadable, 1 KiB or longer, or a pipe or device without data. Never blocks, except
+  /// while a driver blocks.
   std::optional<std::string> text(const char* attribute);
 
-  /// An attribute that is a decimal integer with an optional sign. Absent when it is anything
-  /// else or does not fit 64 bits.
+  /// Reads an attribute like `text` and parses it with `parseInteger`. Returns std::nullopt if
+  /// either fails.
   std::optional<std::int64_t> number(const char* attribute);
 
-  /// Whether the class still lists this very device. If not, it was removed meanwhile, and what
-  /// was read of it may be incomplete.
+  /// Returns whether the class still lists this instance of the device. If not, the device was
+  /// removed, and the data read from it may be incomplete.
   bool isListed() const;
 
-  /// Whether the driver answered that there is no such device, and to nothing else since the last
-  /// forgetAnswers(): so it does while a device is taken down, before the class ceases to list it.
-  bool isBeingRemoved() const { return refused_ && !answered_; }
-  void forgetAnswers() { answered_ = refused_ = false; }
+  /// Returns whether the device is being removed: since the last call of `resetReadResults`, at
+  /// least one read failed with ENODEV and no read succeeded. During a removal, reads fail with
+  /// ENODEV while the class still lists the device.
+  bool isBeingRemoved() const { return hasFailed_ && !hasSucceeded_; }
+
+  /// Discards the results of all previous reads for `isBeingRemoved`.
+  void resetReadResults() { hasSucceeded_ = hasFailed_ = false; }
 
  private:
   int classFolder_;
   std::string name_;
   Descriptor folder_;
-  std::optional<std::vector<std::string>> attributes_;  // their names, when they were listed
-  bool answered_ = false;                               // an attribute could be read
-  bool refused_ = false;                                // reading one failed with ENODEV
+  std::optional<std::vector<std::string>> attributes_;  // names, set by `listAttributes`
+  bool hasSucceeded_ = false;                           // whether a read succeeded
+  bool hasFailed_ = false;                              // whether a read failed with ENODEV
 };
 
-/// The decimal integer that is all of `text`, with an optional sign. Absent when it is anything
-/// else or does not fit 64 bits.
+/// Parses a decimal integer with an optional sign. Returns std::nullopt if `text` contains anything
+/// else or the integer does not fit in 64 bits.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
 }  // namespace lumowatt::sysfs

@@ -20,7 +20,7 @@ const Attributes chip = {
 
 }  // namespace
 
-TEST(AppleSensors, MeasureWhatComesInAndWhatIsDrawn) {
+TEST(AppleSensors, MeasureInputAndSystemPower) {
   const MockMachine machine;
   machine.sensors("hwmon0", {{"name", "nvme\n"}, {"in0_label", "AC Input Voltage\n"}});
   machine.sensors("hwmon1", chip);
@@ -31,7 +31,7 @@ TEST(AppleSensors, MeasureWhatComesInAndWhatIsDrawn) {
   EXPECT_DOUBLE_EQ(measured.systemMilliwatts.value(), 9876.543);
 }
 
-TEST(AppleSensors, ThatCannotBeReadMeasureNothing) {
+TEST(AppleSensors, MeasureNothingIfUnreadable) {
   const MockMachine machine;
   machine.sensors("hwmon0", {{"name", "macsmc_hwmon"},
                              {"power1_label", "AC Input Power"},
@@ -44,7 +44,7 @@ TEST(AppleSensors, ThatCannotBeReadMeasureNothing) {
   EXPECT_FALSE(measured.systemMilliwatts);
 }
 
-TEST(AppleSensors, AfterALabelThatCannotBeReadAreStillFound) {
+TEST(AppleSensors, AreFoundAfterAnUnreadableLabel) {
   const MockMachine machine;
   Attributes unreadable = chip;
   unreadable["power1_label"] = std::string(5000, 'x');
@@ -54,7 +54,7 @@ TEST(AppleSensors, AfterALabelThatCannotBeReadAreStillFound) {
   EXPECT_DOUBLE_EQ(measured.inputMilliwatts.value(), 12345.678);
 }
 
-TEST(AppleSensors, AfterAMeasurementThatCannotBeReadAreStillFound) {
+TEST(AppleSensors, AreFoundAfterAnUnreadableValue) {
   const MockMachine machine;
   Attributes unreadable = chip;
   unreadable.erase("power2_input");
@@ -62,7 +62,7 @@ TEST(AppleSensors, AfterAMeasurementThatCannotBeReadAreStillFound) {
   EXPECT_DOUBLE_EQ(readAppleSensors(machine.hwmonFolder()).inputMilliwatts.value(), 12345.678);
 }
 
-TEST(AppleSensors, AreOfTheKindThatTheirLabelSays) {
+TEST(AppleSensors, AreIgnoredIfTheLabelContradictsTheKind) {
   const MockMachine machine;
   machine.sensors("hwmon0", {{"name", "macsmc_hwmon"},
                              {"in0_label", "AC Input Power"},
@@ -70,11 +70,11 @@ TEST(AppleSensors, AreOfTheKindThatTheirLabelSays) {
                              {"curr1_label", "AC Input Voltage"},
                              {"curr1_input", "614"}});
   const MeasuredPower measured = readAppleSensors(machine.hwmonFolder());
-  EXPECT_FALSE(measured.inputMilliwatts) << "volts are no watts";
-  EXPECT_FALSE(measured.inputMillivolts) << "amperes are no volts";
+  EXPECT_FALSE(measured.inputMilliwatts) << "volts are not watts";
+  EXPECT_FALSE(measured.inputMillivolts) << "amperes are not volts";
 }
 
-TEST(AppleSensors, ThatArePipesMeasureNothingAndTheOthersAreStillFound) {
+TEST(AppleSensors, AreFoundAmongSensorsThatArePipes) {
   const MockMachine machine;
   const auto pipe = [&machine](const std::string& name) {
     std::filesystem::remove(machine.hwmonFolder() / name);
@@ -92,7 +92,7 @@ TEST(AppleSensors, ThatArePipesMeasureNothingAndTheOthersAreStillFound) {
   EXPECT_DOUBLE_EQ(measured.inputMillivolts.value(), 20100);
 }
 
-TEST(AppleSensors, OfAnotherMachineMeasureNothing) {
+TEST(AppleSensors, AreIgnoredOnOtherMachines) {
   const MockMachine machine;
   EXPECT_FALSE(readAppleSensors(machine.hwmonFolder()).inputMilliwatts);
   Attributes other = chip;
@@ -101,7 +101,7 @@ TEST(AppleSensors, OfAnotherMachineMeasureNothing) {
   EXPECT_FALSE(readAppleSensors(machine.hwmonFolder()).inputMilliwatts);
 }
 
-TEST(AppleSensors, CountOnExternalPowerOfAnAppleLaptopOnly) {
+TEST(AppleSensors, AreUsedOnlyOnExternalPowerOfAnAppleLaptop) {
   const auto telemetry = [](const std::string& pack, const Attributes& attributes) {
     const MockMachine machine;
     machine.sensors("hwmon0", chip);
@@ -116,16 +116,16 @@ TEST(AppleSensors, CountOnExternalPowerOfAnAppleLaptopOnly) {
   EXPECT_FALSE(telemetry("mac-battery", charging).contains("SystemPowerIn"));
 }
 
-TEST(AppleSensors, CountWhereTheFirstOfTwoPacksIsAnAppleLaptops) {
-  const auto countBeside = [](const std::string& other) {
+TEST(AppleSensors, AreUsedOnlyIfTheFirstPackIsAnAppleLaptops) {
+  const auto areUsedBeside = [](const std::string& other) {
     const MockMachine machine;
     machine.sensors("hwmon0", chip);
     machine.supply("macsmc-battery", chargePack({{"status", "Charging"}}));
     machine.supply(other, chargePack({{"status", "Charging"}}));
     return machine.properties()["PowerTelemetryData"].contains("SystemPowerIn");
   };
-  EXPECT_TRUE(countBeside("second"));
-  EXPECT_FALSE(countBeside("BAT0"));
+  EXPECT_TRUE(areUsedBeside("second"));
+  EXPECT_FALSE(areUsedBeside("BAT0"));
 }
 
 }  // namespace lumowatt::power_supply

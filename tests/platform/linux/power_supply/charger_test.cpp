@@ -8,7 +8,7 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-/// A charger that is online, unless the attributes have another value for that.
+/// Reads a charger with these attributes. It is online unless the attributes specify otherwise.
 Charger chargerOf(Attributes attributes, std::string_view type) {
   attributes.emplace("online", "1");
   const MockMachine machine;
@@ -20,7 +20,7 @@ Charger chargerOf(Attributes attributes, std::string_view type) {
 
 }  // namespace
 
-TEST(IsCharger, ByItsType) {
+TEST(IsCharger, DependsOnTheType) {
   for (const char* type : {"Mains", "Wireless", "USB", "USB_PD", "USB_C", "USB_DCP"}) {
     EXPECT_TRUE(isCharger(type, "port")) << type;
   }
@@ -29,11 +29,11 @@ TEST(IsCharger, ByItsType) {
   }
 }
 
-TEST(IsCharger, TheSmartBatterySystemsChargerIsNone) {
+TEST(IsCharger, RejectsTheSmartBatterySystemsCharger) {
   EXPECT_FALSE(isCharger("Mains", "sbs-charger"));
 }
 
-TEST(Charger, IsOnlineFrom1Up) {
+TEST(Charger, IsOnlineIfTheAttributeIsPositive) {
   const auto online = [](const std::string& value) {
     return chargerOf({{"online", value}}, "USB").online;
   };
@@ -45,14 +45,14 @@ TEST(Charger, IsOnlineFrom1Up) {
   EXPECT_FALSE(online(missing));
 }
 
-TEST(Charger, ThatIsOfflineHasNoRatingAndNoName) {
+TEST(Charger, HasNoRatingAndNoProductWhileOffline) {
   const Charger charger =
       chargerOf({{"online", "0"}, {"input_power_limit", "45000000"}, {"model_name", "X"}}, "USB");
   EXPECT_EQ(charger.ratedWatts, 0);
   EXPECT_EQ(charger.product, "");
 }
 
-TEST(Charger, OfUsbIsRatedByTheLargestOfWhatItSays) {
+TEST(Charger, HasTheHighestReportedPowerAsUsbRating) {
   const Attributes contract = {{"voltage_now", "20000000"}, {"current_now", "3250000"}};
   EXPECT_DOUBLE_EQ(chargerOf(contract, "USB").ratedWatts, 65);
   Attributes both = contract;
@@ -62,7 +62,7 @@ TEST(Charger, OfUsbIsRatedByTheLargestOfWhatItSays) {
   EXPECT_DOUBLE_EQ(chargerOf(both, "USB").ratedWatts, 140);
 }
 
-TEST(Charger, IsRatedExactly) {
+TEST(Charger, ComputesTheRatingExactly) {
   EXPECT_EQ(chargerOf({{"input_power_limit", "64499999"}}, "Mains").ratedWatts, 64.499999);
   const auto contract = [](const std::string& microvolts, const std::string& microamps) {
     return chargerOf({{"voltage_max", microvolts}, {"current_max", microamps}}, "USB").ratedWatts;
@@ -71,13 +71,13 @@ TEST(Charger, IsRatedExactly) {
   EXPECT_EQ(contract("9000000", "3300000"), 29.7);
 }
 
-TEST(Charger, OfAnotherKindIsRatedByItsLimitAlone) {
+TEST(Charger, HasOnlyTheInputLimitAsNonUsbRating) {
   EXPECT_EQ(
       chargerOf({{"voltage_max", "20000000"}, {"current_max", "5000000"}}, "Mains").ratedWatts, 0);
   EXPECT_DOUBLE_EQ(chargerOf({{"input_power_limit", "45000000"}}, "Wireless").ratedWatts, 45);
 }
 
-TEST(Charger, HalfAContractOrANegativeFigureRatesNothing) {
+TEST(Charger, HasNoRatingFromIncompleteOrNegativeValues) {
   EXPECT_EQ(chargerOf({{"input_power_limit", "-5000000"}}, "USB").ratedWatts, 0);
   EXPECT_EQ(chargerOf({{"current_now", "3000000"}}, "USB").ratedWatts, 0);
   EXPECT_EQ(chargerOf({{"voltage_now", "5000000"}}, "USB").ratedWatts, 0);
@@ -85,7 +85,7 @@ TEST(Charger, HalfAContractOrANegativeFigureRatesNothing) {
             0);
 }
 
-TEST(Charger, IsCalledByItsMakerAndModel) {
+TEST(Charger, HasManufacturerAndModelAsProduct) {
   EXPECT_EQ(chargerOf({{"manufacturer", "Acme\n"}, {"model_name", "Brick 96\n"}}, "USB").product,
             "Acme Brick 96");
   EXPECT_EQ(chargerOf({{"manufacturer", "Acme"}}, "USB").product, "Acme");
@@ -94,7 +94,7 @@ TEST(Charger, IsCalledByItsMakerAndModel) {
   EXPECT_EQ(chargerOf({}, "USB").product, "");
 }
 
-TEST(Charger, TheNameIsOneLineOfPrintableText) {
+TEST(Charger, HasAProductOfOnePrintableLine) {
   EXPECT_EQ(chargerOf({{"manufacturer", "\xFF\x01"}, {"model_name", "Bri\nck\x80"}}, "USB").product,
             "Bri ck");
 }

@@ -10,8 +10,8 @@ namespace {
 
 using nlohmann::json;
 
-/// 4000 mAh, half full, at rest; 5000 mAh when new, 11 V by design, now at 12 V.
-PowerState atRest(Unit unit = Unit::charge) {
+/// Returns the state of an idle battery: 4000 mAh (design 5000 mAh), half full, 12 V (design 11 V).
+PowerState idleState(Unit unit = Unit::charge) {
   PowerState state;
   const double scale = unit == Unit::charge ? 1 : 11e6;
   state.battery.store = Store{unit, 4e6 * scale, 2e6 * scale, 5e6 * scale};
@@ -20,9 +20,10 @@ PowerState atRest(Unit unit = Unit::charge) {
   return state;
 }
 
-/// With a flow in A; the direction sets the state.
-PowerState flowing(double amps, Unit unit = Unit::charge) {
-  PowerState state = atRest(unit);
+/// Returns the state of a battery with this current. A positive current charges it from external
+/// power; a negative current discharges it.
+PowerState stateWithCurrent(double amps, Unit unit = Unit::charge) {
+  PowerState state = idleState(unit);
   state.battery.microamps = amps * 1e6;
   state.battery.picowatts = amps * 12e12;
   state.charging = state.external = amps > 0;
@@ -35,7 +36,7 @@ json propertiesOf(const PowerState& state, const MeasuredPower& measured = {}) {
 }
 
 std::int64_t percentOf(double now, double full) {
-  PowerState state = atRest();
+  PowerState state = idleState();
   state.battery.store->now = now;
   state.battery.store->full = full;
   return propertiesOf(state)["CurrentCapacity"];
@@ -43,24 +44,24 @@ std::int64_t percentOf(double now, double full) {
 
 }  // namespace
 
-TEST(Dictionary, OfABatteryAtRest) {
-  EXPECT_EQ(propertiesOf(atRest()), json({{"MaxCapacity", 100},
-                                          {"CurrentCapacity", 50},
-                                          {"AppleRawCurrentCapacity", 2000},
-                                          {"AppleRawMaxCapacity", 4000},
-                                          {"DesignCapacity", 5000},
-                                          {"Voltage", 12000},
-                                          {"Amperage", 0},
-                                          {"ExternalConnected", 0},
-                                          {"IsCharging", 0},
-                                          {"FullyCharged", 0},
-                                          {"AvgTimeToEmpty", unknownMinutes},
-                                          {"AvgTimeToFull", unknownMinutes},
-                                          {"TimeRemaining", unknownMinutes},
-                                          {"PowerTelemetryData", {{"BatteryPower", 0}}}}));
+TEST(Dictionary, DescribesAnIdleBattery) {
+  EXPECT_EQ(propertiesOf(idleState()), json({{"MaxCapacity", 100},
+                                             {"CurrentCapacity", 50},
+                                             {"AppleRawCurrentCapacity", 2000},
+                                             {"AppleRawMaxCapacity", 4000},
+                                             {"DesignCapacity", 5000},
+                                             {"Voltage", 12000},
+                                             {"Amperage", 0},
+                                             {"ExternalConnected", 0},
+                                             {"IsCharging", 0},
+                                             {"FullyCharged", 0},
+                                             {"AvgTimeToEmpty", unknownMinutes},
+                                             {"AvgTimeToFull", unknownMinutes},
+                                             {"TimeRemaining", unknownMinutes},
+                                             {"PowerTelemetryData", {{"BatteryPower", 0}}}}));
 }
 
-TEST(Dictionary, OfABatteryOfWhichNothingIsKnown) {
+TEST(Dictionary, OmitsUnknownValues) {
   EXPECT_EQ(propertiesOf(PowerState()), json({{"MaxCapacity", 100},
                                               {"Voltage", 0},
                                               {"Amperage", 0},
@@ -73,8 +74,8 @@ TEST(Dictionary, OfABatteryOfWhichNothingIsKnown) {
                                               {"PowerTelemetryData", {{"BatteryPower", 0}}}}));
 }
 
-TEST(CurrentCapacity, IsTheDriversPercentageClamped) {
-  PowerState state = atRest();
+TEST(CurrentCapacity, IsTheDriversPercentageClampedTo0To100) {
+  PowerState state = idleState();
   state.battery.capacity = 49;
   EXPECT_EQ(propertiesOf(state)["CurrentCapacity"], 49);
   state.battery.capacity = 104;
@@ -83,25 +84,25 @@ TEST(CurrentCapacity, IsTheDriversPercentageClamped) {
   EXPECT_EQ(propertiesOf(state)["CurrentCapacity"], 0);
 }
 
-TEST(CurrentCapacity, IsElseComputedRoundedAndClamped) {
+TEST(CurrentCapacity, IsComputedIfTheDriverReportsNoPercentage) {
   EXPECT_EQ(percentOf(1, 8), 13) << "12.5 rounds away from zero";
   EXPECT_EQ(percentOf(2, 3), 67);
   EXPECT_EQ(percentOf(5200, 5000), 100);
 }
 
 TEST(CurrentCapacity, IsRoundedOnce) {
-  EXPECT_EQ(percentOf(20'030, 4'006'000), 1) << "0.5, whatever is computed first";
+  EXPECT_EQ(percentOf(20'030, 4'006'000), 1) << "0.5 %, regardless of the order of operations";
   EXPECT_EQ(percentOf(29'699'999, 60'000'000), 49) << "49.4999983";
 }
 
-TEST(CurrentCapacity, WithoutAPercentageAndAStoreIsLeftOut) {
-  PowerState state = atRest();
+TEST(CurrentCapacity, IsOmittedWithoutAPercentageAndAStore) {
+  PowerState state = idleState();
   state.battery.store.reset();
   EXPECT_FALSE(propertiesOf(state).contains("CurrentCapacity"));
 }
 
-TEST(CurrentCapacity, NeedsNoVoltage) {
-  PowerState state = atRest(Unit::energy);
+TEST(CurrentCapacity, NeedsNoDesignVoltage) {
+  PowerState state = idleState(Unit::energy);
   state.battery.designMicrovolts.reset();
   const json properties = propertiesOf(state);
   EXPECT_EQ(properties["CurrentCapacity"], 50);
@@ -110,15 +111,15 @@ TEST(CurrentCapacity, NeedsNoVoltage) {
   EXPECT_FALSE(properties.contains("DesignCapacity"));
 }
 
-TEST(RawCapacities, OfEnergiesAreTakenAtTheDesignVoltage) {
-  const json properties = propertiesOf(atRest(Unit::energy));
+TEST(RawCapacities, AreConvertedFromEnergiesWithTheDesignVoltage) {
+  const json properties = propertiesOf(idleState(Unit::energy));
   EXPECT_EQ(properties["AppleRawCurrentCapacity"], 2000);
   EXPECT_EQ(properties["AppleRawMaxCapacity"], 4000);
   EXPECT_EQ(properties["DesignCapacity"], 5000);
 }
 
-TEST(RawCapacities, AreLeftOutWhereUnknown) {
-  PowerState state = atRest();
+TEST(RawCapacities, AreOmittedIfUnknown) {
+  PowerState state = idleState();
   state.battery.store->now.reset();
   state.battery.store->design.reset();
   const json properties = propertiesOf(state);
@@ -128,8 +129,8 @@ TEST(RawCapacities, AreLeftOutWhereUnknown) {
   EXPECT_FALSE(properties.contains("DesignCapacity"));
 }
 
-TEST(Figures, AreRoundedHalfAwayFromZero) {
-  PowerState state = flowing(-0.0005);
+TEST(DictionaryNumbers, AreRoundedHalfAwayFromZero) {
+  PowerState state = stateWithCurrent(-0.0005);
   state.battery.picowatts = -1.5e9;
   state.battery.microvolts = 12'000'500;
   const json properties = propertiesOf(state);
@@ -138,8 +139,8 @@ TEST(Figures, AreRoundedHalfAwayFromZero) {
   EXPECT_EQ(properties["Voltage"], 12001);
 }
 
-TEST(Figures, AreRoundedDownHoweverLittleBelowAHalf) {
-  PowerState state = flowing(-40);
+TEST(DictionaryNumbers, AreRoundedTowardZeroIfBarelyBelowAHalf) {
+  PowerState state = stateWithCurrent(-40);
   state.battery.microamps = -40'000'499;
   state.battery.picowatts = -61'499'999'999;
   state.battery.microvolts = 40'000'499;
@@ -147,41 +148,41 @@ TEST(Figures, AreRoundedDownHoweverLittleBelowAHalf) {
   EXPECT_EQ(properties["Amperage"], -40'000) << "40000.499 mA";
   EXPECT_EQ(properties["Voltage"], 40'000) << "40000.499 mV";
   EXPECT_EQ(properties["PowerTelemetryData"]["BatteryPower"], -61) << "61.499999999 mW";
-  PowerState energy = atRest(Unit::energy);
+  PowerState energy = idleState(Unit::energy);
   energy.battery.store->full = 44'005'499e6;
   EXPECT_EQ(propertiesOf(energy)["AppleRawMaxCapacity"], 4000) << "4000.49991 mAh at 11 V";
 }
 
-TEST(Figures, ThatDoNotFit64BitsAreLeftOut) {
-  PowerState state = flowing(-1e17);
+TEST(DictionaryNumbers, AreOmittedIfTheyExceed64Bits) {
+  PowerState state = stateWithCurrent(-1e17);
   const json properties = propertiesOf(state);
   EXPECT_FALSE(properties.contains("Amperage"));
   EXPECT_FALSE(properties["PowerTelemetryData"].contains("BatteryPower"));
 }
 
-TEST(Temperature, IsInHundredthsOfADegree) {
-  PowerState state = atRest();
+TEST(Temperature, IsReportedInHundredthsOfADegree) {
+  PowerState state = idleState();
   state.battery.temperature = -15;
   EXPECT_EQ(propertiesOf(state)["Temperature"], -150);
   state.battery.temperature = 123'456'789;
-  EXPECT_EQ(propertiesOf(state)["Temperature"], 1'234'567'890) << "absurd, and exact";
+  EXPECT_EQ(propertiesOf(state)["Temperature"], 1'234'567'890) << "implausible but exact";
 }
 
-TEST(CycleCount, IsThere) {
-  PowerState state = atRest();
+TEST(CycleCount, IsReported) {
+  PowerState state = idleState();
   state.battery.cycles = 312;
   EXPECT_EQ(propertiesOf(state)["CycleCount"], 312);
 }
 
-TEST(Minutes, ToEmptyWhileDischarging) {
-  const json properties = propertiesOf(flowing(-0.7));
+TEST(RemainingMinutes, LastUntilEmptyWhileDischarging) {
+  const json properties = propertiesOf(stateWithCurrent(-0.7));
   EXPECT_EQ(properties["AvgTimeToEmpty"], 171) << "2000 mAh at 700 mA are 171.4 min";
   EXPECT_EQ(properties["AvgTimeToFull"], unknownMinutes);
   EXPECT_EQ(properties["TimeRemaining"], 171);
 }
 
-TEST(Minutes, ToFullWhileCharging) {
-  PowerState state = flowing(0.7);
+TEST(RemainingMinutes, LastUntilFullWhileCharging) {
+  PowerState state = stateWithCurrent(0.7);
   state.battery.store->now = 3e6;
   const json properties = propertiesOf(state);
   EXPECT_EQ(properties["AvgTimeToEmpty"], unknownMinutes);
@@ -189,46 +190,47 @@ TEST(Minutes, ToFullWhileCharging) {
   EXPECT_EQ(properties["TimeRemaining"], 86);
 }
 
-TEST(Minutes, AreComputedInThePacksOwnUnit) {
-  EXPECT_EQ(propertiesOf(flowing(-0.5, Unit::charge))["TimeRemaining"], 240);
-  EXPECT_EQ(propertiesOf(flowing(-0.5, Unit::energy))["TimeRemaining"], 220) << "22 Wh at 6 W";
+TEST(RemainingMinutes, AreComputedInTheUnitOfThePack) {
+  EXPECT_EQ(propertiesOf(stateWithCurrent(-0.5, Unit::charge))["TimeRemaining"], 240);
+  EXPECT_EQ(propertiesOf(stateWithCurrent(-0.5, Unit::energy))["TimeRemaining"], 220)
+      << "22 Wh at 6 W";
 }
 
-TEST(Minutes, AreTheDriversOwnWholeOnesWhereItHasThem) {
-  PowerState state = flowing(-0.5);
+TEST(RemainingMinutes, AreTheDriversEstimateRoundedDown) {
+  PowerState state = stateWithCurrent(-0.5);
   state.battery.secondsLeft = 7199;
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 119);
 }
 
-TEST(Minutes, AreTheDriversOwnInThePresentDirectionAlone) {
-  PowerState discharging = flowing(-0.5);
+TEST(RemainingMinutes, UseTheDriversEstimateOnlyForThePresentDirection) {
+  PowerState discharging = stateWithCurrent(-0.5);
   discharging.battery.secondsLeft = 7200;
   EXPECT_EQ(propertiesOf(discharging)["AvgTimeToEmpty"], 120);
   EXPECT_EQ(propertiesOf(discharging)["AvgTimeToFull"], unknownMinutes);
-  PowerState charging = flowing(0.5);
+  PowerState charging = stateWithCurrent(0.5);
   charging.battery.secondsLeft = 7200;
   EXPECT_EQ(propertiesOf(charging)["AvgTimeToEmpty"], unknownMinutes);
   EXPECT_EQ(propertiesOf(charging)["AvgTimeToFull"], 120);
 }
 
-TEST(Minutes, AreTheDriversOwnWhereNoFlowIsKnown) {
-  PowerState state = atRest();
+TEST(RemainingMinutes, UseTheDriversEstimateIfNoFlowIsKnown) {
+  PowerState state = idleState();
   state.discharging = true;
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
   state.battery.secondsLeft = 7200;
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 120);
 }
 
-TEST(Minutes, AreRoundedDownHoweverLittleBelowAHalf) {
-  PowerState state = flowing(-5, Unit::energy);
+TEST(RemainingMinutes, AreRoundedDownIfBarelyBelowAHalf) {
+  PowerState state = stateWithCurrent(-5, Unit::energy);
   state.battery.store->now = 61'499'999e6;
   state.battery.picowatts = -60e12;
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 61) << "61.499999 Wh at 60 W";
 }
 
-TEST(Minutes, AreUnknownOutsideOf1To65534) {
+TEST(RemainingMinutes, AreUnknownOutsideTheRange1To65534) {
   const auto minutesOf = [](double microampHours) {
-    PowerState state = flowing(-0.5);
+    PowerState state = stateWithCurrent(-0.5);
     state.battery.store->now = microampHours;
     return propertiesOf(state)["TimeRemaining"];
   };
@@ -240,25 +242,25 @@ TEST(Minutes, AreUnknownOutsideOf1To65534) {
   EXPECT_EQ(minutesOf(1e30), unknownMinutes);
 }
 
-TEST(Minutes, ToFullAreUnknownUnlessItCharges) {
-  PowerState state = flowing(0.5);
+TEST(RemainingMinutes, AreUnknownUntilFullUnlessCharging) {
+  PowerState state = stateWithCurrent(0.5);
   state.charging = false;
   EXPECT_EQ(propertiesOf(state)["AvgTimeToFull"], unknownMinutes);
 }
 
-TEST(Minutes, WithoutAPresentChargeAreUnknown) {
-  PowerState state = flowing(-0.5);
+TEST(RemainingMinutes, AreUnknownWithoutAPresentCharge) {
+  PowerState state = stateWithCurrent(-0.5);
   state.battery.store->now.reset();
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
 }
 
-TEST(Minutes, AreUnknownForAFlowOf10MilliamperesOrMilliwattsOrLess) {
-  PowerState charge = flowing(-0.010);
+TEST(RemainingMinutes, AreUnknownAtUpTo10MilliamperesOrMilliwatts) {
+  PowerState charge = stateWithCurrent(-0.010);
   EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], unknownMinutes);
   charge.battery.microamps = -10'001;
   EXPECT_EQ(propertiesOf(charge)["TimeRemaining"], 11'999)
       << "2000 mAh at 10.001 mA are 11998.8 min";
-  PowerState energy = flowing(-1, Unit::energy);
+  PowerState energy = stateWithCurrent(-1, Unit::energy);
   energy.battery.picowatts = -10e9;
   EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], unknownMinutes);
   energy.battery.picowatts = -20e9;
@@ -267,31 +269,31 @@ TEST(Minutes, AreUnknownForAFlowOf10MilliamperesOrMilliwattsOrLess) {
   EXPECT_EQ(propertiesOf(energy)["TimeRemaining"], 60000);
 }
 
-TEST(Minutes, AreUnknownWhenThereIsNothingLeftToPass) {
-  PowerState state = flowing(0.5);
+TEST(RemainingMinutes, AreUnknownIfAChargingBatteryIsFull) {
+  PowerState state = stateWithCurrent(0.5);
   state.battery.store->now = state.battery.store->full;
   EXPECT_EQ(propertiesOf(state)["AvgTimeToFull"], unknownMinutes);
   state.battery.store->now = 4.1e6;
   EXPECT_EQ(propertiesOf(state)["AvgTimeToFull"], unknownMinutes);
 }
 
-TEST(Minutes, AreUnknownWhenTheFlowGoesTheOtherWay) {
-  PowerState state = flowing(0.5);
+TEST(RemainingMinutes, AreUnknownIfTheFlowContradictsTheState) {
+  PowerState state = stateWithCurrent(0.5);
   state.charging = false;
   state.discharging = true;
   EXPECT_EQ(propertiesOf(state)["AvgTimeToEmpty"], unknownMinutes);
 }
 
-TEST(Minutes, OfABatteryWithoutAStoreAreTheDriversOwn) {
-  PowerState state = flowing(-0.5);
+TEST(RemainingMinutes, UseTheDriversEstimateWithoutAStore) {
+  PowerState state = stateWithCurrent(-0.5);
   state.battery.store.reset();
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], unknownMinutes);
   state.battery.secondsLeft = 7200;
   EXPECT_EQ(propertiesOf(state)["TimeRemaining"], 120);
 }
 
-TEST(AdapterDetails, HoldWhatIsKnown) {
-  PowerState state = flowing(1);
+TEST(AdapterDetails, ContainOnlyKnownValues) {
+  PowerState state = stateWithCurrent(1);
   EXPECT_FALSE(propertiesOf(state).contains("AdapterDetails"));
   state.adapterWatts = 1;
   EXPECT_EQ(propertiesOf(state)["AdapterDetails"], json({{"Watts", 1}}));
@@ -303,19 +305,20 @@ TEST(AdapterDetails, HoldWhatIsKnown) {
   EXPECT_EQ(propertiesOf(state)["AdapterDetails"], json({{"Name", "Acme Brick"}}));
 }
 
-TEST(Telemetry, OnBatteryTheSystemDrawsWhatTheBatteryGives) {
-  EXPECT_EQ(propertiesOf(flowing(-0.5))["PowerTelemetryData"],
+TEST(PowerTelemetry, EquatesSystemLoadWithBatteryPowerOnBattery) {
+  EXPECT_EQ(propertiesOf(stateWithCurrent(-0.5))["PowerTelemetryData"],
             json({{"BatteryPower", -6000}, {"SystemLoad", 6000}, {"SystemPowerIn", 0}}));
 }
 
-TEST(Telemetry, OnPowerHasOnlyWhatIsMeasured) {
-  EXPECT_EQ(propertiesOf(flowing(0.5))["PowerTelemetryData"], json({{"BatteryPower", 6000}}));
+TEST(PowerTelemetry, ContainsOnlyMeasuredValuesOnExternalPower) {
+  EXPECT_EQ(propertiesOf(stateWithCurrent(0.5))["PowerTelemetryData"],
+            json({{"BatteryPower", 6000}}));
   MeasuredPower measured;
   measured.inputMilliwatts = 30123.4;
   measured.inputMillivolts = 20000;
   measured.inputMilliamps = 1506;
   measured.systemMilliwatts = 24000;
-  EXPECT_EQ(propertiesOf(flowing(0.5), measured)["PowerTelemetryData"],
+  EXPECT_EQ(propertiesOf(stateWithCurrent(0.5), measured)["PowerTelemetryData"],
             json({{"BatteryPower", 6000},
                   {"SystemPowerIn", 30123},
                   {"SystemVoltageIn", 20000},
@@ -323,8 +326,8 @@ TEST(Telemetry, OnPowerHasOnlyWhatIsMeasured) {
                   {"SystemLoad", 24000}}));
 }
 
-TEST(Telemetry, DischargingOnPowerDoesNotClaimThatNothingComesIn) {
-  PowerState state = flowing(-0.5);
+TEST(PowerTelemetry, OmitsPowerInWhenDischargingOnExternalPower) {
+  PowerState state = stateWithCurrent(-0.5);
   state.external = true;
   EXPECT_EQ(propertiesOf(state)["PowerTelemetryData"], json({{"BatteryPower", -6000}}));
 }

@@ -8,7 +8,7 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-/// Energies in Wh, power in W, voltages in V.
+/// Returns a pack that reports energies. Parameters are in Wh, W and V.
 Pack packOfEnergy(double full, double now, double watts, double designVolts = 10,
                   double volts = 12) {
   Pack pack;
@@ -21,7 +21,7 @@ Pack packOfEnergy(double full, double now, double watts, double designVolts = 10
   return pack;
 }
 
-/// Charges in Ah.
+/// Returns a pack that reports charges. Parameters are in Ah, A and V.
 Pack packOfCharge(double full, double now, double amps, double designVolts, double volts) {
   Pack pack = packOfEnergy(full, now, amps * volts, designVolts, volts);
   pack.battery.store = Store{Unit::charge, full * 1e6, now * 1e6, full * 1.25e6};
@@ -30,7 +30,7 @@ Pack packOfCharge(double full, double now, double amps, double designVolts, doub
 
 }  // namespace
 
-TEST(EquivalentBattery, OfOnePackIsThatPack) {
+TEST(EquivalentBattery, EqualsASinglePack) {
   Pack pack = packOfCharge(4, 2, -0.5, 11, 12);
   pack.battery.secondsLeft = 7200;
   const Battery battery = equivalentBattery({pack});
@@ -49,7 +49,7 @@ TEST(EquivalentBattery, AddsEnergiesAndPowers) {
   EXPECT_DOUBLE_EQ(battery.picowatts, -6e12);
 }
 
-TEST(EquivalentBattery, TakesTheVoltagesOfTheLargestPack) {
+TEST(EquivalentBattery, HasTheVoltagesOfTheLargestPack) {
   const Battery battery =
       equivalentBattery({packOfEnergy(20, 5, 0, 15, 16), packOfEnergy(60, 30, -6, 10, 12)});
   EXPECT_EQ(battery.microvolts, 12e6);
@@ -57,14 +57,14 @@ TEST(EquivalentBattery, TakesTheVoltagesOfTheLargestPack) {
   EXPECT_DOUBLE_EQ(battery.microamps, -0.5e6) << "6 W at 12 V";
 }
 
-TEST(EquivalentBattery, HasTheExactCurrent) {
+TEST(EquivalentBattery, ComputesTheCurrentExactly) {
   Pack pack = packOfEnergy(20, 5, -160, 10, 10);
   pack.battery.picowatts = -167'772'170e6;
   const Battery battery = equivalentBattery({pack, packOfEnergy(20, 5, 0)});
   EXPECT_EQ(battery.microamps, -16'777'217.0) << "167.77217 W at 10 V";
 }
 
-TEST(EquivalentBattery, WithoutAVoltageOfTheLargestPackHasNoCurrent) {
+TEST(EquivalentBattery, HasNoCurrentIfTheLargestPackHasNoVoltage) {
   Pack pack = packOfEnergy(60, 30, -6);
   pack.battery.microvolts.reset();
   const Battery battery = equivalentBattery({packOfEnergy(20, 5, 0), pack});
@@ -73,28 +73,28 @@ TEST(EquivalentBattery, WithoutAVoltageOfTheLargestPackHasNoCurrent) {
   EXPECT_DOUBLE_EQ(battery.picowatts, -6e12);
 }
 
-TEST(EquivalentBattery, OfPacksOfOneSizeTakesTheVoltagesOfTheFirst) {
+TEST(EquivalentBattery, HasTheVoltagesOfTheFirstOfEquallyLargePacks) {
   const Battery battery =
       equivalentBattery({packOfEnergy(20, 5, 0, 15, 16), packOfEnergy(20, 5, 0, 10, 12)});
   EXPECT_EQ(battery.microvolts, 16e6);
 }
 
-TEST(EquivalentBattery, ComparesAndAddsChargesThroughTheirDesignVoltages) {
+TEST(EquivalentBattery, ConvertsChargesToEnergiesWithDesignVoltages) {
   const Battery battery =
       equivalentBattery({packOfCharge(5, 1, 0, 4, 4.2), packOfEnergy(22, 11, 0, 11, 12)});
-  EXPECT_EQ(battery.designMicrovolts, 11e6) << "20 Wh against 22";
+  EXPECT_EQ(battery.designMicrovolts, 11e6) << "20 Wh versus 22 Wh";
   EXPECT_DOUBLE_EQ(battery.store->full, 42e12);
   EXPECT_DOUBLE_EQ(battery.store->now.value(), 15e12);
   EXPECT_DOUBLE_EQ(battery.store->design.value(), 52.5e12);
 }
 
-TEST(EquivalentBattery, OpposedPowersCancel) {
+TEST(EquivalentBattery, SubtractsOpposingPowers) {
   const Battery battery = equivalentBattery({packOfEnergy(20, 5, 8), packOfEnergy(60, 30, -6)});
   EXPECT_DOUBLE_EQ(battery.picowatts, 2e12);
   EXPECT_GT(direction(battery), 0);
 }
 
-TEST(EquivalentBattery, HasNoPercentageAndNoEstimateOfADriver) {
+TEST(EquivalentBattery, OmitsPercentagesAndEstimatesOfDrivers) {
   Pack pack = packOfEnergy(20, 5, -2);
   pack.battery.secondsLeft = 60;
   const Battery battery = equivalentBattery({pack, pack});
@@ -102,7 +102,7 @@ TEST(EquivalentBattery, HasNoPercentageAndNoEstimateOfADriver) {
   EXPECT_EQ(battery.secondsLeft, std::nullopt);
 }
 
-TEST(EquivalentBattery, IsAsHotAndAsUsedAsTheWorstPack) {
+TEST(EquivalentBattery, HasTheHighestTemperatureAndCycleCount) {
   Pack first = packOfEnergy(20, 5, 0);
   first.battery.temperature = -50;
   Pack second = packOfEnergy(60, 5, 0);
@@ -115,30 +115,30 @@ TEST(EquivalentBattery, IsAsHotAndAsUsedAsTheWorstPack) {
   EXPECT_EQ(battery.cycles, 236);
 }
 
-TEST(EquivalentBattery, APackOfUnknownEnergyAddsNone) {
+TEST(EquivalentBattery, AddsNoEnergyForPacksOfUnknownEnergy) {
   Pack unknown = packOfEnergy(100, 50, -3, 20, 20);
   unknown.battery.store.reset();
   Pack unmeasured = packOfEnergy(30, 15, 0);
   unmeasured.battery.store->now.reset();
   Pack unmeasuredCharge = packOfCharge(3, 1, 0, 10, 12);
   unmeasuredCharge.battery.store->now.reset();
-  Pack voltless = packOfCharge(5, 1, 0, 11, 12);
-  voltless.battery.designMicrovolts.reset();
+  Pack withoutVoltage = packOfCharge(5, 1, 0, 11, 12);
+  withoutVoltage.battery.designMicrovolts.reset();
   Pack unknownCharge = packOfCharge(10, 5, 0, 20, 20);
   unknownCharge.battery.store.reset();
-  std::vector<Pack> packs = {unknown,  unmeasured,    unmeasuredCharge,
-                             voltless, unknownCharge, packOfEnergy(60, 30, -6)};
+  std::vector<Pack> packs = {unknown,        unmeasured,    unmeasuredCharge,
+                             withoutVoltage, unknownCharge, packOfEnergy(60, 30, -6)};
   for (int order = 0; order < 2; ++order) {
     const Battery battery = equivalentBattery(packs);
     EXPECT_DOUBLE_EQ(battery.store->full, 60e12);
     EXPECT_DOUBLE_EQ(battery.store->now.value(), 30e12);
-    EXPECT_DOUBLE_EQ(battery.picowatts, -9e12) << "its power still flows";
+    EXPECT_DOUBLE_EQ(battery.picowatts, -9e12) << "its power still counts";
     EXPECT_EQ(battery.designMicrovolts, 10e6);
     std::reverse(packs.begin(), packs.end());
   }
 }
 
-TEST(EquivalentBattery, ADesignThatOnePackDoesNotKnowIsUnknown) {
+TEST(EquivalentBattery, HasNoDesignCapacityIfThatOfAnyPackIsUnknown) {
   for (const Pack& known : {packOfEnergy(60, 30, 0), packOfCharge(6, 3, 0, 10, 12)}) {
     Pack unknown = known;
     unknown.battery.store->design.reset();
@@ -150,7 +150,7 @@ TEST(EquivalentBattery, ADesignThatOnePackDoesNotKnowIsUnknown) {
   }
 }
 
-TEST(EquivalentBattery, WithoutAnyEnergyTakesThePercentageOfOnePack) {
+TEST(EquivalentBattery, HasThePercentageOfOnePackIfNoEnergyIsKnown) {
   Pack pack;
   pack.battery.capacity = 40;
   Pack other;

@@ -9,53 +9,54 @@
 
 namespace {
 
-int calls = 0;
-int callOfEvent = 0;
-std::function<void()> due;
-bool isReadingRefused = false;
+int openCalls = 0;
+int eventCall = 0;  // number of the call before which the event runs
+std::function<void()> scheduledEvent;
+bool areReadsFailing = false;
 
 int openExisting(int folder, const char* path, int flags) {
-  if (++calls == callOfEvent) std::exchange(due, nullptr)();
+  if (++openCalls == eventCall) std::exchange(scheduledEvent, nullptr)();
   return static_cast<int>(::syscall(SYS_openat, folder, path, flags, 0));
 }
 
 }  // namespace
 
-// Like the C library's, for files that exist.
+// Replaces the function of the C library, for existing files only.
 extern "C" int openat(int folder, const char* path, int flags, ...) {
   return openExisting(folder, path, flags);
 }
 
-// What the headers of some compilers call instead, where flags or sizes are checked.
+// The headers of some compilers call this function instead of openat, to check the flags.
 int checkedOpenat(int folder, const char* path, int flags) __asm__("__openat_2");
 int checkedOpenat(int folder, const char* path, int flags) {
   return openExisting(folder, path, flags);
 }
 
-// By another name here: the header may define one itself, which checks the buffer's size.
+// Replaces read. Its C++ name differs because the header may define an inline function `read`,
+// which checks the size of the buffer and calls __read_chk.
 ssize_t replacedRead(int file, void* buffer, size_t size) __asm__("read");
 ssize_t replacedRead(int file, void* buffer, size_t size) {
-  if (isReadingRefused) {
+  if (areReadsFailing) {
     errno = ENODEV;
     return -1;
   }
   return ::syscall(SYS_read, file, buffer, size);
 }
 
-ssize_t checkedRead(int file, void* buffer, size_t size, size_t room) __asm__("__read_chk");
-ssize_t checkedRead(int file, void* buffer, size_t size, size_t /*room*/) {
+ssize_t checkedRead(int file, void* buffer, size_t size, size_t capacity) __asm__("__read_chk");
+ssize_t checkedRead(int file, void* buffer, size_t size, size_t /*capacity*/) {
   return replacedRead(file, buffer, size);
 }
 
 namespace lumowatt {
 
-void atOpening(int count, std::function<void()> event) {
-  callOfEvent = count > 0 ? calls + count : 0;
-  due = std::move(event);
+void onOpen(int count, std::function<void()> event) {
+  eventCall = count > 0 ? openCalls + count : 0;
+  scheduledEvent = std::move(event);
 }
 
-int openings() { return calls; }
+int openCount() { return openCalls; }
 
-void refuseReading(bool refused) { isReadingRefused = refused; }
+void setReadsFail(bool isFailing) { areReadsFailing = isFailing; }
 
 }  // namespace lumowatt

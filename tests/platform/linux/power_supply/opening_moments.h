@@ -2,18 +2,18 @@
 
 #include <functional>
 
-/// The moments at which something can happen to a machine while it is read: the calls of openat, of
-/// which, like of read, the program of these tests has its own.
+/// Hooks in the functions openat and read, which this test program overrides. The calls of openat
+/// are the moments at which a test can change a machine during a reading.
 namespace lumowatt {
 
-/// Has something happen before the `count`th call from now on; 0 for no call. It may ask for
-/// another.
-void atOpening(int count, std::function<void()> event);
+/// Runs `event` once, before the `count`th call of openat from now on. A count of 0 cancels the
+/// scheduled event. The event may schedule another event.
+void onOpen(int count, std::function<void()> event);
 
-/// The calls so far.
-int openings();
+/// Returns the number of calls of openat so far.
+int openCount();
 
-/// Whether every reading of a file fails, with ENODEV.
-void refuseReading(bool refused);
+/// Sets whether every call of read fails with ENODEV.
+void setReadsFail(bool isFailing);
 
 }  // namespace lumowatt

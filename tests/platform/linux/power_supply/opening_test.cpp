@@ -1,4 +1,4 @@
-// What one reading opens: the attributes that it needs, each of them once.
+// Files that one reading opens: only the required attributes, each of them once.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-/// The attributes of BAT0 and AC that one reading opens.
+/// Returns the names of the attributes of BAT0 and AC that one reading opens.
 std::multiset<std::string> openedBy(const Attributes& pack, const Attributes& charger) {
   const MockMachine machine;
   machine.supply("BAT0", pack);
@@ -45,7 +45,7 @@ const Attributes extras = {{"uevent", ""},
 
 }  // namespace
 
-TEST(Opening, OnceWhatIsNeededWhileDischarging) {
+TEST(ServiceFileAccess, OpensEachNeededAttributeOnceWhileDischarging) {
   Attributes pack = chargePack({{"power_now", "6000000"},
                                 {"time_to_empty_now", "7200"},
                                 {"time_to_empty_avg", "7200"},
@@ -74,7 +74,7 @@ TEST(Opening, OnceWhatIsNeededWhileDischarging) {
             expected);
 }
 
-TEST(Opening, NoFlowAndNoEstimateOfAFullPack) {
+TEST(ServiceFileAccess, SkipsFlowAndEstimateOfAFullPack) {
   const Names opened =
       openedBy(chargePack({{"status", "Full"}, {"power_now", "1"}, {"time_to_empty_now", "7200"}}),
                {{"type", "Mains"},
@@ -91,24 +91,24 @@ TEST(Opening, NoFlowAndNoEstimateOfAFullPack) {
   EXPECT_EQ(opened, expected);
 }
 
-TEST(Opening, SixteenFilesOfALaptopWithOnePackAndACharger) {
+TEST(ServiceFileAccess, OpensSixteenFilesForOnePackAndOneCharger) {
   const auto folder = fixturePath("linux", "01-thinkpad-lnv45n1-discharging") / "class";
   Service service(folder / "power_supply", folder / "hwmon");
-  const int before = openings();
+  const int before = openCount();
   EXPECT_TRUE(service.properties());
   // The class, the pack, the charger; 11 attributes of the pack and 2 of the charger.
-  EXPECT_EQ(openings() - before, 1 + 1 + 1 + 11 + 2);
+  EXPECT_EQ(openCount() - before, 1 + 1 + 1 + 11 + 2);
 }
 
-TEST(Opening, OfAChargerThatIsOnlineOnlyWhatItsFolderLists) {
+TEST(ServiceFileAccess, OpensOnlyExistingAttributesOfAnOnlineCharger) {
   const MockMachine machine;
   machine.supply("port", {{"type", "USB"}, {"online", "1"}, {"input_power_limit", "60000000"}});
-  const int before = openings();
+  const int before = openCount();
   EXPECT_TRUE(machine.properties().is_null());
-  EXPECT_EQ(openings() - before, 5) << "the class, the charger and its three attributes";
+  EXPECT_EQ(openCount() - before, 5) << "the class, the charger and its three attributes";
 }
 
-TEST(Opening, NoSensorsOfAnAppleLaptopOnBattery) {
+TEST(ServiceFileAccess, SkipsSensorsOfAnAppleLaptopOnBattery) {
   const MockMachine machine;
   machine.sensors("hwmon0", {{"name", "macsmc_hwmon"}});
   machine.supply("macsmc-battery", chargePack());
@@ -121,7 +121,7 @@ TEST(Opening, NoSensorsOfAnAppleLaptopOnBattery) {
   EXPECT_EQ(counter.opened(), Names({"name"}));
 }
 
-TEST(Opening, NothingOfAPeripheralOrAnEmptyBayButWhatTells) {
+TEST(ServiceFileAccess, SkipsOtherAttributesOfPeripheralsAndEmptyBays) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
   machine.supply("hidpp_battery_0", chargePack({{"scope", "Device"}}));

@@ -21,7 +21,7 @@ double milliwatts(const Pack& pack) { return pack.battery.picowatts / 1e9; }
 
 }  // namespace
 
-TEST(PackStatus, IsWhatTheKernelCallsIt) {
+TEST(PackStatus, IsParsedFromTheKernelsText) {
   const auto status = [](const std::string& text) {
     return packOf(chargePack({{"status", text}})).status;
   };
@@ -32,13 +32,13 @@ TEST(PackStatus, IsWhatTheKernelCallsIt) {
   EXPECT_EQ(status("Unknown\n"), Status::unknown);
 }
 
-TEST(PackStatus, ThatIsMissingOrStrangeIsUnknown) {
+TEST(PackStatus, IsUnknownIfMissingOrInvalid) {
   EXPECT_EQ(packOf(chargePack({{"status", missing}})).status, Status::unknown);
   EXPECT_EQ(packOf(chargePack({{"status", ""}})).status, Status::unknown);
   EXPECT_EQ(packOf(chargePack({{"status", "\xFFlat"}})).status, Status::unknown);
 }
 
-TEST(PackStore, IsChargeWhereItsFullChargeIsKnown) {
+TEST(PackStore, IsChargeIfTheFullChargeIsKnown) {
   const Store store = packOf(chargePack({{"energy_full", "44000000"}})).battery.store.value();
   EXPECT_EQ(store.unit, Unit::charge);
   EXPECT_EQ(store.full, 4e6);
@@ -46,7 +46,7 @@ TEST(PackStore, IsChargeWhereItsFullChargeIsKnown) {
   EXPECT_EQ(store.design, 5e6);
 }
 
-TEST(PackStore, IsEnergyWhereItsFullChargeIsMissingOrZero) {
+TEST(PackStore, IsEnergyIfTheFullChargeIsMissingOrZero) {
   EXPECT_EQ(packOf(energyPack()).battery.store.value().unit, Unit::energy);
   const Store store =
       packOf(energyPack({{"charge_full", "0"}, {"charge_now", "1000000"}})).battery.store.value();
@@ -56,56 +56,56 @@ TEST(PackStore, IsEnergyWhereItsFullChargeIsMissingOrZero) {
   EXPECT_EQ(store.design, 60e12);
 }
 
-TEST(PackStore, IsNotKnownWithoutAFullCapacity) {
+TEST(PackStore, IsUnknownWithoutAFullCapacity) {
   EXPECT_FALSE(packOf(chargePack({{"charge_full", missing}})).battery.store);
   EXPECT_FALSE(packOf(chargePack({{"charge_full", "-4000000"}})).battery.store);
 }
 
-TEST(PackStore, ADesignCapacityOf0IsUnknown) {
+TEST(PackStore, HasNoDesignCapacityIfTheDriverReports0) {
   EXPECT_EQ(packOf(chargePack({{"charge_full_design", "0"}})).battery.store->design, std::nullopt);
 }
 
-TEST(PackStore, APresentChargeThatIsMissingIsTakenFromThePercentage) {
+TEST(PackStore, DerivesAMissingPresentChargeFromThePercentage) {
   EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", "25"}})).battery.store->now,
             1e6);
 }
 
-TEST(PackStore, APresentChargeThatIsAbsurdIsTakenFromThePercentage) {
+TEST(PackStore, ReplacesAnImplausiblePresentChargeByThePercentage) {
   const auto now = [](const std::string& chargeNow) {
     return packOf(chargePack({{"charge_now", chargeNow}, {"capacity", "25"}})).battery.store->now;
   };
   EXPECT_EQ(now("44000000"), 1e6);
   EXPECT_EQ(now("-1"), 1e6);
   EXPECT_EQ(now("6000001"), 1e6);
-  EXPECT_EQ(now("6000000"), 6e6) << "1.5 times full is still believed";
+  EXPECT_EQ(now("6000000"), 6e6) << "1.5 times the full charge is still plausible";
   EXPECT_EQ(now("0"), 0.0);
 }
 
-TEST(PackStore, OfOneMicroampereHourIsKnown) {
+TEST(PackStore, AcceptsAFullCapacityOfOneMicroampereHour) {
   EXPECT_EQ(packOf(chargePack({{"charge_full", "1"}})).battery.store->full, 1.0);
 }
 
-TEST(PackStore, APresentChargeIsComparedAndComputedExactly) {
+TEST(PackStore, ComparesAndComputesThePresentChargeExactly) {
   const auto now = [](const std::string& chargeNow) {
     return packOf(chargePack(
                       {{"charge_full", "16777217"}, {"charge_now", chargeNow}, {"capacity", "75"}}))
         .battery.store->now;
   };
-  EXPECT_EQ(now("25165825"), 25'165'825.0) << "1.5 times full are 25165825.5";
+  EXPECT_EQ(now("25165825"), 25'165'825.0) << "1.5 times the full charge is 25165825.5";
   EXPECT_EQ(now("25165826"), 12'582'912.75);
 }
 
-TEST(PackStore, APercentageBelowZeroIsAnEmptyPack) {
+TEST(PackStore, IsEmptyIfThePercentageIsNegative) {
   EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", "-5"}})).battery.store->now,
             0.0);
 }
 
-TEST(PackStore, APresentChargeThatCannotBeToldIsUnknown) {
+TEST(PackStore, HasNoPresentChargeWithoutChargeAndPercentage) {
   EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", missing}})).battery.store->now,
             std::nullopt);
 }
 
-TEST(PackVoltage, OfZeroIsMissingAndTheAverageStandsIn) {
+TEST(PackVoltage, FallsBackToTheAverageIfZeroOrMissing) {
   EXPECT_EQ(packOf(chargePack()).battery.microvolts, 12e6);
   EXPECT_EQ(packOf(chargePack({{"voltage_now", "0"}})).battery.microvolts, std::nullopt);
   EXPECT_EQ(
@@ -115,7 +115,7 @@ TEST(PackVoltage, OfZeroIsMissingAndTheAverageStandsIn) {
             std::nullopt);
 }
 
-TEST(PackDesignVoltage, IsTheLeastElseTheGreatestElseThePresentOne) {
+TEST(PackDesignVoltage, FallsBackFromMinimumToMaximumToPresentVoltage) {
   const auto volts = [](const std::string& least, const std::string& greatest) {
     return packOf(energyPack({{"voltage_min_design", least}, {"voltage_max_design", greatest}}))
         .battery.designMicrovolts;
@@ -129,13 +129,13 @@ TEST(PackDesignVoltage, IsTheLeastElseTheGreatestElseThePresentOne) {
   EXPECT_EQ(volts(missing, missing), 12.5e6);
 }
 
-TEST(PackDesignVoltage, IsReadOfAChargeAndOfAnEnergyButNotWithoutEither) {
+TEST(PackDesignVoltage, IsReadOnlyIfTheStoreIsKnown) {
   EXPECT_EQ(packOf(chargePack()).battery.designMicrovolts, 11e6);
   EXPECT_EQ(packOf(energyPack()).battery.designMicrovolts, 10e6);
   EXPECT_EQ(packOf(chargePack({{"charge_full", missing}})).battery.designMicrovolts, std::nullopt);
 }
 
-TEST(PackFlow, TakesItsDirectionFromTheStatus) {
+TEST(PackFlow, HasTheDirectionOfTheStatus) {
   EXPECT_EQ(milliamps(packOf(chargePack())), -500);
   EXPECT_EQ(milliamps(packOf(chargePack({{"current_now", "-500000"}}))), -500);
   EXPECT_EQ(milliamps(packOf(chargePack({{"status", "Charging"}}))), 500);
@@ -143,13 +143,13 @@ TEST(PackFlow, TakesItsDirectionFromTheStatus) {
             500);
 }
 
-TEST(PackFlow, IsNoneWhenFull) {
+TEST(PackFlow, IsZeroIfThePackIsFull) {
   const Pack pack = packOf(chargePack({{"status", "Full"}, {"power_now", "6000000"}}));
   EXPECT_EQ(milliamps(pack), 0);
   EXPECT_EQ(milliwatts(pack), 0);
 }
 
-TEST(PackFlow, WithAnotherStatusIsAsReportedFrom5MilliamperesUp) {
+TEST(PackFlow, IsZeroBelow5MilliamperesIfTheStatusIsIdle) {
   for (const char* status : {"Unknown", "Not charging"}) {
     const auto current = [status](const std::string& now) {
       return milliamps(packOf(chargePack({{"status", status}, {"current_now", now}})));
@@ -162,7 +162,7 @@ TEST(PackFlow, WithAnotherStatusIsAsReportedFrom5MilliamperesUp) {
   }
 }
 
-TEST(PackFlow, WithAnotherStatusComparesTheCurrentOfItsPower) {
+TEST(PackFlow, IsZeroBelow5ComputedMilliamperesIfTheStatusIsIdle) {
   const auto power = [](const std::string& now) {
     return milliwatts(packOf(energyPack({{"status", "Unknown"}, {"power_now", now}})));
   };
@@ -171,7 +171,7 @@ TEST(PackFlow, WithAnotherStatusComparesTheCurrentOfItsPower) {
   EXPECT_EQ(power("-63000"), -63);
 }
 
-TEST(PackFlow, WithAnotherStatusAndNoVoltageComparesThePower) {
+TEST(PackFlow, IsZeroBelow5MilliwattsWithoutVoltageIfTheStatusIsIdle) {
   const auto power = [](const std::string& now) {
     return milliwatts(
         packOf(energyPack({{"status", "Unknown"}, {"voltage_now", missing}, {"power_now", now}})));
@@ -182,7 +182,7 @@ TEST(PackFlow, WithAnotherStatusAndNoVoltageComparesThePower) {
   EXPECT_EQ(power("-5000"), -5);
 }
 
-TEST(PackFlow, TheMissingOneOfCurrentAndPowerIsComputed) {
+TEST(PackFlow, ComputesCurrentFromPowerAndPowerFromCurrent) {
   const Pack charge = packOf(chargePack());
   EXPECT_EQ(milliamps(charge), -500);
   EXPECT_EQ(milliwatts(charge), -6000);
@@ -191,25 +191,25 @@ TEST(PackFlow, TheMissingOneOfCurrentAndPowerIsComputed) {
   EXPECT_EQ(milliwatts(energy), -5000);
 }
 
-TEST(PackFlow, ThatIsComputedIsExact) {
+TEST(PackFlow, ComputesTheCurrentExactly) {
   const Pack pack = packOf(energyPack({{"power_now", "167772170"}, {"voltage_now", "10000000"}}));
   EXPECT_EQ(pack.battery.microamps, -16'777'217.0);
 }
 
-TEST(PackFlow, BothAreTakenWhereBothAreReported) {
+TEST(PackFlow, ConsistsOfBothCurrentAndPowerIfReported) {
   const Pack pack = packOf(chargePack({{"power_now", "-5900000"}}));
   EXPECT_EQ(milliamps(pack), -500);
   EXPECT_EQ(milliwatts(pack), -5900);
 }
 
-TEST(PackFlow, AveragesStandInForWhatIsMissing) {
+TEST(PackFlow, FallsBackToAverages) {
   EXPECT_EQ(milliamps(packOf(chargePack({{"current_now", missing}, {"current_avg", "480000"}}))),
             -480);
   EXPECT_EQ(milliwatts(packOf(energyPack({{"power_now", "unknown"}, {"power_avg", "4900000"}}))),
             -4900);
 }
 
-TEST(PackFlow, WithoutAVoltageOnlyTheReportedOneIsKnown) {
+TEST(PackFlow, ComputesNothingWithoutAVoltage) {
   const Pack charge = packOf(chargePack({{"voltage_now", missing}}));
   EXPECT_EQ(milliamps(charge), -500);
   EXPECT_EQ(milliwatts(charge), 0);
@@ -218,14 +218,14 @@ TEST(PackFlow, WithoutAVoltageOnlyTheReportedOneIsKnown) {
   EXPECT_EQ(milliwatts(energy), -5000);
 }
 
-TEST(PackFlow, ThatIsNotReportedIsZero) {
+TEST(PackFlow, IsZeroIfNotReported) {
   const Pack pack = packOf(chargePack({{"current_now", missing}}));
   EXPECT_EQ(pack.status, Status::discharging);
   EXPECT_EQ(milliamps(pack), 0);
   EXPECT_EQ(milliwatts(pack), 0);
 }
 
-TEST(PackFlow, OfASignedDriverThatContradictsCharging) {
+TEST(PackFlow, OverridesStatusChargingIfASignedDriverReportsOutflow) {
   for (const char* name : {"qcom-battmgr-bat", "macsmc-battery", "sbs-9-000b", "bq27541-0"}) {
     const Pack pack =
         packOf(chargePack({{"status", "Charging"}, {"current_now", "-700000"}}), name);
@@ -235,13 +235,13 @@ TEST(PackFlow, OfASignedDriverThatContradictsCharging) {
   }
 }
 
-TEST(PackFlow, OfASignedDriverThatAgreesWithCharging) {
+TEST(PackFlow, PreservesStatusChargingIfASignedDriverReportsInflow) {
   const Pack pack = packOf(chargePack({{"status", "Charging"}}), "sbs-9-000b");
   EXPECT_EQ(pack.status, Status::charging);
   EXPECT_EQ(milliamps(pack), 500);
 }
 
-TEST(PackFlow, OfASignedDriverContradictsChargingHoweverSmallItIs) {
+TEST(PackFlow, OverridesStatusChargingEvenIfTheOutflowIsMinimal) {
   const Attributes charging = {{"status", "Charging"}, {"current_now", "-1"}};
   EXPECT_EQ(packOf(chargePack(charging), "sbs-9-000b").status, Status::discharging);
   EXPECT_EQ(
@@ -249,7 +249,7 @@ TEST(PackFlow, OfASignedDriverContradictsChargingHoweverSmallItIs) {
       Status::discharging);
 }
 
-TEST(PackFlow, OfASignedDriverContradictsNoOtherStatus) {
+TEST(PackFlow, OverridesNoStatusOtherThanCharging) {
   for (const auto& [text, status] :
        {std::pair("Unknown", Status::unknown), std::pair("Not charging", Status::notCharging)}) {
     const Pack pack =
@@ -259,12 +259,12 @@ TEST(PackFlow, OfASignedDriverContradictsNoOtherStatus) {
   }
 }
 
-TEST(PackFlow, OfTheLeastIntegerIsAMagnitude) {
+TEST(PackFlow, AcceptsTheSmallestInteger) {
   EXPECT_EQ(packOf(chargePack({{"current_now", "-9223372036854775808"}})).battery.microamps,
             -9223372036854775808.0);
 }
 
-TEST(PackEstimate, IsThatOfItsDirectionAndTheMomentaryOneFirst) {
+TEST(PackEstimate, MatchesTheDirectionAndPrefersPresentToAverage) {
   const Attributes estimates = {{"time_to_empty_now", "7200"},
                                 {"time_to_empty_avg", "7800"},
                                 {"time_to_full_now", "3600"},
@@ -281,7 +281,7 @@ TEST(PackEstimate, IsThatOfItsDirectionAndTheMomentaryOneFirst) {
   EXPECT_EQ(secondsLeft({{"status", "Full"}}), std::nullopt);
 }
 
-TEST(PackEstimate, LiesFromOneMinuteTo65534) {
+TEST(PackEstimate, IsIgnoredOutside1To65534Minutes) {
   const auto secondsLeft = [](const std::string& seconds) {
     return packOf(chargePack({{"time_to_empty_now", seconds}})).battery.secondsLeft;
   };
@@ -292,16 +292,16 @@ TEST(PackEstimate, LiesFromOneMinuteTo65534) {
   EXPECT_EQ(secondsLeft("-120"), std::nullopt);
 }
 
-TEST(PackEstimate, CountsWhereNeitherCurrentNorPowerIsReported) {
+TEST(PackEstimate, IsUsedIfNeitherCurrentNorPowerIsReported) {
   const auto secondsLeft = [](const Attributes& pack) { return packOf(pack).battery.secondsLeft; };
   const Attributes discharging = {{"current_now", missing}, {"time_to_empty_now", "7200"}};
   EXPECT_EQ(secondsLeft(chargePack(discharging)), 7200);
   const Attributes charging = {
       {"power_now", "unknown"}, {"status", "Charging"}, {"time_to_full_avg", "3600"}};
   EXPECT_EQ(secondsLeft(energyPack(charging)), 3600);
-  const Attributes storeless = {
+  const Attributes withoutStore = {
       {"charge_full", missing}, {"current_now", missing}, {"time_to_empty_avg", "5400"}};
-  EXPECT_EQ(secondsLeft(chargePack(storeless)), 5400);
+  EXPECT_EQ(secondsLeft(chargePack(withoutStore)), 5400);
   for (const char* status : {"Full", "Unknown", "Not charging"}) {
     const Attributes idle = {{"status", status},
                              {"current_now", missing},
@@ -311,37 +311,37 @@ TEST(PackEstimate, CountsWhereNeitherCurrentNorPowerIsReported) {
   }
 }
 
-TEST(PackEstimate, IsUnusedWhereAFlowOfNextToNothingIsReported) {
-  const auto counts = [](Attributes pack, const std::string& status) {
+TEST(PackEstimate, IsIgnoredIfAFlowOfAlmostZeroIsReported) {
+  const auto isUsed = [](Attributes pack, const std::string& status) {
     pack.insert({{"time_to_empty_now", "7200"}, {"time_to_full_now", "7200"}});
     pack["status"] = status;
     return packOf(pack).battery.secondsLeft.has_value();
   };
   for (const char* status : {"Charging", "Discharging"}) {
     for (const char* current : {"0", "9950", "10000", "-10000"}) {
-      EXPECT_FALSE(counts(chargePack({{"current_now", current}}), status)) << current;
-      EXPECT_FALSE(counts(energyPack({{"power_now", current}}), status)) << current;
+      EXPECT_FALSE(isUsed(chargePack({{"current_now", current}}), status)) << current;
+      EXPECT_FALSE(isUsed(energyPack({{"power_now", current}}), status)) << current;
     }
     for (const char* current : {"10001", "-10001"}) {
-      EXPECT_TRUE(counts(chargePack({{"current_now", current}}), status)) << current;
-      EXPECT_TRUE(counts(energyPack({{"power_now", current}}), status)) << current;
+      EXPECT_TRUE(isUsed(chargePack({{"current_now", current}}), status)) << current;
+      EXPECT_TRUE(isUsed(energyPack({{"power_now", current}}), status)) << current;
     }
   }
 }
 
-TEST(PackEstimate, WithoutAStoreIsJudgedByTheCurrentElseByThePower) {
-  const auto counts = [](const Attributes& changes) {
+TEST(PackEstimate, DependsOnTheCurrentElseThePowerWithoutAStore) {
+  const auto isUsed = [](const Attributes& changes) {
     Attributes pack = {{"status", "Discharging"}, {"time_to_empty_now", "7200"}};
     pack.insert(changes.begin(), changes.end());
     return packOf(pack).battery.secondsLeft.has_value();
   };
-  EXPECT_TRUE(counts({{"current_now", "10001"}}));
-  EXPECT_FALSE(counts({{"current_now", "10000"}, {"power_now", "120000"}}));
-  EXPECT_TRUE(counts({{"power_now", "10001"}}));
-  EXPECT_FALSE(counts({{"power_now", "10000"}}));
+  EXPECT_TRUE(isUsed({{"current_now", "10001"}}));
+  EXPECT_FALSE(isUsed({{"current_now", "10000"}, {"power_now", "120000"}}));
+  EXPECT_TRUE(isUsed({{"power_now", "10001"}}));
+  EXPECT_FALSE(isUsed({{"power_now", "10000"}}));
 }
 
-TEST(PackCycles, Of0AreNotAvailable) {
+TEST(PackCycles, AreUnknownUnlessPositive) {
   EXPECT_EQ(packOf(chargePack({{"cycle_count", "312"}})).battery.cycles, 312);
   EXPECT_EQ(packOf(chargePack({{"cycle_count", "1"}})).battery.cycles, 1);
   EXPECT_EQ(packOf(chargePack({{"cycle_count", missing}})).battery.cycles, std::nullopt);

@@ -6,7 +6,7 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-/// A pack with a flow in W.
+/// Returns a pack with this power, in W.
 Pack pack(Status status, double watts = 0) {
   Pack result;
   result.status = status;
@@ -29,27 +29,28 @@ const Charger mainsOff = charger(false, false);
 const Charger usb = charger(true, true);
 const Charger usbOff = charger(true, false);
 
-/// With something on the mains, so that the chargers' ratings count.
-PowerState rated(std::vector<Charger> chargers) {
+/// Combines the chargers with an online mains charger, so that external power is present and their
+/// ratings count.
+PowerState combineOnMains(std::vector<Charger> chargers) {
   chargers.push_back(mains);
   return combine({pack(Status::notCharging)}, chargers);
 }
 
 }  // namespace
 
-TEST(External, MainsOrWirelessThatIsOnline) {
+TEST(ExternalPower, IsPresentIfMainsIsOnline) {
   EXPECT_TRUE(combine({pack(Status::unknown)}, {mains}).external);
   EXPECT_TRUE(combine({pack(Status::discharging, -5)}, {mains}).external) << "a weak charger";
   EXPECT_FALSE(combine({pack(Status::unknown)}, {mainsOff}).external);
 }
 
-TEST(External, UsbThatIsOnlineWhileNoPackDischarges) {
+TEST(ExternalPower, IsPresentIfUsbIsOnlineAndNoPackDischarges) {
   EXPECT_TRUE(combine({pack(Status::notCharging)}, {mainsOff, usb}).external);
   EXPECT_FALSE(combine({pack(Status::discharging)}, {mainsOff, usb}).external) << "stale";
   EXPECT_FALSE(combine({pack(Status::unknown), pack(Status::discharging, -5)}, {usb}).external);
 }
 
-TEST(External, APackThatIsChargedFromOutside) {
+TEST(ExternalPower, IsPresentIfAPackChargesAndTotalFlowIsNotOutward) {
   EXPECT_TRUE(combine({pack(Status::charging, 5)}, {mainsOff}).external);
   EXPECT_TRUE(combine({pack(Status::charging, 0)}, {mainsOff}).external);
   EXPECT_FALSE(
@@ -57,7 +58,7 @@ TEST(External, APackThatIsChargedFromOutside) {
       << "from the other pack";
 }
 
-TEST(External, WithoutAnyChargerListedIsToldByThePacks) {
+TEST(ExternalPower, IsDerivedFromThePacksIfNoChargerIsListed) {
   EXPECT_TRUE(combine({pack(Status::charging, 5)}, {}).external);
   EXPECT_TRUE(combine({pack(Status::full)}, {}).external);
   EXPECT_TRUE(combine({pack(Status::notCharging)}, {}).external);
@@ -67,17 +68,17 @@ TEST(External, WithoutAnyChargerListedIsToldByThePacks) {
   EXPECT_FALSE(combine({pack(Status::full), pack(Status::discharging, -5)}, {}).external);
 }
 
-TEST(External, WithAChargerListedAFullPackIsNoSign) {
+TEST(ExternalPower, IsNotDerivedFromIdlePacksIfAChargerIsListed) {
   EXPECT_FALSE(combine({pack(Status::full)}, {mainsOff}).external);
   EXPECT_FALSE(combine({pack(Status::notCharging)}, {usbOff}).external);
 }
 
-TEST(External, IsNotToldByWhatIsUnknown) {
+TEST(ExternalPower, IsAbsentIfNothingIsKnown) {
   EXPECT_FALSE(combine({Pack()}, {}).external);
   EXPECT_FALSE(combine({Pack()}, {Charger()}).external);
 }
 
-TEST(Charging, IsAPackChargingWithANetFlowInwards) {
+TEST(ChargingState, IsSetIfAPackChargesAndTotalFlowIsNotOutward) {
   EXPECT_TRUE(combine({pack(Status::charging, 5)}, {}).charging);
   EXPECT_TRUE(combine({pack(Status::charging, 0)}, {}).charging);
   EXPECT_TRUE(combine({pack(Status::charging, 9), pack(Status::discharging, -4)}, {}).charging);
@@ -85,7 +86,7 @@ TEST(Charging, IsAPackChargingWithANetFlowInwards) {
   EXPECT_FALSE(combine({pack(Status::notCharging)}, {mains}).charging);
 }
 
-TEST(Discharging, IsAPackDischargingOrANetFlowOutwards) {
+TEST(DischargingState, IsSetIfAPackDischargesOrTotalFlowIsOutward) {
   EXPECT_TRUE(combine({pack(Status::discharging, 0)}, {}).discharging);
   EXPECT_TRUE(combine({pack(Status::unknown, -5)}, {}).discharging);
   EXPECT_TRUE(combine({pack(Status::charging, 4), pack(Status::discharging, -9)}, {}).discharging);
@@ -93,25 +94,25 @@ TEST(Discharging, IsAPackDischargingOrANetFlowOutwards) {
   EXPECT_FALSE(combine({pack(Status::unknown, 5)}, {}).discharging);
 }
 
-TEST(Discharging, IsANetFlowOutwardsHoweverSmall) {
+TEST(DischargingState, IsSetIfTotalFlowIsMinimallyOutward) {
   const std::vector<Pack> packs = {pack(Status::charging), pack(Status::notCharging, -1e-12)};
   EXPECT_FALSE(combine(packs, {mains}).charging);
   EXPECT_TRUE(combine(packs, {mains}).discharging);
 }
 
-TEST(Discharging, IsToldByTheCurrentWhereThePowerIsNotKnown) {
+TEST(DischargingState, IsDerivedFromTheCurrentIfThePowerIsUnknown) {
   Pack voltless = pack(Status::unknown);
   voltless.battery.microamps = -0.5e6;
   EXPECT_TRUE(combine({voltless}, {}).discharging);
 }
 
-TEST(Full, IsEveryPackFull) {
+TEST(FullState, IsSetIfAllPacksAreFull) {
   EXPECT_TRUE(combine({packAt(Status::full, 97)}, {}).full);
   EXPECT_TRUE(combine({packAt(Status::full, std::nullopt), packAt(Status::full, 100)}, {}).full);
   EXPECT_FALSE(combine({packAt(Status::full, 100), packAt(Status::charging, 100)}, {}).full);
 }
 
-TEST(Full, IsAlsoAnIdlePackAt99Percent) {
+TEST(FullState, IsSetForAnIdlePackFrom99Percent) {
   for (const Status status : {Status::unknown, Status::notCharging}) {
     EXPECT_TRUE(combine({packAt(status, 99)}, {}).full);
     EXPECT_FALSE(combine({packAt(status, 98)}, {}).full);
@@ -129,60 +130,60 @@ TEST(Adapter, IsDescribedOnlyOnExternalPower) {
   EXPECT_EQ(state.adapterName, "");
 }
 
-TEST(Adapter, HasTheMostWattsOfTheOnlineChargers) {
-  EXPECT_EQ(rated({charger(true, true, 65), charger(false, true, 45)}).adapterWatts, 65);
-  EXPECT_EQ(rated({charger(true, true, 65), charger(true, false, 100)}).adapterWatts, 65);
+TEST(Adapter, HasTheHighestRatingOfTheOnlineChargers) {
+  EXPECT_EQ(combineOnMains({charger(true, true, 65), charger(false, true, 45)}).adapterWatts, 65);
+  EXPECT_EQ(combineOnMains({charger(true, true, 65), charger(true, false, 100)}).adapterWatts, 65);
 }
 
-TEST(Adapter, HasWholeWatts) {
-  EXPECT_EQ(rated({charger(true, true, 77.586)}).adapterWatts, 78);
-  EXPECT_EQ(rated({charger(true, true, 44.4)}).adapterWatts, 44);
+TEST(Adapter, RoundsTheRatingToWholeWatts) {
+  EXPECT_EQ(combineOnMains({charger(true, true, 77.586)}).adapterWatts, 78);
+  EXPECT_EQ(combineOnMains({charger(true, true, 44.4)}).adapterWatts, 44);
 }
 
-TEST(Adapter, BelowAWattHasNone) {
-  EXPECT_EQ(rated({charger(true, true, 0.99)}).adapterWatts, 0);
-  EXPECT_EQ(rated({charger(true, true, 0.99)}).adapterName, "");
-  EXPECT_EQ(rated({charger(true, true, 1.0)}).adapterWatts, 1);
+TEST(Adapter, HasNoRatingBelowOneWatt) {
+  EXPECT_EQ(combineOnMains({charger(true, true, 0.99)}).adapterWatts, 0);
+  EXPECT_EQ(combineOnMains({charger(true, true, 0.99)}).adapterName, "");
+  EXPECT_EQ(combineOnMains({charger(true, true, 1.0)}).adapterWatts, 1);
 }
 
-TEST(Adapter, OfMoreWattsThanANumberHoldsHasNone) {
-  EXPECT_EQ(rated({charger(true, true, 1e19)}).adapterWatts, 0);
-  EXPECT_EQ(rated({charger(true, true, 1e19)}).adapterName, "");
+TEST(Adapter, HasNoRatingThatExceeds64Bits) {
+  EXPECT_EQ(combineOnMains({charger(true, true, 1e19)}).adapterWatts, 0);
+  EXPECT_EQ(combineOnMains({charger(true, true, 1e19)}).adapterName, "");
 }
 
-TEST(Adapter, IsCalledByTheFirstOnlineChargerThatHasAName) {
-  EXPECT_EQ(rated({charger(true, false, 0, "Offline"), charger(true, true),
-                   charger(true, true, 0, "A"), charger(true, true, 65, "B")})
+TEST(Adapter, HasTheNameOfTheFirstOnlineChargerWithAName) {
+  EXPECT_EQ(combineOnMains({charger(true, false, 0, "Offline"), charger(true, true),
+                            charger(true, true, 0, "A"), charger(true, true, 65, "B")})
                 .adapterName,
             "A");
 }
 
-TEST(Adapter, OfTheMainsMayHaveAName) {
-  EXPECT_EQ(rated({charger(false, true, 0, "Acme Brick")}).adapterName, "Acme Brick");
+TEST(Adapter, HasTheNameOfAMainsCharger) {
+  EXPECT_EQ(combineOnMains({charger(false, true, 0, "Acme Brick")}).adapterName, "Acme Brick");
 }
 
-TEST(Adapter, OfUsbWithoutANameIsCalledByItsWatts) {
-  EXPECT_EQ(rated({charger(true, true, 65)}).adapterName, "65W USB-C Power Adapter");
-  EXPECT_EQ(rated({charger(false, true, 45), charger(true, true, 65)}).adapterName,
+TEST(Adapter, IsNamedByItsRatingIfAUsbChargerHasNoName) {
+  EXPECT_EQ(combineOnMains({charger(true, true, 65)}).adapterName, "65W USB-C Power Adapter");
+  EXPECT_EQ(combineOnMains({charger(false, true, 45), charger(true, true, 65)}).adapterName,
             "65W USB-C Power Adapter");
 }
 
-TEST(Adapter, OfAnotherKindWithoutANameHasNone) {
-  EXPECT_EQ(rated({charger(false, true, 65)}).adapterName, "");
-  EXPECT_EQ(rated({charger(false, true, 65), charger(true, true, 45)}).adapterName, "");
-  EXPECT_EQ(rated({charger(true, true, 45), charger(false, true, 65)}).adapterName, "");
-  EXPECT_EQ(rated({charger(true, false, 65), charger(false, true, 65)}).adapterName, "");
+TEST(Adapter, HasNoNameIfTheHighestRatedChargerIsUnnamedMains) {
+  EXPECT_EQ(combineOnMains({charger(false, true, 65)}).adapterName, "");
+  EXPECT_EQ(combineOnMains({charger(false, true, 65), charger(true, true, 45)}).adapterName, "");
+  EXPECT_EQ(combineOnMains({charger(true, true, 45), charger(false, true, 65)}).adapterName, "");
+  EXPECT_EQ(combineOnMains({charger(true, false, 65), charger(false, true, 65)}).adapterName, "");
 }
 
-TEST(Adapter, OfAnUnknownKindWithoutANameHasNone) {
+TEST(Adapter, HasNoNameIfAChargerOfUnknownTypeHasNone) {
   Charger charger;
   charger.online = true;
   charger.ratedWatts = 65;
-  EXPECT_EQ(rated({charger}).adapterName, "");
+  EXPECT_EQ(combineOnMains({charger}).adapterName, "");
 }
 
-TEST(Adapter, NobodyDescribesIsUnknown) {
-  const PowerState state = rated({usb});
+TEST(Adapter, IsUnknownIfNoChargerDescribesIt) {
+  const PowerState state = combineOnMains({usb});
   EXPECT_EQ(state.adapterWatts, 0);
   EXPECT_EQ(state.adapterName, "");
 }

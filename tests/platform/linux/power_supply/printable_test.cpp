@@ -7,27 +7,27 @@
 
 namespace lumowatt {
 
-TEST(Printable, KeepsTextInAnyScript) {
+TEST(Printable, PreservesTextInAnyScript) {
   EXPECT_EQ(printable("LNV-45N1"), "LNV-45N1");
   EXPECT_EQ(printable("Größe 電池 🔋"), "Größe 電池 🔋");
 }
 
-TEST(Printable, IsEmptyForNothing) {
+TEST(Printable, IsEmptyForEmptyTextAndWhiteSpace) {
   EXPECT_EQ(printable(""), "");
   EXPECT_EQ(printable(" \n\t "), "");
 }
 
-TEST(Printable, DropsBlanksAtTheEndsAndKeepsThoseInside) {
+TEST(Printable, DropsBlanksOnlyAtTheEnds) {
   EXPECT_EQ(printable("  G903 Wi  Logitech \n"), "G903 Wi  Logitech");
 }
 
-TEST(Printable, IsOneLine) {
+TEST(Printable, ReturnsOneLine) {
   EXPECT_EQ(printable("first\nsecond"), "first second");
   EXPECT_EQ(printable("a\tb\rc"), "a b c");
   EXPECT_EQ(printable("a\u2028b\u0085c"), "abc");
 }
 
-TEST(Printable, DropsControls) {
+TEST(Printable, DropsControlCharacters) {
   EXPECT_EQ(printable(std::string("A\0B\x01"
                                   "C\x7F",
                                   6)),
@@ -36,33 +36,33 @@ TEST(Printable, DropsControls) {
   EXPECT_EQ(printable("\uFEFFzero\u200B \u2060width\u00AD"), "zero width");
 }
 
-TEST(Printable, DropsWhatIsNoCharacter) {
+TEST(Printable, DropsNoncharacters) {
   EXPECT_EQ(printable("Foo\uFDD0\uFDEFBar"), "FooBar");
   EXPECT_EQ(printable("\uFFFE\uFFFF\U0001FFFE\U0002FFFF\U0010FFFFplane"), "plane");
   EXPECT_EQ(printable("\uFDCF\uFDF0\U0001FFFD"), "\uFDCF\uFDF0\U0001FFFD");
 }
 
-TEST(Printable, DropsWhatIsNotUtf8) {
+TEST(Printable, DropsInvalidUtf8) {
   EXPECT_EQ(printable("\xFF\xFE"
                       "SANYO\x80"),
             "SANYO");
-  EXPECT_EQ(printable("a\xC3"), "a") << "cut short";
-  EXPECT_EQ(printable("\xC3("), "(") << "not continued";
-  EXPECT_EQ(printable("\xC0\xAF"), "") << "longer than need be";
-  EXPECT_EQ(printable("\xE0\x80\x80"), "") << "longer than need be";
-  EXPECT_EQ(printable("\xED\xA0\x80"), "") << "half of a surrogate pair";
-  EXPECT_EQ(printable("\xF4\x90\x80\x80"), "") << "beyond the last character";
+  EXPECT_EQ(printable("a\xC3"), "a") << "truncated";
+  EXPECT_EQ(printable("\xC3("), "(") << "no continuation byte";
+  EXPECT_EQ(printable("\xC0\xAF"), "") << "overlong";
+  EXPECT_EQ(printable("\xE0\x80\x80"), "") << "overlong";
+  EXPECT_EQ(printable("\xED\xA0\x80"), "") << "surrogate";
+  EXPECT_EQ(printable("\xF4\x90\x80\x80"), "") << "above U+10FFFF";
   EXPECT_EQ(printable("\xF5\x80\x80\x80"), "");
 }
 
-TEST(Printable, DropsEachRangeOfInvisibleCharactersFromItsFirstToItsLast) {
+TEST(Printable, DropsEachRangeOfInvisibleCharacters) {
   const std::string_view invisible[] = {
-      // Cc: controls
+      // Cc: control characters
       "\x1F",
       "\x7F",
       "\u0080",
       "\u009F",
-      // Cf, Zl, Zp: they steer the text around them
+      // Cf, Zl, Zp: format characters and separators
       "\u00AD",
       "\u200B",
       "\u200F",
@@ -76,12 +76,12 @@ TEST(Printable, DropsEachRangeOfInvisibleCharactersFromItsFirstToItsLast) {
       "\uFFFB",
       "\U000E0001",
       "\U000E007F",
-      // Default_Ignorable_Code_Point: nothing is shown for them, though none is assigned yet
+      // Default_Ignorable_Code_Point: unassigned, but invisible by definition
       "\uFFF0",
       "\uFFF8",
       "\U000E0000",
       "\U000E0FFF",
-      // Co: private
+      // Co: private use
       "\uE000",
       "\uF8FF",
       "\U000F0000",
@@ -94,27 +94,27 @@ TEST(Printable, DropsEachRangeOfInvisibleCharactersFromItsFirstToItsLast) {
   }
 }
 
-TEST(Printable, KeepsTheNeighborsOfInvisibleCharacters) {
+TEST(Printable, PreservesNeighborsOfInvisibleCharacters) {
   const std::string_view visible[] = {
-      "~",           // before the delete control
-      "\u00A0",      // no-break space, after the controls
+      "~",           // tilde, before the delete character
+      "\u00A0",      // no-break space, after the control characters
       "\u00AC",      // not sign, before the soft hyphen
-      "\u00AE",      // registered sign, after it
-      "\u200A",      // hair space, before the space of no width
-      "\u2010",      // hyphen, after the marks of direction
+      "\u00AE",      // registered sign, after the soft hyphen
+      "\u200A",      // hair space, before the zero-width space
+      "\u2010",      // hyphen, after the directional marks
       "\u2027",      // hyphenation point, before the line separator
-      "\u202F",      // narrow no-break space, after the overrides of direction
+      "\u202F",      // narrow no-break space, after the directional overrides
       "\u205F",      // mathematical space, before the word joiner
-      "\u2070",      // superscript zero, after the shapes of digits
-      "\uD7FF",      // the last before the halves of surrogate pairs
-      "\uF900",      // a CJK ideograph, after the private ones
+      "\u2070",      // superscript zero, after the digit shapes
+      "\uD7FF",      // the last code point before the surrogates
+      "\uF900",      // a CJK ideograph, after the private-use characters
       "\uFEFE",      // before the byte order mark
-      "\uFF00",      // after it
+      "\uFF00",      // after the byte order mark
       "\uFFEF",      // before the specials
       "\uFFFC",      // object replacement character, after the annotations
-      "\uFFFD",      // replacement character, the last of its plane that is one
-      "\U0001FFFD",  // likewise
-      "\U000DFFFD",  // the last of all before the tags
+      "\uFFFD",      // replacement character, the last character of plane 0
+      "\U0001FFFD",  // the last character of plane 1
+      "\U000DFFFD",  // the last character before the tags
   };
   for (const std::string_view character : visible) {
     const std::string text = "a" + std::string(character) + "b";
@@ -122,13 +122,13 @@ TEST(Printable, KeepsTheNeighborsOfInvisibleCharacters) {
   }
 }
 
-TEST(Printable, KeepsTheFirstAndTheLastCharacterOfEachLength) {
+TEST(Printable, PreservesFirstAndLastCharacterOfEachLength) {
   for (const char* const text : {"!", "~", "\u00A1", "\u07FF", "\u0800", "\uFFFD", "\U00010000"}) {
     EXPECT_EQ(printable(text), text);
   }
 }
 
-TEST(Printable, DropsWhatIsLongerThanNeedBe) {
+TEST(Printable, DropsOverlongEncodings) {
   EXPECT_EQ(printable("\xC0\x81 \xC1\x81"), "") << "U+0001 and A in two bytes";
   EXPECT_EQ(printable("\xE0\x81\x81"), "") << "A in three bytes";
   EXPECT_EQ(printable("\xE0\x9F\xBF"), "") << "U+07FF in three bytes";
@@ -136,19 +136,19 @@ TEST(Printable, DropsWhatIsLongerThanNeedBe) {
   EXPECT_EQ(printable("\xF0\x8F\xA4\x80"), "") << "U+F900 in four bytes";
 }
 
-TEST(Printable, DropsEveryHalfOfASurrogatePair) {
-  EXPECT_EQ(printable("a\xED\xA0\x80z"), "az") << "the first, U+D800";
-  EXPECT_EQ(printable("a\xED\xBF\xBFz"), "az") << "the last, U+DFFF";
+TEST(Printable, DropsSurrogates) {
+  EXPECT_EQ(printable("a\xED\xA0\x80z"), "az") << "the first surrogate, U+D800";
+  EXPECT_EQ(printable("a\xED\xBF\xBFz"), "az") << "the last surrogate, U+DFFF";
 }
 
 TEST(Printable, DropsBytesThatBeginNoCharacter) {
-  EXPECT_EQ(printable("\x80\xBF\xBF"), "") << "continuations";
-  EXPECT_EQ(printable("\xF8\x88\x80\x80\x80"), "") << "a length that there is not";
-  EXPECT_EQ(printable("\xF9\x90\x80\x80"), "") << "likewise";
-  EXPECT_EQ(printable("\xE2\x82z"), "z") << "not continued";
+  EXPECT_EQ(printable("\x80\xBF\xBF"), "") << "continuation bytes";
+  EXPECT_EQ(printable("\xF8\x88\x80\x80\x80"), "") << "invalid length";
+  EXPECT_EQ(printable("\xF9\x90\x80\x80"), "") << "invalid length";
+  EXPECT_EQ(printable("\xE2\x82z"), "z") << "no continuation byte";
 }
 
-TEST(Printable, DropsACharacterThatIsCutShortAndReadsNoFurther) {
+TEST(Printable, DropsTruncatedCharactersWithoutReadingFurther) {
   for (const std::string_view character : {"é", "電", "🔋"}) {
     for (std::size_t length = 1; length < character.size(); ++length) {
       EXPECT_EQ(printable(character.substr(0, length)), "") << character << ' ' << length;

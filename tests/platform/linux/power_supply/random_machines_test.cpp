@@ -10,7 +10,8 @@ namespace {
 
 using nlohmann::json;
 
-/// Machines of all kinds: likely ones, with any attribute missing or strange.
+/// Generator of random machines. Most values are plausible; any attribute may be missing or
+/// invalid.
 class RandomMachines {
  public:
   void fill(const MockMachine& machine) {
@@ -29,7 +30,8 @@ class RandomMachines {
     return choices[static_cast<std::size_t>(number(0, static_cast<int>(choices.size()) - 1))];
   }
 
-  /// Mostly a number in the range, sometimes anything else.
+  /// Returns a number in the range with a probability of 80 %, otherwise an invalid or extreme
+  /// value.
   std::string figure(int least, int most) {
     if (number(0, 9) > 1) return std::to_string(number(least, most)) + "\n";
     return oneOf({missing, "", "0", "-1", "9223372036854775807", "-9223372036854775808", "x"});
@@ -63,13 +65,13 @@ class RandomMachines {
   std::mt19937_64 random_{20260102};
 };
 
-std::int64_t valueOr(const json& object, const std::string& key, std::int64_t otherwise) {
-  return object.contains(key) ? object[key].get<std::int64_t>() : otherwise;
+std::int64_t valueOr(const json& object, const std::string& key, std::int64_t fallback) {
+  return object.contains(key) ? object[key].get<std::int64_t>() : fallback;
 }
 
 }  // namespace
 
-TEST(RandomMachines, GiveDictionariesThatAgreeWithThemselves) {
+TEST(RandomMachines, HaveConsistentProperties) {
   RandomMachines machines;
   int charging = 0;
   int onBattery = 0;

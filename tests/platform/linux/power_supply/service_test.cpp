@@ -22,7 +22,7 @@ json propertiesWith(const Attributes& changes) {
   return machine.properties();
 }
 
-/// Adds ten thousand supplies that are all the same device.
+/// Adds ten thousand supplies, which are links to the same device.
 void addThousands(const MockMachine& machine, const Attributes& attributes) {
   machine.supply("../device", attributes);
   std::filesystem::create_directories(machine.powerSupplyFolder());
@@ -34,7 +34,7 @@ void addThousands(const MockMachine& machine, const Attributes& attributes) {
 
 }  // namespace
 
-TEST(LaptopPacks, AreBatteriesOfTheSystem) {
+TEST(LaptopPacks, HaveAnyScopeExceptDevice) {
   for (const char* scope : {"System\n", "Unknown\n", "", "(missing)"}) {
     EXPECT_FALSE(propertiesWith({{"scope", scope}}).is_null()) << scope;
   }
@@ -43,7 +43,7 @@ TEST(LaptopPacks, AreBatteriesOfTheSystem) {
   }
 }
 
-TEST(LaptopPacks, ArePresent) {
+TEST(LaptopPacks, AreIgnoredIfNotPresent) {
   EXPECT_FALSE(propertiesWith({{"present", missing}}).is_null());
   EXPECT_FALSE(propertiesWith({{"present", ""}}).is_null());
   EXPECT_FALSE(propertiesWith({{"present", "2"}}).is_null());
@@ -51,7 +51,7 @@ TEST(LaptopPacks, ArePresent) {
   EXPECT_TRUE(propertiesWith({{"present", " +0 \n"}}).is_null());
 }
 
-TEST(LaptopPacks, AreOfTypeBattery) {
+TEST(LaptopPacks, HaveTheTypeBattery) {
   EXPECT_TRUE(propertiesWith({{"type", "UPS"}}).is_null());
   EXPECT_TRUE(propertiesWith({{"type", missing}}).is_null());
   EXPECT_FALSE(propertiesWith({{"type", " Battery \n"}}).is_null());
@@ -66,18 +66,18 @@ TEST(LaptopPacks, MayHaveAnyName) {
   }
 }
 
-TEST(Service, WithoutItsFolderHasNoBattery) {
+TEST(Service, ReportsNoBatteryWithoutItsFolder) {
   const MockMachine machine;
   EXPECT_TRUE(machine.properties().is_null());
 }
 
-TEST(Service, WithChargersAloneHasNoBattery) {
+TEST(Service, ReportsNoBatteryIfThereAreOnlyChargers) {
   const MockMachine machine;
   machine.supply("AC", {{"type", "Mains"}, {"online", "1"}});
   EXPECT_TRUE(machine.properties().is_null());
 }
 
-TEST(Service, IgnoresWhatIsNoSupply) {
+TEST(Service, IgnoresIrrelevantAndInvalidSupplies) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
   const json alone = machine.properties();
@@ -89,11 +89,11 @@ TEST(Service, IgnoresWhatIsNoSupply) {
   EXPECT_EQ(machine.properties(), alone);
 }
 
-TEST(Service, ABatteryThatIsOnlineIsNoCharger) {
+TEST(Service, DoesNotTreatAnOnlineBatteryAsACharger) {
   EXPECT_EQ(propertiesWith({{"online", "1"}})["ExternalConnected"], 0);
 }
 
-TEST(Service, WithoutAFlowGivesTheDriversEstimate) {
+TEST(Service, ReportsTheDriversEstimateIfNoFlowIsKnown) {
   const json properties = propertiesWith({{"current_now", missing}, {"time_to_empty_now", "7200"}});
   EXPECT_EQ(properties["AvgTimeToEmpty"], 120);
   EXPECT_EQ(properties["TimeRemaining"], 120);
@@ -111,7 +111,7 @@ TEST(Service, DescribesTheAdapterOfOnlineChargers) {
             json({{"Watts", 65}, {"Name", "65W USB-C Power Adapter"}}));
 }
 
-TEST(Service, SeveralPacksAreOneBattery) {
+TEST(Service, CombinesSeveralPacksIntoOneBattery) {
   const MockMachine machine;
   machine.supply("BAT0", energyPack({{"energy_now", "10000000"}, {"power_now", "0"}}));
   machine.supply("BAT1", energyPack({{"energy_full", "30000000"}, {"energy_now", "20000000"}}));
@@ -126,7 +126,7 @@ TEST(Service, SeveralPacksAreOneBattery) {
   EXPECT_EQ(properties["AvgTimeToEmpty"], 360) << "30 Wh at 5 W";
 }
 
-TEST(Service, SeveralPacksThatCountChargeAreOneBattery) {
+TEST(Service, CombinesSeveralPacksThatReportCharge) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
   machine.supply("BAT1", chargePack({{"charge_full", "2000000"},
@@ -140,7 +140,7 @@ TEST(Service, SeveralPacksThatCountChargeAreOneBattery) {
   EXPECT_EQ(properties["AvgTimeToEmpty"], 165) << "33 Wh at 12 W";
 }
 
-TEST(Service, ThousandsOfPortsAndPeripheralsDoNotHideThePack) {
+TEST(Service, FindsThePackAmongThousandsOfPortsAndPeripherals) {
   for (const Attributes& attributes :
        {Attributes{{"type", "USB\n"}, {"online", "0\n"}}, chargePack({{"scope", "Device\n"}})}) {
     const MockMachine machine;
@@ -151,8 +151,8 @@ TEST(Service, ThousandsOfPortsAndPeripheralsDoNotHideThePack) {
   }
 }
 
-TEST(Service, ThousandsOfPacksAreOneBattery) {
-  // Of 50 Wh at 10 V (5 Ah) each, and of 5 W at 12.5 V (400 mA).
+TEST(Service, CombinesThousandsOfPacksIntoOneBattery) {
+  // Each pack has 50 Wh at 10 V (5 Ah), and 5 W at 12.5 V (400 mA).
   const MockMachine machine;
   addThousands(machine, energyPack());
   const json properties = machine.properties();
@@ -164,7 +164,7 @@ TEST(Service, ThousandsOfPacksAreOneBattery) {
   EXPECT_EQ(properties["Amperage"], -4'000'000);
 }
 
-TEST(Service, IsReadAfreshEachTime) {
+TEST(Service, ReadsTheFilesAgainOnEachCall) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
   Service service(machine.powerSupplyFolder(), machine.hwmonFolder());
@@ -177,7 +177,7 @@ TEST(Service, IsReadAfreshEachTime) {
   EXPECT_TRUE(service.properties());
 }
 
-TEST(Service, ASupplyWhoseTypeIsAPipeIsNoSupply) {
+TEST(Service, IgnoresSuppliesWhoseTypeIsAPipe) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
   const json alone = machine.properties();
@@ -189,7 +189,7 @@ TEST(Service, ASupplyWhoseTypeIsAPipeIsNoSupply) {
   EXPECT_EQ(machine.properties(), alone);
 }
 
-TEST(Service, AChargerWhoseAttributesArePipesIsOffline) {
+TEST(Service, TreatsChargersWhoseAttributesArePipesAsOffline) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
   machine.supply("AC", {{"type", "Mains\n"}});
@@ -200,7 +200,7 @@ TEST(Service, AChargerWhoseAttributesArePipesIsOffline) {
   EXPECT_EQ(machine.properties(), offline);
 }
 
-TEST(Service, AFolderThatIsAPipeHasNoBattery) {
+TEST(Service, ReportsNoBatteryIfItsFolderIsAPipe) {
   const MockMachine machine;
   machine.supply("BAT0", chargePack());
   std::filesystem::remove_all(machine.powerSupplyFolder());
@@ -208,24 +208,25 @@ TEST(Service, AFolderThatIsAPipeHasNoBattery) {
   EXPECT_EQ(machine.properties(), nullptr);
 }
 
-// Whatever is wrong with one attribute, the result is that of a machine that does not have it.
-class BadAttribute : public testing::TestWithParam<std::string> {};
+/// An attribute with invalid content, or one that cannot be read. The properties must equal those
+/// of a machine without the attribute.
+class InvalidAttribute : public testing::TestWithParam<std::string> {};
 
-TEST_P(BadAttribute, CountsAsAbsent) {
+TEST_P(InvalidAttribute, IsTreatedAsMissing) {
   const std::string& attribute = GetParam();
   const json absent = propertiesWith({{attribute, missing}});
 
-  const std::string strange[] = {"",
-                                 "\n",
-                                 "unknown\n",
-                                 "12.5\n",
-                                 "0x10\n",
-                                 "1 2\n",
-                                 "99999999999999999999\n",
-                                 "\xFF\xFE\x80",
-                                 std::string("5\0", 2),
-                                 std::string(5000, '9')};
-  for (const std::string& contents : strange) {
+  const std::string invalidContents[] = {"",
+                                         "\n",
+                                         "unknown\n",
+                                         "12.5\n",
+                                         "0x10\n",
+                                         "1 2\n",
+                                         "99999999999999999999\n",
+                                         "\xFF\xFE\x80",
+                                         std::string("5\0", 2),
+                                         std::string(5000, '9')};
+  for (const std::string& contents : invalidContents) {
     EXPECT_EQ(propertiesWith({{attribute, contents}}), absent) << contents.substr(0, 20);
   }
 
@@ -243,19 +244,19 @@ TEST_P(BadAttribute, CountsAsAbsent) {
   std::filesystem::remove(path);
   ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
   const int writer = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-  EXPECT_EQ(machine.properties(), absent) << "nothing to read yet: EAGAIN";
+  EXPECT_EQ(machine.properties(), absent) << "a pipe without data: EAGAIN";
   ::close(writer);
-  EXPECT_EQ(machine.properties(), absent) << "nobody to write anything";
+  EXPECT_EQ(machine.properties(), absent) << "a pipe without a writer";
 }
 
-INSTANTIATE_TEST_SUITE_P(Pack, BadAttribute,
+INSTANTIATE_TEST_SUITE_P(Pack, InvalidAttribute,
                          testing::Values("scope", "present", "status", "capacity", "charge_full",
                                          "charge_full_design", "charge_now", "voltage_now",
                                          "voltage_min_design", "current_now", "temp", "cycle_count",
                                          "time_to_empty_now"),
                          [](const auto& test) { return test.param; });
 
-TEST(Service, HugeFiguresAreFiguresOrLeftOut) {
+TEST(Service, ReportsHugeValuesUnlessTheyExceed64Bits) {
   const std::string huge = "9223372036854775807\n";
   const json properties = propertiesWith({{"charge_full", huge},
                                           {"charge_full_design", huge},
@@ -269,12 +270,12 @@ TEST(Service, HugeFiguresAreFiguresOrLeftOut) {
   EXPECT_EQ(properties["CurrentCapacity"], 100);
   EXPECT_EQ(properties["AppleRawMaxCapacity"], 9223372036854776) << "µAh, rounded to mAh";
   EXPECT_EQ(properties["CycleCount"], 9223372036854775807);
-  EXPECT_FALSE(properties.contains("Temperature")) << "ten times that does not fit";
+  EXPECT_FALSE(properties.contains("Temperature")) << "ten times the value exceeds 64 bits";
   EXPECT_FALSE(properties["PowerTelemetryData"].contains("BatteryPower"));
-  EXPECT_EQ(properties["AvgTimeToEmpty"], 60) << "as much per hour as there is";
+  EXPECT_EQ(properties["AvgTimeToEmpty"], 60) << "the current empties the battery in one hour";
 }
 
-TEST(Service, NegativeFiguresDoNotTurnAgainstTheReader) {
+TEST(Service, OmitsOrClampsNegativeValues) {
   const json properties = propertiesWith({{"charge_full", "-4000000"},
                                           {"charge_now", "-2000000"},
                                           {"voltage_now", "-12000000"},
@@ -287,8 +288,8 @@ TEST(Service, NegativeFiguresDoNotTurnAgainstTheReader) {
   EXPECT_FALSE(properties.contains("CycleCount"));
 }
 
-// Exact halves in the kernel's units: nothing is rounded on the way to the one rounding.
-TEST(Halves, AreRoundedAwayFromZero) {
+// Values that are exact halves in the kernel's units. They must be rounded only once.
+TEST(ServiceRounding, RoundsHalvesAwayFromZero) {
   EXPECT_EQ(propertiesWith({{"charge_now", "410000"}, {"current_now", "400000"}})["TimeRemaining"],
             62)
       << "61.5 min";
@@ -308,7 +309,7 @@ TEST(Halves, AreRoundedAwayFromZero) {
       << "7.5 mA";
 }
 
-TEST(Halves, OfSeveralPacksAreRoundedAwayFromZero) {
+TEST(ServiceRounding, RoundsHalvesOfSeveralPacksAwayFromZero) {
   const MockMachine machine;
   const Attributes pack = {{"charge_full", "9000000"},
                            {"charge_now", "4100500"},
@@ -336,19 +337,19 @@ class LinuxMachine : public testing::TestWithParam<std::string> {
   }
 };
 
-TEST_P(LinuxMachine, HasItsDictionary) {
-  const auto found = properties();
+TEST_P(LinuxMachine, HasTheExpectedProperties) {
+  const auto actual = properties();
   if (!std::filesystem::exists(file("properties.json"))) {
-    EXPECT_FALSE(found) << "a machine without a battery";
+    EXPECT_FALSE(actual) << "a machine without a battery";
     return;
   }
-  ASSERT_TRUE(found);
-  // Through the dictionary and back, so that truth values are numbers on both sides.
+  ASSERT_TRUE(actual);
+  // Converts the expected JSON to properties and back, so that its Booleans become numbers.
   const auto expected = propertiesFromJson(jsonFile(file("properties.json")));
-  EXPECT_EQ(jsonFromProperties(*found), jsonFromProperties(expected));
+  EXPECT_EQ(jsonFromProperties(*actual), jsonFromProperties(expected));
 }
 
-TEST_P(LinuxMachine, HasItsReadingAndDump) {
+TEST_P(LinuxMachine, HasTheExpectedReadingAndDump) {
   Service service(file("class/power_supply"), file("class/hwmon"));
   const auto reading = read(service);
   EXPECT_EQ(reading ? dump(*reading) : "error=no battery\n", fileContents(file("expected.txt")));

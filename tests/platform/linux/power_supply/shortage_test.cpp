@@ -1,5 +1,5 @@
-// A machine whose files can no longer be opened, from every moment on at which that can begin: no
-// reading may be half of one.
+// The process runs out of file descriptors during a reading, at each possible moment. No reading
+// may return incomplete properties.
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -17,24 +17,24 @@ namespace lumowatt::power_supply {
 
 namespace {
 
-/// As long as it lives, this process cannot open another file.
-class NoFiles {
+/// Prevents this process from opening further files until it is destroyed.
+class FileBlocker {
  public:
-  NoFiles() {
+  FileBlocker() {
     ::getrlimit(RLIMIT_NOFILE, &before_);
-    const rlimit none{.rlim_cur = 0, .rlim_max = before_.rlim_max};
-    EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    const rlimit limit{.rlim_cur = 0, .rlim_max = before_.rlim_max};
+    EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
   }
-  NoFiles(const NoFiles&) = delete;
-  NoFiles& operator=(const NoFiles&) = delete;
-  ~NoFiles() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+  FileBlocker(const FileBlocker&) = delete;
+  FileBlocker& operator=(const FileBlocker&) = delete;
+  ~FileBlocker() { ::setrlimit(RLIMIT_NOFILE, &before_); }
 
  private:
   rlimit before_{};
 };
 
-/// A laptop that is read in every way that there is: on power, with sensors of its own.
-void makeLaptop(const MockMachine& machine) {
+/// Adds a laptop for which all kinds of files are read: it is on external power and has sensors.
+void addLaptop(const MockMachine& machine) {
   machine.supply("macsmc-battery", chargePack({{"status", "Charging\n"}}));
   machine.supply("port", {{"type", "USB\n"},
                           {"online", "1\n"},
@@ -54,37 +54,37 @@ std::string errorLine() {
 
 }  // namespace
 
-TEST(Shortage, OfFilesIsNoBatteryAndToldOnceUntilItIsOver) {
+TEST(FileShortage, YieldsNoBatteryAndIsReportedOnceUntilItEnds) {
   const MockMachine machine;
-  makeLaptop(machine);
+  addLaptop(machine);
   Service service(machine.powerSupplyFolder(), machine.hwmonFolder());
   for (int shortage = 0; shortage < 2; ++shortage) {
     EXPECT_TRUE(service.properties());
     testing::internal::CaptureStderr();
     {
-      const NoFiles none;
+      const FileBlocker blocker;
       for (int i = 0; i < 3; ++i) EXPECT_FALSE(service.properties());
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), errorLine());
   }
 }
 
-TEST(Shortage, OfFilesFromAnyMomentOnIsNoBatteryRatherThanHalfOfOne) {
+TEST(FileShortage, YieldsNoBatteryWheneverItBeginsDuringAReading) {
   const MockMachine machine;
-  makeLaptop(machine);
+  addLaptop(machine);
   const auto whole = machine.properties();
   ASSERT_NE(whole, nullptr);
   int moment = 1;
-  for (bool happened = true; happened; ++moment) {
-    std::optional<NoFiles> shortage;
+  for (bool hasOccurred = true; hasOccurred; ++moment) {
+    std::optional<FileBlocker> shortage;
     testing::internal::CaptureStderr();
-    atOpening(moment, [&shortage] { shortage.emplace(); });
+    onOpen(moment, [&shortage] { shortage.emplace(); });
     const auto properties = machine.properties();
-    happened = shortage.has_value();
+    hasOccurred = shortage.has_value();
     shortage.reset();
-    atOpening(0, nullptr);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), happened ? errorLine() : "") << moment;
-    if (happened) {
+    onOpen(0, nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), hasOccurred ? errorLine() : "") << moment;
+    if (hasOccurred) {
       EXPECT_EQ(properties, nullptr) << moment;
     } else {
       EXPECT_EQ(properties, whole) << moment;

@@ -33,7 +33,8 @@ class Sysfs : public testing::Test {
   TemporaryFolder folder;
 };
 
-/// The reason of the failure that an action throws; empty when it throws none.
+/// Returns the reason of the `Failure` that the action throws, or an empty string if it throws
+/// none.
 template <typename Action>
 std::string failureOf(const Action& action) {
   try {
@@ -46,7 +47,7 @@ std::string failureOf(const Action& action) {
 
 }  // namespace
 
-TEST_F(Sysfs, AClassListsItsDevicesByName) {
+TEST_F(Sysfs, ListsDevicesSortedByName) {
   folder.write("BAT1/type", "");
   folder.write("AC/type", "");
   folder.write("BAT10/type", "");
@@ -55,14 +56,14 @@ TEST_F(Sysfs, AClassListsItsDevicesByName) {
   EXPECT_EQ(Class(folder.path()).deviceNames(), expected);
 }
 
-TEST_F(Sysfs, AClassThatIsMissingHasNoDevices) {
+TEST_F(Sysfs, ListsNoDevicesOfAMissingClass) {
   const Class missing(folder.path() / "nowhere");
   EXPECT_TRUE(missing.deviceNames().empty());
   EXPECT_FALSE(Device(missing, "BAT0").text("type"));
   EXPECT_FALSE(Device(missing, "BAT0").isListed());
 }
 
-TEST_F(Sysfs, ADeviceMayBeALink) {
+TEST_F(Sysfs, OpensDevicesThatAreLinks) {
   std::filesystem::create_directory(folder.path() / "class");
   std::filesystem::create_directory_symlink("../BAT0", folder.path() / "class/BAT0");
   const Class devices(folder.path() / "class");
@@ -71,28 +72,28 @@ TEST_F(Sysfs, ADeviceMayBeALink) {
   EXPECT_TRUE(device.isListed());
 }
 
-TEST_F(Sysfs, TextIsTrimmed) {
+TEST_F(Sysfs, TrimsText) {
   EXPECT_EQ(text(" \tNot charging \n\n"), "Not charging");
   EXPECT_EQ(text("100"), "100");
 }
 
-TEST_F(Sysfs, TextOfAnEmptyFileIsEmpty) {
+TEST_F(Sysfs, ReturnsEmptyTextForAnEmptyFile) {
   EXPECT_EQ(text(""), "");
   EXPECT_EQ(text("\n"), "");
 }
 
-TEST_F(Sysfs, TextMayBeAnyBytes) {
+TEST_F(Sysfs, PreservesArbitraryBytesInText) {
   const std::string bytes("\xFF\0\x01", 3);
   EXPECT_EQ(text(bytes), bytes);
 }
 
-TEST_F(Sysfs, TextThatIsTooLongIsAbsentRatherThanCut) {
+TEST_F(Sysfs, RejectsTooLongTextInsteadOfTruncatingIt) {
   EXPECT_EQ(text(std::string(1023, '1')), std::string(1023, '1'));
   EXPECT_EQ(text(std::string(1024, '1')), std::nullopt);
   EXPECT_EQ(text(std::string(100000, '1')), std::nullopt);
 }
 
-TEST_F(Sysfs, AnAttributeThatIsMissingOrNoFileIsAbsent) {
+TEST_F(Sysfs, ReturnsNoTextForMissingAttributesAndFolders) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   EXPECT_EQ(device.text("missing"), std::nullopt);
@@ -103,7 +104,7 @@ TEST_F(Sysfs, AnAttributeThatIsMissingOrNoFileIsAbsent) {
   EXPECT_TRUE(device.isListed());
 }
 
-TEST_F(Sysfs, AnAttributeThatComesAfterTheListIsAbsent) {
+TEST_F(Sysfs, IgnoresAttributesThatAreCreatedAfterListing) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   device.listAttributes();
@@ -112,7 +113,7 @@ TEST_F(Sysfs, AnAttributeThatComesAfterTheListIsAbsent) {
   EXPECT_EQ(device.text("late"), std::nullopt);
 }
 
-TEST_F(Sysfs, ANumberIsAbsentWhenItsAttributeIsMissingOrSomethingElse) {
+TEST_F(Sysfs, ReturnsNoNumberForMissingAttributesAndOtherText) {
   folder.write("BAT0/voltage_now", "12000000\n");
   const Class devices(folder.path());
   Device device(devices, "BAT0");
@@ -121,7 +122,7 @@ TEST_F(Sysfs, ANumberIsAbsentWhenItsAttributeIsMissingOrSomethingElse) {
   EXPECT_EQ(device.number("missing"), std::nullopt);
 }
 
-TEST_F(Sysfs, AnAttributeThatIsAPipeWithNothingInItIsAbsent) {
+TEST_F(Sysfs, IgnoresAttributesThatAreEmptyPipes) {
   const std::string pipe = folder.path() / "BAT0/pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   const Class devices(folder.path());
@@ -133,7 +134,7 @@ TEST_F(Sysfs, AnAttributeThatIsAPipeWithNothingInItIsAbsent) {
   ::close(writer);
 }
 
-TEST_F(Sysfs, AnAttributeThatIsAPipeGivesWhatIsInIt) {
+TEST_F(Sysfs, ReadsAttributesThatArePipesWithData) {
   const std::string pipe = folder.path() / "BAT0/pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   const int writer = ::open(pipe.c_str(), O_RDWR | O_CLOEXEC);
@@ -143,14 +144,14 @@ TEST_F(Sysfs, AnAttributeThatIsAPipeGivesWhatIsInIt) {
   ::close(writer);
 }
 
-TEST_F(Sysfs, AnAttributeIsNotLeftOpenInProgramsThatAreStarted) {
+TEST_F(Sysfs, OpensAttributesWithCloseOnExec) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   runWithFailingCall({.number = SYS_openat, .error = EACCES, .exemptFlags = O_CLOEXEC},
-               [&] { EXPECT_EQ(device.text("type"), "Battery"); });
+                     [&] { EXPECT_EQ(device.text("type"), "Battery"); });
 }
 
-TEST_F(Sysfs, AnAttributeThatIsADeviceIsAbsent) {
+TEST_F(Sysfs, IgnoresAttributesThatAreDeviceFiles) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   for (const char* const target : {"/dev/null", "/dev/zero", "/dev/full", "/dev/tty"}) {
@@ -160,7 +161,7 @@ TEST_F(Sysfs, AnAttributeThatIsADeviceIsAbsent) {
   }
 }
 
-TEST_F(Sysfs, AnAttributeThatIsASocketOrALoopOfLinksIsAbsent) {
+TEST_F(Sysfs, IgnoresAttributesThatAreSocketsOrLinkLoops) {
   sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
   const std::string path = folder.path() / "BAT0/socket";
   ASSERT_LT(path.copy(address.sun_path, sizeof address.sun_path - 1), sizeof address.sun_path - 1);
@@ -174,7 +175,7 @@ TEST_F(Sysfs, AnAttributeThatIsASocketOrALoopOfLinksIsAbsent) {
   ::close(socket);
 }
 
-TEST_F(Sysfs, AClassThatIsAPipeAFileOrALoopHasNoDevices) {
+TEST_F(Sysfs, ListsNoDevicesOfAClassThatIsNotAFolder) {
   ASSERT_EQ(::mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
   std::filesystem::create_symlink("loop", folder.path() / "loop");
   folder.write("file", "BAT0");
@@ -183,7 +184,7 @@ TEST_F(Sysfs, AClassThatIsAPipeAFileOrALoopHasNoDevices) {
   }
 }
 
-TEST_F(Sysfs, ADeviceThatIsAPipeHasNothing) {
+TEST_F(Sysfs, IgnoresDevicesThatArePipes) {
   ASSERT_EQ(::mkfifo((folder.path() / "pipe").c_str(), 0600), 0);
   const Class devices(folder.path());
   Device device(devices, "pipe");
@@ -191,7 +192,7 @@ TEST_F(Sysfs, ADeviceThatIsAPipeHasNothing) {
   EXPECT_FALSE(device.isListed());
 }
 
-TEST_F(Sysfs, ADeviceThatIsAFileHasNothing) {
+TEST_F(Sysfs, IgnoresDevicesThatAreFiles) {
   folder.write("stray", "text");
   const Class devices(folder.path());
   Device device(devices, "stray");
@@ -199,7 +200,7 @@ TEST_F(Sysfs, ADeviceThatIsAFileHasNothing) {
   EXPECT_FALSE(device.isListed());
 }
 
-TEST_F(Sysfs, ADeviceThatWasRemovedIsNotListed) {
+TEST_F(Sysfs, ReportsRemovedDevicesAsNotListed) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   EXPECT_TRUE(device.isListed());
@@ -208,7 +209,7 @@ TEST_F(Sysfs, ADeviceThatWasRemovedIsNotListed) {
   EXPECT_EQ(device.text("type"), std::nullopt);
 }
 
-TEST_F(Sysfs, ADeviceThatAnotherReplacedIsNotListed) {
+TEST_F(Sysfs, ReportsReplacedDevicesAsNotListed) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   std::filesystem::rename(folder.path() / "BAT0", folder.path() / "gone");
@@ -216,7 +217,7 @@ TEST_F(Sysfs, ADeviceThatAnotherReplacedIsNotListed) {
   EXPECT_FALSE(device.isListed());
 }
 
-TEST_F(Sysfs, ADeviceThatOneOfTheSameInodeOnAnotherFileSystemReplacedIsNotListed) {
+TEST_F(Sysfs, ReportsReplacedDevicesAsNotListedDespiteEqualInodes) {
   struct stat processes {};
   struct stat kernel {};
   ASSERT_EQ(::stat("/proc", &processes), 0);
@@ -232,7 +233,7 @@ TEST_F(Sysfs, ADeviceThatOneOfTheSameInodeOnAnotherFileSystemReplacedIsNotListed
   EXPECT_FALSE(device.isListed());
 }
 
-TEST_F(Sysfs, ADeviceIsBeingRemovedWhenItsDriverSaysSoAndAnswersNothing) {
+TEST_F(Sysfs, ReportsRemovalIfReadsFailWithENODEVAndNoneSucceeds) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   EXPECT_FALSE(device.isBeingRemoved()) << "before anything is read";
@@ -243,10 +244,10 @@ TEST_F(Sysfs, ADeviceIsBeingRemovedWhenItsDriverSaysSoAndAnswersNothing) {
   runWithFailingCall({SYS_read, EIO}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
   EXPECT_TRUE(device.isBeingRemoved()) << "after both errors";
   EXPECT_EQ(device.text("type"), "Battery");
-  EXPECT_FALSE(device.isBeingRemoved()) << "after an answer";
+  EXPECT_FALSE(device.isBeingRemoved()) << "after a successful read";
 }
 
-TEST_F(Sysfs, ADeviceThatAnsweredIsNotBeingRemovedWhenAnAttributeIsRefused) {
+TEST_F(Sysfs, ReportsNoRemovalAfterASuccessfulRead) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   EXPECT_EQ(device.text("type"), "Battery");
@@ -255,18 +256,18 @@ TEST_F(Sysfs, ADeviceThatAnsweredIsNotBeingRemovedWhenAnAttributeIsRefused) {
   EXPECT_FALSE(device.isBeingRemoved());
 }
 
-TEST_F(Sysfs, WhatADeviceAnsweredBeforeCanBeForgotten) {
+TEST_F(Sysfs, IgnoresReadsBeforeTheResetWhenReportingRemoval) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   EXPECT_EQ(device.text("type"), "Battery");
-  device.forgetAnswers();
+  device.resetReadResults();
   runWithFailingCall({SYS_read, ENODEV}, [&] { EXPECT_EQ(device.text("type"), std::nullopt); });
   EXPECT_TRUE(device.isBeingRemoved());
-  device.forgetAnswers();
+  device.resetReadResults();
   EXPECT_FALSE(device.isBeingRemoved());
 }
 
-TEST_F(Sysfs, AShortageWhileSomethingIsOpenedIsAFailure) {
+TEST_F(Sysfs, ThrowsOnAShortageDuringOpening) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   for (const int error : {EMFILE, ENFILE, ENOMEM}) {
@@ -279,7 +280,7 @@ TEST_F(Sysfs, AShortageWhileSomethingIsOpenedIsAFailure) {
   }
 }
 
-TEST_F(Sysfs, AShortageBeforeAFolderIsOpenedIsNoFailure) {
+TEST_F(Sysfs, IgnoresAShortageBeforeOpening) {
   std::vector<std::string> names;
   const std::string reason = failureOf([&] {
     errno = EMFILE;
@@ -289,7 +290,7 @@ TEST_F(Sysfs, AShortageBeforeAFolderIsOpenedIsNoFailure) {
   EXPECT_EQ(names, std::vector<std::string>{"BAT0"});
 }
 
-TEST_F(Sysfs, AShortageWhileAFolderIsListedIsAFailure) {
+TEST_F(Sysfs, ThrowsOnAShortageDuringListing) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   runWithFailingCall({SYS_getdents64, ENOMEM}, [&, expected = systemFailure(ENOMEM).reason] {
@@ -298,7 +299,7 @@ TEST_F(Sysfs, AShortageWhileAFolderIsListedIsAFailure) {
   });
 }
 
-TEST_F(Sysfs, WhatMayNotBeOpenedOrListedIsEmpty) {
+TEST_F(Sysfs, TreatsFoldersThatCannotBeReadAsEmpty) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   runWithFailingCall({SYS_openat, EACCES}, [&] {
@@ -309,10 +310,10 @@ TEST_F(Sysfs, WhatMayNotBeOpenedOrListedIsEmpty) {
     EXPECT_TRUE(Class(folder.path()).deviceNames().empty());
     device.listAttributes();
   });
-  EXPECT_EQ(device.text("type"), std::nullopt) << "it was not listed";
+  EXPECT_EQ(device.text("type"), std::nullopt) << "not in the list of attributes";
 }
 
-TEST(ParseInteger, TakesAnOptionalSign) {
+TEST(ParseInteger, AcceptsAnOptionalSign) {
   EXPECT_EQ(parseInteger("42"), 42);
   EXPECT_EQ(parseInteger("-42"), -42);
   EXPECT_EQ(parseInteger("+42"), 42);
@@ -320,12 +321,12 @@ TEST(ParseInteger, TakesAnOptionalSign) {
   EXPECT_EQ(parseInteger("007"), 7);
 }
 
-TEST(ParseInteger, TakesAll64Bits) {
+TEST(ParseInteger, AcceptsTheFullRangeOf64Bits) {
   EXPECT_EQ(parseInteger("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
   EXPECT_EQ(parseInteger("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
 }
 
-TEST(ParseInteger, OfAnythingElseIsAbsent) {
+TEST(ParseInteger, RejectsOtherTextAndOverflow) {
   for (const char* text : {"", "-", "+", "+-1", "-+1", "--1", "1 2", "12.5", "1e3", "0x10", "12abc",
                            "abc", " 1", "9223372036854775808", "-9223372036854775809"}) {
     EXPECT_EQ(parseInteger(text), std::nullopt) << '"' << text << '"';

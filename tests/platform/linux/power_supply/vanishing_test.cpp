@@ -1,5 +1,5 @@
-// A supply that goes while it is read, at every moment at which it can: each dictionary must be one
-// with it or one without.
+// A supply is removed during a reading, at each possible moment. The properties must be those of a
+// machine with the supply or without it.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,8 @@ namespace {
 using nlohmann::json;
 using std::filesystem::path;
 
-/// A supply as the kernel has it: the class's link, and the device with its attributes.
+/// A supply in the kernel's layout: a link in the class folder to the folder of the device, which
+/// contains the attributes.
 struct Supply {
   std::string name;
   Attributes attributes;
@@ -39,12 +40,13 @@ void unplug(const MockMachine& machine, const Supply& supply) {
 
 using Event = std::function<void(const MockMachine&)>;
 
-/// Reads a machine with `others` and `supply` once for every moment at which `happening` can happen
-/// to it, and expects one of the dictionaries before it, after it, and without the supply.
-void expectOldOrNew(const std::vector<Supply>& others, const Supply& supply,
-                    const Event& happening) {
+/// Reads a machine with `others` and `supply`, and triggers `event` during the reading: once for
+/// each moment at which the event can occur. Expects the properties before the event, after the
+/// event, or without the supply.
+void expectConsistentProperties(const std::vector<Supply>& others, const Supply& supply,
+                                const Event& event) {
   int moments = 0;
-  for (bool happened = true; happened; ++moments) {
+  for (bool hasOccurred = true; hasOccurred; ++moments) {
     const MockMachine machine;
     for (const Supply& other : others) plug(machine, other);
     const json without = machine.properties();
@@ -52,13 +54,13 @@ void expectOldOrNew(const std::vector<Supply>& others, const Supply& supply,
     const json before = machine.properties();
     ASSERT_NE(before, without);
 
-    happened = false;
-    atOpening(moments + 1, [&] {
-      happened = true;
-      happening(machine);
+    hasOccurred = false;
+    onOpen(moments + 1, [&] {
+      hasOccurred = true;
+      event(machine);
     });
     const json during = machine.properties();
-    atOpening(0, nullptr);
+    onOpen(0, nullptr);
 
     const json after = machine.properties();
     EXPECT_TRUE(during == before || during == after || during == without)
@@ -68,14 +70,16 @@ void expectOldOrNew(const std::vector<Supply>& others, const Supply& supply,
   EXPECT_GT(moments, 15);
 }
 
-/// The supply goes at once, or its class forgets it first, or another takes its place.
-void expectOldOrNewHoweverItGoes(const std::vector<Supply>& others, const Supply& supply,
-                                 const Attributes& successor) {
-  expectOldOrNew(others, supply, [&](const MockMachine& machine) { unplug(machine, supply); });
-  expectOldOrNew(others, supply, [&](const MockMachine& machine) {
+/// Calls `expectConsistentProperties` for three events: the supply is removed completely, only its
+/// link is removed, or another supply replaces it.
+void expectConsistentPropertiesOnRemoval(const std::vector<Supply>& others, const Supply& supply,
+                                         const Attributes& successor) {
+  expectConsistentProperties(others, supply,
+                             [&](const MockMachine& machine) { unplug(machine, supply); });
+  expectConsistentProperties(others, supply, [&](const MockMachine& machine) {
     std::filesystem::remove(supply.link(machine));
   });
-  expectOldOrNew(others, supply, [&](const MockMachine& machine) {
+  expectConsistentProperties(others, supply, [&](const MockMachine& machine) {
     unplug(machine, supply);
     plug(machine, {supply.name, successor});
   });
@@ -86,59 +90,63 @@ const Supply laptopPack = {"BAT0", energyPack({{"time_to_empty_now", "7200"}})};
 
 }  // namespace
 
-TEST(Vanishing, TheOnlyPack) {
-  expectOldOrNewHoweverItGoes({laptopMains}, laptopPack, energyPack({{"energy_now", "20000000"}}));
+TEST(SupplyRemoval, LeavesPropertiesConsistentForTheOnlyPack) {
+  expectConsistentPropertiesOnRemoval({laptopMains}, laptopPack,
+                                      energyPack({{"energy_now", "20000000"}}));
 }
 
-TEST(Vanishing, TheFirstOfTwoPacks) {
-  expectOldOrNewHoweverItGoes({laptopMains, {"BAT1", energyPack({{"time_to_empty_now", "3600"}})}},
-                              laptopPack, energyPack({{"energy_now", "20000000"}}));
+TEST(SupplyRemoval, LeavesPropertiesConsistentForTheFirstPack) {
+  expectConsistentPropertiesOnRemoval(
+      {laptopMains, {"BAT1", energyPack({{"time_to_empty_now", "3600"}})}}, laptopPack,
+      energyPack({{"energy_now", "20000000"}}));
 }
 
-TEST(Vanishing, TheSecondOfTwoPacks) {
+TEST(SupplyRemoval, LeavesPropertiesConsistentForTheSecondPack) {
   const Attributes charge = chargePack({{"time_to_empty_now", "3600"}});
-  expectOldOrNewHoweverItGoes({laptopMains, laptopPack}, {"BAT1", charge}, energyPack());
+  expectConsistentPropertiesOnRemoval({laptopMains, laptopPack}, {"BAT1", charge}, energyPack());
 }
 
-TEST(Vanishing, TheLastOfManyPacksWhenItIsReadCostsOneReading) {
+TEST(SupplyRemoval, CausesNoSecondReadingOfTheOtherPacks) {
   constexpr int count = 100;
   const MockMachine machine;
   const auto name = [](int index) { return "BAT" + std::to_string(100 + index); };
   for (int i = 0; i < count; ++i) plug(machine, {name(i), energyPack()});
-  int before = openings();
+  int before = openCount();
   machine.properties();
-  const int undisturbed = openings() - before;
-  const int openingsOfAPack = (undisturbed - 1) / count;
-  ASSERT_EQ(undisturbed, 1 + openingsOfAPack * count) << "the class, and as many of each pack";
+  const int openCountWithoutRemoval = openCount() - before;
+  const int openCountPerPack = (openCountWithoutRemoval - 1) / count;
+  ASSERT_EQ(openCountWithoutRemoval, 1 + openCountPerPack * count)
+      << "the class, and the same number for each pack";
 
-  bool isGone = false;
-  before = openings();
-  atOpening(1 + openingsOfAPack * (count - 1) + 2, [&] {  // its folder is open, and no attribute
+  bool isRemoved = false;
+  before = openCount();
+  onOpen(1 + openCountPerPack * (count - 1) + 2, [&] {  // its folder is open, but no attribute
     std::filesystem::remove(machine.powerSupplyFolder() / name(count - 1));
-    isGone = true;
+    isRemoved = true;
   });
   const json during = machine.properties();
-  EXPECT_LE(openings() - before, undisturbed);
-  atOpening(0, nullptr);
-  EXPECT_TRUE(isGone);
+  EXPECT_LE(openCount() - before, openCountWithoutRemoval);
+  onOpen(0, nullptr);
+  EXPECT_TRUE(isRemoved);
   EXPECT_EQ(during, machine.properties());
 }
 
-TEST(Vanishing, APackWhoseDriverIsGoneBeforeItIsUnlisted) {
+TEST(SupplyRemoval, OmitsAPackWhoseReadsFailWhileItIsStillListed) {
   const MockMachine machine;
   plug(machine, laptopPack);
-  // Of the pack its type, its presence, or its status, after the class and the pack's folder.
+  // Calls 1 and 2 open the folders of the class and the pack. Calls 3 to 5 open the pack's type,
+  // presence and status.
   for (const int opening : {3, 4, 5}) {
-    atOpening(opening, [] { refuseReading(true); });
+    onOpen(opening, [] { setReadsFail(true); });
     const json during = machine.properties();
-    refuseReading(false);
-    atOpening(0, nullptr);
+    setReadsFail(false);
+    onOpen(0, nullptr);
     EXPECT_TRUE(during.is_null()) << opening << ": " << during;
     EXPECT_FALSE(machine.properties().is_null());
   }
 }
 
-TEST(Vanishing, AChargerWithARating) {
+TEST(SupplyRemoval, LeavesPropertiesConsistentForAChargerWithARating) {
   const Supply full = {"BAT0", chargePack({{"status", "Full"}})};
   const Supply charger = {"port",
                           {{"type", "USB"},
@@ -150,7 +158,7 @@ TEST(Vanishing, AChargerWithARating) {
                            {"current_max", "3250000"},
                            {"voltage_now", "20000000"},
                            {"current_now", "3000000"}}};
-  expectOldOrNewHoweverItGoes({full}, charger, {{"type", "USB"}, {"online", "0"}});
+  expectConsistentPropertiesOnRemoval({full}, charger, {{"type", "USB"}, {"online", "0"}});
 }
 
 }  // namespace lumowatt::power_supply
