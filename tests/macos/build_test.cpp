@@ -1,4 +1,4 @@
-// The build files that CMake generates for a Mac. They are only read here.
+// Tests the build files that CMake generates for a Mac, without building.
 
 #include <gtest/gtest.h>
 
@@ -15,16 +15,16 @@ namespace lumowatt {
 
 namespace {
 
-/// What the expression's first group matches in the text.
-std::string match(const std::string& text, const std::string& expression) {
-  std::smatch found;
-  EXPECT_TRUE(std::regex_search(text, found, std::regex(expression))) << expression;
-  return found[1];
+/// Returns the text that the first group of the expression matches.
+std::string firstGroup(const std::string& text, const std::string& expression) {
+  std::smatch groups;
+  EXPECT_TRUE(std::regex_search(text, groups, std::regex(expression))) << expression;
+  return groups[1];
 }
 
 class MacBuild : public testing::Test {
  protected:
-  /// Generates the build with these definitions. Returns Ninja's file.
+  /// Generates the build files with these definitions. Returns the contents of Ninja's build file.
   std::string generate(const std::vector<std::string>& definitions) {
     std::vector<std::string> command{
         LUMOWATT_CMAKE,       "-G", "Ninja",       "-S",
@@ -36,10 +36,10 @@ class MacBuild : public testing::Test {
     return fileContents(folder.path() / "build.ninja");
   }
 
-  /// The command that signs the application, without the application's path at its end.
-  std::string signature(const std::vector<std::string>& definitions) {
-    return match(generate(definitions),
-                 "(codesign .*) " + folder.path().string() + "/Lumowatt.app\n");
+  /// Returns the command that signs the application, without the application's path at its end.
+  std::string signingCommand(const std::vector<std::string>& definitions) {
+    return firstGroup(generate(definitions),
+                      "(codesign .*) " + folder.path().string() + "/Lumowatt.app\n");
   }
 
   TemporaryFolder folder;
@@ -54,7 +54,7 @@ std::vector<std::string> words(const std::string& text) {
 
 TEST_F(MacBuild, LinksEachArchiveOnce) {
   std::vector<std::string> archives;
-  for (const std::string& word : words(match(generate({}), "LINK_LIBRARIES = (.*)"))) {
+  for (const std::string& word : words(firstGroup(generate({}), "LINK_LIBRARIES = (.*)"))) {
     if (word.ends_with(".a")) archives.push_back(word);
   }
   EXPECT_EQ(archives, (std::vector<std::string>{"src/liblumowatt_cli.a",
@@ -62,31 +62,33 @@ TEST_F(MacBuild, LinksEachArchiveOnce) {
                                                 "src/liblumowatt_core.a"}));
 }
 
-TEST_F(MacBuild, CompilesForTheOldestSystemOfThePropertyList) {
-  const std::string compiledFor = match(generate({}), "-mmacosx-version-min=([0-9.]+) ");
+TEST_F(MacBuild, TargetsTheMinimumSystemVersionOfThePropertyList) {
+  const std::string target = firstGroup(generate({}), "-mmacosx-version-min=([0-9.]+) ");
   const std::string list = fileContents(folder.path() / "Lumowatt.app/Contents/Info.plist");
-  EXPECT_EQ(match(list, "<key>LSMinimumSystemVersion</key>\\s*<string>(.*)</string>"), compiledFor);
+  EXPECT_EQ(firstGroup(list, "<key>LSMinimumSystemVersion</key>\\s*<string>(.*)</string>"), target);
 }
 
 TEST_F(MacBuild, SignsAdHocWithoutAnIdentity) {
-  EXPECT_EQ(signature({"CMAKE_BUILD_TYPE=Release"}), "codesign --force --sign - --options runtime");
+  EXPECT_EQ(signingCommand({"CMAKE_BUILD_TYPE=Release"}),
+            "codesign --force --sign - --options runtime");
 }
 
-TEST_F(MacBuild, SignsWithTheIdentityAndATimeStamp) {
-  EXPECT_EQ(signature({"CMAKE_BUILD_TYPE=Release", "LUMOWATT_SIGNING_IDENTITY=Developer ID: Me"}),
-            "codesign --force --sign \"Developer ID: Me\" --timestamp --options runtime");
+TEST_F(MacBuild, SignsWithTheGivenIdentityAndATimestamp) {
+  EXPECT_EQ(
+      signingCommand({"CMAKE_BUILD_TYPE=Release", "LUMOWATT_SIGNING_IDENTITY=Developer ID: Me"}),
+      "codesign --force --sign \"Developer ID: Me\" --timestamp --options runtime");
 }
 
-TEST_F(MacBuild, LetsDebuggersAtWhatIsNotShipped) {
-  EXPECT_EQ(signature({"CMAKE_BUILD_TYPE=Debug"}), "codesign --force --sign -");
+TEST_F(MacBuild, OmitsTheHardenedRuntimeInDebugBuilds) {
+  EXPECT_EQ(signingCommand({"CMAKE_BUILD_TYPE=Debug"}), "codesign --force --sign -");
 }
 
-TEST_F(MacBuild, SignsAgainWhenAFileInTheBundleChanges) {
-  const std::vector<std::string> needs = words(
-      match(generate({}), R"(build Lumowatt\.app/Contents/MacOS/Lumowatt: [^|]*\|([^|]*)\|\|)"));
+TEST_F(MacBuild, SignsAgainWhenAFileOfTheBundleChanges) {
+  const std::vector<std::string> dependencies = words(firstGroup(
+      generate({}), R"(build Lumowatt\.app/Contents/MacOS/Lumowatt: [^|]*\|([^|]*)\|\|)"));
   for (const char* const file : {LUMOWATT_PROJECT "/data/macos/Info.plist.in",
                                  "Lumowatt.app/Contents/Resources/Lumowatt.icns"}) {
-    EXPECT_EQ(std::ranges::count(needs, file), 1) << file;
+    EXPECT_EQ(std::ranges::count(dependencies, file), 1) << file;
   }
 }
 

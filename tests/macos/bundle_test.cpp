@@ -1,4 +1,4 @@
-// What makes the program an application on a Mac: its property list and its icon.
+// Tests the property list and the icon of the application bundle for macOS.
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace lumowatt {
 
 namespace {
 
-/// The property list's keys with the elements that follow them.
+/// Returns the keys of the property list, each with the XML element that follows the key.
 std::map<std::string, std::string> infoPlist() {
   const std::string text = fileContents(LUMOWATT_INFO_PLIST);
   const std::regex entry(R"(<key>(\w+)</key>\s*(<(\w+)>[^<]*</\3>|<\w+/>|))");
@@ -30,13 +30,15 @@ std::map<std::string, std::string> infoPlist() {
   return values;
 }
 
-std::string text(const std::string& value) { return "<string>" + value + "</string>"; }
+std::string stringElement(const std::string& value) { return "<string>" + value + "</string>"; }
 
-struct Block {
+/// Image in an icon file.
+struct IconBlock {
   std::string type;
   std::string data;
 };
 
+/// Reads the 32-bit big-endian number at `offset`.
 std::size_t lengthAt(const std::string& file, std::size_t offset) {
   std::size_t length = 0;
   for (std::size_t i = 0; i < 4; ++i) {
@@ -45,12 +47,12 @@ std::size_t lengthAt(const std::string& file, std::size_t offset) {
   return length;
 }
 
-/// The blocks in the icon's file.
-std::vector<Block> iconBlocks() {
+/// Parses the icon file.
+std::vector<IconBlock> iconBlocks() {
   const std::string file = fileContents(LUMOWATT_MAC_ICON);
   EXPECT_EQ(file.substr(0, 4), "icns");
   EXPECT_EQ(lengthAt(file, 4), file.size());
-  std::vector<Block> blocks;
+  std::vector<IconBlock> blocks;
   std::size_t at = 8;
   while (at + 8 <= file.size()) {
     const std::size_t length = lengthAt(file, at + 4);
@@ -65,29 +67,29 @@ std::vector<Block> iconBlocks() {
 
 }  // namespace
 
-TEST(MacBundle, TheSystemIsToldWhatItAsksFor) {
+TEST(MacBundle, PropertyListHasTheExpectedKeysAndValues) {
   const std::map<std::string, std::string> expected{
-      {"CFBundleDevelopmentRegion", text("en")},
-      {"CFBundleExecutable", text("Lumowatt")},
-      {"CFBundleIconFile", text("Lumowatt")},
-      {"CFBundleIdentifier", text("com.fernhollow.lumowatt")},
-      {"CFBundleInfoDictionaryVersion", text("6.0")},
-      {"CFBundleName", text("Lumowatt")},
-      {"CFBundlePackageType", text("APPL")},
-      {"CFBundleShortVersionString", text(LUMOWATT_VERSION)},
-      {"CFBundleVersion", text(LUMOWATT_VERSION)},
-      {"LSApplicationCategoryType", text("public.app-category.utilities")},
-      {"LSMinimumSystemVersion", text("14.0")},
+      {"CFBundleDevelopmentRegion", stringElement("en")},
+      {"CFBundleExecutable", stringElement("Lumowatt")},
+      {"CFBundleIconFile", stringElement("Lumowatt")},
+      {"CFBundleIdentifier", stringElement("com.fernhollow.lumowatt")},
+      {"CFBundleInfoDictionaryVersion", stringElement("6.0")},
+      {"CFBundleName", stringElement("Lumowatt")},
+      {"CFBundlePackageType", stringElement("APPL")},
+      {"CFBundleShortVersionString", stringElement(LUMOWATT_VERSION)},
+      {"CFBundleVersion", stringElement(LUMOWATT_VERSION)},
+      {"LSApplicationCategoryType", stringElement("public.app-category.utilities")},
+      {"LSMinimumSystemVersion", stringElement("14.0")},
       {"LSUIElement", "<true/>"},  // no icon in the Dock
       {"NSHighResolutionCapable", "<true/>"},
-      {"NSHumanReadableCopyright", text("Copyright 2026 Fernhollow")},
-      {"NSPrincipalClass", text("NSApplication")}};
+      {"NSHumanReadableCopyright", stringElement("Copyright 2026 Fernhollow")},
+      {"NSPrincipalClass", stringElement("NSApplication")}};
   EXPECT_EQ(infoPlist(), expected);
 }
 
-TEST(MacBundle, TheDocumentsAndChecksNameTheSameOldestSystem) {
-  const std::string oldest = infoPlist()["LSMinimumSystemVersion"];
-  const std::string major = oldest.substr(8, oldest.find('.') - 8);  // after <string>
+TEST(MacBundle, MinimumSystemVersionMatchesDocumentsAndChecks) {
+  const std::string minimum = infoPlist()["LSMinimumSystemVersion"];
+  const std::string major = minimum.substr(8, minimum.find('.') - 8);  // skips <string>
   for (const auto& [file, words] :
        {std::pair{"README.md", "(macOS " + major + " or newer)"},
         std::pair{"CHANGELOG.md", "with macOS " + major + " or newer"},
@@ -95,31 +97,31 @@ TEST(MacBundle, TheDocumentsAndChecksNameTheSameOldestSystem) {
         std::pair{"tests/macos/clang_flags", "=macosx-" + major + " "}}) {
     EXPECT_NE(fileContents(std::filesystem::path(LUMOWATT_PROJECT) / file).find(words),
               std::string::npos)
-        << file << " says nothing of: " << words;
+        << file << " does not contain: " << words;
   }
 }
 
-TEST(MacBundle, ThePropertyListIsOneDictionary) {
+TEST(MacBundle, PropertyListContainsOneDictionary) {
   const auto result = runProcess(
       {"xmllint", "--nonet", "--xpath", "count(/plist[@version='1.0']/*)", LUMOWATT_INFO_PLIST});
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_EQ(result.output, "1\n");
 }
 
-TEST(MacBundle, TheIconHasEverySizeAndIsThatOfTheArtwork) {
+TEST(MacBundle, IconHasEverySizeAndMatchesTheArtwork) {
   std::vector<std::string> types;
   std::vector<int> sides;
-  for (const Block& block : iconBlocks()) {
+  for (const IconBlock& block : iconBlocks()) {
     types.push_back(block.type);
     const Picture stored(block.data);
     ASSERT_EQ(stored.width(), stored.height());
     if (sides.empty() || sides.back() != stored.width()) sides.push_back(stored.width());
-    const Picture made = rendered(LUMOWATT_APP_ICON, stored.width());
-    // Renderers differ a little along the edges.
-    EXPECT_NEAR(stored.coverage(), made.coverage(), 0.002 * made.coverage());
+    const Picture expected = rendered(LUMOWATT_APP_ICON, stored.width());
+    // Different renderers produce slightly different pixels along edges.
+    EXPECT_NEAR(stored.coverage(), expected.coverage(), 0.002 * expected.coverage());
     for (int y = 0; y < stored.height(); y += stored.height() / 16) {
       for (int x = 0; x < stored.width(); x += stored.width() / 16) {
-        EXPECT_LE(difference(stored.at(x, y), made.at(x, y)), 32)
+        EXPECT_LE(difference(stored.at(x, y), expected.at(x, y)), 32)
             << block.type << " " << x << " " << y;
       }
     }

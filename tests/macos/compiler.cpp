@@ -11,11 +11,11 @@ namespace lumowatt {
 
 namespace {
 
-constexpr const char* room = "platform/macos";
+constexpr const char* macosFolder = "platform/macos";
 const std::vector<std::string> withPrefix{"-include-pch", LUMOWATT_PREFIX};
 
 ProcessResult runClang(const std::vector<std::string>& mode, const std::string& file,
-                       const std::filesystem::path& changed,
+                       const std::filesystem::path& overrides,
                        const std::vector<std::string>& prefix = withPrefix) {
   std::istringstream flags(LUMOWATT_OBJCXX_FLAGS);
   std::vector<std::string> command{LUMOWATT_CLANG, "@" LUMOWATT_CLANG_FLAGS};
@@ -24,10 +24,10 @@ ProcessResult runClang(const std::vector<std::string>& mode, const std::string& 
   command.insert(command.end(), {"-isystem", LUMOWATT_DECLARATIONS});
   command.insert(command.end(), prefix.begin(), prefix.end());
   std::filesystem::path source = macosSources / file;
-  if (!changed.empty()) {
-    command.push_back("-I" + changed.string());
-    const std::filesystem::path other = changed / room / file;
-    if (std::filesystem::exists(other)) source = other;
+  if (!overrides.empty()) {
+    command.push_back("-I" + overrides.string());
+    const std::filesystem::path replacement = overrides / macosFolder / file;
+    if (std::filesystem::exists(replacement)) source = replacement;
   }
   command.insert(command.end(), {"-I" LUMOWATT_SOURCES, source});
   return runProcess(command);
@@ -47,27 +47,29 @@ std::vector<std::string> macosFiles(const std::string& extension) {
 }
 
 ProcessResult typeCheck(const std::string& file, ObjcBool boolType,
-                        const std::filesystem::path& changed) {
+                        const std::filesystem::path& overrides) {
   if (boolType == ObjcBool::isChar) {
-    return runClang({"-fsyntax-only", "-DBOOL_IS_CHAR"}, file, changed,
+    return runClang({"-fsyntax-only", "-DBOOL_IS_CHAR"}, file, overrides,
                     {"-include-pch", LUMOWATT_PREFIX_BOOL_IS_CHAR});
   }
-  // Without the prefix, since a source has to include what it uses.
-  return changed.empty() ? runClang({"-fsyntax-only"}, file, changed, {})
-                         : runClang({"-fsyntax-only"}, file, changed);
+  // An unchanged source is compiled without the precompiled prefix. This proves that it includes
+  // every header that it uses.
+  return overrides.empty() ? runClang({"-fsyntax-only"}, file, overrides, {})
+                           : runClang({"-fsyntax-only"}, file, overrides);
 }
 
-ProcessResult ownershipCheck(const std::string& file, const std::filesystem::path& changed) {
+ProcessResult ownershipCheck(const std::string& file, const std::filesystem::path& overrides) {
   return runClang({"--analyze", "--analyzer-output", "text", "-Xclang",
                    "-analyzer-checker=osx.cocoa.RetainCount", "-Xclang", "-analyzer-werror",
-                   // Each function alone: by its name the analyzer knows what another one gives.
+                   // Analyze each function separately. The analyzer then derives the ownership
+                   // rules of a called function from its name.
                    "-Xclang", "-analyzer-config", "-Xclang", "ipa=none"},
-                  file, changed);
+                  file, overrides);
 }
 
 std::vector<std::string> definedMethods(const std::string& file,
-                                        const std::filesystem::path& changed) {
-  const auto result = runClang({"-S", "-emit-llvm", "-o", "-"}, file, changed);
+                                        const std::filesystem::path& overrides) {
+  const auto result = runClang({"-S", "-emit-llvm", "-o", "-"}, file, overrides);
   EXPECT_EQ(result.status, 0) << result.errors;
   const std::regex method(R"(define [^\n]*"\\01([-+]\[[^\]]*\])\")");
   std::vector<std::string> methods;

@@ -10,23 +10,25 @@ namespace lumowatt {
 
 inline const std::filesystem::path macosSources = LUMOWATT_MACOS_SOURCES;
 
-/// The names of the Mac's sources with that extension, sorted.
+/// Returns the sorted names of the files in `macosSources` that have this extension.
 std::vector<std::string> macosFiles(const std::string& extension);
 
-/// What `BOOL` is: on Macs with an Intel processor a signed char, else a bool.
+/// Underlying type of `BOOL`: signed char on Macs with an Intel processor, otherwise bool.
 enum class ObjcBool { isBool, isChar };
 
-/// What clang says of one of those sources, which it only reads, as they are compiled on a Mac but
-/// with the declarations of `declarations/` in the place of the system's. A file at the same path
-/// below the folder `changed`, if there is one, is read in the place of the project's.
+// Each of these functions runs clang on a file in `macosSources`. Clang uses the flags for a Mac
+// and the headers in `declarations/`. Files below the folder `overrides` replace the files with the
+// same path below `src`.
+
+/// Checks the types. Returns clang's status and diagnostics.
 ProcessResult typeCheck(const std::string& file, ObjcBool boolType,
-                        const std::filesystem::path& changed = {});
+                        const std::filesystem::path& overrides = {});
 
-/// What its analyzer says of who owns what.
-ProcessResult ownershipCheck(const std::string& file, const std::filesystem::path& changed = {});
+/// Checks the ownership of objects with clang's analyzer. Returns its status and diagnostics.
+ProcessResult ownershipCheck(const std::string& file, const std::filesystem::path& overrides = {});
 
-/// The methods that the source defines, "-[Class selector]" each, in its order.
+/// Returns the methods that the file defines, each as "-[Class selector]", in the file's order.
 std::vector<std::string> definedMethods(const std::string& file,
-                                        const std::filesystem::path& changed = {});
+                                        const std::filesystem::path& overrides = {});
 
 }  // namespace lumowatt

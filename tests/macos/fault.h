@@ -10,28 +10,28 @@
 
 namespace lumowatt {
 
-/// A mistake that somebody might make in one of the Mac's sources.
+/// Mistake that a developer might make in one of the macOS sources.
 struct Fault {
   std::string name;
-  std::string in;         ///< the file that has it
-  std::string right;      ///< what stands there, once
-  std::string wrong;      ///< what the mistake makes of it
-  std::string seen = {};  ///< what the compiler says of it
-  std::string of = in;    ///< the source in which the compiler sees it
+  std::string file;             ///< file that contains the mistake
+  std::string correct;          ///< correct text, which occurs once in the file
+  std::string faulty;           ///< replacement that contains the mistake
+  std::string diagnostic = {};  ///< expected part of the compiler's diagnostics
+  std::string source = file;    ///< source whose compilation reports the mistake
 };
 
 std::ostream& operator<<(std::ostream& stream, const Fault& fault);
 
 std::string nameOfFault(const testing::TestParamInfo<Fault>& info);
 
-/// The fault's file as it would be with it.
+/// Copy of the fault's file that contains the mistake.
 class PlantedFault {
  public:
   explicit PlantedFault(const Fault& fault);
 
   const std::string& text() const { return text_; }
 
-  /// The folder that has the file, at its path below `src`.
+  /// Returns a folder that contains the copy, at the file's path below `src`.
   const std::filesystem::path& folder() const { return folder_.path(); }
 
  private:

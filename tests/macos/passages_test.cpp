@@ -1,6 +1,6 @@
-// What a compiler takes either way: which of the system's colors, states, names and operations a
-// value stands for, and in which order things are done. Such passages of the Mac's sources are
-// required word for word, and faults in them show that an exchange is seen.
+// Checks passages of the macOS sources in which some mistakes would still compile, such as two
+// swapped colors, states or statements. The sources must contain these passages word for word.
+// Planted faults prove that the check detects mistakes.
 
 #include <gtest/gtest.h>
 
@@ -17,28 +17,28 @@ namespace {
 
 struct Passage {
   std::string name;
-  std::string in;
-  std::string text;  ///< parts between grave accents would compile in each other's place
+  std::string file;
+  std::string text;  ///< parts in grave accents would still compile if they were swapped
 };
 
 std::ostream& operator<<(std::ostream& stream, const Passage& passage) {
-  return stream << passage.in << ": " << passage.text;
+  return stream << passage.file << ": " << passage.text;
 }
 
 std::vector<Passage> passages() {
   return {
-      {"Battery", "battery_registry.mm", R"(IOServiceMatching("AppleSmartBattery"))"},
-      {"Numbers", "battery_registry.mm",
+      {"ServiceName", "battery_registry.mm", R"(IOServiceMatching("AppleSmartBattery"))"},
+      {"NumberTypes", "battery_registry.mm",
        "if (type == CFNumberGetTypeID() || type == CFBooleanGetTypeID()) { "
        "NSNumber* const number = object; return "
        "PropertyValue::number(static_cast<std::int64_t>(number.unsignedLongLongValue)); }"},
-      {"TextsAndDictionaries", "battery_registry.mm",
+      {"StringAndDictionaryTypes", "battery_registry.mm",
        "if (type == `CFStringGetTypeID()`) return PropertyValue::text(toString(object)); "
        "if (type == `CFDictionaryGetTypeID()`) return makeDictionary(object);"},
 
-      {"Repetition", "block_timer.mm", "scheduledTimerWithTimeInterval:interval repeats:YES"},
-      {"Tolerance", "block_timer.mm", "timer.tolerance = interval / 10.0; return timer;"},
-      {"EndOfATimer", "block_timer.mm", "BlockTimer::~BlockTimer() { [timer_ invalidate]; }"},
+      {"TimerRepeats", "block_timer.mm", "scheduledTimerWithTimeInterval:interval repeats:YES"},
+      {"TimerTolerance", "block_timer.mm", "timer.tolerance = interval / 10.0; return timer;"},
+      {"TimerDestructor", "block_timer.mm", "BlockTimer::~BlockTimer() { [timer_ invalidate]; }"},
 
       {"ColorSpace", "drawing/app_kit_bitmap.mm", "colorSpaceName:NSDeviceRGBColorSpace"},
       {"FileType", "drawing/app_kit_bitmap.mm", "representationUsingType:NSBitmapImageFileTypePNG"},
@@ -46,7 +46,8 @@ std::vector<Passage> passages() {
        "pixelsWide:static_cast<NSInteger>(`size.width` * scale) "
        "pixelsHigh:static_cast<NSInteger>(`size.height` * scale)"},
       {"Appearances", "drawing/app_kit_bitmap.mm",
-       "isDark = appearance == Appearance::dark; NSAppearance* const named = [NSAppearance "
+       "isDark = appearance == Appearance::dark; NSAppearance* const systemAppearance = "
+       "[NSAppearance "
        "appearanceNamed:isDark ? `NSAppearanceNameDarkAqua` : `NSAppearanceNameAqua`];"},
       {"OrderOfDrawing", "drawing/app_kit_bitmap.mm",
        "`[NSGraphicsContext saveGraphicsState];` `NSGraphicsContext.currentContext = context;` "
@@ -57,18 +58,18 @@ std::vector<Passage> passages() {
       {"Points", "drawing/app_kit_canvas.mm", "NSMakePoint(`point.x`, `point.y`)"},
       {"Rects", "drawing/app_kit_canvas.mm",
        "NSMakeRect(`rect.x`, `rect.y`, `rect.width`, `rect.height`)"},
-      {"RectsOfTheSystem", "drawing/app_kit_canvas.mm",
+      {"SystemRects", "drawing/app_kit_canvas.mm",
        "{`rect.origin.x`, `rect.origin.y`, `rect.size.width`, `rect.size.height`}"},
-      {"SizesOfDrawings", "drawing/app_kit_canvas.mm",
+      {"DrawingSizes", "drawing/app_kit_canvas.mm",
        "NSMakeSize(`drawing.size.width`, `drawing.size.height`) flipped:drawing.flipped"},
-      {"SizesOfTexts", "drawing/app_kit_canvas.mm", "return {`size.width`, `size.height`};"},
-      {"Movements", "drawing/app_kit_canvas.mm",
+      {"TextSizes", "drawing/app_kit_canvas.mm", "return {`size.width`, `size.height`};"},
+      {"PathLines", "drawing/app_kit_canvas.mm",
        "(const MoveTo& move) const { [path `moveToPoint`:makePoint(move.to)]; } "
        "void operator()(const LineTo& line) const { [path `lineToPoint`:makePoint(line.to)]; }"},
-      {"Curves", "drawing/app_kit_canvas.mm",
+      {"PathCurves", "drawing/app_kit_canvas.mm",
        "[path curveToPoint:makePoint(`curve.to`) controlPoint1:makePoint(`curve.control1`) "
        "controlPoint2:makePoint(`curve.control2`)]"},
-      {"ClosedPaths", "drawing/app_kit_canvas.mm",
+      {"PathClosing", "drawing/app_kit_canvas.mm",
        "(const ClosePath&) const { [path closePath]; }"},
       {"LineJoins", "drawing/app_kit_canvas.mm",
        "line.lineJoinStyle = stroke.join == LineJoin::round ? `NSLineJoinStyleRound` : "
@@ -86,7 +87,7 @@ std::vector<Passage> passages() {
        "[makeColor(color) setFill]; [[NSBezierPath bezierPathWithRoundedRect:makeRect(rect) "
        "xRadius:radius yRadius:radius] fill];"},
 
-      {"Descriptions", "drawing/images.mm",
+      {"ImageDescriptions", "drawing/images.mm",
        "description.empty() ? `nil` : `toNSString(description)`"},
 
       {"SystemColors", "drawing/styled_text.mm",
@@ -98,7 +99,7 @@ std::vector<Passage> passages() {
        "case SystemColor::secondaryLabel: return `NSColor.secondaryLabelColor`; "
        "case SystemColor::separator: return `NSColor.separatorColor`; "
        "case SystemColor::windowBackground: break; } return `NSColor.windowBackgroundColor`;"},
-      {"OtherColors", "drawing/styled_text.mm",
+      {"RgbColors", "drawing/styled_text.mm",
        "colorWithCalibratedRed:`color.red` green:`color.green` blue:`color.blue` alpha:1.0"},
       {"Grays", "drawing/styled_text.mm", "colorWithCalibratedWhite:color.white alpha:1.0"},
       {"Fonts", "drawing/styled_text.mm",
@@ -106,32 +107,33 @@ std::vector<Passage> passages() {
        "case Font::Face::monospacedDigits: return "
        "`[NSFont monospacedDigitSystemFontOfSize:font.size weight:NSFontWeightRegular]`; "
        "case Font::Face::system: break; } return `[NSFont systemFontOfSize:font.size]`;"},
-      {"Attributes", "drawing/styled_text.mm",
+      {"TextAttributes", "drawing/styled_text.mm",
        "dictionaryWithObject:makeFont(run.font) forKey:`NSFontAttributeName`]; "
        "if (run.color) attributes[`NSForegroundColorAttributeName`] = makeColor(*run.color); "
        "if (run.baselineOffset != 0.0) "
        "attributes[`NSBaselineOffsetAttributeName`] = @(run.baselineOffset);"},
 
-      {"DescribedSymbols", "drawing/symbols.mm",
+      {"SymbolDescriptions", "drawing/symbols.mm",
        "description.empty() ? `nil` : `toNSString(description)`"},
-      {"SizeAndTint", "drawing/symbols.mm",
+      {"SymbolSizeAndTint", "drawing/symbols.mm",
        "if (!symbol.tint) return size; NSImageSymbolConfiguration* const palette = "
        "[NSImageSymbolConfiguration configurationWithPaletteColors:@[ makeColor(*symbol.tint) ]]; "
        "return size != nil ? `[size configurationByApplyingConfiguration:palette]` : `palette`;"},
-      {"Style", "drawing/symbols.mm",
+      {"SymbolStyle", "drawing/symbols.mm",
        "style != nil ? `[image imageWithSymbolConfiguration:style]` : `image`"},
-      {"UntintedFallback", "drawing/symbols.mm",
-       "NSImage* const image = withStyle != nil ? `withStyle` : `plain`; "
+      {"UnstyledSymbolFallback", "drawing/symbols.mm",
+       "NSImage* const image = styled != nil ? `styled` : `plain`; "
        "[image setTemplate:symbol.isTemplate]; return image;"},
 
-      {"Accessory", "mac_desktop.mm", "setActivationPolicy:NSApplicationActivationPolicyAccessory"},
-      {"WidthOfTheItem", "mac_desktop.mm", "statusItemWithLength:NSVariableStatusItemLength"},
+      {"ActivationPolicy", "mac_desktop.mm",
+       "setActivationPolicy:NSApplicationActivationPolicyAccessory"},
+      {"ItemWidth", "mac_desktop.mm", "statusItemWithLength:NSVariableStatusItemLength"},
       {"Activity", "mac_desktop.mm",
        "id<NSObject> const activity = [process beginActivityWithOptions:"
        "NSActivityUserInitiatedAllowingIdleSystemSleep "
        "reason:@\"Shows the battery's present state\"]; "
        "`[application_ run];` `[process endActivity:activity];`"},
-      {"MenuOfTheItem", "mac_desktop.mm",
+      {"ItemMenu", "mac_desktop.mm",
        "`item_.autosaveName = toNSString(autosaveName);` `menu_.delegate = delegate_;` "
        "`item_.menu = menu_;`"},
       {"Clock", "mac_desktop.mm",
@@ -150,12 +152,12 @@ std::vector<Passage> passages() {
       {"Pasteboard", "mac_desktop.mm",
        "`[pasteboard clearContents];` "
        "`[pasteboard setString:toNSString(text) forType:NSPasteboardTypeString];` }"},
-      {"LoginItemStates", "mac_desktop.mm",
+      {"LoginItemStatuses", "mac_desktop.mm",
        "case SMAppServiceStatusEnabled: return `LoginItemStatus::enabled`; "
        "case SMAppServiceStatusRequiresApproval: return `LoginItemStatus::requiresApproval`; "
        "case SMAppServiceStatusNotFound: return `LoginItemStatus::notFound`; "
        "case SMAppServiceStatusNotRegistered: break; } return `LoginItemStatus::notRegistered`;"},
-      {"LoginItem", "mac_desktop.mm",
+      {"LoginItemRegistration", "mac_desktop.mm",
        "return isRegistered ? [service `registerAndReturnError`:nullptr] : "
        "[service `unregisterAndReturnError`:nullptr];"},
       {"BatterySettings", "mac_desktop.mm",
@@ -165,18 +167,18 @@ std::vector<Passage> passages() {
       {"Launch", "menu_bar/application_delegate.mm",
        "- (void)applicationDidFinishLaunching:(NSNotification*)notification { "
        "_application->applicationDidFinishLaunching(); }"},
-      {"OpeningMenu", "menu_bar/application_delegate.mm",
+      {"MenuOpening", "menu_bar/application_delegate.mm",
        "fillMenu(menu, _application->menuWillOpen(), self);"},
 
-      {"ImageOfTheButton", "menu_bar/item_button.mm",
+      {"ButtonImage", "menu_bar/item_button.mm",
        "button.image = image ? `makeImage(*image)` : `nil`;"},
-      {"ImagePosition", "menu_bar/item_button.mm", "button.imagePosition = NSImageLeading;"},
-      {"TextsOfTheButton", "menu_bar/item_button.mm",
+      {"ButtonImagePosition", "menu_bar/item_button.mm", "button.imagePosition = NSImageLeading;"},
+      {"ButtonTexts", "menu_bar/item_button.mm",
        "button.toolTip = toNSString(`contents.toolTip`); "
        "button.accessibilityLabel = toNSString(`contents.accessibilityLabel`);"},
 
-      {"ImageScaling", "menu_bar/menu_items.mm", "content.imageScaling = NSImageScaleNone;"},
-      {"FramesOfTheChart", "menu_bar/menu_items.mm",
+      {"ChartImageScaling", "menu_bar/menu_items.mm", "content.imageScaling = NSImageScaleNone;"},
+      {"ChartFrames", "menu_bar/menu_items.mm",
        "[[NSImageView alloc] initWithFrame:makeRect(`view.content.frame`)]; "
        "content.image = makeImage(view.content.image); content.imageScaling = NSImageScaleNone; "
        "NSView* const container = [[NSView alloc] initWithFrame:makeRect(`view.frame`)]; "
@@ -190,54 +192,54 @@ std::vector<Passage> passages() {
       {"RadioMarks", "menu_bar/menu_items.mm",
        "(const MenuRadioMark& mark) const { "
        "return makeChoice(mark.title, mark.choice, \"\", mark.isOn); }"},
-      {"Targets", "menu_bar/menu_items.mm",
-       "isOwn = choice.action != Action::terminate; NSMenuItem* const item = "
+      {"ItemTargets", "menu_bar/menu_items.mm",
+       "hasTarget = choice.action != Action::terminate; NSMenuItem* const item = "
        "[[NSMenuItem alloc] initWithTitle:toNSString(`title`) "
-       "action:isOwn ? @selector(choose:) : @selector(terminate:) "
-       "keyEquivalent:toNSString(`key`)]; if (isOwn) item.target = target;"},
-      {"Actions", "menu_bar/menu_items.mm",
-       "action:isOwn ? `@selector(choose:)` : `@selector(terminate:)`"},
-      {"OfferedChoice", "menu_bar/menu_items.mm",
+       "action:hasTarget ? @selector(choose:) : @selector(terminate:) "
+       "keyEquivalent:toNSString(`key`)]; if (hasTarget) item.target = target;"},
+      {"ItemActions", "menu_bar/menu_items.mm",
+       "action:hasTarget ? `@selector(choose:)` : `@selector(terminate:)`"},
+      {"ChoiceStoredInItem", "menu_bar/menu_items.mm",
        "item.representedObject = @(static_cast<NSInteger>(`choice.action`)); "
        "item.tag = `choice.tag`;"},
-      {"ChosenChoice", "menu_bar/menu_items.mm",
+      {"ChoiceReadFromItem", "menu_bar/menu_items.mm",
        "NSNumber* const action = item.representedObject; return "
        "{.action = static_cast<Action>(`action.integerValue`), .tag = `item.tag`};"},
-      {"States", "menu_bar/menu_items.mm",
+      {"ItemStates", "menu_bar/menu_items.mm",
        "item.state = isOn ? `NSControlStateValueOn` : `NSControlStateValueOff`;"},
-      {"FilledMenu", "menu_bar/menu_items.mm",
+      {"MenuReplacement", "menu_bar/menu_items.mm",
        "`[menu removeAllItems];` "
        "`for (const MenuItem& item : items) [menu addItem:std::visit(ItemMaker{target}, item)];`"},
 
-      {"DelegateOfTheApplication", "power_sources.mm",
+      {"DelegateClass", "power_sources.mm",
        "const id delegate = NSApplication.sharedApplication.delegate; "
        "if (![delegate isKindOfClass:LumowattApplicationDelegate.class]) return; "
-       "LumowattApplicationDelegate* const own = delegate; "
-       "if (own.powerSourceAction != nil) own.powerSourceAction();"},
-      {"AbsentSource", "power_sources.mm",
+       "LumowattApplicationDelegate* const ownDelegate = delegate; "
+       "if (ownDelegate.powerSourceAction != nil) ownDelegate.powerSourceAction();"},
+      {"MissingRunLoopSource", "power_sources.mm",
        "if (source == nullptr) return; "
        "CFRunLoopAddSource(CFRunLoopGetMain(), source, kCFRunLoopDefaultMode);"},
   };
 }
 
-/// The source without its comments, on one line.
-std::string condensed(const std::string& source) {
+/// Removes the comments and replaces each run of white space by one space.
+std::string normalized(const std::string& source) {
   static const std::regex comments("//[^\n]*");
   static const std::regex blanks("\\s+");
   return std::regex_replace(std::regex_replace(source, comments, ""), blanks, " ");
 }
 
-/// The passage's parts: those at odd places stand between grave accents.
+/// Splits the passage at its grave accents. The parts with odd indexes are those in grave accents.
 std::vector<std::string> parts(const Passage& passage) {
-  std::vector<std::string> found{{}};
+  std::vector<std::string> result{{}};
   for (const char c : passage.text) {
     if (c == '`') {
-      found.emplace_back();
+      result.emplace_back();
     } else {
-      found.back() += c;
+      result.back() += c;
     }
   }
-  return found;
+  return result;
 }
 
 std::string joined(const std::vector<std::string>& parts) {
@@ -247,19 +249,22 @@ std::string joined(const std::vector<std::string>& parts) {
 }
 
 int count(const std::string& text, const std::string& part) {
-  int found = 0;
-  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++found;
-  return found;
+  int occurrences = 0;
+  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    ++occurrences;
+  }
+  return occurrences;
 }
 
-bool standsOnce(const Passage& passage, const std::string& source) {
-  return count(condensed(source), joined(parts(passage))) == 1;
+bool occursOnce(const Passage& passage, const std::string& source) {
+  return count(normalized(source), joined(parts(passage))) == 1;
 }
 
+/// Returns the passages that contain parts in grave accents.
 std::vector<Passage> passagesWithParts() {
-  std::vector<Passage> found = passages();
-  std::erase_if(found, [](const Passage& passage) { return parts(passage).size() == 1; });
-  return found;
+  std::vector<Passage> result = passages();
+  std::erase_if(result, [](const Passage& passage) { return parts(passage).size() == 1; });
+  return result;
 }
 
 std::string nameOf(const testing::TestParamInfo<Passage>& info) { return info.param.name; }
@@ -268,17 +273,17 @@ std::string nameOf(const testing::TestParamInfo<Passage>& info) { return info.pa
 
 class MacPassage : public testing::TestWithParam<Passage> {};
 
-TEST_P(MacPassage, StandsWhereItBelongsAndOnce) {
-  EXPECT_TRUE(standsOnce(GetParam(), fileContents(macosSources / GetParam().in)));
+TEST_P(MacPassage, OccursExactlyOnceInItsFile) {
+  EXPECT_TRUE(occursOnce(GetParam(), fileContents(macosSources / GetParam().file)));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, MacPassage, testing::ValuesIn(passages()), nameOf);
 
-class MacExchange : public testing::TestWithParam<Passage> {};
+class MacPassageCheck : public testing::TestWithParam<Passage> {};
 
-TEST_P(MacExchange, OfAnyTwoPartsIsSeen) {
+TEST_P(MacPassageCheck, DetectsSwappedParts) {
   const std::vector<std::string> right = parts(GetParam());
-  const std::string source = condensed(fileContents(macosSources / GetParam().in));
+  const std::string source = normalized(fileContents(macosSources / GetParam().file));
   const std::size_t place = source.find(joined(right));
   ASSERT_NE(place, std::string::npos);
   for (std::size_t one = 1; one < right.size(); one += 2) {
@@ -287,97 +292,98 @@ TEST_P(MacExchange, OfAnyTwoPartsIsSeen) {
       std::swap(wrong[one], wrong[other]);
       std::string changed = source;
       changed.replace(place, joined(right).size(), joined(wrong));
-      EXPECT_FALSE(standsOnce(GetParam(), changed)) << right[one] << " and " << right[other];
+      EXPECT_FALSE(occursOnce(GetParam(), changed)) << right[one] << " and " << right[other];
     }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, MacExchange, testing::ValuesIn(passagesWithParts()), nameOf);
+INSTANTIATE_TEST_SUITE_P(All, MacPassageCheck, testing::ValuesIn(passagesWithParts()), nameOf);
 
-class MacFault : public testing::TestWithParam<Fault> {};
+class MacBehaviorFault : public testing::TestWithParam<Fault> {};
 
-TEST_P(MacFault, CompilesAndIsSeen) {
+TEST_P(MacBehaviorFault, CompilesButBreaksAPassage) {
   const PlantedFault planted(GetParam());
-  const auto compiled = typeCheck(GetParam().of, ObjcBool::isBool, planted.folder());
-  EXPECT_EQ(compiled.status, 0) << "the compiler sees it: " << compiled.errors;
-  bool isSeen = false;
+  const auto compiled = typeCheck(GetParam().source, ObjcBool::isBool, planted.folder());
+  EXPECT_EQ(compiled.status, 0) << "the compiler reports the fault: " << compiled.errors;
+  bool isDetected = false;
   for (const Passage& passage : passages()) {
-    isSeen = isSeen || (passage.in == GetParam().in && !standsOnce(passage, planted.text()));
+    isDetected =
+        isDetected || (passage.file == GetParam().file && !occursOnce(passage, planted.text()));
   }
-  EXPECT_TRUE(isSeen);
+  EXPECT_TRUE(isDetected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    All, MacFault,
+    All, MacBehaviorFault,
     testing::Values(
         Fault{.name = "GreenForOrange",
-              .in = "drawing/styled_text.mm",
-              .right = "NSColor.systemOrangeColor",
-              .wrong = "NSColor.systemGreenColor"},
-        Fault{.name = "SquareCapsForRound",
-              .in = "drawing/app_kit_canvas.mm",
-              .right = "LineCap::round ?",
-              .wrong = "LineCap::butt ?"},
+              .file = "drawing/styled_text.mm",
+              .correct = "NSColor.systemOrangeColor",
+              .faulty = "NSColor.systemGreenColor"},
+        Fault{.name = "SwappedLineCaps",
+              .file = "drawing/app_kit_canvas.mm",
+              .correct = "LineCap::round ?",
+              .faulty = "LineCap::butt ?"},
         Fault{.name = "FillColorForAStroke",
-              .in = "drawing/app_kit_canvas.mm",
-              .right = "[makeColor(color) setStroke]",
-              .wrong = "[makeColor(color) setFill]"},
-        Fault{.name = "NoGlyphWhenItCannotBeTinted",
-              .in = "drawing/symbols.mm",
-              .right = "withStyle != nil ? withStyle : plain",
-              .wrong = "withStyle"},
-        Fault{.name = "TintedGlyphsRecolored",
-              .in = "drawing/symbols.mm",
-              .right = "setTemplate:symbol.isTemplate",
-              .wrong = "setTemplate:YES"},
+              .file = "drawing/app_kit_canvas.mm",
+              .correct = "[makeColor(color) setStroke]",
+              .faulty = "[makeColor(color) setFill]"},
+        Fault{.name = "NoFallbackForUnstyledSymbol",
+              .file = "drawing/symbols.mm",
+              .correct = "styled != nil ? styled : plain",
+              .faulty = "styled"},
+        Fault{.name = "TintedSymbolAsTemplate",
+              .file = "drawing/symbols.mm",
+              .correct = "setTemplate:symbol.isTemplate",
+              .faulty = "setTemplate:YES"},
         Fault{.name = "EnabledForNotFound",
-              .in = "mac_desktop.mm",
-              .right = "return LoginItemStatus::notFound",
-              .wrong = "return LoginItemStatus::enabled"},
-        Fault{.name = "RegisteringTheOtherWay",
-              .in = "mac_desktop.mm",
-              .right = "isRegistered ? [service",
-              .wrong = "!isRegistered ? [service"},
-        Fault{.name = "BooleanStoredAsANumber",
-              .in = "mac_desktop.mm",
-              .right = "[store setBool:*isOn",
-              .wrong = "[store setInteger:*isOn"},
+              .file = "mac_desktop.mm",
+              .correct = "return LoginItemStatus::notFound",
+              .faulty = "return LoginItemStatus::enabled"},
+        Fault{.name = "InvertedRegistration",
+              .file = "mac_desktop.mm",
+              .correct = "isRegistered ? [service",
+              .faulty = "!isRegistered ? [service"},
+        Fault{.name = "BooleanStoredAsInteger",
+              .file = "mac_desktop.mm",
+              .correct = "[store setBool:*isOn",
+              .faulty = "[store setInteger:*isOn"},
         Fault{.name = "PasteboardNotCleared",
-              .in = "mac_desktop.mm",
-              .right = "  [pasteboard clearContents];\n",
-              .wrong = ""},
-        Fault{.name = "PasteboardClearedAfterwards",
-              .in = "mac_desktop.mm",
-              .right = "NSPasteboardTypeString];",
-              .wrong = "NSPasteboardTypeString];\n  [pasteboard clearContents];"},
-        Fault{.name = "ActivityOfAnotherKind",
-              .in = "mac_desktop.mm",
-              .right = "NSActivityUserInitiatedAllowingIdleSystemSleep",
-              .wrong = "NSActivityUserInitiated"},
-        Fault{.name = "ActivityEndedAtOnce",
-              .in = "mac_desktop.mm",
-              .right = "  [application_ run];\n  [process endActivity:activity];\n",
-              .wrong = "  [process endActivity:activity];\n  [application_ run];\n"},
+              .file = "mac_desktop.mm",
+              .correct = "  [pasteboard clearContents];\n",
+              .faulty = ""},
+        Fault{.name = "PasteboardClearedAfterCopying",
+              .file = "mac_desktop.mm",
+              .correct = "NSPasteboardTypeString];",
+              .faulty = "NSPasteboardTypeString];\n  [pasteboard clearContents];"},
+        Fault{.name = "ActivityThatPreventsSleep",
+              .file = "mac_desktop.mm",
+              .correct = "NSActivityUserInitiatedAllowingIdleSystemSleep",
+              .faulty = "NSActivityUserInitiated"},
+        Fault{.name = "ActivityEndedBeforeTheEventLoop",
+              .file = "mac_desktop.mm",
+              .correct = "  [application_ run];\n  [process endActivity:activity];\n",
+              .faulty = "  [process endActivity:activity];\n  [application_ run];\n"},
         Fault{.name = "TimerWithoutTolerance",
-              .in = "block_timer.mm",
-              .right = "  timer.tolerance = interval / 10.0;\n",
-              .wrong = ""},
-        Fault{.name = "EnabledLine",
-              .in = "menu_bar/menu_items.mm",
-              .right = "    item.enabled = NO;\n",
-              .wrong = ""},
-        Fault{.name = "OffForOn",
-              .in = "menu_bar/menu_items.mm",
-              .right = "item.state = isOn ?",
-              .wrong = "item.state = !isOn ?"},
-        Fault{.name = "DelegateOfAnyClass",
-              .in = "power_sources.mm",
-              .right = "if (![delegate isKindOfClass:LumowattApplicationDelegate.class]) return;",
-              .wrong = "if (delegate == nil) return;"},
-        Fault{.name = "DelegateWithoutAnAction",
-              .in = "power_sources.mm",
-              .right = "if (own.powerSourceAction != nil) own.",
-              .wrong = "own."}),
+              .file = "block_timer.mm",
+              .correct = "  timer.tolerance = interval / 10.0;\n",
+              .faulty = ""},
+        Fault{.name = "LineNotDisabled",
+              .file = "menu_bar/menu_items.mm",
+              .correct = "    item.enabled = NO;\n",
+              .faulty = ""},
+        Fault{.name = "InvertedState",
+              .file = "menu_bar/menu_items.mm",
+              .correct = "item.state = isOn ?",
+              .faulty = "item.state = !isOn ?"},
+        Fault{.name = "DelegateClassNotChecked",
+              .file = "power_sources.mm",
+              .correct = "if (![delegate isKindOfClass:LumowattApplicationDelegate.class]) return;",
+              .faulty = "if (delegate == nil) return;"},
+        Fault{.name = "MissingActionNotChecked",
+              .file = "power_sources.mm",
+              .correct = "if (ownDelegate.powerSourceAction != nil) ownDelegate.",
+              .faulty = "ownDelegate."}),
     nameOfFault);
 
 }  // namespace lumowatt

@@ -1,4 +1,4 @@
-// The headers of the systems that the Mac's sources include, compiled once for all checks.
+// The system headers that the macOS sources include, precompiled for all checks.
 
 #import <AppKit/AppKit.h>
 #import <IOKit/IOKitLib.h>

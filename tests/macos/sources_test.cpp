@@ -1,5 +1,6 @@
-// The Mac's sources, on a machine that has no Mac's headers: each is type-checked and its ownership
-// analysed against declarations of our own, and a list of faults shows that these checks see them.
+// Checks the types and the ownership of objects in the macOS sources, on a machine without Apple's
+// headers. The checks use the headers in `declarations/` instead. Planted faults prove that the
+// checks detect mistakes.
 
 #include <gtest/gtest.h>
 
@@ -21,16 +22,16 @@ std::string nameOfFile(const testing::TestParamInfo<std::string>& info) {
   return name;
 }
 
-void expectSeen(const ProcessResult& result, const Fault& fault) {
+void expectDiagnostic(const ProcessResult& result, const Fault& fault) {
   EXPECT_NE(result.status, 0);
-  EXPECT_NE(result.errors.find(fault.seen), std::string::npos) << result.errors;
+  EXPECT_NE(result.errors.find(fault.diagnostic), std::string::npos) << result.errors;
 }
 
 }  // namespace
 
 class MacSource : public testing::TestWithParam<std::string> {};
 
-TEST_P(MacSource, IsWellTypedWithEitherKindOfBool) {
+TEST_P(MacSource, TypeChecksWithEitherTypeOfBool) {
   for (const ObjcBool boolType : {ObjcBool::isBool, ObjcBool::isChar}) {
     const auto result = typeCheck(GetParam(), boolType);
     EXPECT_EQ(result.status, 0);
@@ -38,20 +39,20 @@ TEST_P(MacSource, IsWellTypedWithEitherKindOfBool) {
   }
 }
 
-TEST_P(MacSource, ReleasesWhatItOwns) {
+TEST_P(MacSource, ReleasesEveryObjectThatItOwns) {
   const auto result = ownershipCheck(GetParam());
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.errors, "");
 }
 
-TEST_P(MacSource, IsPartOfTheBuild) {
+TEST_P(MacSource, IsListedInTheBuild) {
   const std::string build = fileContents(macosSources / "CMakeLists.txt");
   EXPECT_NE(build.find("  " + GetParam()), std::string::npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, MacSource, testing::ValuesIn(macosFiles(".mm")), nameOfFile);
 
-TEST(MacSources, AreThinWithTheirHeaders) {
+TEST(MacSources, HaveAtMostTwoHundredLinesEach) {
   for (const char* const extension : {".mm", ".h"}) {
     for (const std::string& file : macosFiles(extension)) {
       const std::string text = fileContents(macosSources / file);
@@ -62,183 +63,188 @@ TEST(MacSources, AreThinWithTheirHeaders) {
 
 class MistypedMacSource : public testing::TestWithParam<Fault> {};
 
-TEST_P(MistypedMacSource, IsSeen) {
+TEST_P(MistypedMacSource, FailsTheTypeCheck) {
   const PlantedFault planted(GetParam());
-  expectSeen(typeCheck(GetParam().of, ObjcBool::isBool, planted.folder()), GetParam());
+  expectDiagnostic(typeCheck(GetParam().source, ObjcBool::isBool, planted.folder()), GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
     All, MistypedMacSource,
     testing::Values(
-        Fault{.name = "MisspeltSelector",
-              .in = "block_timer.mm",
-              .right = "repeats:YES",
-              .wrong = "repeat:YES",
-              .seen = "no known class method for selector"},
-        Fault{.name = "MisspeltClass",
-              .in = "menu_bar/menu_items.mm",
-              .right = "[NSMenuItem separatorItem]",
-              .wrong = "[NSMenuItm separatorItem]",
-              .seen = "use of undeclared identifier 'NSMenuItm'"},
-        Fault{.name = "MisspeltProperty",
-              .in = "menu_bar/item_button.mm",
-              .right = "button.toolTip",
-              .wrong = "button.tooltip",
-              .seen = "property 'tooltip' not found"},
-        Fault{.name = "MisspeltConstant",
-              .in = "menu_bar/item_button.mm",
-              .right = "NSImageLeading",
-              .wrong = "NSImageLead",
-              .seen = "use of undeclared identifier 'NSImageLead'"},
+        Fault{.name = "MisspelledSelector",
+              .file = "block_timer.mm",
+              .correct = "repeats:YES",
+              .faulty = "repeat:YES",
+              .diagnostic = "no known class method for selector"},
+        Fault{.name = "MisspelledClass",
+              .file = "menu_bar/menu_items.mm",
+              .correct = "[NSMenuItem separatorItem]",
+              .faulty = "[NSMenuItm separatorItem]",
+              .diagnostic = "use of undeclared identifier 'NSMenuItm'"},
+        Fault{.name = "MisspelledProperty",
+              .file = "menu_bar/item_button.mm",
+              .correct = "button.toolTip",
+              .faulty = "button.tooltip",
+              .diagnostic = "property 'tooltip' not found"},
+        Fault{.name = "MisspelledConstant",
+              .file = "menu_bar/item_button.mm",
+              .correct = "NSImageLeading",
+              .faulty = "NSImageLead",
+              .diagnostic = "use of undeclared identifier 'NSImageLead'"},
         Fault{.name = "UndeclaredSelector",
-              .in = "menu_bar/menu_items.mm",
-              .right = "@selector(choose:)",
-              .wrong = "@selector(chose:)",
-              .seen = "undeclared selector 'chose:'"},
-        Fault{.name = "InstanceMethodOfTheClass",
-              .in = "mac_desktop.mm",
-              .right = "[pasteboard clearContents]",
-              .wrong = "[NSPasteboard clearContents]",
-              .seen = "no known class method for selector 'clearContents'"},
-        Fault{.name = "WrongArgument",
-              .in = "mac_desktop.mm",
-              .right = "setBool:*isOn forKey:toNSString(key)",
-              .wrong = "setBool:*isOn forKey:key",
-              .seen = "no viable conversion"},
-        Fault{.name = "WrongKindOfObject",
-              .in = "menu_bar/item_button.mm",
-              .right = "button.attributedTitle = makeAttributedString(contents.title.text)",
-              .wrong = "button.title = makeAttributedString(contents.title.text)",
-              .seen = "incompatible"},
+              .file = "menu_bar/menu_items.mm",
+              .correct = "@selector(choose:)",
+              .faulty = "@selector(chose:)",
+              .diagnostic = "undeclared selector 'chose:'"},
+        Fault{.name = "InstanceMethodCalledOnAClass",
+              .file = "mac_desktop.mm",
+              .correct = "[pasteboard clearContents]",
+              .faulty = "[NSPasteboard clearContents]",
+              .diagnostic = "no known class method for selector 'clearContents'"},
+        Fault{.name = "ArgumentOfWrongType",
+              .file = "mac_desktop.mm",
+              .correct = "setBool:*isOn forKey:toNSString(key)",
+              .faulty = "setBool:*isOn forKey:key",
+              .diagnostic = "no viable conversion"},
+        Fault{.name = "ObjectOfWrongClass",
+              .file = "menu_bar/item_button.mm",
+              .correct = "button.attributedTitle = makeAttributedString(contents.title.text)",
+              .faulty = "button.title = makeAttributedString(contents.title.text)",
+              .diagnostic = "incompatible"},
         Fault{.name = "SwappedArguments",
-              .in = "power_sources.mm",
-              .right = "(CFRunLoopGetMain(), source,",
-              .wrong = "(source, CFRunLoopGetMain(),",
-              .seen = "no matching function for call to 'CFRunLoopAddSource'"},
-        Fault{.name = "CallbackOfAnotherKind",
-              .in = "power_sources.mm",
-              .right = "void powerSourceChanged(void* /*context*/)",
-              .wrong = "void powerSourceChanged(int /*context*/)",
-              .seen = "no matching function for call to 'IOPSNotificationCreateRunLoopSource'"},
-        Fault{.name = "BlockOfAnotherKind",
-              .in = "drawing/app_kit_canvas.mm",
-              .right = "^BOOL(NSRect rect)",
-              .wrong = "^BOOL(Rect rect)",
-              .seen = "cannot initialize a parameter of type 'BOOL (^ _Nonnull)(NSRect)'"},
+              .file = "power_sources.mm",
+              .correct = "(CFRunLoopGetMain(), source,",
+              .faulty = "(source, CFRunLoopGetMain(),",
+              .diagnostic = "no matching function for call to 'CFRunLoopAddSource'"},
+        Fault{
+            .name = "CallbackOfWrongType",
+            .file = "power_sources.mm",
+            .correct = "void onPowerSourceChanged(void* /*context*/)",
+            .faulty = "void onPowerSourceChanged(int /*context*/)",
+            .diagnostic = "no matching function for call to 'IOPSNotificationCreateRunLoopSource'"},
+        Fault{.name = "BlockOfWrongType",
+              .file = "drawing/app_kit_canvas.mm",
+              .correct = "^BOOL(NSRect rect)",
+              .faulty = "^BOOL(Rect rect)",
+              .diagnostic = "cannot initialize a parameter of type 'BOOL (^ _Nonnull)(NSRect)'"},
         Fault{.name = "MissingBridgeCast",
-              .in = "battery_registry.mm",
-              .right = "(__bridge_transfer id)copyProperties",
-              .wrong = "copyProperties",
-              .seen = "cannot initialize a variable of type 'const __strong id'"},
-        Fault{.name = "ReleaseByHand",
-              .in = "block_timer.mm",
-              .right = "[timer_ invalidate]",
-              .wrong = "[timer_ release]",
-              .seen = "release"},
+              .file = "battery_registry.mm",
+              .correct = "(__bridge_transfer id)copyProperties",
+              .faulty = "copyProperties",
+              .diagnostic = "cannot initialize a variable of type 'const __strong id'"},
+        Fault{.name = "ManualRelease",
+              .file = "block_timer.mm",
+              .correct = "[timer_ invalidate]",
+              .faulty = "[timer_ release]",
+              .diagnostic = "release"},
         Fault{.name = "MissingProtocol",
-              .in = "menu_bar/application_delegate.h",
-              .right = "NSApplicationDelegate, NSMenuDelegate,",
-              .wrong = "NSApplicationDelegate,",
-              .seen = "from incompatible type",
-              .of = "mac_desktop.mm"},
+              .file = "menu_bar/application_delegate.h",
+              .correct = "NSApplicationDelegate, NSMenuDelegate,",
+              .faulty = "NSApplicationDelegate,",
+              .diagnostic = "from incompatible type",
+              .source = "mac_desktop.mm"},
         Fault{.name = "MissingAction",
-              .in = "menu_bar/application_delegate.mm",
-              .right = "- (void)choose:(NSMenuItem*)sender {",
-              .wrong = "- (void)chose:(NSMenuItem*)sender {",
-              .seen = "method 'choose:' in protocol 'LumowattMenuTarget' not implemented"},
-        Fault{.name = "NilWhereThereMustBeOne",
-              .in = "drawing/app_kit_bitmap.mm",
-              .right = "colorSpaceName:NSDeviceRGBColorSpace",
-              .wrong = "colorSpaceName:nil",
-              .seen = "null passed to a callee that requires a non-null argument"},
-        Fault{.name = "MaybeNilWhereThereMustBeOne",
-              .in = "drawing/app_kit_bitmap.mm",
-              .right = "drawOn(context, image, scale)",
-              .wrong = "drawOn([NSGraphicsContext graphicsContextWithBitmapImageRep:pixels], "
-                       "image, scale)",
-              .seen = "implicit conversion from nullable pointer"},
-        Fault{.name = "ForgottenKindOfItem",
-              .in = "menu_bar/menu_items.mm",
-              .right = "  NSMenuItem* operator()(const MenuSeparator&) const {",
-              .wrong = "  NSMenuItem* separator(const MenuSeparator&) const {",
-              .seen = "ItemMaker"}),
+              .file = "menu_bar/application_delegate.mm",
+              .correct = "- (void)choose:(NSMenuItem*)sender {",
+              .faulty = "- (void)chose:(NSMenuItem*)sender {",
+              .diagnostic = "method 'choose:' in protocol 'LumowattMenuTarget' not implemented"},
+        Fault{.name = "NilForNonnullParameter",
+              .file = "drawing/app_kit_bitmap.mm",
+              .correct = "colorSpaceName:NSDeviceRGBColorSpace",
+              .faulty = "colorSpaceName:nil",
+              .diagnostic = "null passed to a callee that requires a non-null argument"},
+        Fault{
+            .name = "NullableForNonnullParameter",
+            .file = "drawing/app_kit_bitmap.mm",
+            .correct = "drawInContext(context, image, scale)",
+            .faulty = "drawInContext([NSGraphicsContext graphicsContextWithBitmapImageRep:pixels], "
+                      "image, scale)",
+            .diagnostic = "implicit conversion from nullable pointer"},
+        Fault{.name = "MissingKindOfItem",
+              .file = "menu_bar/menu_items.mm",
+              .correct = "  NSMenuItem* operator()(const MenuSeparator&) const {",
+              .faulty = "  NSMenuItem* separator(const MenuSeparator&) const {",
+              .diagnostic = "ItemMaker"}),
     nameOfFault);
 
-class LeakingMacSource : public testing::TestWithParam<Fault> {};
+class MismanagedMacSource : public testing::TestWithParam<Fault> {};
 
-TEST_P(LeakingMacSource, IsSeen) {
+TEST_P(MismanagedMacSource, FailsTheOwnershipCheck) {
   const PlantedFault planted(GetParam());
-  expectSeen(ownershipCheck(GetParam().of, planted.folder()), GetParam());
+  expectDiagnostic(ownershipCheck(GetParam().source, planted.folder()), GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    All, LeakingMacSource,
-    testing::Values(Fault{.name = "Properties",
-                          .in = "battery_registry.mm",
-                          .right = "(__bridge_transfer id)copyProperties",
-                          .wrong = "(__bridge id)copyProperties",
-                          .seen = "leak"},
-                    Fault{.name = "MatchingDescription",
-                          .in = "battery_registry.mm",
-                          .right = "  if (status == KERN_SUCCESS) return properties;",
-                          .wrong = "  if (IOServiceMatching(\"x\") == nullptr) return properties;",
-                          .seen = "leak"},
-                    Fault{.name = "RunLoopSource",
-                          .in = "power_sources.mm",
-                          .right = "  CFRelease(source);",
-                          .wrong = "",
-                          .seen = "leak"},
+    All, MismanagedMacSource,
+    testing::Values(Fault{.name = "LeakedProperties",
+                          .file = "battery_registry.mm",
+                          .correct = "(__bridge_transfer id)copyProperties",
+                          .faulty = "(__bridge id)copyProperties",
+                          .diagnostic = "leak"},
+                    Fault{.name = "LeakedMatchingDictionary",
+                          .file = "battery_registry.mm",
+                          .correct = "  if (status == KERN_SUCCESS) return properties;",
+                          .faulty = "  if (IOServiceMatching(\"x\") == nullptr) return properties;",
+                          .diagnostic = "leak"},
+                    Fault{.name = "LeakedRunLoopSource",
+                          .file = "power_sources.mm",
+                          .correct = "  CFRelease(source);",
+                          .faulty = "",
+                          .diagnostic = "leak"},
                     Fault{.name = "RunLoopSourceReleasedTwice",
-                          .in = "power_sources.mm",
-                          .right = "  CFRelease(source);",
-                          .wrong = "  CFRelease(source);\n  CFRelease(source);",
-                          .seen = "used after it is released"},
+                          .file = "power_sources.mm",
+                          .correct = "  CFRelease(source);",
+                          .faulty = "  CFRelease(source);\n  CFRelease(source);",
+                          .diagnostic = "used after it is released"},
                     Fault{.name = "PropertiesReleasedTwice",
-                          .in = "battery_registry.mm",
-                          .right = "  if (properties != nullptr) CFRelease(properties);",
-                          .wrong = "  properties = IOServiceMatching(\"x\");\n"
-                                   "  CFRelease(properties);\n  CFRelease(properties);",
-                          .seen = "used after it is released"}),
+                          .file = "battery_registry.mm",
+                          .correct = "  if (properties != nullptr) CFRelease(properties);",
+                          .faulty = "  properties = IOServiceMatching(\"x\");\n"
+                                    "  CFRelease(properties);\n  CFRelease(properties);",
+                          .diagnostic = "used after it is released"}),
     nameOfFault);
 
-// What the system calls by name is optional in its protocols, so that no compiler misses it.
+// The system's protocols declare most of these methods as optional. A compiler therefore does not
+// report a missing or misspelled method.
 
 namespace {
 
+/// Returns the selectors that the system calls, including the action of the menu items.
 std::vector<std::string> calledByTheSystem() {
-  return {"applicationDidFinishLaunching:", "menuWillOpen:", "choose:"};  // the items of the menu
+  return {"applicationDidFinishLaunching:", "menuWillOpen:", "choose:"};
 }
 
-/// The methods of the delegate but for those of its own header and of the compiler.
-std::vector<std::string> delegateMethods(const std::filesystem::path& changed = {}) {
-  const std::string own = "-[LumowattApplicationDelegate ";
+/// Returns the selectors that the delegate defines. Omits the selectors that its own header
+/// declares and those that the compiler generates.
+std::vector<std::string> delegateMethods(const std::filesystem::path& overrides = {}) {
+  const std::string prefix = "-[LumowattApplicationDelegate ";
   std::vector<std::string> selectors;
-  for (const std::string& method : definedMethods("menu_bar/application_delegate.mm", changed)) {
-    EXPECT_EQ(method.substr(0, own.size()), own);
-    const std::string selector = method.substr(own.size(), method.size() - own.size() - 1);
-    const bool isOther = selector == "initWithApplication:" || selector == "powerSourceAction" ||
-                         selector == "setPowerSourceAction:" || selector[0] == '.';
-    if (!isOther) selectors.push_back(selector);
+  for (const std::string& method : definedMethods("menu_bar/application_delegate.mm", overrides)) {
+    EXPECT_EQ(method.substr(0, prefix.size()), prefix);
+    const std::string selector = method.substr(prefix.size(), method.size() - prefix.size() - 1);
+    const bool isExcluded = selector == "initWithApplication:" || selector == "powerSourceAction" ||
+                            selector == "setPowerSourceAction:" || selector[0] == '.';
+    if (!isExcluded) selectors.push_back(selector);
   }
   return selectors;
 }
 
 }  // namespace
 
-TEST(MacDelegate, DefinesWhatTheSystemCallsByNameAndNothingLikeIt) {
+TEST(MacDelegate, DefinesExactlyTheMethodsThatTheSystemCalls) {
   EXPECT_EQ(delegateMethods(), calledByTheSystem());
 }
 
-TEST(MacDelegate, AMisspeltMethodOfAProtocolIsSeen) {
-  for (const auto& [right, wrong] :
+TEST(MacDelegateCheck, DetectsMisspelledMethodsOfProtocols) {
+  for (const auto& [correct, misspelled] :
        {std::pair{"menuWillOpen:", "menuWillOpn:"},
         std::pair{"applicationDidFinishLaunching:", "applicationDidFinishLaunch:"}}) {
     const Fault fault{.name = {},
-                      .in = "menu_bar/application_delegate.mm",
-                      .right = "- (void)" + std::string(right),
-                      .wrong = "- (void)" + std::string(wrong),
-                      .seen = {}};
-    EXPECT_NE(delegateMethods(PlantedFault(fault).folder()), calledByTheSystem()) << wrong;
+                      .file = "menu_bar/application_delegate.mm",
+                      .correct = "- (void)" + std::string(correct),
+                      .faulty = "- (void)" + std::string(misspelled),
+                      .diagnostic = {}};
+    EXPECT_NE(delegateMethods(PlantedFault(fault).folder()), calledByTheSystem()) << misspelled;
   }
 }
 

@@ -1,4 +1,5 @@
-# Describes a Mac to CMake, for tests that read the build files that it generates. It builds nothing.
+# Toolchain file that describes a Mac. Tests generate build files with it and read them, but do not
+# build.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 23)
 set(CMAKE_OSX_SYSROOT ${CMAKE_CURRENT_LIST_DIR}/declarations)

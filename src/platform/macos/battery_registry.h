@@ -4,7 +4,7 @@
 
 namespace lumowatt::macos {
 
-/// The battery in the I/O registry: the service of the class "AppleSmartBattery".
+/// Battery in the I/O registry: the service of class "AppleSmartBattery".
 class BatteryRegistry : public BatteryService {
  public:
   std::optional<PropertyDictionary> properties() override;

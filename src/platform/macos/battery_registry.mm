@@ -12,15 +12,15 @@ namespace lumowatt::macos {
 
 namespace {
 
-bool isText(id object) { return CFGetTypeID((__bridge CFTypeRef)object) == CFStringGetTypeID(); }
+bool isString(id object) { return CFGetTypeID((__bridge CFTypeRef)object) == CFStringGetTypeID(); }
 
 PropertyValue makeValue(id object);
 
-/// Something else when there is a key that is not text.
+/// Converts the dictionary. Returns a default `PropertyValue` if a key is not a string.
 PropertyValue makeDictionary(NSDictionary<id, id>* dictionary) {
   PropertyDictionary result;
   for (id key in dictionary) {
-    if (!isText(key)) return {};
+    if (!isString(key)) return {};
     result.set(toString(key), makeValue(dictionary[key]));
   }
   return PropertyValue::dictionary(std::move(result));
@@ -37,7 +37,7 @@ PropertyValue makeValue(id object) {
   return {};
 }
 
-/// The service of the battery as long as it lives; 0 when there is none.
+/// Handle of the battery's service, released on destruction; IO_OBJECT_NULL if there is no battery.
 class Service {
  public:
   Service() = default;
@@ -51,7 +51,7 @@ class Service {
       IOServiceGetMatchingService(kIOMainPortDefault, IOServiceMatching("AppleSmartBattery"));
 };
 
-/// A copy of the service's properties, which the caller releases. Null when it gives none.
+/// Returns a copy of the service's properties, which the caller must release; null on failure.
 CFMutableDictionaryRef copyProperties(io_service_t service) {
   CFMutableDictionaryRef properties = nullptr;
   const kern_return_t status =

@@ -10,11 +10,11 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// A timer on the run loop of the thread that makes it.
+/// Timer on the run loop of the thread that creates it.
 class BlockTimer : public Timer {
  public:
-  /// Calls `tick` every `interval` seconds. The system may delay a tick by a tenth of the interval,
-  /// to wake the processor once for several timers; delays do not add up.
+  /// Calls `tick` every `interval` seconds. The system may delay a call by up to a tenth of the
+  /// interval, in order to wake the processor once for several timers. Delays do not accumulate.
   BlockTimer(double interval, std::function<void()> tick);
   BlockTimer(const BlockTimer&) = delete;
   BlockTimer& operator=(const BlockTimer&) = delete;

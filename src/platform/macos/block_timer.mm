@@ -7,16 +7,16 @@ namespace lumowatt::macos {
 namespace {
 
 NSTimer* schedule(double interval, std::function<void()> tick) {
-  const auto action = std::move(tick);
-  const auto fire = ^(NSTimer*) {
-    // The tick may end its own timer, and this block.
-    const auto running = action;
-    // Ticks can be all that happens for days.
+  const auto callback = std::move(tick);
+  const auto block = ^(NSTimer*) {
+    // The callback is copied because it may destroy its timer, and with the timer this block.
+    const auto copy = callback;
+    // AppKit drains its own pool only when it handles an event, and there may be none for days.
     @autoreleasepool {
-      running();
+      copy();
     }
   };
-  NSTimer* const timer = [NSTimer scheduledTimerWithTimeInterval:interval repeats:YES block:fire];
+  NSTimer* const timer = [NSTimer scheduledTimerWithTimeInterval:interval repeats:YES block:block];
   timer.tolerance = interval / 10.0;
   return timer;
 }

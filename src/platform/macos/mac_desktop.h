@@ -10,12 +10,13 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// A Mac's menu bar, and the services of its system. The item is there when it is made.
+/// Menu bar and system services of macOS. The constructor adds the item to the menu bar.
 class MacDesktop : public Desktop {
  public:
   MacDesktop();
 
-  /// Returns when the event loop ends, as it never does by itself: quitting ends the process.
+  /// Runs the event loop. Does not return when the user quits the application, because AppKit then
+  /// exits the process.
   Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
   StatusButton* _Nullable button() override { return button_.exists() ? &button_ : nullptr; }
@@ -23,7 +24,7 @@ class MacDesktop : public Desktop {
 
   double now() override;
   std::unique_ptr<Timer> startTimer(double interval, std::function<void()> tick) override;
-  void watchPowerSources(std::function<void()> changed) override;
+  void watchPowerSources(std::function<void()> onChanged) override;
 
   std::vector<std::optional<StoredPreference>> preferences(
       const std::vector<std::string_view>& keys) override;

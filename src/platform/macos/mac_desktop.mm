@@ -13,8 +13,8 @@ namespace lumowatt::macos {
 
 namespace {
 
-/// Without a Dock icon and a menu bar of its own.
-NSApplication* makeAccessory() {
+/// Returns the shared application, without a Dock icon and without a menu bar.
+NSApplication* makeAccessoryApplication() {
   NSApplication* const application = NSApplication.sharedApplication;
   [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
   return application;
@@ -23,7 +23,7 @@ NSApplication* makeAccessory() {
 }  // namespace
 
 MacDesktop::MacDesktop()
-    : application_(makeAccessory()),
+    : application_(makeAccessoryApplication()),
       item_([NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength]),
       menu_([[NSMenu alloc] initWithTitle:@""]),
       button_(item_) {}
@@ -31,7 +31,8 @@ MacDesktop::MacDesktop()
 Result<> MacDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   delegate_ = [[LumowattApplicationDelegate alloc] initWithApplication:std::move(delegate)];
   application_.delegate = delegate_;
-  // Without it, the system delays the timers of an idle application by seconds ("App Nap").
+  // Without this activity, the system delays the timers of an idle application by seconds
+  // ("App Nap").
   NSProcessInfo* const process = NSProcessInfo.processInfo;
   id<NSObject> const activity =
       [process beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
@@ -41,7 +42,7 @@ Result<> MacDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
   return {};
 }
 
-// The status item
+// Status item
 
 void MacDesktop::attachMenu(std::string_view autosaveName) {
   item_.autosaveName = toNSString(autosaveName);
@@ -53,7 +54,7 @@ void MacDesktop::attachMenu(std::string_view autosaveName) {
 
 double MacDesktop::now() {
   timespec time{};
-  clock_gettime(CLOCK_MONOTONIC_RAW, &time);  // on a Mac it goes on during sleep
+  clock_gettime(CLOCK_MONOTONIC_RAW, &time);  // on macOS this clock includes sleep
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
@@ -61,9 +62,9 @@ std::unique_ptr<Timer> MacDesktop::startTimer(double interval, std::function<voi
   return std::make_unique<BlockTimer>(interval, std::move(tick));
 }
 
-void MacDesktop::watchPowerSources(std::function<void()> changed) {
+void MacDesktop::watchPowerSources(std::function<void()> onChanged) {
   delegate_.powerSourceAction = ^{
-    changed();
+    onChanged();
   };
   macos::watchPowerSources();
 }

@@ -2,9 +2,8 @@
 
 namespace lumowatt::macos {
 
-/// From now on, each change of a power source makes the application's delegate do its
-/// `powerSourceAction`, in a task of the main queue. Nothing happens where the system reports no
-/// changes.
+/// Subscribes to changes of the power sources. After each change, the `powerSourceAction` of the
+/// application's delegate runs on the main queue. Does nothing if the system cannot report changes.
 void watchPowerSources();
 
 }  // namespace lumowatt::macos

@@ -10,20 +10,21 @@ namespace lumowatt::macos {
 
 namespace {
 
-void powerSourceChanged(void* /*context*/) {
+void onPowerSourceChanged(void* /*context*/) {
   dispatch_async(dispatch_get_main_queue(), ^{
     @autoreleasepool {
       const id delegate = NSApplication.sharedApplication.delegate;
       if (![delegate isKindOfClass:LumowattApplicationDelegate.class]) return;
-      LumowattApplicationDelegate* const own = delegate;
-      if (own.powerSourceAction != nil) own.powerSourceAction();
+      LumowattApplicationDelegate* const ownDelegate = delegate;
+      if (ownDelegate.powerSourceAction != nil) ownDelegate.powerSourceAction();
     }
   });
 }
 
-/// The caller's to release. Null when changes cannot be told.
+/// Creates the run loop source that reports changes. The caller must release it. Returns null if
+/// the system cannot report changes.
 CFRunLoopSourceRef createSource() {
-  return IOPSNotificationCreateRunLoopSource(&powerSourceChanged, nullptr);
+  return IOPSNotificationCreateRunLoopSource(&onPowerSourceChanged, nullptr);
 }
 
 }  // namespace
@@ -32,7 +33,7 @@ void watchPowerSources() {
   CFRunLoopSourceRef source = createSource();
   if (source == nullptr) return;
   CFRunLoopAddSource(CFRunLoopGetMain(), source, kCFRunLoopDefaultMode);
-  CFRelease(source);  // the run loop keeps it
+  CFRelease(source);  // the run loop retains the source
 }
 
 }  // namespace lumowatt::macos

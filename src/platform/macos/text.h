@@ -9,10 +9,10 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// UTF-8 as a string of the system's; empty when it is not valid.
+/// Converts UTF-8 text to an NSString. Returns an empty string if the text is not valid UTF-8.
 NSString* toNSString(std::string_view text);
 
-/// The string as UTF-8; empty when it cannot be had as such (half of a surrogate pair).
+/// Converts the string to UTF-8. Returns an empty string if `text` contains an unpaired surrogate.
 std::string toString(NSString* text);
 
 }  // namespace lumowatt::macos

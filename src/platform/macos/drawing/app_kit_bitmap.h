@@ -4,8 +4,8 @@
 
 namespace lumowatt::macos {
 
-/// Bitmaps of AppKit's. It makes the shared application object, without which there are no fonts
-/// and no colours, but does not run it.
+/// Renders drawings with AppKit. The constructor creates the shared application object, which fonts
+/// and colors require, but does not run it.
 class AppKitBitmapFactory : public BitmapFactory {
  public:
   AppKitBitmapFactory();

@@ -27,7 +27,7 @@ class AppKitBitmap : public Bitmap {
   NSBitmapImageRep* pixels_;
 };
 
-/// Nil when memory is short.
+/// Returns nil if the memory for the pixels cannot be allocated.
 NSBitmapImageRep* _Nullable makePixels(NSSize size, double scale) {
   return
       [[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
@@ -42,20 +42,20 @@ NSBitmapImageRep* _Nullable makePixels(NSSize size, double scale) {
                                             bitsPerPixel:0];
 }
 
-/// Does `draw` in the system colours for `appearance`.
-void drawFor(Appearance appearance, void(NS_NOESCAPE ^ draw)(void)) {
+/// Calls `draw`, with system colors resolved for `appearance`.
+void drawWithAppearance(Appearance appearance, void(NS_NOESCAPE ^ draw)(void)) {
   const bool isDark = appearance == Appearance::dark;
-  NSAppearance* const named =
+  NSAppearance* const systemAppearance =
       [NSAppearance appearanceNamed:isDark ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua];
-  if (named != nil) {
-    [named performAsCurrentDrawingAppearance:draw];
+  if (systemAppearance != nil) {
+    [systemAppearance performAsCurrentDrawingAppearance:draw];
   } else {
     draw();
   }
 }
 
-/// Draws the image so that it fills the context, with `scale` pixels to a point.
-void drawOn(NSGraphicsContext* context, NSImage* image, double scale) {
+/// Draws the image so that it fills the context, with `scale` pixels per point.
+void drawInContext(NSGraphicsContext* context, NSImage* image, double scale) {
   [NSGraphicsContext saveGraphicsState];
   NSGraphicsContext.currentContext = context;
   CGContextScaleCTM(context.CGContext, scale, scale);
@@ -76,10 +76,11 @@ Result<std::unique_ptr<Bitmap>> AppKitBitmapFactory::draw(const Drawing& picture
     if (pixels == nil) return Failure{"out of memory"};
     NSGraphicsContext* const context = [NSGraphicsContext graphicsContextWithBitmapImageRep:pixels];
     if (context == nil) return Failure{"no graphics context can be made"};
-    // Only now: a context that is made for a size in points has its scale already.
+    // The size in points must be set after the context is created. Otherwise the context is scaled
+    // already, and `drawInContext` would scale it a second time.
     pixels.size = image.size;
-    drawFor(appearance, ^{
-      drawOn(context, image, scale);
+    drawWithAppearance(appearance, ^{
+      drawInContext(context, image, scale);
     });
     return std::unique_ptr<Bitmap>(std::make_unique<AppKitBitmap>(pixels));
   }

@@ -8,7 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// Draws in AppKit's current graphics context, of which `Canvas` has the conventions.
+/// Draws in AppKit's current graphics context, whose conventions `Canvas` shares.
 class AppKitCanvas : public Canvas {
  public:
   void fill(const Rect& rect, const Color& color) override;
@@ -22,7 +22,7 @@ class AppKitCanvas : public Canvas {
 
 NSRect makeRect(const Rect& rect);
 
-/// The drawing as an image of the system's, which draws it on such a canvas whenever it is shown.
+/// Returns an image that draws `drawing` on an `AppKitCanvas` each time AppKit renders the image.
 NSImage* makeDrawing(const Drawing& drawing);
 
 }  // namespace lumowatt::macos

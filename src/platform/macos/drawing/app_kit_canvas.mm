@@ -11,7 +11,8 @@ namespace {
 
 NSPoint makePoint(Point point) { return NSMakePoint(point.x, point.y); }
 
-struct Pen {
+/// Appends a path segment to an AppKit path.
+struct SegmentAppender {
   NSBezierPath* path;
 
   void operator()(const MoveTo& move) const { [path moveToPoint:makePoint(move.to)]; }
@@ -26,11 +27,12 @@ struct Pen {
 
 NSBezierPath* makePath(const Path& path) {
   NSBezierPath* const line = [NSBezierPath bezierPath];
-  for (const auto& movement : path) std::visit(Pen{line}, movement);
+  for (const auto& segment : path) std::visit(SegmentAppender{line}, segment);
   return line;
 }
 
-struct DrawnImage {
+/// Makes the image that AppKit draws for each kind of content.
+struct DrawableImageMaker {
   NSImage* _Nullable operator()(const Drawing& drawing) const { return makeDrawing(drawing); }
   NSImage* _Nullable operator()(const Symbol& symbol) const { return makeStyledSymbol(symbol); }
 };
@@ -71,7 +73,7 @@ Size AppKitCanvas::textSize(const AttributedString& text) {
 }
 
 void AppKitCanvas::drawImage(const Image& image, const Rect& rect) {
-  [std::visit(DrawnImage{}, image.content) drawInRect:makeRect(rect)];
+  [std::visit(DrawableImageMaker{}, image.content) drawInRect:makeRect(rect)];
 }
 
 NSRect makeRect(const Rect& rect) { return NSMakeRect(rect.x, rect.y, rect.width, rect.height); }

@@ -8,8 +8,8 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// The image as one that a button or a view shows. Nil when it is a symbol that the system does not
-/// know.
+/// Converts the image to an image for a button or a view. Returns nil if it is a symbol that is
+/// unknown to the system.
 NSImage* _Nullable makeImage(const Image& image);
 
 }  // namespace lumowatt::macos

@@ -8,7 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// A system colour stays one: it is resolved where it is drawn.
+/// Converts the color. A system color remains dynamic: AppKit resolves it when it draws.
 NSColor* makeColor(const Color& color);
 
 NSAttributedString* makeAttributedString(const AttributedString& text);

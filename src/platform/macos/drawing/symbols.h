@@ -10,11 +10,12 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// The symbol in its colour and size, for a screen reader with a description. One that cannot be
-/// styled has neither. Nil when the system does not know it.
+/// Makes the symbol in its tint and size, described to screen readers. Falls back to the
+/// unstyled symbol if AppKit cannot style it. Returns nil if the symbol is unknown to the system.
 NSImage* _Nullable makeSymbol(const Symbol& symbol, const std::string& description);
 
-/// The symbol in its colour and size. Nil when the system does not know it, or cannot style it.
+/// Makes the symbol in its tint and size. Returns nil if the symbol is unknown to the system, or if
+/// AppKit cannot style it.
 NSImage* _Nullable makeStyledSymbol(const Symbol& symbol);
 
 }  // namespace lumowatt::macos

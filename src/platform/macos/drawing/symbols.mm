@@ -7,12 +7,12 @@ namespace lumowatt::macos {
 
 namespace {
 
-NSImage* _Nullable find(const Symbol& symbol, NSString* _Nullable description) {
+NSImage* _Nullable makeUnstyled(const Symbol& symbol, NSString* _Nullable description) {
   return [NSImage imageWithSystemSymbolName:toNSString(symbol.name)
                    accessibilityDescription:description];
 }
 
-/// Nil for a symbol that is shown as it is.
+/// Returns the tint and the size of the symbol; nil if the symbol specifies neither.
 NSImageSymbolConfiguration* _Nullable makeStyle(const Symbol& symbol) {
   NSImageSymbolConfiguration* size = nil;
   if (symbol.pointSize) {
@@ -25,7 +25,7 @@ NSImageSymbolConfiguration* _Nullable makeStyle(const Symbol& symbol) {
   return size != nil ? [size configurationByApplyingConfiguration:palette] : palette;
 }
 
-NSImage* _Nullable styled(NSImage* _Nullable image, const Symbol& symbol) {
+NSImage* _Nullable applyStyle(NSImage* _Nullable image, const Symbol& symbol) {
   NSImageSymbolConfiguration* const style = makeStyle(symbol);
   return style != nil ? [image imageWithSymbolConfiguration:style] : image;
 }
@@ -33,15 +33,15 @@ NSImage* _Nullable styled(NSImage* _Nullable image, const Symbol& symbol) {
 }  // namespace
 
 NSImage* _Nullable makeSymbol(const Symbol& symbol, const std::string& description) {
-  NSImage* const plain = find(symbol, description.empty() ? nil : toNSString(description));
-  NSImage* const withStyle = styled(plain, symbol);
-  NSImage* const image = withStyle != nil ? withStyle : plain;
+  NSImage* const plain = makeUnstyled(symbol, description.empty() ? nil : toNSString(description));
+  NSImage* const styled = applyStyle(plain, symbol);
+  NSImage* const image = styled != nil ? styled : plain;
   [image setTemplate:symbol.isTemplate];
   return image;
 }
 
 NSImage* _Nullable makeStyledSymbol(const Symbol& symbol) {
-  return styled(find(symbol, nil), symbol);
+  return applyStyle(makeUnstyled(symbol, nil), symbol);
 }
 
 }  // namespace lumowatt::macos

@@ -9,14 +9,14 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// The delegate of the application object and of the item's menu: it owns the application in the
-/// menu bar, and tells it what happens.
+/// Delegate of the application object and of the item's menu. It owns the portable application and
+/// forwards AppKit's events to it.
 @interface LumowattApplicationDelegate
     : NSObject <NSApplicationDelegate, NSMenuDelegate, LumowattMenuTarget>
 
 - (instancetype)initWithApplication:(std::shared_ptr<lumowatt::ApplicationDelegate>)application;
 
-/// What is done after a change of a power source; nil for nothing.
+/// Block that runs after each change of a power source; may be nil.
 @property(copy, nullable) void (^powerSourceAction)(void);
 
 @end

@@ -8,7 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 namespace lumowatt::macos {
 
-/// The button of an item in the menu bar.
+/// Button of an item in the menu bar.
 class ItemButton : public StatusButton {
  public:
   explicit ItemButton(NSStatusItem* item) : item_(item) {}

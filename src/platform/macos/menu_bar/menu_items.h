@@ -6,17 +6,18 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// What the items of the menu call when they are chosen.
+/// Receiver of the menu items' action.
 @protocol LumowattMenuTarget <NSObject>
 - (void)choose:(NSMenuItem*)sender;
 @end
 
 namespace lumowatt::macos {
 
-/// Puts the items into the menu, in place of those that are in it.
+/// Replaces all items of the menu. Each new item that can be chosen sends its action to `target`,
+/// except the item that quits the application.
 void fillMenu(NSMenu* menu, const Menu& items, id<LumowattMenuTarget> target);
 
-/// The choice that such an item offers.
+/// Returns the choice that `fillMenu` stored in the item.
 Choice choiceOf(NSMenuItem* item);
 
 }  // namespace lumowatt::macos

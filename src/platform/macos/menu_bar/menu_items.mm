@@ -26,7 +26,7 @@ NSMenuItem* makePlainItem(std::string_view title) {
   return [[NSMenuItem alloc] initWithTitle:toNSString(title) action:nullptr keyEquivalent:@""];
 }
 
-/// Makes the item of each kind.
+/// Makes the AppKit item for each kind of `MenuItem`.
 struct ItemMaker {
   id<LumowattMenuTarget> target;
 
@@ -67,12 +67,13 @@ struct ItemMaker {
  private:
   NSMenuItem* makeChoice(std::string_view title, const Choice& choice, std::string_view key,
                          bool isOn) const {
-    const bool isOwn = choice.action != Action::terminate;
+    const bool hasTarget = choice.action != Action::terminate;
     NSMenuItem* const item =
         [[NSMenuItem alloc] initWithTitle:toNSString(title)
-                                   action:isOwn ? @selector(choose:) : @selector(terminate:)
+                                   action:hasTarget ? @selector(choose:) : @selector(terminate:)
                             keyEquivalent:toNSString(key)];
-    if (isOwn) item.target = target;  // without a target, the action finds the application
+    // Without a target, AppKit sends the action to the application object.
+    if (hasTarget) item.target = target;
     item.representedObject = @(static_cast<NSInteger>(choice.action));
     item.tag = choice.tag;
     item.state = isOn ? NSControlStateValueOn : NSControlStateValueOff;

@@ -1,4 +1,4 @@
-// What this program uses of AppKit, as its reference documents it.
+// Declarations of the parts of AppKit that the program uses, written from Apple's reference.
 #pragma once
 
 #import <Foundation/Foundation.h>
@@ -7,7 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @class NSColor, NSMenu, NSMenuItem, NSView;
 
-// Colours, fonts and text
+// Colors, fonts and text
 
 typedef CGFloat NSFontWeight;
 extern const NSFontWeight NSFontWeightRegular;
@@ -71,7 +71,7 @@ extern NSAppearanceName const NSAppearanceNameDarkAqua;
                drawingHandler:(BOOL (^)(NSRect dstRect))drawingHandler;
 @property NSSize size;
 @property(nullable, copy) NSString* accessibilityDescription;
-- (void)setTemplate:(BOOL)isTemplate;  // the property's name is a keyword in C++
+- (void)setTemplate:(BOOL)isTemplate;  // the property `template` is a C++ keyword
 - (nullable NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration;
 - (void)drawInRect:(NSRect)rect;
 @end
@@ -269,7 +269,7 @@ static const NSControlStateValue NSControlStateValueOn = 1;
 @property(nullable, strong) NSView* view;
 @end
 
-// Services of the system
+// System services
 
 typedef NSString* NSPasteboardType;
 extern NSPasteboardType const NSPasteboardTypeString;

@@ -1,4 +1,5 @@
-// What this program uses of Core Foundation, as its reference documents it.
+// Declarations of the parts of Core Foundation that the program uses, written from Apple's
+// reference.
 #pragma once
 
 #define CF_RETURNS_RETAINED __attribute__((cf_returns_retained))

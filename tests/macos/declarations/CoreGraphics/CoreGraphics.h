@@ -1,4 +1,4 @@
-// What this program uses of Core Graphics, as its reference documents it.
+// Declarations of the parts of Core Graphics that the program uses, written from Apple's reference.
 #pragma once
 
 extern "C" {

@@ -1,5 +1,5 @@
-// What this program, and the compiler for its literals and loops, use of Foundation, as its
-// reference documents it.
+// Declarations of the parts of Foundation that the program uses, and that the compiler uses for
+// literals and loops. Written from Apple's reference.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

@@ -1,4 +1,5 @@
-// What this program uses of the I/O Kit's registry, as its reference documents it.
+// Declarations of the parts of the I/O Kit's registry functions that the program uses, written from
+// Apple's reference.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

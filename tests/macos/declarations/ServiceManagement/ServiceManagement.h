@@ -1,4 +1,5 @@
-// What this program uses of Service Management, as its reference documents it.
+// Declarations of the parts of Service Management that the program uses, written from Apple's
+// reference.
 #pragma once
 
 #import <Foundation/Foundation.h>

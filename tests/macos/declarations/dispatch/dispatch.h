@@ -1,4 +1,4 @@
-// What this program uses of libdispatch, as its manual pages have it.
+// Declarations of the parts of libdispatch that the program uses, written from its manual pages.
 #pragma once
 
 @protocol OS_dispatch_queue

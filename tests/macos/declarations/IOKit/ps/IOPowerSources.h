@@ -1,4 +1,5 @@
-// What this program uses of the I/O Kit's power sources, as their reference documents it.
+// Declarations of the parts of the I/O Kit's power source functions that the program uses, written
+// from Apple's reference.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
