@@ -1,6 +1,6 @@
-// A library to preload: time passes 360 times as fast, an hour in ten seconds, for a program that
-// asks for the time since the machine started and waits for instants of it. Once there is a file of
-// the name that the variable SLEPT_FILE has, the machine has slept for eight hours.
+// Library to preload that accelerates CLOCK_BOOTTIME and the timers on it by a factor of 360: an
+// hour passes in ten seconds. While the file in the environment variable SLEPT_FILE exists, the clock
+// is eight hours ahead, as if the machine had been suspended.
 
 #include <sys/syscall.h>
 #include <sys/timerfd.h>
@@ -14,10 +14,10 @@ namespace {
 
 constexpr std::int64_t factor = 360;
 constexpr std::int64_t second = 1'000'000'000;
-constexpr std::int64_t night = std::int64_t{8} * 3600 * second;
+constexpr std::int64_t sleepDuration = std::int64_t{8} * 3600 * second;
 
-/// What the library's function does. It is not looked up by dlsym, which allocates memory:
-/// AddressSanitizer asks for the time while it allocates some.
+/// Calls the kernel's clock_gettime. The C library's function cannot be used: dlsym would allocate
+/// memory to look it up, and AddressSanitizer reads the clock during allocations.
 int systemTime(clockid_t clock, timespec* time) {
   return static_cast<int>(::syscall(SYS_clock_gettime, clock, time));
 }
@@ -31,12 +31,13 @@ std::int64_t trueTime() {
   return nanoseconds(time);
 }
 
+/// Returns the simulated duration of sleep.
 std::int64_t slept() {
   const char* const file = std::getenv("SLEPT_FILE");
-  return file != nullptr && ::access(file, F_OK) == 0 ? night : 0;
+  return file != nullptr && ::access(file, F_OK) == 0 ? sleepDuration : 0;
 }
 
-/// When the program asked for the first time: until then, both times are the same.
+/// Returns the time at which the program first read the clock. The acceleration begins then.
 std::int64_t start() {
   static const std::int64_t start = trueTime();
   return start;

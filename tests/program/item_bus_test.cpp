@@ -10,24 +10,27 @@ namespace lumowatt {
 
 namespace {
 
-constexpr auto labelPanel = "panel-1";         // a panel that shows the title as text
-constexpr auto tilePanel = "panel-2-systray";  // one that shows it as icons
+// Names of panels' processes.
+constexpr auto labelPanel = "panel-1";         // shows the title as text
+constexpr auto tilePanel = "panel-2-systray";  // shows the title as icons
 
-/// The item with a bus or a panel that does not do its part.
-class ItemBus : public ItemTest {
+/// Fixture for tests in which the bus or the panel fails.
+class ItemBusTest : public ItemTest {
  protected:
   using ItemTest::ItemTest;
 
-  void startInAHurry() {
-    item = startAnother(LUMOWATT_HURRYING_CLOCK);
+  /// Starts the program with a clock that is 360 times as fast.
+  void startAccelerated() {
+    item = startProcess(LUMOWATT_HURRYING_CLOCK);
     panel->waitForItem();
     counter_.watch(machine.powerSupplyFolder() / "BAT0");
   }
 
-  /// Lets another figure be read so many times, while the panel does not take part.
-  void readOthers(int readings) {
-    for (; readings > 0; --readings) {
-      machine.set("BAT0/power_now", std::to_string(4'000'000 + readings * 100'000));
+  /// Changes the power and waits until the item has read it, `count` times. The panel processes no
+  /// messages meanwhile.
+  void waitForChangedReadings(int count) {
+    for (; count > 0; --count) {
+      machine.set("BAT0/power_now", std::to_string(4'000'000 + count * 100'000));
       waitForReading();
     }
   }
@@ -40,16 +43,18 @@ class ItemBus : public ItemTest {
       if (counter_.opened().contains(alwaysReadAttribute)) return;
       std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
-    FAIL() << "the item does not read";
+    FAIL() << "the item does not read the battery";
   }
 
   OpenCounter counter_;
 };
 
-/// Panels that come and go, by the name of their process.
-class ItemPanels : public ItemBus, public testing::WithParamInterface<const char*> {
+class CongestedItem : public ItemBusTest {};
+
+/// Fixture with panels that are replaced; the parameter is the name of their process.
+class ReplacedPanel : public ItemBusTest, public testing::WithParamInterface<const char*> {
  protected:
-  /// The panel is killed, and another comes.
+  /// Disconnects the panel, starts another and waits for the registration.
   void replacePanel() {
     panel.reset();
     panel = std::make_unique<Panel>(session);
@@ -62,31 +67,32 @@ class ItemPanels : public ItemBus, public testing::WithParamInterface<const char
   ProcessName name_{GetParam()};
 };
 
-/// A bus on which a connection can wait for one answer at a time.
-class FewReplies : public ItemBus {
+/// Fixture with a bus that allows one pending reply per connection.
+class ItemLimitedToOnePendingReply : public ItemBusTest {
  protected:
-  FewReplies() : ItemBus("<limit name='max_replies_per_connection'>1</limit>") {}
+  ItemLimitedToOnePendingReply()
+      : ItemBusTest("<limit name='max_replies_per_connection'>1</limit>") {}
 };
 
 }  // namespace
 
-TEST_F(ItemBus, ThatStandsStillKeepsTheItemReadingAndHasTheLastFiguresAfterwards) {
-  startInAHurry();
+TEST_F(CongestedItem, KeepsReadingWhileTheBusIsFrozenAndCatchesUpLater) {
+  startAccelerated();
   session.pause();
-  readOthers(20);
+  waitForChangedReadings(20);
   session.resume();
   machine.set("BAT0/power_now", "8300000");
   panel->waitUntil([this] { return label() == "98% ▼ −8.3 W"; });
 }
 
-TEST_F(ItemBus, WithAPanelThatDoesNotReadKeepsTheItemReadingAndHasTheLastFiguresAfterwards) {
-  startInAHurry();
-  readOthers(20);
+TEST_F(CongestedItem, KeepsReadingWhileThePanelReadsNothingAndCatchesUpLater) {
+  startAccelerated();
+  waitForChangedReadings(20);
   machine.set("BAT0/power_now", "8300000");
   panel->waitUntil([this] { return label() == "98% ▼ −8.3 W"; });
 }
 
-TEST_P(ItemPanels, ThatAreKilledTwentyTimesHaveTheItemAgainEachTime) {
+TEST_P(ReplacedPanel, GetsTheSameItemTwentyTimesWithoutLeaks) {
   start();
   panel->waitForItems(itemCount());
   for (int i = 0; i < 5; ++i) replacePanel();
@@ -98,17 +104,18 @@ TEST_P(ItemPanels, ThatAreKilledTwentyTimesHaveTheItemAgainEachTime) {
     EXPECT_EQ(panel->properties("/StatusNotifierItem", "org.kde.StatusNotifierItem"), properties);
   }
   EXPECT_EQ(item->openFiles(), files);
-  if (!sanitized) {
+  if (!isSanitized) {
     EXPECT_LE(item->residentMemory(), memory + 64);
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, ItemPanels, testing::Values(labelPanel, tilePanel),
+INSTANTIATE_TEST_SUITE_P(All, ReplacedPanel, testing::Values(labelPanel, tilePanel),
                          [](const auto& test) {
-                           return test.param == std::string_view(tilePanel) ? "Icons" : "Labels";
+                           return test.param == std::string_view(tilePanel) ? "ShowingIcons"
+                                                                            : "ShowingLabels";
                          });
 
-TEST(ItemWithoutAName, OnTheBusHasNoSession) {
+TEST(ItemWithoutABusName, ExitsWithAnErrorAboutTheSessionBus) {
   const SessionBus session("<limit name='max_names_per_connection'>1</limit>");
   Environment environment = Machine(anyMachine).environment();
   environment.emplace_back("DBUS_SESSION_BUS_ADDRESS", session.address());
@@ -119,7 +126,7 @@ TEST(ItemWithoutAName, OnTheBusHasNoSession) {
   EXPECT_EQ(result.status, 1);
 }
 
-TEST_F(FewReplies, AreEnoughForAnItem) {
+TEST_F(ItemLimitedToOnePendingReply, IsRegisteredAndExitsCleanly) {
   start();
   EXPECT_EQ(panel->property("Id"), "Lumowatt");
   EXPECT_EQ(label(), "98% ▼ −4.8 W");

@@ -12,24 +12,26 @@ namespace lumowatt {
 
 namespace {
 
-/// The item on a machine to which something happens.
-class ItemChanges : public ItemTest {
+/// Fixture with a machine that changes while the item runs.
+class ItemOnChangingMachine : public ItemTest {
  protected:
   std::string label() const { return panel->property("XAyatanaLabel"); }
 
-  /// What the item shows once it has read the machine again.
+  /// Opens the menu, so that the item reads the battery, and returns the updated label.
   std::string nextLabel() const {
     panel->open();
     return label();
   }
 
-  /// The name of a pack as the machine has it is another one.
-  void rename(const char* pack, const char* name) const {
+  /// Renames the folder of a pack.
+  void renamePack(const char* pack, const char* name) const {
     std::filesystem::rename(machine.powerSupplyFolder() / pack, machine.powerSupplyFolder() / name);
   }
 
-  /// Adds a pack of 50 Wh that is emptied with 5 W.
-  void addPack(const std::string& name, const std::string& percent, const std::string& left) const {
+  /// Adds a pack of 50 Wh that is discharged with 5 W. `percent` is the charge, `energy` the
+  /// remaining energy in µWh.
+  void addPack(const std::string& name, const std::string& percent,
+               const std::string& energy) const {
     for (const auto& [attribute, value] : {std::pair{"type", "Battery"},
                                            {"status", "Discharging"},
                                            {"energy_full", "50000000"},
@@ -38,13 +40,13 @@ class ItemChanges : public ItemTest {
       machine.set(name + "/" + attribute, value);
     }
     machine.set(name + "/capacity", percent);
-    machine.set(name + "/energy_now", left);
+    machine.set(name + "/energy_now", energy);
   }
 };
 
 }  // namespace
 
-TEST_F(ItemChanges, AttributesThatBecomePipesKeepItWaitingForNothing) {
+TEST_F(ItemOnChangingMachine, DoesNotBlockOnAttributesReplacedByPipes) {
   start();
   EXPECT_EQ(label(), "98% ▼ −4.8 W");
   for (const char* const name : {"power_now", "status"}) {
@@ -60,32 +62,32 @@ TEST_F(ItemChanges, AttributesThatBecomePipesKeepItWaitingForNothing) {
   EXPECT_EQ(nextLabel(), "98% ▼ −8.3 W");
 }
 
-TEST_F(ItemChanges, APackInThePlaceOfAnotherIsTheBattery) {
+TEST_F(ItemOnChangingMachine, ShowsThePackThatReplacedAnother) {
   start();
   EXPECT_EQ(label(), "98% ▼ −4.8 W");
   machine.remove("BAT0");
   addPack("BAT1", "20", "10000000");
   EXPECT_EQ(nextLabel(), "20% ▼ −5.0 W");
   machine.remove("BAT1");
-  addPack("BAT0", "60", "30000000");  // the name of the first, too
+  addPack("BAT0", "60", "30000000");  // with the name of the first pack
   EXPECT_EQ(nextLabel(), "60% ▼ −5.0 W");
 }
 
-TEST_F(ItemChanges, PacksThatExchangeTheirNamesAreTheSameBattery) {
+TEST_F(ItemOnChangingMachine, ShowsTheSameBatteryAfterPacksSwapNames) {
   machine.remove("BAT0");
   addPack("BAT0", "20", "10000000");
   addPack("BAT1", "60", "30000000");
   start();
   EXPECT_EQ(label(), "40% ▼ −10.0 W");
   const std::string report = panel->property("ToolTip").at(3);
-  rename("BAT0", "other");
-  rename("BAT1", "BAT0");
-  rename("other", "BAT1");
+  renamePack("BAT0", "other");
+  renamePack("BAT1", "BAT0");
+  renamePack("other", "BAT1");
   EXPECT_EQ(nextLabel(), "40% ▼ −10.0 W");
   EXPECT_EQ(panel->property("ToolTip").at(3), report);
 }
 
-TEST_F(ItemChanges, BothPacksExchangedForOthersAreTheOthersAlone) {
+TEST_F(ItemOnChangingMachine, ShowsOnlyTheNewPacksAfterBothWereReplaced) {
   machine.remove("BAT0");
   addPack("BAT0", "20", "10000000");
   addPack("BAT1", "60", "30000000");
@@ -97,7 +99,7 @@ TEST_F(ItemChanges, BothPacksExchangedForOthersAreTheOthersAlone) {
   EXPECT_EQ(nextLabel(), "90% ▼ −10.0 W");
 }
 
-TEST_F(ItemChanges, AnUpgradeOfItsFilesLeavesItWorking) {
+TEST_F(ItemOnChangingMachine, KeepsWorkingWhenItsFilesAreUpgraded) {
   const std::filesystem::path built = std::filesystem::path(LUMOWATT_PROGRAM).parent_path();
   const std::filesystem::path installed = user.path() / "installed";
   const auto install = [&](const std::filesystem::path& folder) {
@@ -108,16 +110,19 @@ TEST_F(ItemChanges, AnUpgradeOfItsFilesLeavesItWorking) {
     }
   };
   install(installed);
-  ItemTest::install("xdg-open", "echo \"$@\" > $traces/new\nmv $traces/new $traces/told\n");
+  ItemTest::install("xdg-open",
+                    "echo \"$@\" > $traces/arguments.new\n"
+                    "mv $traces/arguments.new $traces/arguments\n");
   prefix = {"/bin/bash", "-c", "exec " + (installed / "lumowatt").string()};
   startWithChart();
   EXPECT_EQ(panel->property("IconThemePath"), (installed / "icons").string());
 
-  std::filesystem::remove_all(installed);  // the kernel calls its program deleted now
+  std::filesystem::remove_all(installed);  // now /proc/PID/exe ends with " (deleted)"
   install(installed);
   EXPECT_EQ(nextLabel(), "98% ▼ −4.8 W");
   chooseChart();
-  EXPECT_EQ(trace("told"), (user.path() / "runtime/lumowatt-chart.png").string() + "\n");
+  EXPECT_EQ(waitForTrace("arguments"),
+            (user.path() / "runtime/lumowatt-chart.png").string() + "\n");
   choose(menu_id::openAtLogin, "Open at login");
   const std::string entry =
       fileContents(configuration() / "autostart/com.fernhollow.Lumowatt.desktop");
@@ -125,7 +130,7 @@ TEST_F(ItemChanges, AnUpgradeOfItsFilesLeavesItWorking) {
       << entry;
 }
 
-TEST_F(ItemChanges, EightHoursOfSleepAreOneReadingAndNoPartOfTheChart) {
+TEST_F(ItemOnChangingMachine, OmitsEightHoursOfSleepFromReadingsAndChart) {
   const std::string slept = user.path() / "slept-now";
   variables = {{"SLEPT_FILE", slept}};
   const OpenCounter counter;
@@ -141,7 +146,7 @@ TEST_F(ItemChanges, EightHoursOfSleepAreOneReadingAndNoPartOfTheChart) {
   const std::size_t readings = counter.opened().count(alwaysReadAttribute);
   const std::chrono::duration<double> awake = std::chrono::steady_clock::now() - start;
   EXPECT_GE(readings, 2U);
-  // 360 seconds pass in one, and there is a reading every five: 5760 were missed.
+  // The clock is 360 times as fast, and a reading is due every 5 seconds: in 8 hours, 5760 of them.
   EXPECT_LE(static_cast<double>(readings), 5.0 + 1.1 * awake.count() * 360 / 5);
   panel->open();
   const std::string chart = panel->menuProperty(menu_id::chart, "label");

@@ -5,12 +5,12 @@
 namespace lumowatt {
 
 void ItemTest::start() {
-  item = startAnother();
+  item = startProcess();
   if (panel) panel->waitForItem();
 }
 
 void ItemTest::startWithChart(const std::string& library) {
-  item = startAnother(library + " " LUMOWATT_HURRYING_CLOCK);
+  item = startProcess(library + " " LUMOWATT_HURRYING_CLOCK);
   panel->waitForItem();
   panel->waitUntil([this] {
     panel->open();
@@ -24,19 +24,19 @@ void ItemTest::stop() {
   panel->registered.clear();
 }
 
-std::unique_ptr<Process> ItemTest::startAnother(const std::string& library) const {
+std::unique_ptr<Process> ItemTest::startProcess(const std::string& library) const {
   for (const char* const folder : {"home", "config", "runtime", "programs", "traces"}) {
     std::filesystem::create_directories(user.path() / folder);
   }
   Environment environment = machine.environment(library);
-  const Environment own{{"DBUS_SESSION_BUS_ADDRESS", session.address()},
-                        {"HOME", user.path() / "home"},
-                        {"XDG_CONFIG_HOME", configuration()},
-                        {"XDG_RUNTIME_DIR", user.path() / "runtime"},
-                        {"XDG_CURRENT_DESKTOP", ""},
-                        {"WAYLAND_DISPLAY", ""},
-                        {"PATH", user.path() / "programs"}};
-  environment.insert(environment.end(), own.begin(), own.end());
+  const Environment defaults{{"DBUS_SESSION_BUS_ADDRESS", session.address()},
+                             {"HOME", user.path() / "home"},
+                             {"XDG_CONFIG_HOME", configuration()},
+                             {"XDG_RUNTIME_DIR", user.path() / "runtime"},
+                             {"XDG_CURRENT_DESKTOP", ""},
+                             {"WAYLAND_DISPLAY", ""},
+                             {"PATH", user.path() / "programs"}};
+  environment.insert(environment.end(), defaults.begin(), defaults.end());
   environment.insert(environment.end(), variables.begin(), variables.end());
   std::vector<std::string> command = prefix;
   command.push_back(program);
@@ -49,7 +49,7 @@ void ItemTest::install(const std::string& name, const std::string& script) const
   std::filesystem::permissions(user.path() / file, std::filesystem::perms::owner_all);
 }
 
-std::string ItemTest::trace(const std::string& name) const {
+std::string ItemTest::waitForTrace(const std::string& name) const {
   panel->waitUntil([&] { return std::filesystem::exists(traces() / name); });
   return fileContents(traces() / name);
 }

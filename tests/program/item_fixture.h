@@ -14,51 +14,59 @@ namespace lumowatt {
 
 using Names = std::vector<std::string>;
 
-/// The D-Bus error of a call whose arguments make no sense.
+/// D-Bus error for invalid arguments of a method call.
 inline constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 
-/// The built program as the item of a session of its own: a mocked machine, a private bus, empty
-/// folders of the user's, and no program but those that the test puts there.
+/// Fixture that runs the built program in a private session: a mocked machine, a private bus, empty
+/// user folders, and no other programs than those that the test installs.
 class ItemTest : public testing::Test {
  protected:
-  /// On a bus with further elements in its configuration, in a panel whose process has that name:
-  /// one that shows labels, unless it is named.
+  /// Starts a bus and a panel. `busConfiguration` contains additional elements of the bus's
+  /// configuration file. `panelProcess` is the name of the panel's process, by which the program
+  /// recognizes panels; the default panel shows labels.
   explicit ItemTest(const std::string& busConfiguration = "",
                     const char* panelProcess = "ayatana-indicat")
       : panelName(panelProcess), session(busConfiguration) {}
 
-  /// Starts the program. With a panel it is registered there when this returns.
+  /// Starts the program and waits until it is registered with the panel, if there is one.
   void start();
 
-  /// Starts it in a time that is 360 times as fast, with a further library to preload. It has a
-  /// chart to choose when this returns.
+  /// Starts the program with a clock that is 360 times as fast, and preloads `library` as well.
+  /// Waits until the chart in the menu can be chosen.
   void startWithChart(const std::string& library = "");
 
-  /// Kills it, and returns when the session knows.
+  /// Kills the program and waits until the bus has released its name.
   void stop();
-  std::unique_ptr<Process> startAnother(const std::string& library = "") const;
 
-  /// Puts a program into the one folder where programs are looked for. It is a shell script, and
-  /// finds the folder of its traces in $traces.
+  /// Starts a process of the program with a preloaded library, without waiting for its
+  /// registration.
+  std::unique_ptr<Process> startProcess(const std::string& library = "") const;
+
+  /// Installs a shell script in the only folder of $PATH. In the script, $traces is the folder that
+  /// `traces` returns.
   void install(const std::string& name, const std::string& script) const;
 
-  /// The contents of a file that an installed program leaves below `traces`, once it is there.
-  std::string trace(const std::string& name) const;
+  /// Waits until an installed program has written a file in `traces`, and returns its contents.
+  std::string waitForTrace(const std::string& name) const;
 
-  /// Chooses an item of the menu, whose title must be that.
+  /// Chooses an item of the menu, and expects that it has this title.
   void choose(int id, const std::string& title) const;
 
-  /// Opens the menu and chooses the chart, which must be there.
+  /// Opens the menu and chooses the chart, which must be enabled.
   void chooseChart() const;
 
   std::filesystem::path configuration() const { return user.path() / "config"; }
   std::filesystem::path preferences() const { return configuration() / "lumowatt/preferences"; }
+
+  /// Returns the folder in which installed programs record how they were called.
   std::filesystem::path traces() const { return user.path() / "traces"; }
 
-  /// The program, what it gets of the environment beside the machine and the bus, and the command
-  /// that it is started by.
   std::string program = LUMOWATT_PROGRAM;
+
+  /// Environment variables for the program. They override those that the fixture sets.
   Environment variables;
+
+  /// Beginning of the command that starts the program. The program's path is appended.
   std::vector<std::string> prefix;
 
   ProcessName panelName;

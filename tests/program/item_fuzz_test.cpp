@@ -9,7 +9,7 @@ namespace lumowatt {
 
 namespace {
 
-/// A client that calls the item and its menu as it comes, but never to quit.
+/// Client that calls random methods of the item and its menu, but never chooses to quit.
 class Fuzzer {
  public:
   explicit Fuzzer(const Panel& panel) : panel_(panel) {}
@@ -50,7 +50,7 @@ class Fuzzer {
   }
 
  private:
-  int upTo(int most) { return std::uniform_int_distribution<>(0, most)(random_); }
+  int upTo(int maximum) { return std::uniform_int_distribution<>(0, maximum)(random_); }
 
   std::int32_t integer() {
     constexpr std::array interesting{INT32_MIN, -2, -1, 0, 1, 2, 100, INT32_MAX};
@@ -82,48 +82,48 @@ class Fuzzer {
   }
 
   void events() {
-    sd_bus_message* const call = panel_.newMenuCall("EventGroup");
-    sd_bus_message_open_container(call, 'a', "(isvu)");
+    sd_bus_message* const message = panel_.newMenuCall("EventGroup");
+    sd_bus_message_open_container(message, 'a', "(isvu)");
     for (int i = upTo(5); i > 0; --i) {
       const std::int32_t chosen = id();
-      sd_bus_message_append(call, "(isvu)", chosen == menu_id::quit ? 0 : chosen, text(), "i", 5,
+      sd_bus_message_append(message, "(isvu)", chosen == menu_id::quit ? 0 : chosen, text(), "i", 5,
                             7U);
     }
-    sd_bus_message_close_container(call);
-    panel_.answer(call);
+    sd_bus_message_close_container(message);
+    panel_.call(message);
   }
 
   void callWithIds(const char* method) {
     std::vector<std::int32_t> ids(static_cast<std::size_t>(upTo(50) == 0 ? 5000 : upTo(9)));
     for (std::int32_t& each : ids) each = id();
-    sd_bus_message* const call = panel_.newMenuCall(method);
-    sd_bus_message_append_array(call, 'i', ids.data(), ids.size() * sizeof ids[0]);
+    sd_bus_message* const message = panel_.newMenuCall(method);
+    sd_bus_message_append_array(message, 'i', ids.data(), ids.size() * sizeof ids[0]);
     if (method == std::string_view("GetGroupProperties")) {
-      sd_bus_message_append(call, "as", 1, text());
+      sd_bus_message_append(message, "as", 1, text());
     }
-    panel_.answer(call);
+    panel_.call(message);
   }
 
   const Panel& panel_;
   std::mt19937 random_{20260101};
 };
 
-/// The item with a client that means no good.
-class Stranger : public ItemTest {
+/// Fixture for an item with an untrusted client.
+class FuzzedItem : public ItemTest {
  protected:
   Json layout() const { return panel->callMenu("GetLayout", "iias", 0, -1, 0).values.at(1); }
 };
 
 }  // namespace
 
-TEST_F(Stranger, TenThousandCallsLeaveTheItemAliveCorrectAndNoLarger) {
+TEST_F(FuzzedItem, SurvivesTenThousandRandomCallsUnchanged) {
   start();
   Fuzzer fuzzer(*panel);
   for (int i = 0; i < 2000; ++i) fuzzer.call();
   const long before = item->residentMemory();
   for (int i = 0; i < 8000; ++i) fuzzer.call();
   ASSERT_TRUE(item->isRunning());
-  if (!sanitized) {
+  if (!isSanitized) {
     EXPECT_LE(item->residentMemory(), before + 64);
   }
 
@@ -134,40 +134,40 @@ TEST_F(Stranger, TenThousandCallsLeaveTheItemAliveCorrectAndNoLarger) {
   EXPECT_EQ(menu, layout());
 }
 
-TEST_F(Stranger, MillionsOfIdsAreAnsweredOnceAndForgotten) {
+TEST_F(FuzzedItem, AnswersMillionsOfIdsWithoutRetainingMemory) {
   start();
   std::vector<std::int32_t> ids(2'000'000);
   std::iota(ids.begin(), ids.end(), 1);
-  const auto ask = [&](const char* method) {
-    sd_bus_message* const call = panel->newMenuCall(method);
-    sd_bus_message_append_array(call, 'i', ids.data(), ids.size() * sizeof ids[0]);
+  const auto request = [&](const char* method) {
+    sd_bus_message* const message = panel->newMenuCall(method);
+    sd_bus_message_append_array(message, 'i', ids.data(), ids.size() * sizeof ids[0]);
     if (method == std::string_view("GetGroupProperties")) {
-      sd_bus_message_append(call, "as", 1, "label");
+      sd_bus_message_append(message, "as", 1, "label");
     }
-    return panel->answer(call);
+    return panel->call(message);
   };
   const long before = item->residentMemory();
-  EXPECT_EQ(ask("GetGroupProperties").values.at(0).size(), 22U + 4U);
-  EXPECT_EQ(ask("AboutToShowGroup").values.at(1).size(), 2'000'000U - 22U - 4U);
-  if (!sanitized) {
+  EXPECT_EQ(request("GetGroupProperties").values.at(0).size(), 22U + 4U);
+  EXPECT_EQ(request("AboutToShowGroup").values.at(1).size(), 2'000'000U - 22U - 4U);
+  if (!isSanitized) {
     EXPECT_LE(item->residentMemory(), before + 1024);
   }
 }
 
-TEST_F(Stranger, ThousandsOfNamesAreForgotten) {
+TEST_F(FuzzedItem, AnswersThousandsOfPropertyNamesWithoutRetainingMemory) {
   start();
   const long before = item->residentMemory();
-  sd_bus_message* const call = panel->newMenuCall("GetLayout");
-  sd_bus_message_append(call, "ii", menu_id::colors, -1);
-  sd_bus_message_open_container(call, 'a', "s");
+  sd_bus_message* const message = panel->newMenuCall("GetLayout");
+  sd_bus_message_append(message, "ii", menu_id::colors, -1);
+  sd_bus_message_open_container(message, 'a', "s");
   for (int i = 0; i < 100'000; ++i) {
-    sd_bus_message_append(call, "s", ("no property " + std::to_string(i)).c_str());
+    sd_bus_message_append(message, "s", ("no property " + std::to_string(i)).c_str());
   }
-  sd_bus_message_append(call, "s", "label");
-  sd_bus_message_close_container(call);
-  EXPECT_EQ(panel->answer(call).values.at(1),
+  sd_bus_message_append(message, "s", "label");
+  sd_bus_message_close_container(message);
+  EXPECT_EQ(panel->call(message).values.at(1),
             (Json{menu_id::colors, {{"label", "Colors"}}, Json::array()}));
-  if (!sanitized) {
+  if (!isSanitized) {
     EXPECT_LE(item->residentMemory(), before + 4096);
   }
 }

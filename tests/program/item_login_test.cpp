@@ -1,4 +1,5 @@
-// "Open at login", where the session starts what is in the autostart folder and where nothing does.
+// "Open at login", in sessions that start the programs in the autostart folder and in sessions that
+// do not.
 
 #include <csignal>
 
@@ -9,13 +10,14 @@ namespace lumowatt {
 
 namespace {
 
-/// The user's manager, with the target that starts what is in the autostart folder.
-class UserManager : public BusPeer {
+/// Fake systemd user manager with xdg-desktop-autostart.target, which starts the programs in the
+/// autostart folder.
+class SystemdUserManager : public BusPeer {
  public:
-  explicit UserManager(const SessionBus& session) : BusPeer(session) {
+  explicit SystemdUserManager(const SessionBus& session) : BusPeer(session) {
     static const sd_bus_vtable table[] = {
         SD_BUS_VTABLE_START(0),
-        SD_BUS_PROPERTY("ActiveState", "s", tellState, 0, 0),
+        SD_BUS_PROPERTY("ActiveState", "s", getState, 0, 0),
         SD_BUS_VTABLE_END,
     };
     sd_bus_add_object_vtable(bus(), nullptr,
@@ -24,21 +26,21 @@ class UserManager : public BusPeer {
     own("org.freedesktop.systemd1");
   }
 
-  const char* state = "inactive";
-  int questions = 0;
+  const char* state = "inactive";  ///< ActiveState of the target
+  int queryCount = 0;
 
-  /// Answers a question, and returns when the bus has the answer.
-  void waitForQuestion() {
-    waitUntil([this] { return questions > 0; });
-    questions = 0;
+  /// Waits for a query of the state and replies. Returns once the bus has processed the reply.
+  void waitForQuery() {
+    waitUntil([this] { return queryCount > 0; });
+    queryCount = 0;
     isOwned("org.freedesktop.systemd1");
   }
 
  private:
-  static int tellState(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
-                       void* object, sd_bus_error*) {
-    auto& self = *static_cast<UserManager*>(object);
-    ++self.questions;
+  static int getState(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
+                      void* object, sd_bus_error*) {
+    auto& self = *static_cast<SystemdUserManager*>(object);
+    ++self.queryCount;
     return sd_bus_message_append(reply, "s", self.state);
   }
 };
@@ -49,7 +51,7 @@ class OpenAtLogin : public ItemTest {
 
   void startIn(const std::string& desktop, const std::string& library = "") {
     variables = {{"XDG_CURRENT_DESKTOP", desktop}};
-    item = startAnother(library);
+    item = startProcess(library);
     panel->waitForItem();
   }
 
@@ -63,8 +65,8 @@ class OpenAtLogin : public ItemTest {
     user.write("config/autostart/com.fernhollow.Lumowatt.desktop", contents);
   }
 
-  /// Chooses it by turns, which puts the entry there and takes it away.
-  void expectThatItWorks() const {
+  /// Chooses "Open at login" twice, and expects that this adds and removes the entry.
+  void expectToggleWorks() const {
     panel->open();
     EXPECT_FALSE(isChecked());
     choose();
@@ -81,11 +83,11 @@ class OpenAtLogin : public ItemTest {
 
 }  // namespace
 
-TEST_F(OpenAtLogin, WhereNothingReadsTheFolderSoundsTheBellAndWritesNothing) {
+TEST_F(OpenAtLogin, SoundsTheBellAndWritesNothingIfNoProgramReadsTheFolder) {
   startIn("sway:wlroots");
   panel->open();
   choose();
-  trace("bell");
+  waitForTrace("bell");
   EXPECT_FALSE(isChecked());
   EXPECT_FALSE(std::filesystem::exists(entry()));
   item->send(SIGTERM);
@@ -93,55 +95,55 @@ TEST_F(OpenAtLogin, WhereNothingReadsTheFolderSoundsTheBellAndWritesNothing) {
             "lumowatt: cannot open at login: nothing in this session reads the autostart folder\n");
 }
 
-TEST_F(OpenAtLogin, WhereNothingReadsTheFolderLeavesAnEntryThereUnchecked) {
+TEST_F(OpenAtLogin, IsUncheckedDespiteAnEntryIfNoProgramReadsTheFolder) {
   writeEntry();
   startIn("sway");
   panel->waitUntil([this] { return panel->open(), !isChecked(); });
   choose();
-  trace("bell");
+  waitForTrace("bell");
   EXPECT_FALSE(isChecked());
   EXPECT_EQ(fileContents(entry()), contents);
 }
 
-TEST_F(OpenAtLogin, WhereTheManagersTargetIsActiveWorks) {
-  UserManager manager(session);
+TEST_F(OpenAtLogin, WorksIfTheAutostartTargetOfSystemdIsActive) {
+  SystemdUserManager manager(session);
   manager.state = "active";
   startIn("sway");
   panel->open();
-  manager.waitForQuestion();
-  expectThatItWorks();
+  manager.waitForQuery();
+  expectToggleWorks();
 }
 
-TEST_F(OpenAtLogin, FollowsTheManagersTarget) {
+TEST_F(OpenAtLogin, IsCheckedOnlyWhileTheAutostartTargetIsActive) {
   writeEntry();
-  UserManager manager(session);
+  SystemdUserManager manager(session);
   startIn("sway");
   panel->open();
   for (const auto& [state, checked] :
        {std::pair{"inactive", false}, std::pair{"active", true}, std::pair{"inactive", false}}) {
     manager.state = state;
-    manager.waitForQuestion();
+    manager.waitForQuery();
     panel->open();
     EXPECT_EQ(isChecked(), checked) << state;
   }
 }
 
-TEST_F(OpenAtLogin, WhereAProgramMayReadTheFolderWorksWithoutTheManager) {
-  UserManager manager(session);
+TEST_F(OpenAtLogin, WorksWithoutQueryingSystemdIfDexIsInstalled) {
+  SystemdUserManager manager(session);
   install("dex", "");
   startIn("i3", LUMOWATT_HURRYING_CLOCK);
-  expectThatItWorks();
+  expectToggleWorks();
   manager.settle();
-  EXPECT_EQ(manager.questions, 0);
+  EXPECT_EQ(manager.queryCount, 0);
 }
 
-TEST_F(OpenAtLogin, OnADesktopOrWithoutOneWorksWithoutTheManager) {
-  UserManager manager(session);
+TEST_F(OpenAtLogin, WorksWithoutQueryingSystemdOnKnownAndUnnamedDesktops) {
+  SystemdUserManager manager(session);
   for (const char* const desktop : {"ubuntu:GNOME", ""}) {
     startIn(desktop, LUMOWATT_HURRYING_CLOCK);
-    expectThatItWorks();
+    expectToggleWorks();
     manager.settle();
-    EXPECT_EQ(manager.questions, 0) << desktop;
+    EXPECT_EQ(manager.queryCount, 0) << desktop;
     stop();
   }
 }

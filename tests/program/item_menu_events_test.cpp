@@ -7,7 +7,7 @@ namespace lumowatt {
 
 namespace {
 
-/// What panels tell of the menu: items chosen, and what is none of that.
+/// Fixture for the events that panels send to the menu.
 class MenuEvents : public ItemTest {
  protected:
   void SetUp() override { start(); }
@@ -17,7 +17,7 @@ class MenuEvents : public ItemTest {
 
 }  // namespace
 
-TEST_F(MenuEvents, ChosenModesActAtOnce) {
+TEST_F(MenuEvents, ChoosingAModeUpdatesTheLabelImmediately) {
   const std::pair<int, const char*> expected[] = {{menu_id::percent, "98% ▼"},
                                                   {menu_id::percentTime, "98% ▼ 10:14"},
                                                   {menu_id::allFigures, "98% ▼ −4.8 W · 10:14"},
@@ -32,7 +32,7 @@ TEST_F(MenuEvents, ChosenModesActAtOnce) {
   }
 }
 
-TEST_F(MenuEvents, ColorsAndAnimationAreSwitches) {
+TEST_F(MenuEvents, ChoosingColorsOrAnimationTogglesAndStoresThem) {
   machine.set("BAT0/capacity", "9");
   panel->open();
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-0percent-red");
@@ -47,24 +47,24 @@ TEST_F(MenuEvents, ColorsAndAnimationAreSwitches) {
   EXPECT_EQ(fileContents(preferences()), "color=true\nanimate=false\n");
 }
 
-TEST_F(MenuEvents, QuitEndsWellAfterTheAnswer) {
+TEST_F(MenuEvents, ChoosingQuitExitsCleanlyAfterTheReply) {
   panel->open();
   choose(menu_id::quit, "Quit Lumowatt");
   const ProcessResult result = item->wait();
   expectResult(result, "", 0);
 }
 
-TEST_F(MenuEvents, NothingHappensByWhatIsNoChoice) {
+TEST_F(MenuEvents, AreIgnoredWhenTheyChooseNothing) {
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   for (const int id :
        {menu_id::root, menu_id::statusLine, menu_id::powerLine, menu_id::firstSeparator,
         menu_id::chartHeader, menu_id::chart, menu_id::modes, menu_id::about}) {
     EXPECT_EQ(panel->click(id), "") << id;
   }
   for (const char* const event : {"hovered", "opened", "closed", "x-shop", "", "CLICKED"}) {
-    EXPECT_EQ(panel->send(menu_id::percent, event), "") << event;
-    EXPECT_EQ(panel->send(menu_id::quit, event), "") << event;
+    EXPECT_EQ(panel->sendEvent(menu_id::percent, event), "") << event;
+    EXPECT_EQ(panel->sendEvent(menu_id::quit, event), "") << event;
   }
   EXPECT_TRUE(item->isRunning());
   EXPECT_EQ(label(), "98% ▼ −4.8 W");
@@ -72,46 +72,46 @@ TEST_F(MenuEvents, NothingHappensByWhatIsNoChoice) {
   EXPECT_EQ(panel->signalNames(), Names{});
 }
 
-TEST_F(MenuEvents, AnEventOnAnUnknownItemIsAnError) {
-  EXPECT_EQ(panel->click(menu_id::colors), invalidArguments) << "before there was a menu";
+TEST_F(MenuEvents, FailForUnknownItems) {
+  EXPECT_EQ(panel->click(menu_id::colors), invalidArguments) << "before the menu was requested";
   panel->open();
   for (const int id : {-1, 10, 99, 103, 30105, 30201, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(panel->click(id), invalidArguments) << id;
   }
 }
 
-TEST_F(MenuEvents, AnEventOfAnotherTypeIsAnError) {
+TEST_F(MenuEvents, FailForWrongArgumentTypesAndUnknownMethods) {
   panel->open();
   EXPECT_EQ(panel->callMenu("Event", "is", menu_id::colors, "clicked").error, invalidArguments);
   EXPECT_EQ(panel->callMenu("Event", "ssvu", "x", "clicked", "i", 0, 0U).error, invalidArguments);
   EXPECT_EQ(panel->callMenu("NoSuchMethod").error, "org.freedesktop.DBus.Error.UnknownMethod");
 }
 
-TEST_F(MenuEvents, AnItemOfAMenuThatIsNoMoreIsNotChosen) {
+TEST_F(MenuEvents, AreIgnoredForItemsOfAnEarlierMenu) {
   panel->open();
   machine.set("BAT0/temp", "301");
   panel->open();
   machine.remove("BAT0/temp");
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   EXPECT_EQ(panel->click(10), "");
-  EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+  EXPECT_FALSE(panel->hasReceived("ItemsPropertiesUpdated"));
 }
 
-TEST_F(MenuEvents, OfAGroupOfEventsTheFirstChoiceCounts) {
+TEST_F(MenuEvents, EventGroupAppliesOnlyTheFirstChoice) {
   panel->open();
-  const Answer answer = panel->callMenu("EventGroup", "a(isvu)", 5,                 //
-                                        99, "clicked", "i", 0, 0U,                  //
-                                        menu_id::powerLine, "clicked", "i", 0, 0U,  //
-                                        menu_id::percent, "clicked", "s", "", 0U,   //
-                                        menu_id::quit, "clicked", "i", 0, 0U,       //
-                                        menu_id::percentTime, "clicked", "i", 0, 0U);
-  EXPECT_EQ(answer.values, Json::array({Json::array({99})}));
+  const Reply reply = panel->callMenu("EventGroup", "a(isvu)", 5,                 //
+                                      99, "clicked", "i", 0, 0U,                  //
+                                      menu_id::powerLine, "clicked", "i", 0, 0U,  //
+                                      menu_id::percent, "clicked", "s", "", 0U,   //
+                                      menu_id::quit, "clicked", "i", 0, 0U,       //
+                                      menu_id::percentTime, "clicked", "i", 0, 0U);
+  EXPECT_EQ(reply.values, Json::array({Json::array({99})}));
   EXPECT_EQ(label(), "98% ▼");
   EXPECT_TRUE(item->isRunning());
 }
 
-TEST_F(MenuEvents, AGroupOfUnknownItemsIsAnError) {
+TEST_F(MenuEvents, EventGroupFailsIfAllItemsAreUnknown) {
   panel->open();
   EXPECT_EQ(panel
                 ->callMenu("EventGroup", "a(isvu)", 2, 98, "clicked", "i", 0, 0U, 99, "clicked",

@@ -24,15 +24,15 @@ Json toggle(const char* label, const char* type, int state) {
   return with(with(command(label), "toggle-type", type), "toggle-state", state);
 }
 
-/// One key with the Control key, as a list of combinations.
+/// Returns the property "shortcut" for the Control key and another key.
 Json controlKey(const char* key) { return Json::array({Json::array({"Control", key})}); }
 
-/// An item with those below it, as layouts have it.
+/// Returns an item and its children in the form of GetLayout's reply.
 Json node(int id, Json properties, Json children = Json::array()) {
   return {id, std::move(properties), std::move(children)};
 }
 
-/// The menu of the machine as it is.
+/// Returns the expected menu of the unchanged machine.
 Json expectedLayout() {
   const Json report{node(1, line("On battery")),
                     node(2, line("Charge: 98% (4579 of 4635 mAh)")),
@@ -68,27 +68,27 @@ Json expectedLayout() {
   return node(menu_id::root, with(command(""), "children-display", "submenu"), all);
 }
 
-/// The menu of an item for which a minute passes in a moment.
-class HurriedMenu : public ItemTest {};
+/// Fixture for a menu that is not reported as closed, with an accelerated clock.
+class UnclosedItemMenu : public ItemTest {};
 
-/// The menu of the item as panels see it.
-class StatusMenu : public ItemTest {
+/// Fixture for the menu that the item exports on the bus.
+class ItemMenu : public ItemTest {
  protected:
   void SetUp() override { start(); }
 
   Json wholeLayout() const { return panel->callMenu("GetLayout", "iias", 0, -1, 0).values.at(1); }
 
-  /// Two changes of the battery come to be told, and none of the menu.
-  void expectItIsLeftAlone() {
+  /// Changes the power twice, and expects signals of the new tool tip but none of the menu.
+  void expectUnchangedByReadings() {
     for (const char* const power : {"6100000", "7200000"}) {
-      panel->forgetSignals();
+      panel->clearSignals();
       machine.set("BAT0/power_now", power);
       panel->waitForSignal("NewToolTip");
     }
-    EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+    EXPECT_FALSE(panel->hasReceived("ItemsPropertiesUpdated"));
   }
 
-  /// The items of a list of pairs of an id and properties.
+  /// Returns the ids in a list of pairs of an id and properties.
   static std::set<int> ids(const Json& items) {
     std::set<int> all;
     for (const Json& item : items) all.insert(item.at(0).get<int>());
@@ -100,7 +100,7 @@ class StatusMenu : public ItemTest {
 
 }  // namespace
 
-TEST_F(StatusMenu, HasTheProtocolsProperties) {
+TEST_F(ItemMenu, HasThePropertiesOfTheDbusmenuInterface) {
   EXPECT_EQ(panel->properties("/MenuBar", "com.canonical.dbusmenu"),
             (Json{{"Version", 3},
                   {"TextDirection", "ltr"},
@@ -108,17 +108,17 @@ TEST_F(StatusMenu, HasTheProtocolsProperties) {
                   {"IconThemePath", Json::array()}}));
 }
 
-TEST_F(StatusMenu, IsWholeWhenItIsReadBeforeItWasEverAboutToShow) {
+TEST_F(ItemMenu, IsCompleteBeforeTheFirstAboutToShow) {
   EXPECT_EQ(wholeLayout(), expectedLayout());
 }
 
-TEST_F(StatusMenu, IsTheSameWhenItWasAboutToShow) {
+TEST_F(ItemMenu, IsCompleteAfterAboutToShow) {
   EXPECT_TRUE(panel->open());
   EXPECT_EQ(panel->signalNames(), Names{"LayoutUpdated"});
   EXPECT_EQ(wholeLayout(), expectedLayout());
 }
 
-TEST_F(StatusMenu, IsReadDownToTheDepthThatIsAskedFor) {
+TEST_F(ItemMenu, ReturnsTheLayoutDownToTheRequestedDepth) {
   const auto items = [this](int parent, int depth) {
     return panel->callMenu("GetLayout", "iias", parent, depth, 0).values.at(1).at(2);
   };
@@ -133,12 +133,12 @@ TEST_F(StatusMenu, IsReadDownToTheDepthThatIsAskedFor) {
   EXPECT_EQ(items(menu_id::colors, -1).size(), 0U);
 }
 
-TEST_F(StatusMenu, HasNoNegativeDepthButTheOneForAll) {
+TEST_F(ItemMenu, RejectsNegativeDepthsOtherThanMinusOne) {
   EXPECT_EQ(panel->callMenu("GetLayout", "iias", 0, -2, 0).error, invalidArguments);
   EXPECT_EQ(panel->callMenu("GetLayout", "iias", 0, INT32_MIN, 0).error, invalidArguments);
 }
 
-TEST_F(StatusMenu, IsReadWithThePropertiesThatAreAskedFor) {
+TEST_F(ItemMenu, ReturnsOnlyTheRequestedPropertiesInALayout) {
   const Json layout =
       panel
           ->callMenu("GetLayout", "iias", menu_id::colors, -1, 3, "label", "toggle-state", "nosuch")
@@ -146,13 +146,13 @@ TEST_F(StatusMenu, IsReadWithThePropertiesThatAreAskedFor) {
   EXPECT_EQ(layout, node(menu_id::colors, {{"label", "Colors"}, {"toggle-state", 1}}));
 }
 
-TEST_F(StatusMenu, HasNoLayoutOfAnUnknownItem) {
+TEST_F(ItemMenu, RejectsLayoutRequestsForUnknownItems) {
   for (const int id : {-1, 99, 103, 30105, INT32_MAX, INT32_MIN}) {
     EXPECT_EQ(panel->callMenu("GetLayout", "iias", id, -1, 0).error, invalidArguments) << id;
   }
 }
 
-TEST_F(StatusMenu, GivesGroupsOfProperties) {
+TEST_F(ItemMenu, ReturnsThePropertiesOfAGroupOfItems) {
   const Json items = panel
                          ->callMenu("GetGroupProperties", "aias", 4, menu_id::colors, 12345,
                                     menu_id::firstSeparator, menu_id::colors, 0)
@@ -167,13 +167,13 @@ TEST_F(StatusMenu, GivesGroupsOfProperties) {
                           {menu_id::about, {{"label", "Lumowatt 1.0.0, by Fernhollow"}}}}));
 }
 
-TEST_F(StatusMenu, AnEmptyGroupIsAllItems) {
+TEST_F(ItemMenu, ReturnsAllItemsForAnEmptyGroup) {
   const Json items = panel->callMenu("GetGroupProperties", "aias", 0, 0).values.at(0);
   EXPECT_EQ(items.size(), 1U + 22U + 4U);
   EXPECT_EQ(items.at(0).at(0), menu_id::root);
 }
 
-TEST_F(StatusMenu, GivesSingleProperties) {
+TEST_F(ItemMenu, ReturnsSingleProperties) {
   EXPECT_EQ(panel->menuProperty(menu_id::colors, "label"), "Colors");
   EXPECT_EQ(panel->menuProperty(menu_id::colors, "type"), "standard");
   EXPECT_EQ(panel->menuProperty(menu_id::copyDetails, "shortcut"), controlKey("c"));
@@ -184,7 +184,7 @@ TEST_F(StatusMenu, GivesSingleProperties) {
   EXPECT_EQ(panel->callMenu("GetProperty", "is", 103, "label").error, invalidArguments);
 }
 
-TEST_F(StatusMenu, TheChartCanBeChosenAndIsDescribedOnceThereIsOne) {
+TEST_F(ItemMenu, EnablesAndDescribesTheChartOnceItHasSamples) {
   EXPECT_EQ(panel->menuProperty(menu_id::chart, "enabled"), false);
   stop();
   startWithChart();
@@ -192,108 +192,108 @@ TEST_F(StatusMenu, TheChartCanBeChosenAndIsDescribedOnceThereIsOne) {
             "Charge over the last hour: from 98 to 98 percent");
 }
 
-TEST_F(StatusMenu, OnlyTheChartHasADescription) {
+TEST_F(ItemMenu, DescribesOnlyTheChart) {
   EXPECT_EQ(panel->menuProperty(menu_id::colors, "accessible-desc"), "");
 }
 
-TEST_F(StatusMenu, IsFreshAtEachOpening) {
+TEST_F(ItemMenu, IsUpdatedAtEachOpening) {
   panel->open();
   for (const auto& [power, expected] :
        {std::pair("6100000", "Battery power: −6.1 W  (12.23 V, -0.499 A)"),
         std::pair("7200000", "Battery power: −7.2 W  (12.23 V, -0.589 A)")}) {
-    panel->forgetSignals();
+    panel->clearSignals();
     machine.set("BAT0/power_now", power);
     EXPECT_TRUE(panel->open());
-    // Told before the answer, for panels that do not wait for it.
+    // The signal is emitted before the reply, for panels that do not wait for the reply.
     const Json update = panel->signal("ItemsPropertiesUpdated");
     EXPECT_EQ(ids(update.at(0)), (std::set{3, 4, 5, 6}));
     EXPECT_EQ(update.at(0).at(1), (Json{menu_id::powerLine, line(expected)}));
-    EXPECT_EQ(update.at(1), Json::array()) << "no property is back at its default";
-    EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
+    EXPECT_EQ(update.at(1), Json::array()) << "no property was reset to its default";
+    EXPECT_FALSE(panel->hasReceived("LayoutUpdated"));
     EXPECT_EQ(panel->menuProperty(menu_id::powerLine, "label"), expected);
     EXPECT_EQ(wholeLayout().at(2).at(menu_id::powerLine - 1),
               node(menu_id::powerLine, line(expected)));
   }
 }
 
-TEST_F(StatusMenu, NothingIsToldOfAnOpeningThatChangesNothing) {
+TEST_F(ItemMenu, EmitsNoSignalIfOpeningChangesNothing) {
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   EXPECT_FALSE(panel->open());
   EXPECT_EQ(panel->signalNames(), Names{});
 }
 
-TEST_F(StatusMenu, StandsStillWhileItIsOpen) {
+TEST_F(ItemMenu, DoesNotChangeWhileOpen) {
   panel->open();
   const Json before = wholeLayout();
-  expectItIsLeftAlone();
+  expectUnchangedByReadings();
   EXPECT_EQ(wholeLayout(), before);
 }
 
-TEST_F(StatusMenu, StandsStillAlsoWhenALineIsAddedUntilItIsClosed) {
+TEST_F(ItemMenu, DefersANewLineUntilItIsClosed) {
   panel->open();
-  EXPECT_EQ(panel->send(menu_id::modes, "closed"), "") << "a submenu";
-  panel->forgetSignals();
+  EXPECT_EQ(panel->sendEvent(menu_id::modes, "closed"), "") << "a submenu";
+  panel->clearSignals();
   machine.set("BAT0/temp", "301");
   panel->waitForSignal("NewToolTip");
-  EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
-  EXPECT_EQ(panel->send(menu_id::root, "closed"), "");
+  EXPECT_FALSE(panel->hasReceived("LayoutUpdated"));
+  EXPECT_EQ(panel->sendEvent(menu_id::root, "closed"), "");
   panel->waitForSignal("LayoutUpdated");
   EXPECT_EQ(panel->menuProperty(10, "label"), "Temperature: 30.1 °C");
 }
 
-TEST_F(HurriedMenu, CountsAsClosedAfterAMinuteInAPanelThatDoesNotSayThatItIs) {
-  item = startAnother(LUMOWATT_HURRYING_CLOCK);
+TEST_F(UnclosedItemMenu, CountsAsClosedAfterAMinute) {
+  item = startProcess(LUMOWATT_HURRYING_CLOCK);
   panel->waitForItem();
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   machine.set("BAT0/temp", "301");
   panel->waitForSignal("LayoutUpdated");
   EXPECT_EQ(panel->menuProperty(10, "label"), "Temperature: 30.1 °C");
 }
 
-TEST_F(StatusMenu, ChangesWhileItIsOpenByWhatIsChosen) {
+TEST_F(ItemMenu, ChangesWhileOpenWhenAnItemIsChosen) {
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   EXPECT_EQ(panel->click(menu_id::colors), "");
-  EXPECT_TRUE(panel->hasHeard("ItemsPropertiesUpdated"));
+  EXPECT_TRUE(panel->hasReceived("ItemsPropertiesUpdated"));
 }
 
-TEST_F(StatusMenu, HasNewFiguresOnlyWhenItOpensAgain) {
+TEST_F(ItemMenu, UpdatesFiguresOnlyAtTheNextOpening) {
   panel->open();
-  EXPECT_EQ(panel->send(menu_id::root, "closed"), "");
-  expectItIsLeftAlone();
+  EXPECT_EQ(panel->sendEvent(menu_id::root, "closed"), "");
+  expectUnchangedByReadings();
 }
 
-TEST_F(StatusMenu, IsClosedBySomethingThatIsChosen) {
+TEST_F(ItemMenu, CountsAsClosedAfterAChoice) {
   panel->open();
   EXPECT_EQ(panel->click(menu_id::percent), "");
-  panel->forgetSignals();
+  panel->clearSignals();
   machine.set("BAT0/temp", "301");
   panel->waitForSignal("LayoutUpdated");
   EXPECT_EQ(panel->menuProperty(10, "label"), "Temperature: 30.1 °C");
 }
 
-TEST_F(StatusMenu, IsLeftAloneBeforeAnybodyAskedForIt) {
+TEST_F(ItemMenu, EmitsNoSignalBeforeTheFirstRequest) {
   machine.set("BAT0/temp", "301");
   panel->waitForSignal("NewToolTip");
-  EXPECT_FALSE(panel->hasHeard("LayoutUpdated"));
+  EXPECT_FALSE(panel->hasReceived("LayoutUpdated"));
 }
 
-TEST_F(StatusMenu, ASubmenuAboutToShowChangesNothing) {
+TEST_F(ItemMenu, IsNotUpdatedWhenASubmenuIsAboutToShow) {
   panel->open();
-  panel->send(menu_id::root, "closed");
-  panel->forgetSignals();
+  panel->sendEvent(menu_id::root, "closed");
+  panel->clearSignals();
   machine.set("BAT0/power_now", "6100000");
   EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json::array({false}));
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 1, menu_id::modes).error, "");
-  EXPECT_FALSE(panel->hasHeard("ItemsPropertiesUpdated"));
+  EXPECT_FALSE(panel->hasReceived("ItemsPropertiesUpdated"));
 }
 
-TEST_F(StatusMenu, FollowsWithoutAnotherReading) {
+TEST_F(ItemMenu, UpdatesItsRowsWithoutAnExtraReading) {
   panel->open();
-  panel->send(menu_id::root, "closed");
-  panel->forgetSignals();
+  panel->sendEvent(menu_id::root, "closed");
+  panel->clearSignals();
   const OpenCounter counter;
   counter.watch(machine.powerSupplyFolder() / "BAT0");
   machine.set("BAT0/temp", "301");
@@ -301,13 +301,13 @@ TEST_F(StatusMenu, FollowsWithoutAnotherReading) {
   EXPECT_EQ(counter.opened().count("energy_full"), 1U);
 }
 
-TEST_F(StatusMenu, AFurtherLineIsANewItem) {
+TEST_F(ItemMenu, AddsAnItemForANewLineAndHidesItLater) {
   panel->open();
   const auto revision = [this] {
     return panel->callMenu("GetLayout", "iias", 0, 0, 0).values.at(0).get<unsigned>();
   };
   const unsigned before = revision();
-  panel->forgetSignals();
+  panel->clearSignals();
   machine.set("BAT0/temp", "301");
   EXPECT_TRUE(panel->open());
   EXPECT_EQ(panel->signal("LayoutUpdated"), (Json{before + 1, menu_id::root}));
@@ -320,18 +320,18 @@ TEST_F(StatusMenu, AFurtherLineIsANewItem) {
   EXPECT_EQ(panel->menuProperty(10, "visible"), false);
 }
 
-TEST_F(StatusMenu, OtherRowsAreToldBeforeItIsOpened) {
+TEST_F(ItemMenu, SignalsAddedAndRemovedRowsBeforeItIsOpened) {
   EXPECT_EQ(wholeLayout(), expectedLayout());
   machine.set("BAT0/temp", "301");
   panel->waitForSignal("LayoutUpdated");
   EXPECT_EQ(panel->menuProperty(10, "label"), "Temperature: 30.1 °C");
-  panel->forgetSignals();
+  panel->clearSignals();
   machine.remove("BAT0/temp");
   panel->waitForSignal("ItemsPropertiesUpdated");
   EXPECT_EQ(panel->menuProperty(10, "visible"), false);
 }
 
-TEST_F(StatusMenu, AboutToShowIsForItemsThatAreThere) {
+TEST_F(ItemMenu, AcceptsAboutToShowOnlyForExistingItems) {
   EXPECT_EQ(panel->callMenu("AboutToShow", "i", 0).error, "");
   EXPECT_EQ(panel->callMenu("AboutToShow", "i", menu_id::modes).values, Json::array({false}));
   for (const int id : {-1, 99, INT32_MAX, INT32_MIN}) {
@@ -339,7 +339,7 @@ TEST_F(StatusMenu, AboutToShowIsForItemsThatAreThere) {
   }
 }
 
-TEST_F(StatusMenu, AboutToShowGroupTellsWhatChangedAndWhatIsNotThere) {
+TEST_F(ItemMenu, AboutToShowGroupReturnsChangedAndUnknownItems) {
   using Lists = std::vector<std::vector<int>>;
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 3, 0, menu_id::modes, 99).values,
             Json(Lists{{0}, {99}}));
@@ -348,7 +348,7 @@ TEST_F(StatusMenu, AboutToShowGroupTellsWhatChangedAndWhatIsNotThere) {
   EXPECT_EQ(panel->callMenu("AboutToShowGroup", "ai", 2, 98, 99).error, invalidArguments);
 }
 
-TEST_F(StatusMenu, WithoutABatteryHasOneLine) {
+TEST_F(ItemMenu, HasOneLineWithoutABattery) {
   stop();
   machine.remove("BAT0");
   start();
@@ -356,7 +356,7 @@ TEST_F(StatusMenu, WithoutABatteryHasOneLine) {
                                 Json::array({node(1, line("No battery found"))})));
 }
 
-TEST_F(StatusMenu, OfABatteryThatIsGoneStaysAsItWas) {
+TEST_F(ItemMenu, IsUnchangedWhenTheBatteryIsRemoved) {
   panel->open();
   machine.remove("BAT0");
   EXPECT_FALSE(panel->open());

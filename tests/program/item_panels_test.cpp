@@ -1,4 +1,4 @@
-// The item in each panel that is known, by the name of the process that its tray is.
+// The item in each known panel. The program recognizes a panel by the name of its tray's process.
 
 #include "program/title_fixture.h"
 
@@ -11,32 +11,33 @@ enum class Form { label, tiles, wide };
 struct KnownPanel {
   const char* process;
   Form form;
-  int colors = menu_id::colors;  ///< the id of that item of the menu
+  int colors = menu_id::colors;  ///< id of "Colors" in the menu
 };
 
 std::ostream& operator<<(std::ostream& stream, const KnownPanel& panel) {
   return stream << panel.process;
 }
 
-class InPanel : public TitleTest, public testing::WithParamInterface<KnownPanel> {
+class ItemInPanel : public TitleTest, public testing::WithParamInterface<KnownPanel> {
  protected:
-  InPanel() : TitleTest(GetParam().process) {}
+  ItemInPanel() : TitleTest(GetParam().process) {}
 };
 
-/// A panel that has room for few rows of a menu.
-class InGnomeShell : public TitleTest {
+/// Fixture with GNOME Shell, which gets a compact menu of few rows.
+class ItemInGnomeShell : public TitleTest {
  protected:
-  InGnomeShell() : TitleTest("gnome-shell") {}
+  ItemInGnomeShell() : TitleTest("gnome-shell") {}
 
   bool isShown(int id) const {
     return panel->callMenu("GetProperty", "is", id, "visible").values == Json::array({true});
   }
 };
 
-/// Cinnamon's tray, where icons are files and a menu opens for an object's path.
-class InCinnamon : public TitleTest {
+/// Fixture with Cinnamon's tray, which loads icons from files and opens the menus of items that
+/// were registered by an object path.
+class ItemInCinnamon : public TitleTest {
  protected:
-  InCinnamon() : TitleTest("xapp-sn-watcher") {}
+  ItemInCinnamon() : TitleTest("xapp-sn-watcher") {}
 
  public:
   static constexpr auto object = "/org/ayatana/NotificationItem/lumowatt";
@@ -47,35 +48,36 @@ class InCinnamon : public TitleTest {
   }
 };
 
-/// A bar that shows no menus, on X11.
-class InSwaybar : public TitleTest {
+/// Fixture with a bar that shows no menus, so that the item opens its menu in a launcher.
+class ItemInSwaybar : public TitleTest {
  protected:
-  InSwaybar() : TitleTest("swaybar") {}
+  ItemInSwaybar() : TitleTest("swaybar") {}
 
-  /// Installs a launcher in which that line is chosen.
+  /// Installs a launcher that records the lines of the menu and chooses `line`.
   void installLauncher(const std::string& line) const {
     install("rofi",
             "cat > $traces/lines.new\nmv $traces/lines.new $traces/lines\necho '" + line + "'\n");
   }
 
-  /// A click on the item that was registered as the `index`th; the error's name when it is refused.
+  /// Clicks on the item that was registered at `index`. Returns the name of the error; empty on
+  /// success.
   std::string click(const char* method, std::size_t index = 0) const {
-    sd_bus_message* const call = panel->newCall(connection(index), "/StatusNotifierItem",
-                                                "org.kde.StatusNotifierItem", method);
-    EXPECT_GE(sd_bus_message_append(call, "ii", 0, 0), 0);
-    return panel->answer(call).error;
+    sd_bus_message* const message = panel->newMethodCall(connection(index), "/StatusNotifierItem",
+                                                         "org.kde.StatusNotifierItem", method);
+    EXPECT_GE(sd_bus_message_append(message, "ii", 0, 0), 0);
+    return panel->call(message).error;
   }
 };
 
-/// A shell that remembers an item by the title of its tool tip.
-class InQuickshell : public TitleTest {
+/// Fixture with a shell that identifies items by the titles of their tool tips.
+class ItemInQuickshell : public TitleTest {
  protected:
-  InQuickshell() : TitleTest("quickshell") {}
+  ItemInQuickshell() : TitleTest("quickshell") {}
 };
 
 }  // namespace
 
-TEST_P(InPanel, ShowsTheTitleOnceAndTheMenu) {
+TEST_P(ItemInPanel, ShowsTheTitleOnceAndTheMenu) {
   start();
   const Form form = GetParam().form;
   if (form == Form::tiles) panel->waitForItems(2);
@@ -91,7 +93,7 @@ TEST_P(InPanel, ShowsTheTitleOnceAndTheMenu) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    All, InPanel,
+    All, ItemInPanel,
     testing::Values(
         KnownPanel{"gnome-shell", Form::label, menu_id::compact::colors},
         KnownPanel{"mate-panel", Form::label}, KnownPanel{"notification-ar", Form::label},
@@ -111,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(
         KnownPanel{"qtile", Form::tiles}, KnownPanel{"status-notifier", Form::tiles},
         KnownPanel{"one-that-is-new", Form::tiles}));
 
-TEST_F(InGnomeShell, TheReportIsOneItemOfTheMenuAndTheCommandsAreInASubmenu) {
+TEST_F(ItemInGnomeShell, PutsTheReportInOneMenuItemAndCommandsInASubmenu) {
   start();
   panel->open();
   const std::string report = panel->menuProperty(menu_id::compact::report, "label");
@@ -126,27 +128,27 @@ TEST_F(InGnomeShell, TheReportIsOneItemOfTheMenuAndTheCommandsAreInASubmenu) {
   EXPECT_EQ(item->wait().status, 0);
 }
 
-TEST_F(InGnomeShell, TheItemIsFoundAtOneObjectAlone) {
+TEST_F(ItemInGnomeShell, IsExportedAtASingleObjectPath) {
   start();
-  for (const char* const object : {"/StatusNotifierItem", InCinnamon::object}) {
-    sd_bus_message* const call =
-        panel->newCall(Panel::application, object, "org.freedesktop.DBus.Properties", "GetAll");
-    EXPECT_GE(sd_bus_message_append(call, "s", "org.kde.StatusNotifierItem"), 0);
-    EXPECT_EQ(panel->answer(call).error.empty(), object != InCinnamon::object) << object;
+  for (const char* const object : {"/StatusNotifierItem", ItemInCinnamon::object}) {
+    sd_bus_message* const message = panel->newMethodCall(
+        Panel::application, object, "org.freedesktop.DBus.Properties", "GetAll");
+    EXPECT_GE(sd_bus_message_append(message, "s", "org.kde.StatusNotifierItem"), 0);
+    EXPECT_EQ(panel->call(message).error.empty(), object != ItemInCinnamon::object) << object;
   }
 }
 
-TEST_F(InGnomeShell, AReportIsInTheMenuWhenItOpens) {
+TEST_F(ItemInGnomeShell, UpdatesTheReportWhenTheMenuOpens) {
   start();
   panel->open();
-  panel->send(menu_id::root, "closed");
+  panel->sendEvent(menu_id::root, "closed");
   machine.set("BAT0/capacity", "40");
   EXPECT_TRUE(panel->open());
   const std::string report = panel->menuProperty(menu_id::compact::report, "label");
   EXPECT_NE(report.find("\nCharge: 40%"), std::string::npos) << report;
 }
 
-TEST_F(InGnomeShell, AnotherPanelHasTheWholeMenuBeforeItIsOpened) {
+TEST_F(ItemInGnomeShell, ReplacesTheCompactMenuOnceAnotherPanelAppears) {
   start();
   panel->open();
   EXPECT_FALSE(isShown(menu_id::quit));
@@ -160,14 +162,14 @@ TEST_F(InGnomeShell, AnotherPanelHasTheWholeMenuBeforeItIsOpened) {
   EXPECT_EQ(panel->menuProperty(menu_id::compact::quit, "label"), "Quit Lumowatt");
 }
 
-TEST_F(InCinnamon, TheItemIsRegisteredByAnObjectsPathSoThatAClickOpensItsMenu) {
+TEST_F(ItemInCinnamon, RegistersAnObjectPathSoThatClicksOpenTheMenu) {
   start();
   EXPECT_EQ(panel->registered, Names{object});
   EXPECT_EQ(property("Id"), "Lumowatt");
   EXPECT_EQ(property("Menu"), "/MenuBar");
 }
 
-TEST_F(InCinnamon, TheIconIsAFileWhosePathItDoesNotTakeForAThemesName) {
+TEST_F(ItemInCinnamon, HasAnIconFileWithoutSymbolicInItsPath) {
   start();
   const std::string icon = property("IconName");
   EXPECT_TRUE(std::filesystem::exists(icon)) << icon;
@@ -180,7 +182,7 @@ TEST_F(InCinnamon, TheIconIsAFileWhosePathItDoesNotTakeForAThemesName) {
   EXPECT_EQ(later.find("symbolic"), std::string::npos) << later;
 }
 
-TEST_F(InCinnamon, ChangesAreSignaledByTheObjectThatIsRegistered) {
+TEST_F(ItemInCinnamon, EmitsSignalsFromTheRegisteredObject) {
   start();
   std::string path;
   sd_bus_slot* slot = nullptr;
@@ -199,7 +201,7 @@ TEST_F(InCinnamon, ChangesAreSignaledByTheObjectThatIsRegistered) {
   sd_bus_slot_unref(slot);
 }
 
-TEST_F(InCinnamon, TheItemComesBackOnceWithItsNextTray) {
+TEST_F(ItemInCinnamon, RegistersOnceWithARestartedTray) {
   start();
   replacePanel("xapp-sn-watcher");
   panel->waitForItem();
@@ -207,18 +209,18 @@ TEST_F(InCinnamon, TheItemComesBackOnceWithItsNextTray) {
   EXPECT_EQ(panel->registered, Names{object});
 }
 
-TEST_F(InSwaybar, AClickOpensTheMenuInTheLauncher) {
+TEST_F(ItemInSwaybar, OpensTheMenuInTheLauncherOnAClick) {
   installLauncher("✓ Colors");
   start();
   EXPECT_EQ(click("Activate"), "");
-  const std::string lines = trace("lines");
+  const std::string lines = waitForTrace("lines");
   EXPECT_TRUE(lines.starts_with("On battery\nCharge: 98% (4579 of 4635 mAh)\n")) << lines;
   EXPECT_TRUE(lines.ends_with("\nQuit Lumowatt\n") || lines.ends_with("\nQuit Lumowatt")) << lines;
   panel->waitUntil([this] { return std::filesystem::exists(preferences()); });
   EXPECT_EQ(fileContents(preferences()), "color=false\n");
 }
 
-TEST_F(InSwaybar, ARightClickOnATileDoesTheSame) {
+TEST_F(ItemInSwaybar, OpensTheMenuOnARightClickOnATile) {
   installLauncher("Percent");
   start();
   panel->waitForItems(2);
@@ -227,7 +229,7 @@ TEST_F(InSwaybar, ARightClickOnATileDoesTheSame) {
   EXPECT_EQ(fileContents(preferences()), "mode=0\n");
 }
 
-TEST_F(InSwaybar, AClickInAPanelThatShowsMenusIsLeftToIt) {
+TEST_F(ItemInSwaybar, RefusesClicksOnceAPanelThatShowsMenusAppears) {
   installLauncher("✓ Colors");
   start();
   replacePanel("kded6");
@@ -238,7 +240,7 @@ TEST_F(InSwaybar, AClickInAPanelThatShowsMenusIsLeftToIt) {
   EXPECT_FALSE(std::filesystem::exists(preferences()));
 }
 
-TEST_F(InQuickshell, TheToolTipHasOneTitleWhateverTheReading) {
+TEST_F(ItemInQuickshell, HasTheSameToolTipTitleForAllReadings) {
   start();
   EXPECT_EQ(panel->property("ToolTip").at(2), "Lumowatt");
   machine.set("BAT0/power_now", "6100000");

@@ -14,10 +14,10 @@ constexpr auto portalName = "org.freedesktop.portal.Desktop";
 constexpr auto portalObject = "/org/freedesktop/portal/desktop";
 constexpr auto settingsInterface = "org.freedesktop.portal.Settings";
 
-/// Red, green and blue.
+/// Red, green and blue, from 0 to 1.
 using Accent = std::array<double, 3>;
 
-/// A portal with a few settings. What is absent it does not have.
+/// Fake settings portal. Omits settings without a value.
 class Portal : public BusPeer {
  public:
   explicit Portal(const SessionBus& session, const char* name = portalName) : BusPeer(session) {
@@ -36,9 +36,9 @@ class Portal : public BusPeer {
   std::optional<Accent> accent;
   std::optional<bool> animations;
   std::optional<std::string> plasmaFactor;
-  bool wasAsked = false;
+  bool wasRead = false;  ///< whether ReadAll was called
 
-  /// Emits the signal of a change with these values.
+  /// Emits SettingChanged with these values.
   template <typename... Values>
   void emit(const char* types, Values... values) const {
     sd_bus_emit_signal(bus(), portalObject, settingsInterface, "SettingChanged", types, values...);
@@ -56,11 +56,12 @@ class Portal : public BusPeer {
   }
 
  private:
-  /// Adds a group of settings, if the caller asks for it; `settings` adds what is in it.
+  /// Adds a group of settings to the reply if the caller requested the group. `settings` appends
+  /// the settings.
   template <typename Settings>
-  static void add(sd_bus_message* reply, const std::set<std::string>& asked, const char* group,
+  static void add(sd_bus_message* reply, const std::set<std::string>& requested, const char* group,
                   const Settings& settings) {
-    if (!asked.contains(group)) return;
+    if (!requested.contains(group)) return;
     sd_bus_message_open_container(reply, 'e', "sa{sv}");
     sd_bus_message_append(reply, "s", group);
     sd_bus_message_open_container(reply, 'a', "{sv}");
@@ -71,13 +72,13 @@ class Portal : public BusPeer {
 
   static int readAll(sd_bus_message* call, void* object, sd_bus_error*) {
     auto& self = *static_cast<Portal*>(object);
-    self.wasAsked = true;
+    self.wasRead = true;
     const Json groups = readValue(call);
-    const std::set<std::string> asked(groups.begin(), groups.end());
+    const std::set<std::string> requested(groups.begin(), groups.end());
     sd_bus_message* reply = nullptr;
     sd_bus_message_new_method_return(call, &reply);
     sd_bus_message_open_container(reply, 'a', "{sa{sv}}");
-    add(reply, asked, "org.freedesktop.appearance", [&] {
+    add(reply, requested, "org.freedesktop.appearance", [&] {
       sd_bus_message_append(reply, "{sv}", "contrast", "u", 0U);
       if (self.accent) {
         const auto [red, green, blue] = *self.accent;
@@ -90,14 +91,14 @@ class Portal : public BusPeer {
         sd_bus_message_append(reply, "{sv}", "reduced-motion", "u", *self.reducedMotion);
       }
     });
-    add(reply, asked, "org.gnome.desktop.interface", [&] {
+    add(reply, requested, "org.gnome.desktop.interface", [&] {
       sd_bus_message_append(reply, "{sv}", "font-name", "s", "Cantarell 11");
       if (self.animations) {
         sd_bus_message_append(reply, "{sv}", "enable-animations", "b",
                               static_cast<int>(*self.animations));
       }
     });
-    add(reply, asked, "org.kde.kdeglobals.KDE", [&] {
+    add(reply, requested, "org.kde.kdeglobals.KDE", [&] {
       sd_bus_message_append(reply, "{sv}", "LookAndFeelPackage", "s", "org.kde.breeze.desktop");
       if (self.plasmaFactor) {
         sd_bus_message_append(reply, "{sv}", "AnimationDurationFactor", "s",
@@ -111,68 +112,73 @@ class Portal : public BusPeer {
   }
 };
 
-/// The item on a charging machine, in a session with a portal.
-class Settings : public ItemTest {
+/// Fixture for the item on a charging machine, in a session with a settings portal.
+class DesktopSettings : public ItemTest {
  protected:
-  explicit Settings(const char* panelProcess = "ayatana-indicat") : ItemTest("", panelProcess) {}
+  explicit DesktopSettings(const char* panelProcess = "ayatana-indicat")
+      : ItemTest("", panelProcess) {}
 
   void SetUp() override {
     machine.set("AC/online", "1");
     machine.set("BAT0/status", "Charging");
     machine.set("BAT0/capacity", "30");
-    install("xdg-open", "echo \"$@\" > $traces/told.new\nmv $traces/told.new $traces/told\n");
+    install("xdg-open",
+            "echo \"$@\" > $traces/arguments.new\n"
+            "mv $traces/arguments.new $traces/arguments\n");
   }
 
   void startWithPortal() {
     start();
-    waitForAnswer();
+    waitForReply();
   }
-  void startWithPortalAtAStoppedClock() {
-    item = startAnother(LUMOWATT_STOPPED_CLOCK);
+  void startWithPortalAndStoppedClock() {
+    item = startProcess(LUMOWATT_STOPPED_CLOCK);
     panel->waitForItem();
-    waitForAnswer();
+    waitForReply();
   }
   void startWithPortalAndChart() {
     startWithChart();
-    waitForAnswer();
+    waitForReply();
   }
 
-  /// An animated glyph shows other levels than the battery's.
+  /// Returns whether the glyph is animated. An animated glyph shows other levels than the
+  /// battery's.
   bool isAnimated() const { return icon() != "lumowatt-battery-100percent-bolt-green"; }
   std::string icon() const { return panel->property("IconName"); }
 
-  /// The chart as it is shown when it is chosen.
+  /// Chooses the chart and returns its picture.
   Picture chart() const {
     const std::string id = std::to_string(item->id());
-    panel->waitUntil(  // until the process that drew the one before is gone
+    panel->waitUntil(  // until the process that drew the previous chart has exited
         [&id] { return fileContents("/proc/" + id + "/task/" + id + "/children").empty(); });
-    std::filesystem::remove(traces() / "told");
+    std::filesystem::remove(traces() / "arguments");
     chooseChart();
-    trace("told");
+    waitForTrace("arguments");
     return Picture(fileContents(user.path() / "runtime/lumowatt-chart.png"));
   }
 
-  /// The color of the chart's background.
+  /// Returns the color of the chart's background.
   Pixel background() const { return chart().at(2, 2); }
 
-  /// The color of the dot at the end of the chart's line, at 30 of 24 to 34 percent.
+  /// Returns the color of the dot at the end of the chart's line: at 30 percent, on an axis from 24
+  /// to 34 percent.
   Pixel dot() const { return chart().at(2 * 660, 2 * 200); }
 
   std::unique_ptr<Portal> portal = std::make_unique<Portal>(session);
 
  private:
-  void waitForAnswer() const {
-    portal->waitUntil([this] { return portal->wasAsked; });
-    panel->open();  // the answer has arrived, and a refresh has seen it
+  void waitForReply() const {
+    portal->waitUntil([this] { return portal->wasRead; });
+    panel->open();  // refreshes the item, after the reply has arrived
   }
 };
 
-/// The same with a panel that shows icons alone.
-class SettingsOfIcons : public Settings {
+/// Fixture like `DesktopSettings`, with a panel that shows only icons.
+class IconPanelSettings : public DesktopSettings {
  protected:
-  SettingsOfIcons() : Settings("lxqt-panel") {}
+  IconPanelSettings() : DesktopSettings("lxqt-panel") {}
 
-  /// Waits until the title's icon, which may be replaced by then, has that ink.
+  /// Waits until the title's icon contains this color. The icon may be replaced meanwhile.
   void waitForInk(const std::string& color) const {
     panel->waitUntil([&] {
       const std::string name = panel->property("IconName", panel->registered.at(1).c_str());
@@ -182,40 +188,41 @@ class SettingsOfIcons : public Settings {
   }
 };
 
-/// The same with colors switched off, so that the chart has the user's.
-class Accents : public Settings {
+/// Fixture like `DesktopSettings`, with colors switched off, so that the chart has the accent
+/// color.
+class UserAccent : public DesktopSettings {
  protected:
   void SetUp() override {
-    Settings::SetUp();
+    DesktopSettings::SetUp();
     user.write("config/lumowatt/preferences", "color=false\n");
   }
 };
 
-constexpr Pixel light{250, 250, 250, 255};  // 0.98 of white
-constexpr Pixel dark{36, 36, 36, 255};      // 0.14
-constexpr Pixel blue{0, 122, 255, 255};     // the accent where none was chosen
+constexpr Pixel light{250, 250, 250, 255};  // 98% of white
+constexpr Pixel dark{36, 36, 36, 255};      // 14% of white
+constexpr Pixel blue{0, 122, 255, 255};     // the default accent color
 
 }  // namespace
 
-TEST_F(Settings, TheGlyphHasTheInkOfTheColorScheme) {
+TEST_F(DesktopSettings, ColorSchemeSelectsTheInkOfTheGlyph) {
   machine.set("AC/online", "0");
   machine.set("BAT0/status", "Discharging");
   portal->colorScheme = 1;
   startWithPortal();
   const std::string glyph = "lumowatt-battery-25percent-";
-  EXPECT_EQ(icon(), glyph + "light-symbolic") << "on a dark panel";
+  EXPECT_EQ(icon(), glyph + "light-symbolic") << "light ink on a dark panel";
   for (const auto& [scheme, ink] : {std::pair{2U, "dark-symbolic"}, std::pair{0U, "symbolic"}}) {
-    panel->forgetSignals();
+    panel->clearSignals();
     portal->change("org.freedesktop.appearance", "color-scheme", "u", scheme);
     panel->waitForSignal("NewIcon");
     EXPECT_EQ(icon(), glyph + ink);
   }
 }
 
-TEST_F(SettingsOfIcons, TheTitleHasTheInkOfTheColorSchemeBeforeTheNextReading) {
+TEST_F(IconPanelSettings, ColorSchemeSetsTheTitleInkBeforeTheNextReading) {
   portal->colorScheme = 1;
-  startWithPortalAtAStoppedClock();
-  icon();  // a panel that has read one item is given the next
+  startWithPortalAndStoppedClock();
+  icon();  // the tile is registered once the panel has read the glyph
   panel->waitForItems(2);
   waitForInk("#e8e8e8");
   for (const auto& [scheme, ink] : {std::pair{2U, "#303030"}, std::pair{0U, "#909090"}}) {
@@ -224,33 +231,33 @@ TEST_F(SettingsOfIcons, TheTitleHasTheInkOfTheColorSchemeBeforeTheNextReading) {
   }
 }
 
-TEST_F(Settings, WithoutAnyTheGlyphIsAnimatedAndTheChartLight) {
+TEST_F(DesktopSettings, DefaultToAnAnimatedGlyphAndALightChart) {
   startWithPortalAndChart();
   EXPECT_TRUE(isAnimated());
   EXPECT_EQ(background(), light);
 }
 
-TEST_F(Settings, LessMotionMeansNoAnimation) {
+TEST_F(DesktopSettings, ReducedMotionDisablesTheAnimation) {
   portal->reducedMotion = 1;
   startWithPortal();
   EXPECT_FALSE(isAnimated());
 }
 
-TEST_F(Settings, NoPreferenceLeavesGnomesSwitchItsSay) {
+TEST_F(DesktopSettings, GnomesSwitchDisablesTheAnimationIfMotionIsNotReduced) {
   portal->reducedMotion = 0;
   portal->animations = false;
   startWithPortal();
   EXPECT_FALSE(isAnimated());
 }
 
-TEST_F(Settings, LessMotionCountsWhateverGnomesSwitchSays) {
+TEST_F(DesktopSettings, ReducedMotionOverridesGnomesSwitch) {
   portal->reducedMotion = 1;
   portal->animations = true;
   startWithPortal();
   EXPECT_FALSE(isAnimated());
 }
 
-TEST_F(Settings, PlasmasFactorOfZeroMeansNoAnimation) {
+TEST_F(DesktopSettings, PlasmasFactorOfZeroDisablesTheAnimation) {
   portal->reducedMotion = 0;
   portal->plasmaFactor = "0";
   startWithPortal();
@@ -263,7 +270,7 @@ TEST_F(Settings, PlasmasFactorOfZeroMeansNoAnimation) {
   panel->waitUntil([this] { return panel->open(), isAnimated(); });
 }
 
-TEST_F(Settings, PlasmasFileCountsWhereThePortalSaysNothing) {
+TEST_F(DesktopSettings, PlasmasFileIsReadIfThePortalLacksTheFactor) {
   user.write("config/kdeglobals", "[KDE]\nAnimationDurationFactor=0\n");
   startWithPortal();
   EXPECT_FALSE(isAnimated());
@@ -271,7 +278,7 @@ TEST_F(Settings, PlasmasFileCountsWhereThePortalSaysNothing) {
   panel->waitUntil([this] { return panel->open(), isAnimated(); });
 }
 
-TEST_F(Settings, AreFollowed) {
+TEST_F(DesktopSettings, TakeEffectWhenTheyChange) {
   startWithPortalAndChart();
   portal->change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
   panel->waitUntil([this] { return panel->open(), !isAnimated(); });
@@ -283,25 +290,25 @@ TEST_F(Settings, AreFollowed) {
   EXPECT_EQ(background(), dark);
 }
 
-TEST_F(Settings, OfAPortalThatComesLaterAreAskedFor) {
+TEST_F(DesktopSettings, AreReadFromAPortalThatAppearsLater) {
   portal.reset();
   start();
   portal = std::make_unique<Portal>(session);
   portal->reducedMotion = 1;
-  portal->waitUntil([this] { return portal->wasAsked; });
+  portal->waitUntil([this] { return portal->wasRead; });
   panel->waitUntil([this] { return panel->open(), !isAnimated(); });
 }
 
-TEST_F(Settings, OfOthersCountForNothing) {
+TEST_F(DesktopSettings, AreIgnoredFromOtherGroupsAndSenders) {
   startWithPortal();
   portal->change("org.example.appearance", "reduced-motion", "u", 1U);
-  const Portal stranger(session, "org.example.Portal");
-  stranger.change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
+  const Portal other(session, "org.example.Portal");
+  other.change("org.freedesktop.appearance", "reduced-motion", "u", 1U);
   panel->open();
   EXPECT_TRUE(isAnimated());
 }
 
-TEST_F(Settings, WithoutAVariantCountForNothing) {
+TEST_F(DesktopSettings, AreIgnoredWithoutAVariant) {
   startWithPortal();
   portal->emit("ssu", "org.freedesktop.appearance", "reduced-motion", 1U);
   portal->emit("ss", "org.freedesktop.appearance", "reduced-motion");
@@ -311,7 +318,7 @@ TEST_F(Settings, WithoutAVariantCountForNothing) {
   panel->waitUntil([this] { return !isAnimated(); });
 }
 
-TEST_F(Settings, OfAnotherTypeCountForNothing) {
+TEST_F(DesktopSettings, AreIgnoredIfTheirTypeIsWrong) {
   startWithPortalAndChart();
   portal->change("org.freedesktop.appearance", "reduced-motion", "s", "1");
   portal->change("org.gnome.desktop.interface", "enable-animations", "u", 0U);
@@ -322,19 +329,19 @@ TEST_F(Settings, OfAnotherTypeCountForNothing) {
   EXPECT_EQ(background(), light);
 }
 
-TEST_F(Settings, TheDarkSchemeDarkensTheChart) {
+TEST_F(DesktopSettings, DarkSchemeDarkensTheChart) {
   portal->colorScheme = 1;
   startWithPortalAndChart();
   EXPECT_EQ(background(), dark);
 }
 
-TEST_F(Settings, TheLightSchemeDoesNot) {
+TEST_F(DesktopSettings, LightSchemeKeepsTheChartLight) {
   portal->colorScheme = 2;
   startWithPortalAndChart();
   EXPECT_EQ(background(), light);
 }
 
-TEST_F(Accents, TheChartHasTheUsersAccentAndFollowsIt) {
+TEST_F(UserAccent, ColorsTheChartAndFollowsChanges) {
   portal->accent = {0.2, 0.4, 0.6};
   startWithPortalAndChart();
   EXPECT_EQ(dot(), (Pixel{51, 102, 153, 255}));
@@ -342,12 +349,12 @@ TEST_F(Accents, TheChartHasTheUsersAccentAndFollowsIt) {
   EXPECT_EQ(dot(), (Pixel{255, 0, 204, 255}));
 }
 
-TEST_F(Accents, WithoutOneTheChartIsBlue) {
+TEST_F(UserAccent, DefaultsToBlue) {
   startWithPortalAndChart();
   EXPECT_EQ(dot(), blue);
 }
 
-TEST_F(Accents, OneThatIsOutOfRangeIsNone) {
+TEST_F(UserAccent, IsIgnoredIfOutOfRange) {
   for (const Accent& none : {Accent{-1.0, -1.0, -1.0}, Accent{0.2, 1.1, 0.3}}) {
     portal->accent = {0.2, 0.4, 0.6};
     startWithPortalAndChart();
@@ -355,11 +362,11 @@ TEST_F(Accents, OneThatIsOutOfRangeIsNone) {
     portal->changeAccent(none);
     EXPECT_EQ(dot(), blue);
     stop();
-    portal->wasAsked = false;
+    portal->wasRead = false;
   }
 }
 
-TEST_F(Settings, TheColorOfTheReadingWinsOverTheAccent) {
+TEST_F(DesktopSettings, AccentIsOverriddenByTheColorOfTheReading) {
   portal->accent = {0.2, 0.4, 0.6};
   startWithPortalAndChart();
   EXPECT_EQ(dot(), (Pixel{40, 205, 65, 255}));

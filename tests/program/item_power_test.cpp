@@ -11,9 +11,9 @@
 #include "program/item_fixture.h"
 #include "support/open_counter.h"
 
-/// Replaces the C library's function, by which umockdev sends events: waits while the queue is
-/// full. A kernel's queue holds thousands of events, a mocked machine's ten, and umockdev would
-/// abort.
+/// Replaces the C library's sendmsg, with which umockdev sends events. Retries while the queue is
+/// full, because umockdev would abort. The kernel's queue has room for thousands of events,
+/// umockdev's for ten.
 extern "C" __attribute__((visibility("default"))) ssize_t sendmsg(int socket, const msghdr* message,
                                                                   int flags) {
   while (true) {
@@ -31,7 +31,7 @@ constexpr auto battery = "/sys/devices/BAT0";
 constexpr auto charger = "/sys/devices/AC";
 constexpr auto lid = "/sys/devices/LID";
 
-/// A laptop whose supplies change, of which its kernel tells.
+/// Mocked laptop whose power supplies change and whose kernel emits events.
 class Laptop {
  public:
   Laptop() : testbed_(umockdev_testbed_new()) {
@@ -60,17 +60,21 @@ class Laptop {
   void set(const char* device, const char* attribute, const std::string& value) const {
     umockdev_testbed_set_attribute(testbed_.get(), device, attribute, value.c_str());
   }
-  void tell(const char* device) const { umockdev_testbed_uevent(testbed_.get(), device, "change"); }
+
+  /// Emits an event that the device has changed.
+  void notify(const char* device) const {
+    umockdev_testbed_uevent(testbed_.get(), device, "change");
+  }
 
   void plugIn() const {
     set(charger, "online", "1");
     set(battery, "status", "Charging");
-    tell(charger);
-    tell(battery);
+    notify(charger);
+    notify(battery);
   }
 
  private:
-  /// A device in umockdev's own form: its path, properties and attributes.
+  /// Adds a device, given by its path, properties and attributes in umockdev's format.
   void add(const char* device) const {
     EXPECT_TRUE(umockdev_testbed_add_from_string(testbed_.get(), device, nullptr));
   }
@@ -81,8 +85,8 @@ class Laptop {
   std::unique_ptr<UMockdevTestbed, Unref> testbed_;
 };
 
-/// The item on a laptop whose power changes.
-class Power : public ItemTest {
+/// Fixture for the item on a laptop whose kernel emits events for power supplies.
+class PowerEvents : public ItemTest {
  protected:
   void SetUp() override {
     variables = {{"UMOCKDEV_DIR", laptop.root()}};
@@ -100,63 +104,64 @@ class Power : public ItemTest {
 
 }  // namespace
 
-TEST_F(Power, ChargerPluggedInIsSeen) {
+TEST_F(PowerEvents, UpdateTheItemWhenAChargerIsConnected) {
   laptop.plugIn();
   waitForLabel("64% ▲ +8.3 W");
   EXPECT_TRUE(panel->property("IconName").get<std::string>().ends_with("-green"));
 }
 
-TEST_F(Power, ChangesAreSeenWithoutWaitingForTheTimer) {
-  // The timer alone would see one of them every five seconds, and the test would wait in vain.
+TEST_F(PowerEvents, UpdateTheItemWithoutWaitingForTheTimer) {
+  // With its timer alone, the item would see one of the 14 changes every 5 seconds, and the test
+  // would time out.
   int percent = 64;
   panel->waitUntil([&] {
     if (label() == std::to_string(percent) + "% ▼ −8.3 W") {
       laptop.set(battery, "capacity", std::to_string(--percent));
-      laptop.tell(battery);
+      laptop.notify(battery);
     }
     return percent == 50;
   });
 }
 
-TEST_F(Power, FullIsSeen) {
+TEST_F(PowerEvents, UpdateTheItemWhenTheBatteryIsFull) {
   laptop.plugIn();
   waitForLabel("64% ▲ +8.3 W");
   laptop.set(battery, "status", "Full");
   laptop.set(battery, "capacity", "100");
   laptop.set(battery, "energy_now", "50000000");
   laptop.set(battery, "power_now", "0");
-  laptop.tell(battery);
+  laptop.notify(battery);
   waitForLabel("100% • +0.0 W");
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-100percent-bolt-green");
 }
 
-TEST_F(Power, ABatteryRemovedAndPutBackIsSeen) {
+TEST_F(PowerEvents, UpdateTheItemWhenTheBatteryIsRemovedAndReinserted) {
   laptop.removeBattery();
   waitForLabel("No battery");
   laptop.addBattery();
   waitForLabel("64% ▼ −8.3 W");
 }
 
-TEST_F(Power, AnOpenMenuStandsStillThroughAChange) {
+TEST_F(PowerEvents, DoNotChangeAnOpenMenu) {
   panel->open();
   const Json before = panel->menuProperty(2, "label");
   laptop.set(battery, "capacity", "54");
-  laptop.tell(battery);
+  laptop.notify(battery);
   panel->waitUntil([this] { return label().starts_with("54%"); });
   EXPECT_EQ(panel->menuProperty(2, "label"), before);
 }
 
-TEST_F(Power, EventsOfOtherDevicesAreNotItsOwn) {
+TEST_F(PowerEvents, AreIgnoredForOtherDevices) {
   laptop.addLid();
   const OpenCounter counter;
   counter.watch(laptop.root() + battery);
-  for (int i = 0; i < 20; ++i) laptop.tell(lid);
+  for (int i = 0; i < 20; ++i) laptop.notify(lid);
   laptop.set(battery, "capacity", "50");
-  panel->waitForSignal("NewToolTip");  // by the timer
+  panel->waitForSignal("NewToolTip");  // caused by the timer
   EXPECT_EQ(counter.opened().count("energy_full"), 1U);
 }
 
-TEST_F(Power, AStormOfEventsIsFewRefreshesAndNothingIsLost) {
+TEST_F(PowerEvents, AreMergedIntoFewRefreshesWithoutLosingTheLast) {
   const OpenCounter counter;
   counter.watch(laptop.root() + battery);
   std::size_t refreshes = 0;
@@ -164,7 +169,7 @@ TEST_F(Power, AStormOfEventsIsFewRefreshesAndNothingIsLost) {
   const auto count = [&] { refreshes += counter.opened().count("energy_full"); };
   for (int i = 1; i <= 1000; ++i) {
     laptop.set(battery, "capacity", std::to_string(64 - i / 20));
-    laptop.tell(battery);
+    laptop.notify(battery);
     count();
   }
   panel->waitUntil([&] {

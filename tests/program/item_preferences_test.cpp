@@ -13,7 +13,7 @@ namespace {
 constexpr auto readOnlyFolder =
     std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec;
 
-/// Permissions of a file or folder for as long as the test lasts.
+/// Changes the permissions of a file or folder, and restores them on destruction.
 class ScopedPermissions {
  public:
   ScopedPermissions(std::filesystem::path path, std::filesystem::perms permissions)
@@ -29,14 +29,14 @@ class ScopedPermissions {
   std::filesystem::perms before_;
 };
 
-/// The preferences of the running item.
+/// Fixture for the preferences of the running item.
 class Preferences : public ItemTest {
  protected:
   void write(const std::string& contents) const {
     user.write("config/lumowatt/preferences", contents);
   }
 
-  /// What the item does by its preferences: the radio item that is on, and the two switches.
+  /// State of the menu: the index of the checked mode, and the two toggles.
   struct Effect {
     int mode;
     bool colors;
@@ -55,7 +55,7 @@ class Preferences : public ItemTest {
 
   static constexpr Effect defaults{1, true, true};
 
-  /// Starts the item so that files' permissions hold for it, even if the tests are run by root.
+  /// Starts the item without the capabilities to bypass file permissions that root has.
   void startWithoutPrivileges() {
     if (::geteuid() == 0) {
       prefix = {"/usr/bin/setpriv", "--bounding-set=-dac_override,-dac_read_search"};
@@ -67,33 +67,33 @@ class Preferences : public ItemTest {
 
 }  // namespace
 
-TEST_F(Preferences, MissingAreTheDefaultsAndNothingIsWritten) {
+TEST_F(Preferences, UseDefaultsAndWriteNothingIfTheFileIsMissing) {
   start();
   EXPECT_EQ(effect(), defaults);
   EXPECT_FALSE(std::filesystem::exists(configuration() / "lumowatt"));
 }
 
-TEST_F(Preferences, EmptyAreTheDefaults) {
+TEST_F(Preferences, UseDefaultsIfTheFileIsEmpty) {
   write("");
   start();
   EXPECT_EQ(effect(), defaults);
   EXPECT_EQ(fileContents(preferences()), "");
 }
 
-TEST_F(Preferences, AreWhatTheFileSays) {
+TEST_F(Preferences, AreReadFromTheFile) {
   write("mode=3\ncolor=false\nanimate=false\n");
   start();
   EXPECT_EQ(effect(), (Effect{3, false, false}));
 }
 
-TEST_F(Preferences, AreReadAfreshEachTime) {
+TEST_F(Preferences, AreReadAgainWhenTheMenuOpens) {
   start();
   EXPECT_EQ(effect(), defaults);
   write("mode=2\nanimate=false\n");
   EXPECT_EQ(effect(), (Effect{2, true, false}));
 }
 
-TEST_F(Preferences, AModeOutOfRangeIsTheDefaultAndStays) {
+TEST_F(Preferences, UseTheDefaultModeAndPreserveAModeOutOfRange) {
   for (const char* const mode : {"4", "99", "-1", "99999999999999999999"}) {
     const std::string file = std::string("mode=") + mode + "\n";
     write(file);
@@ -103,14 +103,14 @@ TEST_F(Preferences, AModeOutOfRangeIsTheDefaultAndStays) {
   }
 }
 
-TEST_F(Preferences, AModeThatIsNoNumberIsPercent) {
+TEST_F(Preferences, ShowOnlyThePercentageIfTheModeIsNotANumber) {
   write("mode=banana\ncolor=maybe\n");
   start();
   EXPECT_EQ(effect(), (Effect{0, false, true}));
   EXPECT_EQ(panel->property("XAyatanaLabel"), "98% ▼");
 }
 
-TEST_F(Preferences, UnknownLinesStay) {
+TEST_F(Preferences, PreserveUnknownLines) {
   write("# mine\nmode=banana\n\nsomething=else\nno sign\ncolor=false");
   start();
   panel->open();
@@ -122,18 +122,18 @@ TEST_F(Preferences, UnknownLinesStay) {
   EXPECT_EQ(effect(), (Effect{3, true, false}));
 }
 
-TEST_F(Preferences, AFolderInTheFilesPlaceIsTheDefaultsAndStays) {
+TEST_F(Preferences, UseDefaultsAndPreserveAFolderAtTheirPath) {
   std::filesystem::create_directories(preferences() / "inside");
   install("canberra-gtk-play", "touch $traces/bell");
   start();
   EXPECT_EQ(effect(), defaults);
   choose(menu_id::colors, "Colors");
-  trace("bell");
+  waitForTrace("bell");
   EXPECT_EQ(effect(), defaults);
   EXPECT_TRUE(std::filesystem::is_directory(preferences() / "inside"));
 }
 
-TEST_F(Preferences, APipeInTheFilesPlaceKeepsNobodyWaiting) {
+TEST_F(Preferences, UseDefaultsWithoutBlockingIfTheFileIsAPipe) {
   std::filesystem::create_directories(configuration() / "lumowatt");
   ASSERT_EQ(::mkfifo(preferences().c_str(), 0600), 0);
   start();
@@ -142,7 +142,7 @@ TEST_F(Preferences, APipeInTheFilesPlaceKeepsNobodyWaiting) {
   EXPECT_EQ(effect(), defaults);
 }
 
-TEST_F(Preferences, ThatCannotBeReadAreTheDefaultsAndStay) {
+TEST_F(Preferences, UseDefaultsAndPreserveAnUnreadableFile) {
   write("mode=3\nmine=1\n");
   const ScopedPermissions none(preferences(), std::filesystem::perms::none);
   startWithoutPrivileges();
@@ -153,7 +153,7 @@ TEST_F(Preferences, ThatCannotBeReadAreTheDefaultsAndStay) {
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
 }
 
-TEST_F(Preferences, ThatAreReadOnlyInAReadOnlyFolderStay) {
+TEST_F(Preferences, AreUnchangedInAReadOnlyFolder) {
   write("mode=3\nmine=1\n");
   const ScopedPermissions folder(preferences().parent_path(), readOnlyFolder);
   startWithoutPrivileges();
@@ -163,7 +163,7 @@ TEST_F(Preferences, ThatAreReadOnlyInAReadOnlyFolderStay) {
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
 }
 
-TEST_F(Preferences, WithoutAFolderToBeInAreTheDefaults) {
+TEST_F(Preferences, UseDefaultsIfTheirFolderCannotBeCreated) {
   std::filesystem::create_directories(configuration());
   const ScopedPermissions folder(configuration(), readOnlyFolder);
   startWithoutPrivileges();
@@ -173,7 +173,7 @@ TEST_F(Preferences, WithoutAFolderToBeInAreTheDefaults) {
   EXPECT_EQ(item->wait().errors, "lumowatt: cannot store the preference: Permission denied\n");
 }
 
-TEST_F(Preferences, WithoutAHomeAreTheDefaults) {
+TEST_F(Preferences, UseDefaultsWithoutAHomeFolder) {
   variables = {{"XDG_CONFIG_HOME", ""}, {"HOME", ""}};
   start();
   EXPECT_EQ(effect(), defaults);
@@ -184,31 +184,31 @@ TEST_F(Preferences, WithoutAHomeAreTheDefaults) {
             "lumowatt: cannot store the preference: neither XDG_CONFIG_HOME nor HOME is set\n");
 }
 
-TEST_F(Preferences, OnAFullDiskStayAsTheyWere) {
+TEST_F(Preferences, AreUnchangedAtTheFileSizeLimit) {
   write("mode=3\nmine=1\n");
-  prefix = {"/bin/bash", "-c", "ulimit -f 0; exec \"$0\""};  // no file may grow
+  prefix = {"/bin/bash", "-c", "ulimit -f 0; exec \"$0\""};  // no file can grow
   start();
   EXPECT_EQ(effect(), (Effect{3, true, true}));
   choose(menu_id::colors, "Colors");
   EXPECT_EQ(effect(), (Effect{3, true, true}));
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
   const std::filesystem::directory_iterator files(preferences().parent_path());
-  EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "nothing else is left";
+  EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "no other file is left";
   EXPECT_TRUE(item->isRunning());
 }
 
-TEST_F(Preferences, OnADeviceWithoutSpaceStayAsTheyWereWithTheBellAndALine) {
+TEST_F(Preferences, AreUnchangedOnAFullDiskWithABellAndAnErrorMessage) {
   write("mode=3\nmine=1\n");
   install("canberra-gtk-play", "touch $traces/bell");
-  item = startAnother(LUMOWATT_REFUSING_SPACE);
+  item = startProcess(LUMOWATT_REFUSING_SPACE);
   panel->waitForItem();
   panel->open();
   choose(menu_id::colors, "Colors");
-  trace("bell");
+  waitForTrace("bell");
   EXPECT_EQ(effect(), (Effect{3, true, true}));
   EXPECT_EQ(fileContents(preferences()), "mode=3\nmine=1\n");
   const std::filesystem::directory_iterator files(preferences().parent_path());
-  EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "nothing else is left";
+  EXPECT_EQ(std::distance(begin(files), end(files)), 1) << "no other file is left";
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
             "lumowatt: cannot store the preference: No space left on device\n");

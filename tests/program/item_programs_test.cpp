@@ -14,7 +14,7 @@ namespace lumowatt {
 
 namespace {
 
-/// Plasma's clipboard.
+/// Fake Klipper, the clipboard service of Plasma.
 class Klipper : public BusPeer {
  public:
   explicit Klipper(const SessionBus& session) : BusPeer(session) {
@@ -28,29 +28,29 @@ class Klipper : public BusPeer {
   }
 
   std::optional<std::string> contents;
-  bool refuses = false;
-  bool answers = true;
-  bool wasAsked = false;
+  bool fails = false;   ///< whether calls fail
+  bool replies = true;  ///< whether calls are answered
+  bool wasCalled = false;
 
  private:
-  static int setContents(sd_bus_message* call, void* object, sd_bus_error*) {
-    auto& self = *static_cast<Klipper*>(object);
-    self.wasAsked = true;
-    if (!self.answers) return 1;  // the call stays open
+  static int setContents(sd_bus_message* message, void* klipper, sd_bus_error*) {
+    auto& self = *static_cast<Klipper*>(klipper);
+    self.wasCalled = true;
+    if (!self.replies) return 1;  // leaves the call pending
     const char* text = nullptr;
-    if (self.refuses || sd_bus_message_read(call, "s", &text) < 0) return -EIO;
+    if (self.fails || sd_bus_message_read(message, "s", &text) < 0) return -EIO;
     self.contents = text;
-    return sd_bus_reply_method_return(call, "");
+    return sd_bus_reply_method_return(message, "");
   }
 };
 
-/// A program that tells its arguments and its input.
-constexpr auto telling =
-    "cat > $traces/input\necho \"$@\" > $traces/told.new\n"
-    "mv $traces/told.new $traces/told\n";
+/// Script that records its standard input and its arguments.
+constexpr auto recordingScript =
+    "cat > $traces/input\necho \"$@\" > $traces/arguments.new\n"
+    "mv $traces/arguments.new $traces/arguments\n";
 
-/// What choosing an item does outside of the item.
-class Commands : public ItemTest {
+/// Fixture for commands of the menu that run programs or write files.
+class MenuCommands : public ItemTest {
  protected:
   std::filesystem::path autostart() const {
     return configuration() / "autostart/com.fernhollow.Lumowatt.desktop";
@@ -64,24 +64,26 @@ class Commands : public ItemTest {
     panel->open();
     choose(id, title);
   }
-  /// On Plasma, a program copies what the clipboard service was asked for in vain.
+  /// Expects that, on Plasma, the program "xclip" copies the details after a failed call of
+  /// Klipper.
   void expectProgramIsUsed(const Klipper& klipper) {
-    install("xclip", telling);
+    install("xclip", recordingScript);
     variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
     startAndChoose(menu_id::copyDetails, "Copy details");
-    klipper.waitUntil([&] { return klipper.wasAsked; });
-    EXPECT_EQ(trace("told"), "-selection clipboard\n");
-    EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
+    klipper.waitUntil([&] { return klipper.wasCalled; });
+    EXPECT_EQ(waitForTrace("arguments"), "-selection clipboard\n");
+    EXPECT_EQ(panel->property("ToolTip").at(3), waitForTrace("input"));
   }
-  /// Chooses the chart, whose drawing waits for the configuration of fonts until it is killed.
-  void chooseChartThatIsNeverDrawn() {
+  /// Chooses the chart. The process that draws the chart blocks until it is killed, because its
+  /// font configuration is a pipe without a writer.
+  void chooseChartWithBlockedDrawing() {
     const std::string fonts = user.path() / "fonts.conf";
     EXPECT_EQ(::mkfifo(fonts.c_str(), 0600), 0);
     variables = {{"FONTCONFIG_FILE", fonts}};
     startWithChart();
     chooseChart();
   }
-  /// The ids of the item's child processes.
+  /// Returns the ids of the item's child processes, separated by spaces.
   std::string children() const {
     const std::string id = std::to_string(item->id());
     return fileContents("/proc/" + id + "/task/" + id + "/children");
@@ -95,43 +97,43 @@ class Commands : public ItemTest {
 
 }  // namespace
 
-TEST_F(Commands, CopyDetailsPutsTheReportOnTheClipboard) {
-  install("xclip", telling);
+TEST_F(MenuCommands, CopyDetailsCopiesTheReportToTheClipboard) {
+  install("xclip", recordingScript);
   startAndChoose(menu_id::copyDetails, "Copy details");
-  EXPECT_EQ(trace("told"), "-selection clipboard\n");
-  EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
+  EXPECT_EQ(waitForTrace("arguments"), "-selection clipboard\n");
+  EXPECT_EQ(panel->property("ToolTip").at(3), waitForTrace("input"));
 }
 
-TEST_F(Commands, CopyDetailsUsesWaylandsProgramOnWayland) {
-  install("xclip", "echo xclip > $traces/told");
-  install("wl-copy", telling);
+TEST_F(MenuCommands, CopyDetailsUsesWlCopyOnWayland) {
+  install("xclip", "echo xclip > $traces/arguments");
+  install("wl-copy", recordingScript);
   variables = {{"WAYLAND_DISPLAY", "wayland-0"}};
   startAndChoose(menu_id::copyDetails, "Copy details");
-  EXPECT_EQ(trace("told"), "--type text/plain;charset=utf-8\n");
+  EXPECT_EQ(waitForTrace("arguments"), "--type text/plain;charset=utf-8\n");
 }
 
-TEST_F(Commands, WhatCannotBeCopiedSoundsTheBell) {
-  install("canberra-gtk-play", telling);
+TEST_F(MenuCommands, CopyDetailsSoundsTheBellWithoutAClipboardProgram) {
+  install("canberra-gtk-play", recordingScript);
   startAndChoose(menu_id::copyDetails, "Copy details");
-  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_EQ(waitForTrace("arguments"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
             "lumowatt: cannot copy the details: neither wl-copy nor xclip can be started\n");
 }
 
-TEST_F(Commands, AProgramThatFailsToCopySoundsTheBell) {
-  install("canberra-gtk-play", telling);
+TEST_F(MenuCommands, CopyDetailsSoundsTheBellIfTheProgramFails) {
+  install("canberra-gtk-play", recordingScript);
   install("wl-copy", "exit 1");
   install("xclip", "touch $traces/xclip");
   variables = {{"WAYLAND_DISPLAY", "wayland-0"}};
   startAndChoose(menu_id::copyDetails, "Copy details");
-  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_EQ(waitForTrace("arguments"), "--id bell\n");
   EXPECT_FALSE(std::filesystem::exists(traces() / "xclip"));
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors, "lumowatt: cannot copy the details: wl-copy failed\n");
 }
 
-TEST_F(Commands, CopyDetailsUsesPlasmasClipboard) {
+TEST_F(MenuCommands, CopyDetailsUsesKlipperOnPlasma) {
   const Klipper klipper(session);
   install("xclip", "touch $traces/xclip");
   variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
@@ -143,45 +145,45 @@ TEST_F(Commands, CopyDetailsUsesPlasmasClipboard) {
   EXPECT_FALSE(std::filesystem::exists(traces() / "xclip"));
 }
 
-TEST_F(Commands, CopyDetailsUsesAProgramWherePlasmasClipboardRefuses) {
+TEST_F(MenuCommands, CopyDetailsUsesAProgramIfKlipperFails) {
   Klipper klipper(session);
-  klipper.refuses = true;
+  klipper.fails = true;
   expectProgramIsUsed(klipper);
 }
 
-TEST_F(Commands, CopyDetailsUsesAProgramWherePlasmasClipboardDoesNotAnswer) {
+TEST_F(MenuCommands, CopyDetailsUsesAProgramIfKlipperDoesNotReply) {
   Klipper klipper(session);
-  klipper.answers = false;
+  klipper.replies = false;
   expectProgramIsUsed(klipper);
 }
 
-TEST_F(Commands, CopyDetailsUsesAProgramOnPlasmaWithoutItsClipboard) {
-  install("xclip", telling);
+TEST_F(MenuCommands, CopyDetailsUsesAProgramIfKlipperIsMissing) {
+  install("xclip", recordingScript);
   variables = {{"XDG_CURRENT_DESKTOP", "KDE"}};
   startAndChoose(menu_id::copyDetails, "Copy details");
-  EXPECT_EQ(trace("told"), "-selection clipboard\n");
-  EXPECT_EQ(panel->property("ToolTip").at(3), trace("input"));
+  EXPECT_EQ(waitForTrace("arguments"), "-selection clipboard\n");
+  EXPECT_EQ(panel->property("ToolTip").at(3), waitForTrace("input"));
 }
 
-TEST_F(Commands, CopyDetailsUsesPlasmasClipboardOnPlasmaAlone) {
+TEST_F(MenuCommands, CopyDetailsUsesKlipperOnlyOnPlasma) {
   const Klipper klipper(session);
-  install("xclip", telling);
+  install("xclip", recordingScript);
   startAndChoose(menu_id::copyDetails, "Copy details");
-  EXPECT_EQ(trace("told"), "-selection clipboard\n");
+  EXPECT_EQ(waitForTrace("arguments"), "-selection clipboard\n");
   klipper.settle();
-  EXPECT_FALSE(klipper.wasAsked);
+  EXPECT_FALSE(klipper.wasCalled);
 }
 
-TEST_F(Commands, ProgramsLeaveNothingWhenTheyEnd) {
+TEST_F(MenuCommands, LeaveNoChildProcessesIfSigchldIsIgnored) {
   install("canberra-gtk-play", "touch $traces/bell");
   install("xclip", "exit 1");
-  prefix = {"/usr/bin/env", "--ignore-signal=CHLD"};  // as some sessions start their programs
+  prefix = {"/usr/bin/env", "--ignore-signal=CHLD"};  // some sessions start programs like this
   startAndChoose(menu_id::copyDetails, "Copy details");
-  trace("bell");
+  waitForTrace("bell");
   panel->waitUntil([this] { return children().empty(); });
 }
 
-TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {
+TEST_F(MenuCommands, OpenAtLoginAddsAndRemovesTheEntry) {
   start();
   EXPECT_FALSE(opensAtLogin());
   choose(menu_id::openAtLogin, "Open at login");
@@ -196,7 +198,7 @@ TEST_F(Commands, OpenAtLoginPutsAnEntryThereAndTakesItAway) {
   EXPECT_FALSE(std::filesystem::exists(autostart()));
 }
 
-TEST_F(Commands, AnEntryThatTheUserSwitchedOffIsNotOn) {
+TEST_F(MenuCommands, OpenAtLoginIsUncheckedIfTheEntryIsHidden) {
   start();
   user.write("config/autostart/com.fernhollow.Lumowatt.desktop",
              "[Desktop Entry]\nType=Application\nExec=/bin/true\nHidden=true\n");
@@ -205,29 +207,29 @@ TEST_F(Commands, AnEntryThatTheUserSwitchedOffIsNotOn) {
   EXPECT_TRUE(opensAtLogin());
 }
 
-TEST_F(Commands, AnEntryThatCannotBeWrittenSoundsTheBell) {
-  install("canberra-gtk-play", telling);
+TEST_F(MenuCommands, OpenAtLoginSoundsTheBellIfTheEntryCannotBeWritten) {
+  install("canberra-gtk-play", recordingScript);
   start();
-  user.write("config/autostart", "a file in the folder's place");
+  user.write("config/autostart", "a file instead of the folder");
   EXPECT_FALSE(opensAtLogin());
   choose(menu_id::openAtLogin, "Open at login");
-  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_EQ(waitForTrace("arguments"), "--id bell\n");
   EXPECT_FALSE(opensAtLogin());
 }
 
-TEST_F(Commands, BatterySettingsOpensTheDesktopsOwnPanel) {
-  install("gnome-control-center", "echo gnome > $traces/told");
-  install("xfce4-power-manager-settings", telling);
+TEST_F(MenuCommands, BatterySettingsOpensTheSettingsOfTheDesktop) {
+  install("gnome-control-center", "echo gnome > $traces/arguments");
+  install("xfce4-power-manager-settings", recordingScript);
   variables = {{"XDG_CURRENT_DESKTOP", "XFCE"}};
   startAndChoose(menu_id::settings, "Battery settings…");
-  EXPECT_EQ(trace("told"), "\n");
+  EXPECT_EQ(waitForTrace("arguments"), "\n");
 }
 
-TEST_F(Commands, TheChartOpensInThePictureViewer) {
-  install("xdg-open", telling);
+TEST_F(MenuCommands, ChartOpensInThePictureViewer) {
+  install("xdg-open", recordingScript);
   startWithChart();
   chooseChart();
-  EXPECT_EQ(trace("told"), chartFile() + "\n");
+  EXPECT_EQ(waitForTrace("arguments"), chartFile() + "\n");
   struct stat status {};
   ASSERT_EQ(::stat(chartFile().c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
@@ -236,8 +238,8 @@ TEST_F(Commands, TheChartOpensInThePictureViewer) {
   EXPECT_EQ(picture.height(), 2 * 408);
 }
 
-TEST_F(Commands, TheChartIsNotShownBeforeThereIsOne) {
-  install("xdg-open", telling);
+TEST_F(MenuCommands, ChartIsNotShownWithoutSamples) {
+  install("xdg-open", recordingScript);
   start();
   panel->open();
   EXPECT_EQ(panel->click(menu_id::chart), "");
@@ -245,21 +247,21 @@ TEST_F(Commands, TheChartIsNotShownBeforeThereIsOne) {
   EXPECT_FALSE(std::filesystem::exists(chartFile()));
 }
 
-TEST_F(Commands, TheChartIsDrawnByAProcessOfItsOwn) {
-  install("xdg-open", telling);
+TEST_F(MenuCommands, ChartIsDrawnInASeparateProcess) {
+  install("xdg-open", recordingScript);
   startWithChart();
   chooseChart();
-  trace("told");
+  waitForTrace("arguments");
   const std::string maps = fileContents("/proc/" + std::to_string(item->id()) + "/maps");
   EXPECT_NE(maps.find("lumowatt-desktop.so"), std::string::npos);
   EXPECT_EQ(maps.find("lumowatt-drawing.so"), std::string::npos);
   EXPECT_EQ(maps.find("libcairo"), std::string::npos);
-  // Nor does anything stay of that process.
+  // The drawing process exits and is reaped.
   panel->waitUntil([this] { return children().empty(); });
 }
 
-TEST_F(Commands, TheChartIsDrawnOnceAtATime) {
-  chooseChartThatIsNeverDrawn();
+TEST_F(MenuCommands, ChartIsDrawnByOneProcessAtATime) {
+  chooseChartWithBlockedDrawing();
   const std::string drawing = children();
   EXPECT_NE(drawing, "");
   chooseChart();
@@ -267,19 +269,19 @@ TEST_F(Commands, TheChartIsDrawnOnceAtATime) {
   signalChildren(SIGKILL);
 }
 
-TEST_F(Commands, TheProcessThatDrawsTheChartEndsBySigterm) {
-  chooseChartThatIsNeverDrawn();
+TEST_F(MenuCommands, ChartProcessExitsOnSigterm) {
+  chooseChartWithBlockedDrawing();
   signalChildren(SIGTERM);
   panel->waitUntil([this] { return children().empty(); });
 }
 
-TEST_F(Commands, TheChartHasTheTimesOfTheUsersClock) {
+TEST_F(MenuCommands, ChartShowsTimesInTheUsersTimeZone) {
   const std::string texts = traces() / "texts";
   variables = {{"TZ", "Test-5:45"}, {"NOTED_TEXTS", texts}};
-  install("xdg-open", telling);
+  install("xdg-open", recordingScript);
   startWithChart(LUMOWATT_NOTED_TEXTS);
   chooseChart();
-  trace("told");
+  waitForTrace("arguments");
   const auto minutesNow = static_cast<int>(std::time(nullptr) / 60 + 5 * 60 + 45);
   std::istringstream lines(fileContents(texts));
   int times = 0;
@@ -287,29 +289,29 @@ TEST_F(Commands, TheChartHasTheTimesOfTheUsersClock) {
     if (line.size() != 5 || line[2] != ':') continue;
     ++times;
     const int minutes = 60 * std::stoi(line) + std::stoi(line.substr(3));
-    EXPECT_LE((minutesNow + 1 - minutes) % 1440, 62) << line << " is no time of the last hour";
+    EXPECT_LE((minutesNow + 1 - minutes) % 1440, 62) << line << " is not within the last hour";
   }
   EXPECT_GT(times, 0);
 }
 
-TEST_F(Commands, TheChartReplacesALinkAndNotWhatItLeadsTo) {
-  install("xdg-open", telling);
+TEST_F(MenuCommands, ChartReplacesASymbolicLinkAndNotItsTarget) {
+  install("xdg-open", recordingScript);
   startWithChart();
   user.write("precious", "mine");
   std::filesystem::create_symlink(user.path() / "precious", chartFile());
   chooseChart();
-  EXPECT_EQ(trace("told"), chartFile() + "\n");
+  EXPECT_EQ(waitForTrace("arguments"), chartFile() + "\n");
   EXPECT_FALSE(std::filesystem::is_symlink(chartFile()));
   EXPECT_EQ(fileContents(user.path() / "precious"), "mine");
 }
 
-TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
+TEST_F(MenuCommands, StartProgramsWithoutBlockedOrIgnoredSignals) {
   install("xdg-open",
           "grep -E 'SigBlk|SigIgn' /proc/self/status > $traces/new\n"
           "mv $traces/new $traces/signals\n");
   startWithChart();
   chooseChart();
-  std::istringstream signals(trace("signals"));
+  std::istringstream signals(waitForTrace("signals"));
   for (const char* const set : {"SigBlk:", "SigIgn:"}) {
     std::string name;
     std::uint64_t bits = 0;
@@ -321,29 +323,29 @@ TEST_F(Commands, AProgramGetsTheSignalsAsItExpectsThem) {
   }
 }
 
-TEST_F(Commands, WithoutBatterySettingsNothingHappensButAWord) {
+TEST_F(MenuCommands, BatterySettingsReportsAMissingProgram) {
   startAndChoose(menu_id::settings, "Battery settings…");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
             "lumowatt: cannot open the battery settings: no program for them can be started\n");
 }
 
-TEST_F(Commands, AChartThatCannotBeShownSoundsTheBell) {
-  install("canberra-gtk-play", telling);
+TEST_F(MenuCommands, ChartSoundsTheBellWithoutAPictureViewer) {
+  install("canberra-gtk-play", recordingScript);
   startWithChart();
   chooseChart();
-  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_EQ(waitForTrace("arguments"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
             "lumowatt: cannot show the chart: no program that shows pictures can be started\n");
 }
 
-TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
-  install("canberra-gtk-play", telling);
+TEST_F(MenuCommands, ChartSoundsTheBellAndLeavesNoFileOnAFullDisk) {
+  install("canberra-gtk-play", recordingScript);
   install("xdg-open", "touch $traces/opened");
   startWithChart(LUMOWATT_REFUSING_SPACE);
   chooseChart();
-  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_EQ(waitForTrace("arguments"), "--id bell\n");
   const std::filesystem::directory_iterator files(user.path() / "runtime");
   EXPECT_EQ(std::distance(begin(files), end(files)), 0);
   EXPECT_FALSE(std::filesystem::exists(traces() / "opened"));
@@ -351,12 +353,12 @@ TEST_F(Commands, AChartThatFindsNoSpaceIsNotShownAndLeavesNoFile) {
   EXPECT_EQ(item->wait().errors, "lumowatt: cannot show the chart: No space left on device\n");
 }
 
-TEST_F(Commands, WithoutARuntimeFolderTheChartIsNotShown) {
-  install("canberra-gtk-play", telling);
-  variables = {{"XDG_RUNTIME_DIR", "runtime"}};  // nor in one that is somewhere from here
+TEST_F(MenuCommands, ChartSoundsTheBellWithoutARuntimeFolder) {
+  install("canberra-gtk-play", recordingScript);
+  variables = {{"XDG_RUNTIME_DIR", "runtime"}};  // a relative path is invalid
   startWithChart();
   chooseChart();
-  EXPECT_EQ(trace("told"), "--id bell\n");
+  EXPECT_EQ(waitForTrace("arguments"), "--id bell\n");
   item->send(SIGTERM);
   EXPECT_EQ(item->wait().errors,
             "lumowatt: cannot show the chart: the session has no runtime folder\n");

@@ -6,33 +6,34 @@ namespace lumowatt {
 
 namespace {
 
-/// The item's life in its session.
-class Session : public ItemTest {};
+/// Fixture for the start and the end of the program in its session.
+class ItemProcess : public ItemTest {};
 
-/// A session whose bus tells nobody of signals by more than two rules.
-class CrampedSession : public ItemTest {
+/// Fixture with a bus that allows two match rules per connection.
+class ItemLimitedToTwoMatchRules : public ItemTest {
  protected:
-  CrampedSession() : ItemTest("<limit name='max_match_rules_per_connection'>2</limit>") {}
+  ItemLimitedToTwoMatchRules()
+      : ItemTest("<limit name='max_match_rules_per_connection'>2</limit>") {}
 };
 
 }  // namespace
 
-TEST_F(Session, HasOneItem) {
+TEST_F(ItemProcess, ExitsIfTheSessionAlreadyHasAnItem) {
   start();
-  const ProcessResult second = startAnother()->wait();
+  const ProcessResult second = startProcess()->wait();
   expectResult(second, "", 0);
   EXPECT_TRUE(item->isRunning());
   EXPECT_EQ(panel->registered.size(), 1U);
 }
 
-TEST_F(Session, HasAnotherItemWhenTheFirstIsGone) {
+TEST_F(ItemProcess, RegistersAfterAnEarlierProcessWasKilled) {
   start();
   stop();
   start();
   EXPECT_EQ(panel->property("Id"), "Lumowatt");
 }
 
-TEST_F(Session, EndsTheItemWellBySignals) {
+TEST_F(ItemProcess, ExitsCleanlyOnTerminationSignals) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     start();
     item->send(signal);
@@ -41,28 +42,28 @@ TEST_F(Session, EndsTheItemWellBySignals) {
   }
 }
 
-TEST_F(Session, ThatGoesAwayEndsTheItem) {
+TEST_F(ItemProcess, ExitsWithAnErrorWhenTheBusDisconnects) {
   start();
-  session.end();
+  session.kill();
   expectResult(item->wait(), "error=session bus lost\n", 1);
 }
 
-TEST_F(Session, WhoseBusCannotBeReachedHasNoItem) {
-  session.end();
-  const ProcessResult result = startAnother()->wait();
+TEST_F(ItemProcess, ExitsWithAnErrorIfTheBusIsUnreachable) {
+  session.kill();
+  const ProcessResult result = startProcess()->wait();
   EXPECT_EQ(result.output, "error=no session bus\n");
   EXPECT_EQ(result.errors, "lumowatt: cannot connect to the session bus: Connection refused\n");
   EXPECT_EQ(result.status, 1);
 }
 
-TEST_F(Session, WhoseBusIsNotKnownHasNoItem) {
+TEST_F(ItemProcess, ExitsWithAnErrorIfTheBusAddressIsUnknown) {
   variables = {{"DBUS_SESSION_BUS_ADDRESS", ""}, {"XDG_RUNTIME_DIR", ""}};
-  const ProcessResult result = startAnother()->wait();
+  const ProcessResult result = startProcess()->wait();
   EXPECT_EQ(result.output, "error=no session bus\n");
   EXPECT_EQ(result.status, 1);
 }
 
-TEST_F(Session, WithoutTheDesktopModuleHasNoItem) {
+TEST_F(ItemProcess, ExitsWithAnErrorWithoutTheDesktopModule) {
   const TemporaryFolder folder;
   std::filesystem::copy(LUMOWATT_PROGRAM, folder.path() / "lumowatt");
   const ProcessResult result = runProcess({folder.path() / "lumowatt"}, machine.environment());
@@ -73,7 +74,7 @@ TEST_F(Session, WithoutTheDesktopModuleHasNoItem) {
   EXPECT_EQ(result.status, 1);
 }
 
-TEST_F(CrampedSession, ThatTellsOfNoSignalsHasAnItemAllTheSame) {
+TEST_F(ItemLimitedToTwoMatchRules, IsRegisteredAndReportsTheError) {
   start();
   EXPECT_EQ(panel->property("Id"), "Lumowatt");
   item->send(SIGTERM);

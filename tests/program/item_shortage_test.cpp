@@ -9,10 +9,10 @@ namespace lumowatt {
 
 namespace {
 
-/// The item when there is not enough of something.
-class ItemShortage : public ItemTest {
+/// Fixture for an item that runs out of file descriptors or memory.
+class ItemShortOfResources : public ItemTest {
  protected:
-  /// How many files the item may have open.
+  /// Limits the number of files that the item can open.
   void limitFiles(rlim_t count) const {
     rlimit limit{};
     ASSERT_EQ(::prlimit(item->id(), RLIMIT_NOFILE, nullptr, &limit), 0);
@@ -20,9 +20,9 @@ class ItemShortage : public ItemTest {
     ASSERT_EQ(::prlimit(item->id(), RLIMIT_NOFILE, &limit, nullptr), 0);
   }
 
-  /// Returns whether the C library's loader ended the process: it does where there is no memory for
-  /// thread-local data, and crashes where a library's constructor looks for a symbol that is not
-  /// there and there is no memory to note that. libsystemd 262 has such a constructor.
+  /// Returns whether the dynamic loader ended the process. The loader exits if it cannot allocate
+  /// thread-local data. It crashes if a library's constructor looks up a missing symbol and the
+  /// error cannot be allocated. libsystemd 262 has such a constructor.
   static bool isEndedByLoader(const ProcessResult& result) {
     return (result.status == 127 &&
             result.errors.find("thread-local data: ABORT") != std::string::npos) ||
@@ -36,14 +36,15 @@ class ItemShortage : public ItemTest {
 constexpr rlim_t enoughFiles = 256;
 
 int count(const std::string& text, const std::string& part) {
-  int found = 0;
-  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++found;
-  return found;
+  int occurrences = 0;
+  for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    ++occurrences;
+  return occurrences;
 }
 
 }  // namespace
 
-TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
+TEST_F(ItemShortOfResources, ShowsNoBatteryUntilFilesCanBeOpened) {
   install("xclip", "cat > $traces/new\nmv $traces/new $traces/copied");
   startWithChart();
   const std::string before = label();
@@ -65,7 +66,7 @@ TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
   panel->open();
   EXPECT_EQ(label(), before);
   choose(menu_id::copyDetails, "Copy details");
-  EXPECT_EQ(panel->property("ToolTip").at(3), trace("copied"));
+  EXPECT_EQ(panel->property("ToolTip").at(3), waitForTrace("copied"));
   item->send(SIGTERM);
   const ProcessResult result = item->wait();
   EXPECT_EQ(result.status, 0);
@@ -78,11 +79,12 @@ TEST_F(ItemShortage, WithoutFilesToOpenHasNoBatteryUntilThereAreSome) {
   }
 }
 
-#if !LUMOWATT_SANITIZED  // AddressSanitizer refuses no memory
+#if !LUMOWATT_SANITIZED  // with AddressSanitizer, allocations do not fail
 
-TEST_F(ItemShortage, OfMemoryFromAnyMomentOnEndsItWithALineThatSaysSo) {
+TEST_F(ItemShortOfResources, ExitsWithAnErrorMessageWheneverMemoryRunsOut) {
   constexpr auto preloaded = "LD_PRELOAD=" LUMOWATT_HURRYING_CLOCK " " LUMOWATT_REFUSING_MEMORY;
-  // From the first call on, then in larger and larger steps, well into its life in the panel.
+  // In the first run, all allocations fail; in each further run, they fail from a later one on. In
+  // the last runs, they fail only after the registration of the item.
   for (int from = 1; from < 1500; from += 1 + from / 16) {
     prefix = {"/usr/bin/timeout",
               "--signal=KILL",
@@ -91,12 +93,12 @@ TEST_F(ItemShortage, OfMemoryFromAnyMomentOnEndsItWithALineThatSaysSo) {
               preloaded,
               "POWER_SUPPLY_FOLDER=" + machine.powerSupplyFolder().string(),
               "REFUSED_FROM=" + std::to_string(from)};
-    item = startAnother();
+    item = startProcess();
     panel->waitUntil([this] { return !item->isRunning(); });
     const ProcessResult result = item->wait();
     const bool byLoader = isEndedByLoader(result);
     EXPECT_TRUE(byLoader || result.status == 1) << from << ": " << result.status;
-    // With libc++, the bus library's reason is a string that needs no memory itself.
+    // With libc++, the error message of the bus library fits into a string without an allocation.
     const bool byBus = result.errors.ends_with(
         "lumowatt: cannot connect to the session bus: Cannot allocate memory\n");
     EXPECT_TRUE(byLoader || byBus || result.errors.ends_with("lumowatt: out of memory\n"))

@@ -13,20 +13,21 @@ namespace {
 
 constexpr int refreshesPerHour = 3600 / 5;
 
-/// The item with time in a hurry, in a panel that shows the title as icons.
-class Hour : public ItemTest {
+/// Fixture for an item with an accelerated clock, in a panel that shows the title as icons.
+class LongRunningItem : public ItemTest {
  protected:
-  Hour() : name_("panel-2-systray") {}
+  LongRunningItem() : name_("panel-2-systray") {}
 
-  /// Starts the item in a time that is 360 times as fast.
-  void startInAHurry() {
-    item = startAnother(LUMOWATT_HURRYING_CLOCK);
+  /// Starts the program with a clock that is 360 times as fast.
+  void startAccelerated() {
+    item = startProcess(LUMOWATT_HURRYING_CLOCK);
     panel->waitForItems(2);
     counter_.watch(machine.powerSupplyFolder() / "BAT0");
   }
 
-  /// Uses the item for so many refreshes: the charge falls, the charger comes and goes, and now and
-  /// then the menu is opened and something chosen.
+  /// Uses the item for a number of refreshes. Changes the charge and the power at each of them, and
+  /// connects or disconnects the charger at every 50th. Opens the menu at every 10th refresh, and
+  /// chooses a mode at every 30th.
   void use(int refreshes) {
     for (; refreshes > 0; --refreshes) {
       panel->waitUntil([this] { return counter_.opened().contains("energy_full"); });
@@ -36,18 +37,18 @@ class Hour : public ItemTest {
       machine.set("BAT0/status", refreshes / 50 % 2 == 0 ? "Discharging" : "Charging");
       if (refreshes % 10 == 0) panel->open();
       if (refreshes % 30 == 0) panel->click(menu_id::percent + refreshes / 30 % 4);
-      panel->forgetSignals();
+      panel->clearSignals();
     }
   }
 
-  /// How many files the item has open that it does not open just for a reading.
-  long lastingFiles() const {
-    long least = item->openFiles();
+  /// Returns the number of files that the item has open between readings.
+  long permanentFiles() const {
+    long minimum = item->openFiles();
     for (int i = 0; i < 50; ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(3));
-      least = std::min<long>(least, item->openFiles());
+      minimum = std::min<long>(minimum, item->openFiles());
     }
-    return least;
+    return minimum;
   }
 
  private:
@@ -57,14 +58,14 @@ class Hour : public ItemTest {
 
 }  // namespace
 
-TEST_F(Hour, LeavesMemoryAndDescriptorsAsTheyWereAndEndsWithAChart) {
-  startInAHurry();
-  use(refreshesPerHour * 5 / 4);  // the history is as long as it gets
+TEST_F(LongRunningItem, LeaksNoMemoryOrDescriptorsInAnHourAndHasAChart) {
+  startAccelerated();
+  use(refreshesPerHour * 5 / 4);  // the history reaches its full length
   const long memory = item->residentMemory();
-  const long files = lastingFiles();
+  const long files = permanentFiles();
   use(refreshesPerHour);
-  EXPECT_EQ(lastingFiles(), files);
-  if (!sanitized) {
+  EXPECT_EQ(permanentFiles(), files);
+  if (!isSanitized) {
     EXPECT_LE(item->residentMemory(), memory + 64);
   }
   panel->open();

@@ -7,7 +7,7 @@ namespace lumowatt {
 
 namespace {
 
-/// The item as panels see it.
+/// Fixture for the item that is registered with panels.
 class StatusItem : public ItemTest {};
 
 constexpr auto unknownMethod = "org.freedesktop.DBus.Error.UnknownMethod";
@@ -30,7 +30,7 @@ TEST_F(StatusItem, WaitsForAPanel) {
   EXPECT_EQ(panel->property("XAyatanaLabel"), "98% ▼ −4.8 W");
 }
 
-TEST_F(StatusItem, RegistersWithEachPanelThatComes) {
+TEST_F(StatusItem, RegistersWithEachNewPanel) {
   start();
   for (int i = 0; i < 5; ++i) {
     panel.reset();
@@ -41,7 +41,7 @@ TEST_F(StatusItem, RegistersWithEachPanelThatComes) {
   }
 }
 
-TEST_F(StatusItem, HasTheseProperties) {
+TEST_F(StatusItem, ExportsAllPropertiesOfTheInterface) {
   start();
   const std::string icons = std::filesystem::path(LUMOWATT_PROGRAM).parent_path() / "icons";
   const Json expected{
@@ -79,13 +79,13 @@ TEST_F(StatusItem, HasTheseProperties) {
   EXPECT_TRUE(std::filesystem::exists(icons + "/lumowatt-battery-100percent-symbolic.svg"));
 }
 
-TEST_F(StatusItem, LeavesActivateOutSoThatPanelsOpenTheMenu) {
+TEST_F(StatusItem, OmitsActivateSoThatPanelsOpenTheMenu) {
   start();
   EXPECT_EQ(panel->callItem("Activate", "ii", 0, 0).error, unknownMethod);
   EXPECT_EQ(panel->callItem("ContextMenu", "ii", 0, 0).error, unknownMethod);
 }
 
-TEST_F(StatusItem, AcceptsWhatMeansNothingToIt) {
+TEST_F(StatusItem, AcceptsAndIgnoresScrollingAndMiddleClicks) {
   start();
   EXPECT_EQ(panel->callItem("SecondaryActivate", "ii", 3, 4).error, "");
   EXPECT_EQ(panel->callItem("XAyatanaSecondaryActivate", "u", 5U).error, "");
@@ -94,7 +94,7 @@ TEST_F(StatusItem, AcceptsWhatMeansNothingToIt) {
             "org.freedesktop.DBus.Error.InvalidArgs");
 }
 
-TEST_F(StatusItem, WithoutABatterySaysSoBesideOneThatIsStruckThrough) {
+TEST_F(StatusItem, ShowsTextBesideAStruckThroughGlyphWithoutABattery) {
   machine.remove("BAT0");
   start();
   EXPECT_EQ(panel->property("XAyatanaLabel"), "No battery");
@@ -102,7 +102,7 @@ TEST_F(StatusItem, WithoutABatterySaysSoBesideOneThatIsStruckThrough) {
   EXPECT_EQ(panel->property("ToolTip"), (Json{"", Json::array(), "No battery", ""}));
 }
 
-TEST_F(StatusItem, ToolTipHoldsNothingThatCouldBeMarkup) {
+TEST_F(StatusItem, ToolTipContainsNoMarkupCharacters) {
   machine.set("AC/online", "1");
   machine.set("AC/type", "USB");
   machine.set("AC/model_name", "A&B <b>");
@@ -114,17 +114,17 @@ TEST_F(StatusItem, ToolTipHoldsNothingThatCouldBeMarkup) {
   EXPECT_EQ(text.find_first_of("&<>"), std::string::npos) << text;
 }
 
-TEST_F(StatusItem, TellsNothingWhenNothingChanged) {
+TEST_F(StatusItem, EmitsNoSignalsWhenNothingChanged) {
   start();
   panel->open();
   panel->open();
   EXPECT_EQ(panel->signalNames(), Names{"LayoutUpdated"});
 }
 
-TEST_F(StatusItem, TellsWhatChanged) {
+TEST_F(StatusItem, EmitsASignalForEachChangedProperty) {
   start();
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   machine.set("BAT0/power_now", "6100000");
   panel->open();
   panel->waitForSignal("NewToolTip");
@@ -134,7 +134,7 @@ TEST_F(StatusItem, TellsWhatChanged) {
   EXPECT_EQ(panel->property("XAyatanaLabel"), "98% ▼ −6.1 W");
 }
 
-TEST_F(StatusItem, TellsOfANewToolTipWhenItsTitleAloneChanges) {
+TEST_F(StatusItem, EmitsNewToolTipWhenOnlyItsTitleChanges) {
   start();
   panel->open();
   EXPECT_EQ(panel->click(menu_id::percent), "");
@@ -142,19 +142,19 @@ TEST_F(StatusItem, TellsOfANewToolTipWhenItsTitleAloneChanges) {
   EXPECT_EQ(panel->property("ToolTip").at(2), "98% ▼");
 }
 
-TEST_F(StatusItem, TellsOfANewIconOnlyAtANewLevel) {
+TEST_F(StatusItem, EmitsNewIconOnlyAtANewLevel) {
   start();
   machine.set("BAT0/capacity", "90");
   panel->open();
   panel->waitForSignal("NewToolTip");
-  EXPECT_FALSE(panel->hasHeard("NewIcon"));
+  EXPECT_FALSE(panel->hasReceived("NewIcon"));
   machine.set("BAT0/capacity", "50");
   panel->open();
   panel->waitForSignal("NewIcon");
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-50percent-symbolic");
 }
 
-TEST_F(StatusItem, TellsOfChangesWithoutBeingAsked) {
+TEST_F(StatusItem, SignalsChangesWithoutARequest) {
   start();
   machine.set("BAT0/power_now", "6100000");
   panel->waitForSignal("XAyatanaNewLabel");
@@ -168,11 +168,11 @@ TEST_F(StatusItem, AnimatesItsIconWhileCharging) {
   start();
   Names icons{panel->property("IconName")};
   while (icons.size() < 4) {
-    panel->forgetSignals();
+    panel->clearSignals();
     panel->waitForSignal("NewIcon");
     icons.push_back(panel->property("IconName"));
   }
-  // 50 % less 12 is above 25.
+  // The first level of the animation is the lowest one above 50% − 12%.
   EXPECT_EQ(icons,
             (Names{"lumowatt-battery-50percent-green", "lumowatt-battery-75percent-green",
                    "lumowatt-battery-100percent-green", "lumowatt-battery-50percent-green"}));

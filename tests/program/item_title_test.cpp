@@ -1,4 +1,4 @@
-// The title on panels that show a label, or icons that may be wide.
+// The title in panels that show a label or wide icons.
 
 #include <algorithm>
 #include <csignal>
@@ -9,23 +9,23 @@ namespace lumowatt {
 
 namespace {
 
-/// A panel whose icons may be wide.
-class Wide : public TitleTest {
+/// Fixture with a panel that shows wide icons.
+class WideTitleIcon : public TitleTest {
  protected:
-  Wide() : TitleTest("waybar") {}
+  WideTitleIcon() : TitleTest("waybar") {}
 
   std::string icon() const { return panel->property("IconName"); }
 };
 
-/// A panel that shows labels.
-class Label : public TitleTest {
+/// Fixture with a panel that shows labels.
+class TitleLabel : public TitleTest {
  protected:
-  Label() : TitleTest("gnome-shell") {}
+  TitleLabel() : TitleTest("gnome-shell") {}
 };
 
 }  // namespace
 
-TEST_F(Wide, IsOneItemWithTheTitleInItsIcon) {
+TEST_F(WideTitleIcon, ShowsTheGlyphAndTheTitleInOneItem) {
   start();
   panel->settle();
   EXPECT_EQ(panel->registered.size(), 1U);
@@ -35,16 +35,16 @@ TEST_F(Wide, IsOneItemWithTheTitleInItsIcon) {
       << "the plate, the glyph, the percentage, the arrow, the power";
 }
 
-TEST_F(Wide, FollowsTheModeTheColorsAndTheGlyph) {
+TEST_F(WideTitleIcon, ChangesWithTheModeTheColorsAndTheGlyph) {
   start();
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   std::vector<std::string> icons{icon()};
   const auto next = [&] {
     panel->waitForSignal("NewIcon");
     icons.push_back(icon());
     EXPECT_EQ(iconFiles().size(), 1U);
-    panel->forgetSignals();
+    panel->clearSignals();
   };
   chooseMode(menu_id::allFigures);
   next();
@@ -61,15 +61,15 @@ TEST_F(Wide, FollowsTheModeTheColorsAndTheGlyph) {
   EXPECT_EQ(std::ranges::adjacent_find(icons), icons.end());
 }
 
-TEST_F(Wide, TellsNothingWhenNothingChanged) {
+TEST_F(WideTitleIcon, EmitsNoSignalsWhenNothingChanged) {
   start();
   panel->open();
-  panel->forgetSignals();
+  panel->clearSignals();
   panel->open();
   EXPECT_EQ(panel->signalNames(), Names{});
 }
 
-TEST_F(Wide, WithoutABatterySaysSoBesideTheGlyph) {
+TEST_F(WideTitleIcon, ShowsTextBesideTheGlyphWithoutABattery) {
   start();
   machine.remove("BAT0");
   panel->open();
@@ -77,7 +77,7 @@ TEST_F(Wide, WithoutABatterySaysSoBesideTheGlyph) {
   EXPECT_EQ(pathCount(fileContents(icon())), 3) << "the plate, the glyph, the words";
 }
 
-TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {
+TEST_F(WideTitleIcon, FallsBackToTheGlyphWithoutARuntimeFolder) {
   variables = {{"XDG_RUNTIME_DIR", ""}};
   start();
   EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
@@ -86,7 +86,7 @@ TEST_F(Wide, WithoutARuntimeFolderIsTheGlyph) {
             "lumowatt: cannot show the title in the icon: the session has no runtime folder\n");
 }
 
-TEST_F(Wide, IsMadeOnceItsFolderCanBe) {
+TEST_F(WideTitleIcon, IsShownOnceItsFolderCanBeCreated) {
   user.write("runtime/lumowatt", "in the way");
   start();
   EXPECT_EQ(icon(), "lumowatt-battery-100percent-symbolic");
@@ -96,7 +96,7 @@ TEST_F(Wide, IsMadeOnceItsFolderCanBe) {
   EXPECT_EQ(icon(), icons() / (iconFiles().at(0) + ".svg"));
 }
 
-TEST_F(Wide, GivesWayToTheGlyphInAPanelWithLabels) {
+TEST_F(WideTitleIcon, IsReplacedByTheGlyphInALabelPanel) {
   start();
   replacePanel("gnome-shell");
   panel->waitForItem();
@@ -104,7 +104,7 @@ TEST_F(Wide, GivesWayToTheGlyphInAPanelWithLabels) {
   EXPECT_EQ(iconFiles(), Names{});
 }
 
-TEST_F(Wide, LeavesNoFileAtTheEnd) {
+TEST_F(WideTitleIcon, LeavesNoFilesAfterSigterm) {
   start();
   EXPECT_EQ(iconFiles().size(), 1U);
   item->send(SIGTERM);
@@ -112,13 +112,13 @@ TEST_F(Wide, LeavesNoFileAtTheEnd) {
   EXPECT_FALSE(std::filesystem::exists(icons()));
 }
 
-TEST_F(Wide, HasNoLabelBesideIt) {
+TEST_F(WideTitleIcon, HasNoLabelBesideIt) {
   start();
   EXPECT_EQ(panel->property("XAyatanaLabel"), "");
   EXPECT_EQ(panel->property("ToolTip").at(2), "98% ▼ −4.8 W");
 }
 
-TEST_F(Label, BeginsWithABlankWhereThePanelAddsNoDistance) {
+TEST_F(TitleLabel, BeginsWithASpaceInPanelsThatAddNoSpacing) {
   start();
   EXPECT_EQ(panel->property("XAyatanaLabel"), " 98% ▼ −4.8 W");
   EXPECT_EQ(panel->property("ToolTip").at(2), "98% ▼ −4.8 W");
@@ -127,7 +127,7 @@ TEST_F(Label, BeginsWithABlankWhereThePanelAddsNoDistance) {
   EXPECT_EQ(panel->property("XAyatanaLabel"), "98% ▼ −4.8 W");
 }
 
-TEST_F(Label, IsAllThatAPanelGetsThatShowsIt) {
+TEST_F(TitleLabel, IsShownWithoutTilesAndIconFiles) {
   start();
   chooseMode(menu_id::allFigures);
   panel->settle();
@@ -136,7 +136,7 @@ TEST_F(Label, IsAllThatAPanelGetsThatShowsIt) {
   EXPECT_EQ(iconFiles(), Names{});
 }
 
-TEST_F(Label, GivesWayToTiles) {
+TEST_F(TitleLabel, IsReplacedByTilesInAnIconPanel) {
   start();
   replacePanel("kded5");
   panel->waitForItems(2);

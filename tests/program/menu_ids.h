@@ -1,6 +1,6 @@
 #pragma once
 
-/// The ids that the items of the menu have on the bus, of a report of at least six lines.
+/// Ids of the menu's items on the bus, for a report of at least six lines.
 namespace lumowatt::menu_id {
 
 inline constexpr int root = 0;
@@ -29,7 +29,7 @@ inline constexpr int percentPower = 30102;
 inline constexpr int percentTime = 30103;
 inline constexpr int allFigures = 30104;
 
-/// The ids in a compact menu where they are others.
+/// Ids in the compact menu that differ from those in the full menu.
 namespace compact {
 
 inline constexpr int report = 1;

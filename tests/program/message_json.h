@@ -6,11 +6,11 @@
 
 namespace lumowatt {
 
-/// The next value of a message as JSON: a dictionary as an object, a structure as an array, a
-/// variant as what it holds.
+/// Reads the next value of a message as JSON: a dictionary as an object, a structure as an array, a
+/// variant as the value that it contains.
 nlohmann::json readValue(sd_bus_message* message);
 
-/// All that is left of a message, as an array.
+/// Reads the remaining values of a message as an array.
 nlohmann::json readValues(sd_bus_message* message);
 
 }  // namespace lumowatt

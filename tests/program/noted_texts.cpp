@@ -1,5 +1,5 @@
-// A library to preload: writes each text that Pango lays out as a line of the file that the
-// variable NOTED_TEXTS names.
+// Library to preload that logs each text that Pango lays out, as a line of the file whose name is
+// in the environment variable NOTED_TEXTS.
 
 #include <dlfcn.h>
 #include <pango/pango-layout.h>
@@ -13,7 +13,7 @@ extern "C" __attribute__((visibility("default"))) void pango_layout_set_text(Pan
                                                                              int length) {
   std::ofstream(std::getenv("NOTED_TEXTS"), std::ios::app)
       << std::string_view(text, static_cast<std::size_t>(length)) << '\n';
-  // The program's module has Pango to itself, so that dlsym finds no next one.
+  // RTLD_NEXT does not find Pango, which is loaded with RTLD_LOCAL, as a dependency of a module.
   void* const pango = ::dlopen("libpango-1.0.so.0", RTLD_LAZY | RTLD_NOLOAD);
   using SetText = decltype(pango_layout_set_text);
   reinterpret_cast<SetText*>(::dlsym(pango, "pango_layout_set_text"))(layout, text, length);

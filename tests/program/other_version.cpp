@@ -1,4 +1,4 @@
-/// A module that is not of the program's version.
+/// Module whose version differs from the program's.
 extern "C" {
 [[gnu::visibility("default")]] extern const char lumowattVersion[];
 const char lumowattVersion[] = "0.9.0";

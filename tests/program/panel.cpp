@@ -11,13 +11,13 @@ namespace lumowatt {
 
 namespace {
 
-constexpr auto longTime = std::chrono::seconds(20);
-constexpr auto shortTime = std::chrono::milliseconds(10);
+constexpr auto timeout = std::chrono::seconds(20);
+constexpr auto pollInterval = std::chrono::milliseconds(10);
 
-void waitUntilSo(const std::function<bool()>& isSo, const std::function<void()>& meanwhile) {
-  const auto end = std::chrono::steady_clock::now() + longTime;
-  while (!isSo()) {
-    ASSERT_LT(std::chrono::steady_clock::now(), end) << "it does not become so";
+void waitUntilTrue(const std::function<bool()>& condition, const std::function<void()>& meanwhile) {
+  const auto end = std::chrono::steady_clock::now() + timeout;
+  while (!condition()) {
+    ASSERT_LT(std::chrono::steady_clock::now(), end) << "timed out";
     meanwhile();
   }
 }
@@ -25,7 +25,7 @@ void waitUntilSo(const std::function<bool()>& isSo, const std::function<void()>&
 }  // namespace
 
 SessionBus::SessionBus(const std::string& configuration) {
-  // With no service to start, whatever is installed.
+  // The configuration names no folder of services, so the bus starts none of those installed.
   folder_.write("session.conf", "<busconfig><type>session</type><listen>" + address() +
                                     "</listen><policy context='default'><allow "
                                     "send_destination='*'/><allow eavesdrop='true'/>"
@@ -34,11 +34,11 @@ SessionBus::SessionBus(const std::string& configuration) {
   daemon_ = std::make_unique<Process>(
       std::vector<std::string>{"dbus-daemon", "--nofork", "--print-address",
                                "--config-file=" + (folder_.path() / "session.conf").string()});
-  waitUntilSo([this] { return !daemon_->output().empty(); },
-              [] { std::this_thread::sleep_for(shortTime); });
+  waitUntilTrue([this] { return !daemon_->output().empty(); },
+                [] { std::this_thread::sleep_for(pollInterval); });
 }
 
-void SessionBus::end() {
+void SessionBus::kill() {
   daemon_->send(SIGKILL);
   daemon_->wait();
 }
@@ -73,30 +73,30 @@ bool BusPeer::isOwned(const char* name) const {
   return sd_bus_get_name_creds(bus(), name, 0, nullptr) >= 0;
 }
 
-sd_bus_message* BusPeer::newCall(const char* destination, const char* object, const char* interface,
-                                 const char* method) const {
-  sd_bus_message* call = nullptr;
-  EXPECT_GE(sd_bus_message_new_method_call(bus(), &call, destination, object, interface, method),
+sd_bus_message* BusPeer::newMethodCall(const char* destination, const char* object,
+                                       const char* interface, const char* method) const {
+  sd_bus_message* message = nullptr;
+  EXPECT_GE(sd_bus_message_new_method_call(bus(), &message, destination, object, interface, method),
             0);
-  return call;
+  return message;
 }
 
-Answer BusPeer::answer(sd_bus_message* call) const {
+Reply BusPeer::call(sd_bus_message* message) const {
   sd_bus_error error{};
   sd_bus_message* reply = nullptr;
-  sd_bus_call(bus(), call, 0, &error, &reply);
-  Answer answer{.values = reply != nullptr ? readValues(reply) : Json::array(),
-                .error = error.name != nullptr ? error.name : ""};
-  sd_bus_message_unref(call);
+  sd_bus_call(bus(), message, 0, &error, &reply);
+  Reply result{.values = reply != nullptr ? readValues(reply) : Json::array(),
+               .error = error.name != nullptr ? error.name : ""};
+  sd_bus_message_unref(message);
   sd_bus_message_unref(reply);
   sd_bus_error_free(&error);
-  return answer;
+  return result;
 }
 
-void BusPeer::waitUntil(const std::function<bool()>& isSo) const {
-  waitUntilSo(isSo, [this] {
-    takePart();
-    sd_bus_wait(bus(), static_cast<std::uint64_t>(std::chrono::microseconds(shortTime).count()));
+void BusPeer::waitUntil(const std::function<bool()>& condition) const {
+  waitUntilTrue(condition, [this] {
+    processMessages();
+    sd_bus_wait(bus(), static_cast<std::uint64_t>(std::chrono::microseconds(pollInterval).count()));
   });
 }
 
@@ -105,12 +105,12 @@ void BusPeer::settle() const {
   waitUntil([end] { return std::chrono::steady_clock::now() > end; });
 }
 
-void BusPeer::takePart() const {
+void BusPeer::processMessages() const {
   while (sd_bus_process(bus(), nullptr) > 0) continue;
 }
 
 std::vector<std::string> BusPeer::signalNames(const std::string& sender) const {
-  takePart();
+  processMessages();
   std::vector<std::string> names;
   names.reserve(signals_.size());
   for (const Signal& signal : signals_) {
@@ -119,28 +119,28 @@ std::vector<std::string> BusPeer::signalNames(const std::string& sender) const {
   return names;
 }
 
-bool BusPeer::hasHeard(const std::string& name) const {
+bool BusPeer::hasReceived(const std::string& name) const {
   const auto names = signalNames();
   return std::ranges::find(names, name) != names.end();
 }
 
 Json BusPeer::signal(const std::string& name) const {
-  takePart();
+  processMessages();
   const auto last = std::find_if(signals_.rbegin(), signals_.rend(),
                                  [&](const Signal& signal) { return signal.name == name; });
   EXPECT_NE(last, signals_.rend()) << name;
   return last == signals_.rend() ? Json() : last->values;
 }
 
-void BusPeer::forgetSignals() {
-  takePart();
+void BusPeer::clearSignals() {
+  processMessages();
   signals_.clear();
 }
 
 Panel::Panel(const SessionBus& session) : BusPeer(session) {
   static const sd_bus_vtable watcher[] = {
       SD_BUS_VTABLE_START(0),
-      SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", takeRegistration, 0),
+      SD_BUS_METHOD("RegisterStatusNotifierItem", "s", "", handleRegistration, 0),
       SD_BUS_VTABLE_END,
   };
   EXPECT_GE(sd_bus_add_object_vtable(bus(), nullptr, "/StatusNotifierWatcher",
@@ -149,24 +149,24 @@ Panel::Panel(const SessionBus& session) : BusPeer(session) {
   own("org.kde.StatusNotifierWatcher");
 }
 
-int Panel::takeRegistration(sd_bus_message* call, void* object, sd_bus_error*) {
-  auto& panel = *static_cast<Panel*>(object);
-  const std::string item = panel.registered.emplace_back(readValue(call));
-  if (panel.readsItems) {
+int Panel::handleRegistration(sd_bus_message* message, void* panel, sd_bus_error*) {
+  auto& self = *static_cast<Panel*>(panel);
+  const std::string item = self.registered.emplace_back(readValue(message));
+  if (self.readsItems) {
     const bool isPath = item.starts_with('/');
-    sd_bus_call_method_async(panel.bus(), nullptr, sd_bus_message_get_sender(call),
+    sd_bus_call_method_async(self.bus(), nullptr, sd_bus_message_get_sender(message),
                              isPath ? item.c_str() : "/StatusNotifierItem",
                              "org.freedesktop.DBus.Properties", "GetAll", nullptr, nullptr, "s",
                              "org.kde.StatusNotifierItem");
   }
-  return sd_bus_reply_method_return(call, "");
+  return sd_bus_reply_method_return(message, "");
 }
 
 Json Panel::property(const char* name, const char* item) const {
-  sd_bus_message* const call =
-      newCall(item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get");
-  EXPECT_GE(sd_bus_message_append(call, "ss", "org.kde.StatusNotifierItem", name), 0);
-  return answer(call).values.at(0);
+  sd_bus_message* const message =
+      newMethodCall(item, "/StatusNotifierItem", "org.freedesktop.DBus.Properties", "Get");
+  EXPECT_GE(sd_bus_message_append(message, "ss", "org.kde.StatusNotifierItem", name), 0);
+  return call(message).values.at(0);
 }
 
 Json Panel::properties(const char* object, const char* interface) const {

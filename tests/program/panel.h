@@ -16,18 +16,18 @@ namespace lumowatt {
 
 using Json = nlohmann::json;
 
-/// A private session bus.
+/// Private session bus.
 class SessionBus {
  public:
-  /// With further elements in its configuration.
+  /// Starts the bus; `configuration` contains additional elements of its configuration file.
   explicit SessionBus(const std::string& configuration = "");
 
   std::string address() const { return "unix:path=" + (folder_.path() / "bus").string(); }
 
-  /// The bus goes away.
-  void end();
+  /// Kills the bus daemon.
+  void kill();
 
-  /// The bus stands still, with all that was sent to it, and goes on.
+  /// Freezes the bus daemon until `resume`. Messages are queued meanwhile.
   void pause() const;
   void resume() const;
 
@@ -36,13 +36,13 @@ class SessionBus {
   std::unique_ptr<Process> daemon_;
 };
 
-/// What came of a call: the values of the reply, or the name of the error.
-struct Answer {
+/// Result of a method call: the values of the reply, or the name of the error.
+struct Reply {
   Json values;
   std::string error;
 };
 
-/// A participant of a session. It records the signals of an item and its menu.
+/// Client of the session bus. Records the signals of items and their menus.
 class BusPeer {
  public:
   explicit BusPeer(const SessionBus& session);
@@ -51,30 +51,34 @@ class BusPeer {
   virtual ~BusPeer() = default;
 
   sd_bus* bus() const { return bus_.get(); }
+
+  /// Acquires a name on the bus.
   void own(const char* name) const;
   bool isOwned(const char* name) const;
 
-  /// A call, and what comes of it; `answer` takes it over.
-  sd_bus_message* newCall(const char* destination, const char* object, const char* interface,
-                          const char* method) const;
-  Answer answer(sd_bus_message* call) const;
+  /// Creates a method call without arguments.
+  sd_bus_message* newMethodCall(const char* destination, const char* object, const char* interface,
+                                const char* method) const;
 
-  /// Takes part until something is so; fails the test when it is not so in a long time.
-  void waitUntil(const std::function<bool()>& isSo) const;
-  /// Takes part for a while, in which something more might happen.
+  /// Sends a method call, releases the message, and waits for the reply.
+  Reply call(sd_bus_message* message) const;
+
+  /// Processes messages until the condition is true. Fails the test after 20 seconds.
+  void waitUntil(const std::function<bool()>& condition) const;
+  /// Processes messages for 300 ms, so that unexpected ones can arrive.
   void settle() const;
   void waitForSignal(const std::string& name) const {
-    waitUntil([&] { return hasHeard(name); });
+    waitUntil([&] { return hasReceived(name); });
   }
 
-  /// The names of the signals that were recorded, with all that were sent before the last answer;
-  /// of one sender alone where its connection is named.
+  /// Returns the names of the recorded signals, in order; only those from `sender` unless it is
+  /// empty. Signals that were sent before the latest reply are included.
   std::vector<std::string> signalNames(const std::string& sender = "") const;
 
-  /// The values of the last of these signals; fails the test when there is none.
+  /// Returns the values of the latest signal with this name. Fails the test if there is none.
   Json signal(const std::string& name) const;
-  bool hasHeard(const std::string& name) const;
-  void forgetSignals();
+  bool hasReceived(const std::string& name) const;
+  void clearSignals();
 
  private:
   struct Signal {
@@ -84,7 +88,7 @@ class BusPeer {
   };
 
   static int record(sd_bus_message* signal, void* peer, sd_bus_error*);
-  void takePart() const;
+  void processMessages() const;
 
   std::vector<Signal> signals_;
 
@@ -94,15 +98,16 @@ class BusPeer {
   std::unique_ptr<sd_bus, Close> bus_;
 };
 
-/// A panel: it owns the watcher's name, takes registrations, and uses the item of the application.
+/// Panel that owns the name of the watcher, accepts registrations of items and calls the item of
+/// the application.
 class Panel : public BusPeer {
  public:
   explicit Panel(const SessionBus& session);
 
-  /// The names that were registered, in order.
+  /// Bus names or object paths that were registered, in order.
   std::vector<std::string> registered;
 
-  /// Whether each item is read when it is registered.
+  /// Whether the panel reads the properties of each item upon its registration.
   bool readsItems = true;
 
   void waitForItem() const { waitForItems(1); }
@@ -110,54 +115,59 @@ class Panel : public BusPeer {
     waitUntil([this, count] { return registered.size() >= count; });
   }
 
-  /// The name of the application on the bus.
+  /// Bus name of the application.
   static constexpr auto application = "com.fernhollow.Lumowatt";
 
-  /// Calls a method of the item or of its menu; the values as sd_bus_message_append has them.
+  /// Calls a method of the item. `types` and `values` are those of sd_bus_message_append.
   template <typename... Values>
-  Answer callItem(const char* method, const char* types = "", Values... values) const {
+  Reply callItem(const char* method, const char* types = "", Values... values) const {
     return callApplication("/StatusNotifierItem", "org.kde.StatusNotifierItem", method, types,
                            values...);
   }
+
+  /// Calls a method of the menu, with arguments like those of `callItem`.
   template <typename... Values>
-  Answer callMenu(const char* method, const char* types = "", Values... values) const {
+  Reply callMenu(const char* method, const char* types = "", Values... values) const {
     return callApplication("/MenuBar", "com.canonical.dbusmenu", method, types, values...);
   }
 
-  /// A call of a method of the menu, to be filled and answered.
+  /// Creates a call of a method of the menu, without arguments.
   sd_bus_message* newMenuCall(const char* method) const {
-    return newCall(application, "/MenuBar", "com.canonical.dbusmenu", method);
+    return newMethodCall(application, "/MenuBar", "com.canonical.dbusmenu", method);
   }
 
-  /// A property of the item, or of one that was registered under this name, and all of the item or
-  /// the menu.
+  /// Returns a property of the item on the connection `item`.
   Json property(const char* name, const char* item = application) const;
+
+  /// Returns all properties of an object of the application.
   Json properties(const char* object, const char* interface) const;
 
-  /// Opens the menu; whether it changed.
+  /// Opens the menu. Returns whether the application updated it.
   bool open() const { return callMenu("AboutToShow", "i", 0).values.at(0); }
 
-  /// Chooses an item of the menu; the error's name when that is refused.
-  std::string click(int id) const { return send(id, "clicked"); }
-  std::string send(int id, const char* event) const {
+  /// Chooses an item of the menu. Returns the name of the error; empty on success.
+  std::string click(int id) const { return sendEvent(id, "clicked"); }
+
+  /// Sends an event of an item of the menu. Returns the name of the error; empty on success.
+  std::string sendEvent(int id, const char* event) const {
     return callMenu("Event", "isvu", id, event, "i", 0, 0U).error;
   }
 
-  /// A property of an item of the menu.
+  /// Returns a property of an item of the menu.
   Json menuProperty(int id, const char* name) const {
     return callMenu("GetProperty", "is", id, name).values.at(0);
   }
 
  private:
   template <typename... Values>
-  Answer callApplication(const char* object, const char* interface, const char* method,
-                         const char* types, Values... values) const {
-    sd_bus_message* const call = newCall(application, object, interface, method);
-    EXPECT_GE(sd_bus_message_append(call, types, values...), 0);
-    return answer(call);
+  Reply callApplication(const char* object, const char* interface, const char* method,
+                        const char* types, Values... values) const {
+    sd_bus_message* const message = newMethodCall(application, object, interface, method);
+    EXPECT_GE(sd_bus_message_append(message, types, values...), 0);
+    return call(message);
   }
 
-  static int takeRegistration(sd_bus_message* call, void* object, sd_bus_error*);
+  static int handleRegistration(sd_bus_message* message, void* panel, sd_bus_error*);
 };
 
 }  // namespace lumowatt

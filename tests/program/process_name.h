@@ -4,22 +4,22 @@
 
 namespace lumowatt {
 
-/// This process under another name, by which the application knows a panel; under its own again at
-/// the end. To be used on the first thread, whose name is the process's.
+/// Temporary name of this process, by which Lumowatt recognizes a panel. The destructor restores
+/// the original name. Must be used on the main thread, because its name is the name of the process.
 class ProcessName {
  public:
   explicit ProcessName(const char* name) {
-    ::prctl(PR_GET_NAME, own_);
+    ::prctl(PR_GET_NAME, originalName_);
     set(name);
   }
   ProcessName(const ProcessName&) = delete;
   ProcessName& operator=(const ProcessName&) = delete;
-  ~ProcessName() { set(own_); }
+  ~ProcessName() { set(originalName_); }
 
   static void set(const char* name) { ::prctl(PR_SET_NAME, name); }
 
  private:
-  char own_[16] = {};
+  char originalName_[16] = {};
 };
 
 }  // namespace lumowatt

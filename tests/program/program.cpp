@@ -24,9 +24,9 @@ void Machine::remove(const std::string& attribute) const {
 }
 
 Environment Machine::environment(const std::string& library) const {
-  // AddressSanitizer insists on being the first.
-  const std::string sanitizer = sanitized ? "libasan.so.8 " : "";
-  // Nothing is to reach the session of whoever runs the tests.
+  // AddressSanitizer must be the first preloaded library.
+  const std::string sanitizer = isSanitized ? "libasan.so.8 " : "";
+  // The invalid address keeps the program away from the session of the user who runs the tests.
   return {{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/none"},
           {"UMOCKDEV_DIR", root_.path()},
           {"LD_PRELOAD", sanitizer + library + " libumockdev-preload.so.0"}};
@@ -39,20 +39,20 @@ ProcessResult run(const std::string& fixture, std::vector<std::string> arguments
 
 ProcessResult runShell(const std::string& commands) {
   const Machine machine(anyMachine);
-  std::string mocked = "env";
+  std::string prefix = "env";
   for (const auto& [name, value] : machine.environment()) {
-    mocked.append(" ").append(name).append("='").append(value).append("'");
+    prefix.append(" ").append(name).append("='").append(value).append("'");
   }
-  return runProcess({"bash", "-c", "lumowatt() { " + mocked + " \"$0\" \"$@\"; }\n" + commands,
+  return runProcess({"bash", "-c", "lumowatt() { " + prefix + " \"$0\" \"$@\"; }\n" + commands,
                      LUMOWATT_PROGRAM});
 }
 
-std::string snapshot(const std::vector<std::string>& arguments, const std::string& machine) {
+std::string snapshot(const std::vector<std::string>& arguments, const std::string& fixture) {
   const TemporaryFolder folder;
   const std::string path = folder.path() / "out.png";
   std::vector<std::string> all{"--snapshot", path};
   all.insert(all.end(), arguments.begin(), arguments.end());
-  expectResult(run(machine, all), "wrote " + path + "\n", 0);
+  expectResult(run(fixture, all), "wrote " + path + "\n", 0);
   return fileContents(path);
 }
 

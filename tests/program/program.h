@@ -9,29 +9,32 @@
 
 namespace lumowatt {
 
-inline constexpr bool sanitized = LUMOWATT_SANITIZED;
+inline constexpr bool isSanitized = LUMOWATT_SANITIZED;
 
-/// A fixture with a battery.
+/// Name of a fixture with a battery.
 inline const std::string anyMachine = "01-thinkpad-lnv45n1-discharging";
 
-/// A machine that a program can be run on: umockdev shows it a /sys of ours.
+/// Mocked machine on which programs can be run. umockdev replaces /sys by a folder.
 class Machine {
  public:
-  /// One with no more than the given attributes, by their paths below the power-supply folder.
+  /// Creates a machine with only these attributes. The keys are paths below the power-supply
+  /// folder.
   explicit Machine(const std::map<std::string, std::string>& attributes);
 
-  /// A fixture.
+  /// Creates a machine from a fixture.
   explicit Machine(const std::string& fixture);
 
-  /// Changes an attribute, by its path below the power-supply folder.
+  /// Writes an attribute. Its path is relative to the power-supply folder.
   void set(const std::string& attribute, const std::string& value) const;
+  /// Removes an attribute or a folder. Its path is relative to the power-supply folder.
   void remove(const std::string& attribute) const;
 
   std::filesystem::path powerSupplyFolder() const {
     return root_.path() / "sys/class/power_supply";
   }
 
-  /// What makes a program see it, with another library to preload.
+  /// Returns the environment variables that run a program on this machine. They also preload
+  /// `library`.
   Environment environment(const std::string& library = "") const;
 
  private:
@@ -41,14 +44,14 @@ class Machine {
 /// Runs the built program on a fixture.
 ProcessResult run(const std::string& fixture, std::vector<std::string> arguments);
 
-/// Runs shell commands in which `lumowatt` is the program on a machine with a battery.
+/// Runs shell commands. In them, `lumowatt` runs the built program on a machine with a battery.
 ProcessResult runShell(const std::string& commands);
 
-/// The contents of the file of a snapshot that the built program takes of a fixture.
+/// Makes the built program write a snapshot on a fixture. Returns the contents of the file.
 std::string snapshot(const std::vector<std::string>& arguments,
-                     const std::string& machine = anyMachine);
+                     const std::string& fixture = anyMachine);
 
-/// Expects that, and nothing on the standard error.
+/// Expects this output and exit status, and an empty standard error.
 void expectResult(const ProcessResult& result, const std::string& output, int status);
 
 }  // namespace lumowatt

@@ -1,5 +1,5 @@
-// The built executable on machines and in processes in which something is wrong or short: it gives
-// a right answer, or none and a reason, and always ends.
+// Tests the built executable on faulty machines and with exhausted resources. The program must
+// either produce a correct result or fail with a message, and must always exit.
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -11,12 +11,12 @@ namespace lumowatt {
 
 namespace {
 
-/// A command that ends by itself, or else with the status 124.
-const std::vector<std::string> inTime = {"timeout", "--signal=KILL", "20"};
+/// Beginning of a command that kills the command after 20 seconds.
+const std::vector<std::string> withTimeout = {"timeout", "--signal=KILL", "20"};
 
-/// The dump of a machine by a process with limits, in words of prlimit.
+/// Dumps a machine in a process with these limits, which are options of prlimit.
 ProcessResult dump(const Machine& machine, const std::vector<std::string>& limits = {}) {
-  std::vector<std::string> command = inTime;
+  std::vector<std::string> command = withTimeout;
   command.emplace_back("prlimit");
   command.insert(command.end(), limits.begin(), limits.end());
   command.insert(command.end(), {LUMOWATT_PROGRAM, "--dump"});
@@ -27,12 +27,12 @@ std::string dumpOfAnyMachine() {
   return fileContents(fixturePath("linux", anyMachine) / "expected.txt");
 }
 
-/// A snapshot of a sample by a process with a limit, which must be right or missing with a reason.
-/// Returns the status.
+/// Writes a snapshot of a sample in a process with this limit, which is an option of prlimit.
+/// Expects either the expected file, or no file and an error message. Returns the exit status.
 int snapshotWithin(const std::string& limit, const std::string& expected) {
   const TemporaryFolder folder;
   const std::string path = folder.path() / "out.png";
-  std::vector<std::string> command = inTime;
+  std::vector<std::string> command = withTimeout;
   command.insert(command.end(),
                  {"prlimit", limit, LUMOWATT_PROGRAM, "--snapshot", path, "--sample", "low"});
   const ProcessResult result = runProcess(command);
@@ -41,9 +41,10 @@ int snapshotWithin(const std::string& limit, const std::string& expected) {
     EXPECT_TRUE(fileContents(path) == expected) << limit;
     return 0;
   }
-  const bool isProgram = result.errors.find("error while loading shared libraries") ==
-                         std::string::npos;  // but for those, the program has not even begun
-  EXPECT_EQ(result.status, isProgram ? 1 : 127) << limit << ": " << result.errors;
+  // The dynamic loader may fail before the program starts.
+  const bool hasStarted =
+      result.errors.find("error while loading shared libraries") == std::string::npos;
+  EXPECT_EQ(result.status, hasStarted ? 1 : 127) << limit << ": " << result.errors;
   EXPECT_NE(result.errors, "") << limit;
   EXPECT_FALSE(std::filesystem::exists(path)) << limit;
   return result.status;
@@ -51,29 +52,29 @@ int snapshotWithin(const std::string& limit, const std::string& expected) {
 
 }  // namespace
 
-TEST(ProgramFaults, PipesInThePlaceOfAttributesAreAbsentAndKeepNobodyWaiting) {
+TEST(ProgramDump, IgnoresAttributesThatArePipesWithoutBlocking) {
   const Machine machine(anyMachine);
-  machine.set("port/other", "");  // a device whose type is a pipe as well
+  machine.set("port/other", "");  // creates a device; the loop makes its type a pipe
   for (const char* const name : {"BAT0/capacity", "BAT0/scope", "BAT0/temp", "AC/online",
                                  "AC/model_name", "port/type", "pipe"}) {
     machine.remove(name);
     ASSERT_EQ(::mkfifo((machine.powerSupplyFolder() / name).c_str(), 0600), 0) << name;
   }
-  // Without the driver's percentage it is computed: 49.45 of 50.06 Wh.
+  // The driver's percentage is missing, so the program computes it: 49.45 of 50.06 Wh.
   std::string expected = dumpOfAnyMachine();
   ASSERT_TRUE(expected.starts_with("percent=98\n"));
   expected.replace(0, 10, "percent=99");
   expectResult(dump(machine), expected, 0);
 }
 
-TEST(ProgramFaults, APipeInThePlaceOfTheFolderIsNoBattery) {
+TEST(ProgramDump, ReportsNoBatteryWhenTheFolderIsAPipe) {
   const Machine machine(anyMachine);
   std::filesystem::remove_all(machine.powerSupplyFolder());
   ASSERT_EQ(::mkfifo(machine.powerSupplyFolder().c_str(), 0600), 0);
   expectResult(dump(machine), "error=no battery\n", 1);
 }
 
-TEST(ProgramFaults, TenThousandSuppliesAreReadWithFewFilesAndLittleMemory) {
+TEST(ProgramDump, ReadsTenThousandSuppliesWithFewResources) {
   const Machine machine(anyMachine);
   machine.set("../port/type", "USB");
   machine.set("../port/online", "0");
@@ -82,15 +83,16 @@ TEST(ProgramFaults, TenThousandSuppliesAreReadWithFewFilesAndLittleMemory) {
         "../port", machine.powerSupplyFolder() / ("port" + std::to_string(i)));
   }
   std::vector<std::string> limits{"--nofile=6"};
-  if (!sanitized) limits.emplace_back("--data=8388608");
+  if (!isSanitized) limits.emplace_back("--data=8388608");
   expectResult(dump(machine, limits), dumpOfAnyMachine(), 0);
 }
 
-#if !LUMOWATT_SANITIZED  // UndefinedBehaviorSanitizer opens files of its own
+#if !LUMOWATT_SANITIZED  // UndefinedBehaviorSanitizer opens additional files
 
-TEST(ProgramFaults, ADumpWithFewFilesIsWholeOrNone) {
+TEST(ProgramDump, IsCompleteOrFailsWithFewFileDescriptors) {
   const Machine machine(anyMachine);
-  // Three are open from the start, as many are needed for an attribute; the loader needs one.
+  // Three descriptors are open at start. The loader needs one more. Reading an attribute needs
+  // three more.
   for (int files = 4; files <= 5; ++files) {
     const ProcessResult result = dump(machine, {"--nofile=" + std::to_string(files)});
     EXPECT_EQ(result.output, "error=no battery\n") << files;
@@ -102,7 +104,7 @@ TEST(ProgramFaults, ADumpWithFewFilesIsWholeOrNone) {
 
 #endif
 
-TEST(ProgramFaults, ASnapshotWithFewFilesIsRightOrNone) {
+TEST(ProgramSnapshot, IsCorrectOrFailsWithFewFileDescriptors) {
   const std::string expected = snapshot({"--sample", "low"});
   for (int files = 3; files <= 12; ++files) {
     snapshotWithin("--nofile=" + std::to_string(files), expected);
@@ -110,7 +112,7 @@ TEST(ProgramFaults, ASnapshotWithFewFilesIsRightOrNone) {
   EXPECT_EQ(snapshotWithin("--nofile=12", expected), 0);
 }
 
-TEST(ProgramFaults, ASnapshotWithFewFilesLeavesTheCacheOfFontsAsItShouldBe) {
+TEST(ProgramSnapshot, LeavesAUsableFontCacheWithFewFileDescriptors) {
   const TemporaryFolder folder;
   const std::filesystem::path cache = folder.path() / "cache";
   folder.write("fonts.conf",
@@ -122,17 +124,17 @@ TEST(ProgramFaults, ASnapshotWithFewFilesLeavesTheCacheOfFontsAsItShouldBe) {
                        folder.path() / "out.png", "--sample", "low"},
                       {{"FONTCONFIG_FILE", folder.path() / "fonts.conf"}});
   };
-  const int least = sanitized ? 5 : 4;  // with which it starts
-  for (int files = least; files <= 8; ++files) {
+  const int minimum = isSanitized ? 5 : 4;  // descriptors that the program needs to start
+  for (int files = minimum; files <= 8; ++files) {
     std::filesystem::remove_all(cache);
-    const ProcessResult without = run(std::to_string(files));
-    EXPECT_EQ(without.output, "error=no bitmap\n") << files;
-    EXPECT_NE(without.errors.find("lumowatt: "), std::string::npos) << files;
+    const ProcessResult failure = run(std::to_string(files));
+    EXPECT_EQ(failure.output, "error=no bitmap\n") << files;
+    EXPECT_NE(failure.errors.find("lumowatt: "), std::string::npos) << files;
     EXPECT_EQ(run("64").status, 0) << files;
   }
 }
 
-TEST(ProgramFaults, WithoutProcADumpIsTheSameAndThereIsNoPictureAndNoItem) {
+TEST(ProgramWithoutProc, DumpsButFailsToDrawAndToShowTheItem) {
   const Machine machine(anyMachine);
   const auto run = [&machine](std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(),
@@ -152,9 +154,9 @@ TEST(ProgramFaults, WithoutProcADumpIsTheSameAndThereIsNoPictureAndNoItem) {
             "lumowatt: cannot show the item: cannot locate lumowatt-desktop.so without /proc\n");
 }
 
-#if !LUMOWATT_SANITIZED  // AddressSanitizer needs memory that it does not use, and refuses none
+#if !LUMOWATT_SANITIZED  // AddressSanitizer reserves unused memory and refuses no allocation
 
-TEST(ProgramFaults, ADumpWithoutMemoryFromAnyMomentOnIsNoneAndALineThatSaysSo) {
+TEST(ProgramDump, FailsWithAMessageWhereverMemoryRunsOut) {
   const Machine machine(anyMachine);
   int from = 1;
   for (; from < 1000; ++from) {
@@ -174,15 +176,15 @@ TEST(ProgramFaults, ADumpWithoutMemoryFromAnyMomentOnIsNoneAndALineThatSaysSo) {
   EXPECT_LT(from, 1000);
 }
 
-TEST(ProgramFaults, ASnapshotInLittleMemoryIsRightOrNone) {
+TEST(ProgramSnapshot, IsCorrectOrFailsWithLittleMemory) {
   const std::string expected = snapshot({"--sample", "low"});
   for (const char* const limit : {"--as=", "--data="}) {
     bool isEnough = false;
     for (int mebibytes = 2; mebibytes <= 256; mebibytes += mebibytes < 32 ? 2 : 16) {
-      const std::string all = limit + std::to_string(mebibytes * 1024 * 1024);
-      const bool isRight = snapshotWithin(all, expected) == 0;
-      EXPECT_TRUE(isRight || !isEnough) << all << ": less was enough";
-      isEnough = isRight;
+      const std::string option = limit + std::to_string(mebibytes * 1024 * 1024);
+      const bool isCorrect = snapshotWithin(option, expected) == 0;
+      EXPECT_TRUE(isCorrect || !isEnough) << option << ": a lower limit was sufficient";
+      isEnough = isCorrect;
     }
     EXPECT_TRUE(isEnough) << limit;
   }

@@ -1,6 +1,7 @@
-// A library to preload: reading certain files fails as a driver makes it fail. The variables
-// REFUSED_NAMES (blank-separated, or "*" for all but "type") and REFUSED_ERROR (an error number)
-// say which and how. No file system that a test can make would answer ENODEV.
+// Library to preload that makes read fail for certain files, as a driver does. The environment
+// variable REFUSED_NAMES contains the names of the files, separated by spaces, or "*" for all files
+// except "type". REFUSED_ERROR is the error number. Tests need the library for errors such as ENODEV,
+// which they cannot cause with a file system.
 
 #include <dlfcn.h>
 #include <fcntl.h>

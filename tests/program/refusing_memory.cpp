@@ -1,6 +1,7 @@
-// A library to preload: from a certain call on, there is no memory. The variable REFUSED_FROM says
-// from which on. POWER_SUPPLY_FOLDER is the folder of a laptop, which the program finds
-// below /sys: the library that mocks one otherwise does not do without memory itself.
+// Library to preload that makes all allocations fail from a certain one on, whose number is in the
+// environment variable REFUSED_FROM. Redirects /sys/class/power_supply to the folder in the variable
+// POWER_SUPPLY_FOLDER, because umockdev, with which other tests mock /sys, does not work without
+// memory.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -14,7 +15,7 @@
 
 extern "C" {
 
-// The C library's own, by the names that it gives them beside the usual ones.
+// The C library's functions, by their internal names.
 void* trueMalloc(size_t size) __asm__("__libc_malloc");
 void* trueCalloc(size_t count, size_t size) __asm__("__libc_calloc");
 void* trueRealloc(void* block, size_t size) __asm__("__libc_realloc");

@@ -1,5 +1,5 @@
-// A library to preload: the disk is full. Of what is written into a file, half finds space, and
-// then nothing more does.
+// Library to preload that simulates a full disk: the first write to a file stores half of the
+// bytes, and all later writes fail with ENOSPC.
 
 #include <dlfcn.h>
 #include <sys/stat.h>

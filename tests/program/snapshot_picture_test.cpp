@@ -1,4 +1,4 @@
-// The pixels of the snapshots that the built executable takes.
+// Tests the pixels of the snapshots that the built executable writes.
 
 #include <gtest/gtest.h>
 
@@ -17,13 +17,13 @@ constexpr Pixel strip{43, 36, 59, 255};
 constexpr Pixel panel{51, 43, 69, 255};
 constexpr Pixel white{255, 255, 255, 255};
 
-/// Expects a color all over an area, in pixels.
+/// Expects that every pixel of `area`, which is measured in pixels, has this color.
 void expectPlain(const Picture& picture, const Rect& area, const Pixel& color) {
   EXPECT_EQ(picture.inkBounds(area, color), Rect{})
       << "in the area from " << area.x << ", " << area.y;
 }
 
-bool contains(const Picture& picture, const Rect& area, const Pixel& color) {
+bool containsColor(const Picture& picture, const Rect& area, const Pixel& color) {
   for (int y = static_cast<int>(area.minY()); y < static_cast<int>(area.maxY()); ++y) {
     for (int x = static_cast<int>(area.minX()); x < static_cast<int>(area.maxX()); ++x) {
       if (picture.at(x, y) == color) return true;
@@ -32,28 +32,30 @@ bool contains(const Picture& picture, const Rect& area, const Pixel& color) {
   return false;
 }
 
-struct Expected {
+struct ExpectedSample {
   std::string sample;
-  Pixel tint;
+  Pixel tint;  // of the glyph
 };
 
-std::ostream& operator<<(std::ostream& stream, const Expected& expected) {
+std::ostream& operator<<(std::ostream& stream, const ExpectedSample& expected) {
   return stream << expected.sample;
 }
 
 }  // namespace
 
-class SnapshotOfSample : public testing::TestWithParam<Expected> {};
+class SampleSnapshot : public testing::TestWithParam<ExpectedSample> {};
 
-TEST_P(SnapshotOfSample, HasEverythingInItsPlace) {
-  const std::string made = snapshot({"--sample", GetParam().sample});
-  EXPECT_EQ(pixelsPerMeter(made), 5669U) << "144 per inch";
-  const Picture picture(made);
-  // Each of the samples has ten lines: 366 points, the panel from 48 to 310.
+TEST_P(SampleSnapshot, PlacesEveryElementCorrectly) {
+  const std::string png = snapshot({"--sample", GetParam().sample});
+  EXPECT_EQ(pixelsPerMeter(png), 5669U) << "144 pixels per inch";
+  const Picture picture(png);
+  // The report of each sample has ten lines. The picture is therefore 366 points tall, and the
+  // panel extends from 48 to 310 points.
   ASSERT_EQ(picture.width(), 1120);
   ASSERT_EQ(picture.height(), 732);
 
-  // The strip, up to the glyph and beside the title, and the background around the panel.
+  // The empty parts of the strip, left of the glyph and right of the title, and the background
+  // around the panel.
   expectPlain(picture, {0, 0, 700, 68}, strip);
   expectPlain(picture, {1072, 0, 48, 68}, strip);
   expectPlain(picture, {0, 68, 1120, 28}, background);
@@ -62,7 +64,7 @@ TEST_P(SnapshotOfSample, HasEverythingInItsPlace) {
   expectPlain(picture, {0, 620, 1120, 52}, background);
   expectPlain(picture, {0, 704, 1120, 28}, background);
 
-  // The panel's edges, and its corners, round by 20 pixels.
+  // The edges of the panel, and its corners with a radius of 20 pixels.
   expectPlain(picture, {48, 116, 30, 484}, panel);
   expectPlain(picture, {1020, 116, 52, 484}, panel);
   expectPlain(picture, {68, 96, 984, 20}, panel);
@@ -70,7 +72,7 @@ TEST_P(SnapshotOfSample, HasEverythingInItsPlace) {
     for (const int y : {96, 619}) EXPECT_EQ(picture.at(x, y), background) << x << ", " << y;
   }
 
-  // Ten lines of text, each beginning 40 points from the left.
+  // Ten lines of text. Each begins 40 points from the left.
   for (int line = 0; line < 10; ++line) {
     const Rect text = picture.inkBounds({48, 120.0 + 48 * line, 1024, 40}, panel);
     EXPECT_GE(text.minX(), 78) << line;
@@ -84,33 +86,36 @@ TEST_P(SnapshotOfSample, HasEverythingInItsPlace) {
   EXPECT_LE(caption.minX(), 52);
   EXPECT_GT(caption.width, 300);
 
-  // The title ends 24 points from the right, but for the space that its last letter brings.
+  // The title's box ends 24 points from the right. The last letter may end up to 3 points earlier.
   const Rect item = picture.inkBounds({0, 0, 1120, 68}, strip);
   EXPECT_LE(item.maxX(), 1072);
   EXPECT_GE(item.maxX(), 1072 - 6);
 
-  // The glyph begins the item, 26 points wide, in its tint, in the strip's vertical middle.
+  // The glyph is the first part of the item. It is 26 points wide, has its tint and is vertically
+  // centered in the strip.
   const Rect glyph = picture.inkBounds({item.x, 0, 52, 68}, strip);
   EXPECT_NEAR(glyph.width, 52, 1);
   EXPECT_NEAR(glyph.y + glyph.height / 2, 34, 1);
-  EXPECT_TRUE(contains(picture, glyph, GetParam().tint));
-  EXPECT_TRUE(contains(picture, {item.x + 60, 0, 1072 - item.x - 60, 68}, white)) << "the title";
+  EXPECT_TRUE(containsColor(picture, glyph, GetParam().tint));
+  EXPECT_TRUE(containsColor(picture, {item.x + 60, 0, 1072 - item.x - 60, 68}, white))
+      << "the title";
   expectPlain(picture, {item.x + 53, 0, 7, 68}, strip);
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, SnapshotOfSample,
-                         testing::Values(Expected{"draining", white},
-                                         Expected{"low", {255, 159, 10, 255}},
-                                         Expected{"full", {50, 215, 75, 255}}),
+INSTANTIATE_TEST_SUITE_P(Samples, SampleSnapshot,
+                         testing::Values(ExpectedSample{"draining", white},
+                                         ExpectedSample{"low", {255, 159, 10, 255}},
+                                         ExpectedSample{"full", {50, 215, 75, 255}}),
                          [](const auto& test) { return test.param.sample; });
 
-TEST_P(SnapshotOfSample, LooksLikeItsReferenceInEveryPart) {
+TEST_P(SampleSnapshot, MatchesTheReferencePictureInEveryPart) {
   const std::string font =
       runProcess({"fc-match", "--format=%{family} %{fontversion}", "Inter"}).output;
-  // The version of a font is in 65,536ths.
+  // fc-match prints a font version multiplied by 65,536.
   if (!font.starts_with("Inter ") || std::stol(font.substr(6)) >> 16 != 3) {
-    GTEST_SKIP() << "the reference was drawn with version 3 of the font Inter, and this is "
-                 << font;
+    GTEST_SKIP()
+        << "the reference was drawn with version 3 of the font Inter, the installed font is "
+        << font;
   }
   const Picture picture(snapshot({"--sample", GetParam().sample}));
   const Picture reference(
@@ -118,7 +123,7 @@ TEST_P(SnapshotOfSample, LooksLikeItsReferenceInEveryPart) {
   ASSERT_EQ(picture.width(), reference.width());
   ASSERT_EQ(picture.height(), reference.height());
 
-  // The glyph and the title, the lines of the report, the caption.
+  // The parts are the glyph, the title, the caption and each line of the report.
   const double left = reference.inkBounds({0, 0, 1120, 68}, strip).x;
   std::vector<std::pair<Rect, Pixel>> parts{{{left, 0, 56, 68}, strip},
                                             {{left + 56, 0, 1120 - left - 56, 68}, strip},
@@ -133,16 +138,17 @@ TEST_P(SnapshotOfSample, LooksLikeItsReferenceInEveryPart) {
         if (difference(picture.at(x, y), reference.at(x, y)) > 64) ++different;
       }
     }
-    // Other versions of the libraries place letters a little differently.
+    // Other versions of the libraries place letters slightly differently.
     const int ink = reference.inkCount(area, color);
     EXPECT_GT(ink, 300) << area;
     EXPECT_LT(different, ink / 10) << area;
   }
 }
 
-TEST(SnapshotProgram, TheGlyphIsFilledAsFarAsTheLevelSays) {
-  // Of the low sample, a quarter: from the left the outline ends at 2 of the glyph's 16 units, each
-  // of 3.25 pixels, the fill goes from 3 to 5, and from there to 12 it is empty.
+TEST(ProgramSnapshot, FillsTheGlyphToTheBatteryLevel) {
+  // The glyph is 16 units wide, and a unit is 3.25 pixels. In the low sample a quarter is filled:
+  // from the left, the outline ends at 2 units, the fill extends from 3 to 5 units, and the rest is
+  // empty up to 12 units.
   const Picture picture(snapshot({"--sample", "low"}));
   const int left = static_cast<int>(picture.inkBounds({0, 0, 1120, 68}, strip).x);
   const Pixel orange{255, 159, 10, 255};
@@ -150,7 +156,7 @@ TEST(SnapshotProgram, TheGlyphIsFilledAsFarAsTheLevelSays) {
   for (const int x : {8, 18, 28, 37}) EXPECT_EQ(picture.at(left + x, 34), strip) << x;
 }
 
-TEST(SnapshotProgram, OfTheBatteryHasNoCaption) {
+TEST(ProgramSnapshot, HasNoCaptionForTheMachinesBattery) {
   const Picture picture(snapshot({}));
   const int height = picture.height();
   EXPECT_EQ((height / 2 - 126) % 24, 0);
@@ -158,21 +164,21 @@ TEST(SnapshotProgram, OfTheBatteryHasNoCaption) {
   EXPECT_EQ(picture.at(560, height - 113), panel) << "the panel's last row";
 }
 
-TEST(SnapshotProgram, WithoutTheNameOfASampleIsOfTheBattery) {
+TEST(ProgramSnapshot, ShowsTheMachinesBatteryWithoutASampleName) {
   EXPECT_EQ(snapshot({"--sample"}), snapshot({}));
 }
 
-TEST(SnapshotProgram, OfAChargingBatteryIsGreenWithABolt) {
+TEST(ProgramSnapshot, HasAGreenGlyphWithABoltWhileCharging) {
   const Picture picture(snapshot({}, "20-framework-13-charging-plugged"));
   const int left = static_cast<int>(picture.inkBounds({0, 0, 1120, 68}, strip).x);
-  // A unit is 3.25 pixels: the bolt is a hole around the body's middle at 7 units, and reaches
-  // 2.6 units to the left and to the right in that row.
+  // A unit is 3.25 pixels. The bolt is a hole around the middle of the glyph's body, at 7 units. In
+  // this row of pixels, the hole extends 2.6 units to the left and to the right.
   const Pixel green{50, 215, 75, 255};
   for (const int x : {3, 8, 37, 48}) EXPECT_EQ(picture.at(left + x, 34), green) << x;
   for (const int x : {18, 22, 27}) EXPECT_EQ(picture.at(left + x, 34), strip) << x;
 }
 
-TEST(SnapshotProgram, IsTheSameInEveryLocaleAndAppearance) {
+TEST(ProgramSnapshot, DoesNotDependOnTheLocaleOrTheTheme) {
   const Machine machine(anyMachine);
   const TemporaryFolder folder;
   Environment environment = machine.environment();

@@ -1,5 +1,5 @@
-// The snapshot as the built executable takes it: where it goes, how it fails, what is loaded for
-// it.
+// Tests how the built executable writes snapshots: the destination, the errors and the modules that
+// it loads. Another file tests the pixels.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -12,10 +12,10 @@ namespace lumowatt {
 
 namespace {
 
-/// The program and its modules in folders of their own, for anybody to run.
-class Installation {
+/// Copy of the program, in a temporary folder that every user can access.
+class ProgramCopy {
  public:
-  explicit Installation(std::string programFolder) : folder_(std::move(programFolder)) {
+  explicit ProgramCopy(std::string programFolder) : folder_(std::move(programFolder)) {
     std::filesystem::permissions(root_.path(), std::filesystem::perms(0755));
     std::filesystem::create_directories(root_.path() / folder_);
     std::filesystem::copy_file(LUMOWATT_PROGRAM, program());
@@ -25,7 +25,7 @@ class Installation {
     std::filesystem::create_directories(root_.path() / folder);
     const auto module = root_.path() / folder / "lumowatt-drawing.so";
     std::filesystem::copy_file(LUMOWATT_DRAWING_MODULE, module);
-    std::filesystem::permissions(module, std::filesystem::perms(0644));  // as packages have it
+    std::filesystem::permissions(module, std::filesystem::perms(0644));  // as in packages
   }
 
   const TemporaryFolder& root() const { return root_; }
@@ -43,7 +43,7 @@ class Installation {
 
 }  // namespace
 
-TEST(SnapshotProgram, OutranksTheDumpAndTakesASwitchAsItsPath) {
+TEST(ProgramSnapshot, OverridesTheDumpAndAcceptsASwitchAsItsPath) {
   const TemporaryFolder folder;
   const auto result =
       runShell("cd " + folder.path().string() +
@@ -51,20 +51,20 @@ TEST(SnapshotProgram, OutranksTheDumpAndTakesASwitchAsItsPath) {
   expectResult(result, "wrote --dump\nPNG", 0);
 }
 
-TEST(SnapshotProgram, OfTwoPathsTheFirstCounts) {
+TEST(ProgramSnapshot, UsesTheFirstOfTwoPaths) {
   const TemporaryFolder folder;
   const auto result = runShell("cd " + folder.path().string() +
                                " && lumowatt --snapshot a --snapshot b --sample low && ls");
   expectResult(result, "wrote a\na\n", 0);
 }
 
-TEST(SnapshotProgram, OfTwoSamplesTheFirstCounts) {
+TEST(ProgramSnapshot, UsesTheFirstOfTwoSamples) {
   expectResult(run(anyMachine, {"--snapshot", "/", "--sample", "nosuch", "--sample", "low"}),
                "error=unknown sample\n", 1);
   EXPECT_EQ(snapshot({"--sample", "low", "--sample", "nosuch"}), snapshot({"--sample", "low"}));
 }
 
-TEST(SnapshotProgram, OfAnUnknownSampleIsAnErrorAndLeavesNoFile) {
+TEST(ProgramSnapshot, WritesNoFileForAnUnknownSample) {
   const TemporaryFolder folder;
   const std::string path = folder.path() / "out.png";
   expectResult(run(anyMachine, {"--snapshot", path, "--sample", "nosuch"}),
@@ -72,41 +72,41 @@ TEST(SnapshotProgram, OfAnUnknownSampleIsAnErrorAndLeavesNoFile) {
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-TEST(SnapshotProgram, WithoutABatteryIsAnErrorButNotForASample) {
+TEST(ProgramSnapshot, NeedsABatteryUnlessASampleIsNamed) {
   const std::string none = "31-no-battery-desktop-ucsi-gpu";
   expectResult(run(none, {"--snapshot", "/", "--sample"}), "error=no battery\n", 1);
   EXPECT_EQ(snapshot({"--sample", "low"}, none), snapshot({"--sample", "low"}));
 }
 
-// Where it cannot be written
+// Errors when writing
 
-TEST(SnapshotProgram, AFolderAsItsPathIsAnError) {
+TEST(ProgramSnapshot, FailsWhenThePathIsAFolder) {
   const TemporaryFolder folder;
   expectResult(run(anyMachine, {"--snapshot", folder.path()}), "error=Is a directory\n", 1);
 }
 
-TEST(SnapshotProgram, AFolderThatIsNotThereIsAnError) {
+TEST(ProgramSnapshot, FailsWhenTheFolderDoesNotExist) {
   expectResult(run(anyMachine, {"--snapshot", "/nowhere/out.png"}),
                "error=No such file or directory\n", 1);
   expectResult(run(anyMachine, {"--snapshot", ""}), "error=No such file or directory\n", 1);
 }
 
-TEST(SnapshotProgram, AFullDeviceIsAnError) {
+TEST(ProgramSnapshot, FailsWhenTheDeviceIsFull) {
   expectResult(run(anyMachine, {"--snapshot", "/dev/full"}), "error=No space left on device\n", 1);
 }
 
-TEST(SnapshotProgram, AFileThatMayNotBeWrittenIsAnErrorAndStaysAsItIs) {
-  const Installation installation("bin");
+TEST(ProgramSnapshot, PreservesAFileThatItMayNotWrite) {
+  const ProgramCopy installation("bin");
   installation.addModule("bin");
   installation.root().write("out.png", "old");
   std::filesystem::permissions(installation.picture(), std::filesystem::perms(0444));
   std::vector<std::string> command;
-  if (::geteuid() == 0) {  // who may write everything
+  if (::geteuid() == 0) {  // root may write every file
     command = {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
   }
   for (const std::string& path :
        {installation.picture(), installation.root().path().string() + "/new.png"}) {
-    if (::geteuid() != 0 && path != installation.picture()) continue;  // the folder is its own
+    if (::geteuid() != 0 && path != installation.picture()) continue;  // this user owns the folder
     std::vector<std::string> all = command;
     all.insert(all.end(), {installation.program(), "--snapshot", path, "--sample", "low"});
     const auto result = runProcess(all, {{"HOME", "/nonexistent"}});
@@ -116,21 +116,21 @@ TEST(SnapshotProgram, AFileThatMayNotBeWrittenIsAnErrorAndStaysAsItIs) {
   EXPECT_EQ(fileContents(installation.picture()), "old");
 }
 
-TEST(SnapshotProgram, AWriteThatFailsHalfWayIsAnError) {
+TEST(ProgramSnapshot, FailsWhenAWriteFailsHalfway) {
   const TemporaryFolder folder;
   const auto result = runShell("cd " + folder.path().string() +
                                " && ulimit -f 8 && lumowatt --snapshot out.png --sample low");
   expectResult(result, "error=File too large\n", 1);
 }
 
-TEST(SnapshotProgram, APipeThatNobodyReadsIsAnError) {
-  // The reader has ended, by the time that the program writes.
+TEST(ProgramSnapshot, FailsWhenThePathIsABrokenPipe) {
+  // The reader exits before the program writes.
   const auto result = runShell(
       "{ sleep 0.2; lumowatt --snapshot /dev/fd/3 --sample low 3>&1 >&2; echo $? >&2; } | true");
   EXPECT_EQ(result.errors, "error=Broken pipe\n1\n");
 }
 
-TEST(SnapshotProgram, GoesToTheStandardOutputBeforeTheLineThatSaysSo) {
+TEST(ProgramSnapshot, PrecedesTheMessageOnStandardOutput) {
   const std::string expected = snapshot({"--sample", "low"}) + "wrote /dev/stdout\n";
   const std::string command = "lumowatt --snapshot /dev/stdout --sample low";
   EXPECT_TRUE(runShell(command).output == expected) << "into a file";
@@ -138,17 +138,17 @@ TEST(SnapshotProgram, GoesToTheStandardOutputBeforeTheLineThatSaysSo) {
   const std::string before = "echo before; ";
   EXPECT_TRUE(runShell(before + command + "; echo after").output ==
               "before\n" + expected + "after\n")
-      << "into a file with something in it";
+      << "into a file that is not empty";
 }
 
-TEST(SnapshotProgram, AStandardOutputThatIsFullIsAnError) {
+TEST(ProgramSnapshot, FailsWhenStandardOutputIsFull) {
   const auto result = runShell("lumowatt --snapshot /dev/stdout --sample low > /dev/full");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.errors,
             "lumowatt: cannot write to the standard output: No space left on device\n");
 }
 
-TEST(SnapshotProgram, ASuccessThatCannotBeToldIsAFailure) {
+TEST(ProgramSnapshot, FailsWhenItsMessageCannotBeWritten) {
   const TemporaryFolder folder;
   const std::string path = folder.path() / "out.png";
   const auto result = runShell("lumowatt --snapshot " + path + " --sample low > /dev/full");
@@ -157,10 +157,10 @@ TEST(SnapshotProgram, ASuccessThatCannotBeToldIsAFailure) {
             "lumowatt: cannot write to the standard output: No space left on device\n");
 }
 
-// What is loaded
+// Loading of the drawing module
 
-TEST(SnapshotProgram, WithoutItsModuleHasNoBitmap) {
-  const Installation alone("bin");
+TEST(ProgramSnapshot, FailsWithoutTheDrawingModule) {
+  const ProgramCopy alone("bin");
   const auto result = alone.run();
   EXPECT_EQ(result.output, "error=no bitmap\n");
   EXPECT_EQ(result.status, 1);
@@ -170,21 +170,21 @@ TEST(SnapshotProgram, WithoutItsModuleHasNoBitmap) {
   EXPECT_FALSE(std::filesystem::exists(alone.picture()));
 }
 
-TEST(SnapshotProgram, PrefersTheModuleOfItsInstallation) {
-  const Installation installed("bin");
+TEST(ProgramSnapshot, PrefersTheModuleOfItsInstallation) {
+  const ProgramCopy installed("bin");
   installed.addModule("lib/lumowatt");
   installed.root().write("bin/lumowatt-drawing.so", "another");
   expectResult(installed.run(), "wrote " + installed.picture() + "\n", 0);
 }
 
-TEST(SnapshotProgram, TakesNoModuleThatLiesBesideAFolderOfAnotherName) {
-  const Installation build("build");
+TEST(ProgramSnapshot, IgnoresAModuleInLibWhenTheProgramIsNotInBin) {
+  const ProgramCopy build("build");
   build.addModule("lib/lumowatt");
   EXPECT_EQ(build.run().output, "error=no bitmap\n");
 }
 
-TEST(SnapshotProgram, TakesNoModuleThatTheEnvironmentNames) {
-  const Installation alone("bin");
+TEST(ProgramSnapshot, IgnoresModulesInFoldersFromTheEnvironment) {
+  const ProgramCopy alone("bin");
   alone.addModule("elsewhere");
   const std::string elsewhere = alone.root().path() / "elsewhere";
   const auto result = runProcess({"/usr/bin/env", "--chdir=" + elsewhere, alone.program(),
@@ -194,8 +194,8 @@ TEST(SnapshotProgram, TakesNoModuleThatTheEnvironmentNames) {
   EXPECT_EQ(result.status, 1);
 }
 
-TEST(SnapshotProgram, WithAModuleThatIsNoneHasNoBitmap) {
-  const Installation broken("bin");
+TEST(ProgramSnapshot, FailsWhenTheModuleIsNotALibrary) {
+  const ProgramCopy broken("bin");
   broken.root().write("bin/lumowatt-drawing.so", "not a library");
   const auto result = broken.run();
   EXPECT_EQ(result.output, "error=no bitmap\n");
@@ -203,8 +203,8 @@ TEST(SnapshotProgram, WithAModuleThatIsNoneHasNoBitmap) {
   EXPECT_TRUE(result.errors.starts_with("lumowatt: ")) << result.errors;
 }
 
-TEST(SnapshotProgram, WithAModuleThatExportsNothingHasNoBitmap) {
-  const Installation wrong("bin");
+TEST(ProgramSnapshot, FailsWhenTheModuleExportsNothing) {
+  const ProgramCopy wrong("bin");
   std::filesystem::copy_file(LUMOWATT_REFUSING_ATTRIBUTE,
                              wrong.root().path() / "bin" / "lumowatt-drawing.so");
   const auto result = wrong.run();
@@ -214,8 +214,8 @@ TEST(SnapshotProgram, WithAModuleThatExportsNothingHasNoBitmap) {
       << result.errors;
 }
 
-TEST(SnapshotProgram, WithAModuleOfAnotherVersionHasNoBitmap) {
-  const Installation upgraded("bin");
+TEST(ProgramSnapshot, FailsWhenTheModuleHasAnotherVersion) {
+  const ProgramCopy upgraded("bin");
   std::filesystem::copy_file(LUMOWATT_OTHER_VERSION,
                              upgraded.root().path() / "bin" / "lumowatt-drawing.so");
   const auto result = upgraded.run();
@@ -224,7 +224,7 @@ TEST(SnapshotProgram, WithAModuleOfAnotherVersionHasNoBitmap) {
   EXPECT_TRUE(result.errors.ends_with(" has another version than this process\n")) << result.errors;
 }
 
-TEST(SnapshotProgram, WithoutAFontHasNoBitmap) {
+TEST(ProgramSnapshot, FailsWithoutAFont) {
   const TemporaryFolder folder;
   folder.write("fonts.conf",
                "<?xml version=\"1.0\"?><!DOCTYPE fontconfig SYSTEM \"fonts.dtd\">"
@@ -239,14 +239,14 @@ TEST(SnapshotProgram, WithoutAFontHasNoBitmap) {
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-TEST(SnapshotProgram, WithABrokenPangoHasNoBitmap) {
+TEST(ProgramSnapshot, FailsWhenPangoIsBroken) {
   const auto result = runProcess({LUMOWATT_PROGRAM, "--snapshot", "/", "--sample", "low"},
                                  {{"PANGOCAIRO_BACKEND", "nonsense"}});
   EXPECT_EQ(result.output, "error=no bitmap\n");
   EXPECT_EQ(result.status, 1);
 }
 
-TEST(SnapshotProgram, AloneLoadsTheDrawingModule) {
+TEST(ProgramSnapshot, IsTheOnlyCommandThatLoadsTheDrawingModule) {
   const auto loaded = [](const std::vector<std::string>& arguments) {
     const Machine machine(anyMachine);
     Environment environment = machine.environment();
@@ -269,12 +269,13 @@ TEST(SnapshotProgram, AloneLoadsTheDrawingModule) {
   EXPECT_EQ(failed.find("lumowatt-drawing.so"), std::string::npos);
 }
 
-#if !LUMOWATT_SANITIZED  // the sanitizers do not go with valgrind, and look for themselves
+#if !LUMOWATT_SANITIZED  // sanitizers are incompatible with valgrind and do the same checks
 
-TEST(SnapshotProgram, LosesNoMemoryAndReadsNoneThatIsNotItsOwn) {
-  // What valgrind calls possibly lost is left out: Pango keeps its languages by pointers that lead
-  // into the middle of their memory. So are mismatched frees: the program and its module have each
-  // an operator new of their own, both of which are malloc, and valgrind sees one of them.
+TEST(ProgramSnapshot, LeaksNoMemoryAndHasNoInvalidAccesses) {
+  // Two kinds of reports are suppressed. Memory is "possibly lost" because Pango stores only
+  // pointers into the middle of its language objects. Frees are "mismatched" because the program
+  // and its module each contain an operator new. Both call malloc, but valgrind intercepts only one
+  // of them.
   const TemporaryFolder folder;
   const std::string path = folder.path() / "out.png";
   const auto result =

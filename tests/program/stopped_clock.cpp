@@ -1,5 +1,5 @@
-// A library to preload: the time since the machine started stays what it was when the program asked
-// for it first, and no timer expires later than at once.
+// Library to preload that stops CLOCK_BOOTTIME at its first reading. Only timers that are already
+// due expire.
 
 #include <sys/syscall.h>
 #include <sys/timerfd.h>
@@ -13,7 +13,7 @@ int systemTime(clockid_t clock, timespec* time) {
   return static_cast<int>(::syscall(SYS_clock_gettime, clock, time));
 }
 
-timespec timeOfStart() {
+timespec currentTime() {
   timespec time{};
   systemTime(CLOCK_BOOTTIME, &time);
   return time;
@@ -25,15 +25,15 @@ extern "C" {
 
 __attribute__((visibility("default"))) int clock_gettime(clockid_t clock, timespec* time) noexcept {
   if (clock != CLOCK_BOOTTIME) return systemTime(clock, time);
-  static const timespec start = timeOfStart();
-  *time = start;
+  static const timespec stopped = currentTime();
+  *time = stopped;
   return 0;
 }
 
 __attribute__((visibility("default"))) int timerfd_settime(int file, int flags,
                                                            const itimerspec* value,
                                                            itimerspec* old) noexcept {
-  // An event loop sets an instant of the first second for what is due by now.
+  // sd-event arms its timer with a time in the first second after boot if an event is already due.
   const itimerspec disarmed{};
   const bool isDue = (flags & TFD_TIMER_ABSTIME) != 0 && value->it_value.tv_sec == 0;
   return static_cast<int>(

@@ -23,6 +23,12 @@ void TitleTest::replacePanel(const char* process) {
   panel = std::make_unique<Panel>(session);
 }
 
+void TilesTest::startWithTile() {
+  start();
+  panel->waitForItems(2);
+  panel->open();
+}
+
 std::ptrdiff_t pathCount(const std::string& svg) {
   std::ptrdiff_t count = 0;
   for (std::size_t at = svg.find("<path"); at != std::string::npos;
