@@ -1,9 +1,9 @@
-# What ends a process in which memory went wrong, rather than let somebody use it. Only for Linux: a
-# Mac's compiler and its hardened runtime bring their own.
+# Options that terminate a process on memory corruption, before an attacker can exploit it. They are
+# only for Linux. On macOS, the compiler and the hardened runtime provide similar protection.
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
-# Compilers differ in what they know on which processor.
+# Not every compiler supports each of these flags for each processor.
 include(CheckCXXCompilerFlag)
 foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection=full
     -mbranch-protection=standard)
@@ -15,7 +15,7 @@ foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection=f
     target_compile_options(lumowatt_options INTERFACE ${flag})
   endif()
 endforeach()
-# It needs an optimising compiler, and knows nothing of sanitizers.
+# _FORTIFY_SOURCE requires optimization and conflicts with sanitizers.
 if(NOT LUMOWATT_SANITIZE)
   set(fortify -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3)
   target_compile_options(lumowatt_options INTERFACE "$<$<NOT:$<CONFIG:Debug>>:${fortify}>")

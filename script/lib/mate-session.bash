@@ -1,9 +1,10 @@
 # shellcheck shell=bash disable=SC2154
 #
-# A panel of MATE along the top with one applet at its right.
+# A MATE panel along the top of the screen, with one applet at its right end.
 
-# Prepares it: prepare_mate APPLET FACTORY, as in "IndicatorAppletFactory::IndicatorApplet" and the
-# name of the factory on the bus, which is started when the panel asks for it.
+# Prepares the panel: prepare_mate APPLET FACTORY. APPLET is the applet's identifier, such as
+# "IndicatorAppletFactory::IndicatorApplet". FACTORY is the last part of the bus name of the factory
+# that creates the applet. The bus starts the factory when the panel requests it.
 prepare_mate() {
   use_settings_file <<END
 [org/mate/panel/general]
@@ -20,7 +21,7 @@ toplevel-id='top'
 position=0
 panel-right-stick=true
 END
-  # As MATE's settings daemon has it. A button with a label shows no icon otherwise.
+  # MATE's settings daemon sets this as well. Without it, buttons with a label show no icon.
   echo gtk-button-images=1 >>"$XDG_CONFIG_HOME/gtk-3.0/settings.ini"
   cp "/usr/share/dbus-1/services/org.mate.panel.applet.$2.service" "$session/services"
 }

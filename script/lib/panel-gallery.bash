@@ -1,9 +1,9 @@
 # shellcheck shell=bash
 #
-# What tours through panels found, and the page that shows it. A panel's folder has the file
-# "results": a line for each result, its fields separated by tabs.
+# Functions that store the results of panel tests and write a page with them. The folder of a panel
+# contains the file "results", with one result per line and tabs between its fields.
 
-# Adds a result: add_result FOLDER FIELD..., which are
+# Adds a result: add_result FOLDER FIELD... The fields are one of
 #   check passed|failed WHAT [REASON]
 #   picture GROUP FILE CAPTION
 #   skipped PACKAGES
@@ -13,7 +13,7 @@ add_result() {
   echo "${*:2}" >>"$folder/results"
 }
 
-# Writes the page: write_gallery FOLDER NAME..., with a folder in it for each panel that was toured.
+# Prints the page: write_gallery FOLDER NAME... FOLDER contains a folder for each tested panel.
 write_gallery() {
   local folder=$1 panel
   cat <<'END'
@@ -64,7 +64,7 @@ write_panel() { # FOLDER NAME
   done < <(groups "$results")
 }
 
-# The groups of pictures, in their order but for the menus, which are large.
+# Prints the groups of pictures in the order of the results, except that the large menus are last.
 groups() { # RESULTS
   awk -F'\t' '
     $1 == "picture" && !seen[$2]++ && $2 != "menus" { print $2 }

@@ -1,17 +1,18 @@
 # shellcheck shell=bash
 #
-# For scripts that show the item in a real panel, on any machine: a laptop made of files, and a
-# session bus, a screen and an Xfce panel with nothing but a tray. All of it is private, and ends
-# with the script that has sourced this, however that ends.
+# Functions for scripts that show the item in a real panel, on any machine. They mock a laptop by
+# files, and start a session bus, a virtual screen and an Xfce panel that contains only a tray. All
+# are private to the script that sources this file. They end when the script exits or is killed.
 
-# Starts everything but the panel and the item: begin_session PROGRAM MACHINE PICTURES [SCALE], with
-# a folder as in tests/fixtures/linux, and one in which pictures are left.
+# Starts everything except the panel and the item: begin_session PROGRAM MACHINE PICTURES [SCALE].
+# MACHINE is a folder like those in tests/fixtures/linux. PICTURES is the folder for pictures.
 begin_session() {
   begin_bare_session "$@"
   begin_xfce_settings
 }
 
-# The same for any panel: without the settings of Xfce's. The screen has $screen_size if that is set.
+# Starts a session for any panel, without the settings of the Xfce panel. Has the parameters of
+# begin_session. The screen has the size $screen_size if that is set.
 begin_bare_session() {
   local program=$1 machine=$2 sanitizer
   pictures=$3
@@ -20,7 +21,7 @@ begin_bare_session() {
   trap end_session EXIT
   mkdir -p "$session/laptop" "$session/services" "$pictures"
   cp -r "$machine" "$session/laptop/sys"
-  sanitizer=$(ldd "$program" | awk '$1 ~ /^libasan/ { print $1 }') # insists on being the first
+  sanitizer=$(ldd "$program" | awk '$1 ~ /^libasan/ { print $1 }') # must be preloaded first
   lumowatt=(env UMOCKDEV_DIR="$session/laptop"
     LD_PRELOAD="$sanitizer libumockdev-preload.so.0" "$program")
 
@@ -47,8 +48,8 @@ begin_xfce_settings() {
   await "the panel's settings" is_on_bus org.xfce.Xfconf
 }
 
-# The bus starts nothing by itself but what is put into the folder "services", so that nothing
-# outlives it.
+# Writes the settings of the bus and of GTK. The bus activates only services in the session's own
+# folder "services", so that no other process is started that could outlive the session.
 write_settings() {
   local gtk=$session/config/gtk-3.0
   mkdir -p "$gtk"
@@ -74,8 +75,9 @@ gtk-xft-rgba=none
 END
 }
 
-# Along the top: a gap that takes what room there is, then the tray. That knows other items, as an
-# ordinary desktop's does, and writes its list of them anew when it sees another.
+# Items that the tray knows, as on an ordinary desktop. When the tray sees a new item, it writes the
+# list of known items again. The panel is along the top of the screen and contains an expanding gap
+# and the tray.
 other_items=("(null)" nm-applet blueman)
 
 write_xfce_settings() {
@@ -114,7 +116,7 @@ $(printf '        <value type="string" value="%s"/>\n' "${other_items[@]}")
 END
 }
 
-# Has the panel that is started next see the item for the first time.
+# Resets the list of known items, so that the item is new to the next panel.
 forget_items() {
   local list=(-c xfce4-panel -p /plugins/plugin-2/known-items) other values=()
   for other in "${other_items[@]}"; do values+=(-t string -s "$other"); done
@@ -122,7 +124,7 @@ forget_items() {
   xfconf-query "${list[@]}" -n -a "${values[@]}"
 }
 
-# Starts the panel: begin_panel THEME, which is Adwaita or Adwaita:dark.
+# Starts the panel: begin_panel THEME. THEME is Adwaita or Adwaita:dark.
 begin_panel() {
   launch env GTK_THEME="$1" xfce4-panel --disable-wm-check
   panel=$!
@@ -141,8 +143,8 @@ begin_item() {
 
 has_item_ended() { ! is_running "$item"; }
 
-# Lets the laptop's supplies say something else: supply ATTRIBUTE=VALUE..., each ATTRIBUTE with the
-# supply's name before it, as in AC/online=1.
+# Changes attributes of the laptop's power supplies: supply ATTRIBUTE=VALUE... Each ATTRIBUTE starts
+# with the name of its supply, as in AC/online=1.
 supply() {
   local attribute
   for attribute in "$@"; do
@@ -152,14 +154,15 @@ supply() {
 
 # Processes
 
-# Starts a process, whose id is then in $!. Should the script be killed, the kernel ends it.
+# Starts a process and stores its ID in $!. If the script is killed, the kernel terminates the
+# process.
 launch() {
   setpriv --pdeathsig TERM "$@" >>"$session/log" 2>&1 &
 }
 
 is_running() { jobs -pr | grep -qx "$1"; }
 
-# Ends a process, gently if it will.
+# Terminates a process. Kills the process if it does not exit in time.
 stop() {
   local deadline=$((SECONDS + 10))
   kill "$1" 2>/dev/null || return 0
@@ -185,7 +188,7 @@ await() {
   done
 }
 
-# Says what is wrong and ends the script. What the processes wrote follows, and the screen is kept.
+# Prints an error message and the output of the processes, takes a picture of the screen and exits.
 fail() {
   echo "${0##*/}: $*" >&2
   sed 's/^/  | /' "$session/log" >&2
@@ -205,7 +208,7 @@ is_on_bus() {
 
 is_not_on_bus() { ! is_on_bus "$1"; }
 
-# How many items the panel has.
+# Returns whether the panel has the given number of items.
 are_registered() { # COUNT
   local watcher=org.kde.StatusNotifierWatcher
   [[ $(bus_call $watcher /StatusNotifierWatcher org.freedesktop.DBus.Properties.Get $watcher \
@@ -222,15 +225,16 @@ has_row() { menu_call GetLayout 0 1 "['label']" | grep -q "$1"; } # TEXT
 
 take_picture() { import -silent -window root "$pictures/$1.png"; } # NAME
 
-# The panel without its border, through ImageMagick: panel_picture ARGUMENTS.
+# Converts a picture of the panel without its border with ImageMagick: panel_picture ARGUMENTS.
 panel_picture() {
   local window
   window=$(xdotool search --onlyvisible --maxdepth 1 --class '^xfce4-panel$' 2>/dev/null)
   convert "x:$window" -shave 2x2 +repage "$@" 2>/dev/null
 }
 
-# Where the icons in the panel are, without the pointer on them: for each from the left its first
-# column and its width. There is more room between them than within them.
+# Prints the first column and the width of each icon in the panel, from left to right. The pointer
+# must not be on the panel. Icons are recognized by their distance, which is larger than the gaps
+# inside an icon.
 icons() {
   panel_picture -colorspace Gray -scale 'x1!' -depth 8 gray:- | od -An -v -tu1 -w1 |
     awk -v room=$((5 * scale)) '
@@ -244,14 +248,15 @@ icons() {
 
 are_drawn() { [[ $(icons | wc -l) -eq $1 ]]; } # COUNT
 
-# The panel puts what comes later to the left.
+# Finds the glyph and sets $glyph_start and $glyph_width. The glyph is the last icon, because the
+# panel inserts new icons on the left.
 read_glyph() {
   local glyph
   glyph=$(icons | tail -1)
   [[ -n $glyph ]] && read -r glyph_start glyph_width <<<"$glyph"
 }
 
-# Whether the glyph is red, grey or green.
+# Returns whether the glyph has the given color: red, grey or green.
 is_glyph() {
   local -A more_green=([red]=-1 [grey]=0 [green]=1)
   read_glyph &&
@@ -259,7 +264,7 @@ is_glyph() {
       -format '%[fx:(mean.g-mean.r>0.05)-(mean.r-mean.g>0.05)]' info:) == "${more_green[$1]}" ]]
 }
 
-# How light the tile beside the glyph is at its lightest and its darkest, in percent.
+# Prints the maximum and the minimum lightness of the tile next to the glyph, in percent.
 tile_lightness() {
   local start width
   read -r start width < <(icons | tail -2 | head -1)
@@ -274,7 +279,7 @@ point_at_glyph() {
 
 point_at_nothing() { xdotool mousemove 10 "${screen_size#*x}"; }
 
-# The windows of a kind, MENU or TOOLTIP, that the item has open.
+# Prints the open windows of the item that have the given type, MENU or TOOLTIP.
 popups() {
   local window
   for window in $(xdotool search --onlyvisible --maxdepth 1 --class '^wrapper-2.0$' 2>/dev/null); do
@@ -282,7 +287,7 @@ popups() {
   done
 }
 
-# How many windows of a kind are open: are_open COUNT KIND.
+# Returns whether the given number of windows of a type is open: are_open COUNT TYPE.
 are_open() { [[ $(popups "$2" | wc -l) -eq $1 ]]; }
 
 show_tool_tip() {
@@ -290,7 +295,7 @@ show_tool_tip() {
   await "a tool tip" are_open 1 TOOLTIP
 }
 
-# Opens the item's menu, whose window is then $menu.
+# Opens the menu of the item and stores its window in $menu.
 open_menu() {
   point_at_glyph
   xdotool click 1
@@ -310,14 +315,15 @@ escape_menus() {
   are_open 0 MENU
 }
 
-# Whether the menu has rows of text, and the same number as when this was last asked.
+# Returns whether the menu contains rows of text, as many as in the previous call.
 is_menu_still() {
   local before=$rows
   rows=$(menu_rows | wc -l)
   ((rows > 0 && rows == before))
 }
 
-# The middle of each row of text in the menu, from above. Lines that separate are thinner than text.
+# Prints the vertical center of each row of text in the menu, from top to bottom. Separators are
+# thinner than text and ignored.
 menu_rows() {
   convert "x:$menu" -shave 2x2 -colorspace Gray -scale '1x!' -depth 16 gray:- |
     od -An -v -tu2 -w2 | awk '
@@ -327,7 +333,7 @@ menu_rows() {
       { height = 0 }'
 }
 
-# Points at the row of the menu with this place, counted from below.
+# Moves the pointer to a row of the menu: point_at_row NUMBER, counted from below.
 point_at_row() {
   local rows
   mapfile -t rows < <(menu_rows)
@@ -341,7 +347,7 @@ is_row_lit() {
   [[ $(convert "x:$menu" -format "%[fx:p{4,$row} != p{4,4}]" info:) == 1 ]]
 }
 
-# Clicks on the row of the menu with this place, counted from below.
+# Clicks on a row of the menu: choose_row NUMBER, counted from below.
 choose_row() {
   point_at_row "$1"
   xdotool click 1

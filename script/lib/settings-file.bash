@@ -1,9 +1,9 @@
 # shellcheck shell=bash disable=SC2154
 #
-# For panels whose settings are GSettings, which expect a system, or leave the color of icons to a
-# portal's color scheme.
+# Functions for panels that store their settings in GSettings, need a system bus, or choose the
+# color of icons by the color scheme of a portal.
 
-# Lets them read a file, in the form of the keyfile backend, from the standard input.
+# Makes GSettings use a file, which is read from the standard input in the keyfile backend's format.
 use_settings_file() {
   local folder=$XDG_CONFIG_HOME/glib-2.0/settings
   mkdir -p "$folder"
@@ -11,7 +11,7 @@ use_settings_file() {
   export GSETTINGS_BACKEND=keyfile
 }
 
-# Starts the portal that tells the desktop's color scheme: begin_portal light|dark.
+# Starts a portal that provides the color scheme of the desktop: begin_portal light|dark.
 begin_portal() {
   local settings=$XDG_CONFIG_HOME/glib-2.0/settings/keyfile
   [[ -e $settings ]] || use_settings_file </dev/null
@@ -29,7 +29,7 @@ end_portal() {
   stop "$portal_backend"
 }
 
-# Starts a system bus with nothing on it, lest the machine's own is used.
+# Starts an empty system bus, so that the panel does not connect to the system bus of the machine.
 begin_system_bus() {
   sed "s|path=$session/bus|path=$session/system-bus|; /servicedir/d" "$session/bus.conf" \
     >"$session/system-bus.conf"

@@ -1,8 +1,8 @@
 # shellcheck shell=bash disable=SC2154
 #
-# sway in a window that fills the screen in memory, for panels on Wayland.
+# sway in a window that fills the virtual screen, for panels on Wayland.
 
-# Starts it: begin_sway CONFIGURATION, which comes after the background.
+# Starts sway with a background and further configuration: begin_sway CONFIGURATION.
 begin_sway() {
   cat >"$session/sway.conf" <<END
 output * bg #505860 solid_color

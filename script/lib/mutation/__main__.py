@@ -1,4 +1,4 @@
-"""Changes the sources one place at a time and prints what no test finds: see script/mutate."""
+"""Runs mutation tests. script/mutate describes the arguments."""
 
 import argparse
 import os
@@ -16,7 +16,7 @@ from trial import Trial
 
 FOLDERS = ["src/base", "src/telemetry", "src/format", "src/render", "src/menubar", "src/cli",
            "src/platform/linux/power_supply"]
-# Where a folder's tests are not, or not only, in the executable that has its name.
+# Test executables of folders whose tests are not, or not only, in the executable of the same name.
 EXECUTABLES = {"artwork": ("artwork_test", "icons_test"),
                "freedesktop": ("freedesktop_test", "program_test"),
                "posix": ("linux_test",)}
@@ -35,7 +35,7 @@ def arguments():
 
 
 def tests_of(path, tests):
-    """The test executables of the innermost folder that has any."""
+    """Returns the test executables of the innermost folder that has any."""
     for part in reversed(pathlib.PurePath(path).parent.parts):
         names = EXECUTABLES.get(part, (f"{part}_test",))
         if tests.issuperset(names):
@@ -44,7 +44,7 @@ def tests_of(path, tests):
 
 
 def sources_below(build, folders):
-    """The sources in the folders, each with the executables of its tests."""
+    """Returns the sources in the folders, each with the test executables of its folder."""
     tests = build.tests()
     result = {}
     for folder in folders:
@@ -67,12 +67,12 @@ def sources_below(build, folders):
 
 
 def all_of(tests):
-    """The test executables of all sources, in order and once."""
+    """Returns the test executables of all sources, sorted and without duplicates."""
     return sorted({name for names in tests.values() for name in names})
 
 
 def changed_lines(root, commit):
-    """The numbers of the lines of each file that differ from a commit."""
+    """Returns for each file the numbers of the lines that differ from a commit."""
     diff = subprocess.run(["git", "diff", "-U0", "--no-prefix", "--no-color", "--no-ext-diff",
                            commit, "--", "src"], cwd=root, capture_output=True, text=True)
     if diff.returncode != 0:
@@ -89,7 +89,7 @@ def changed_lines(root, commit):
 
 
 def equivalents(root):
-    """The keys of the changes that are listed as equivalent."""
+    """Returns the keys of the changes that tests/equivalent_changes lists."""
     file = root / "tests/equivalent_changes"
     keys = []
     path = line = None
@@ -111,7 +111,7 @@ def misuse(message):
 
 
 class Progress:
-    """Says on the standard error how far the work is."""
+    """Reports the progress on the standard error."""
 
     def __init__(self, total):
         self.total = total
@@ -129,8 +129,9 @@ class Progress:
 
 
 def try_changes(build, tests, changes, seconds):
-    """Tries the changes. Returns by their numbers whether each was found, None for those that
-    do not compile. Those that the time did not suffice for are missing."""
+    """Tests the changes. Returns a dictionary from the number of a change to True if a test detects
+    it, False if none does, or None if it does not compile. Changes that were not tested before the
+    time ran out are missing."""
     trials = {name: Trial(build.binaries / name, build.environment(name))
               for name in all_of({each.key[0]: tests[each.key[0]] for each in changes})}
     end = time.monotonic() + seconds if seconds else float("inf")
@@ -149,17 +150,17 @@ def try_changes(build, tests, changes, seconds):
         results[change.number] = any(trials[name].finds(number) for name in names)
         progress.update(results[change.number])
 
-    with ThreadPoolExecutor(2 * JOBS) as pool:  # many tests wait
+    with ThreadPoolExecutor(2 * JOBS) as pool:  # many tests spend most of their time waiting
         list(pool.map(try_one, [each for each in changes if each.place.switchable]))
     alone = [each for each in changes if not each.place.switchable]
-    for change in sorted(alone, key=lambda each: each.key[0]):  # few, each with a build of its own
+    for change in sorted(alone, key=lambda each: each.key[0]):  # few; each is built separately
         try_one(change, True)
     build.restore()
     return results
 
 
 def report(build, changes, results, started):
-    """Prints what survived and the score. Returns whether all is well."""
+    """Prints the survivors and the score. Returns whether all survivors are explained."""
     remembered = build.folder / "survivors"
     listed = set(equivalents(build.root))
     found = sum(result is True for result in results.values())
@@ -196,7 +197,7 @@ def report(build, changes, results, started):
 def main():
     started = time.monotonic()
     for number in (signal.SIGINT, signal.SIGTERM):
-        signal.signal(number, lambda *_: os._exit(130))  # at once; what it started ends with it
+        signal.signal(number, lambda *_: os._exit(130))  # child processes end with it
     options = arguments()
     root = pathlib.Path(__file__).resolve().parents[3]
     build = Build(root)

@@ -1,4 +1,4 @@
-"""Builds the tests with changed sources, in a copy of the project."""
+"""Builds the tests with changed sources in a copy of the project."""
 
 import json
 import os
@@ -12,33 +12,34 @@ from changes import Source
 from schema import HEADER, blame, render
 
 JOBS = os.cpu_count() or 1
-# With the library's checks, a change that reads an empty optional crashes.
+# The assertions of the library crash a program in which a change reads an empty optional.
 FLAGS = ("-O1 -w -ferror-limit=0 -Wno-narrowing -Wno-invalid-constexpr -D_GLIBCXX_ASSERTIONS "
          "-include {}")
 MESSAGE = re.compile(r"^(/[^:\n]+):(\d+):(\d+): (?:fatal )?(error|note): (.*)", re.M)
 
 
 class Build:
-    """The copy of the project below build/mutate, and what is built of it."""
+    """The copy of the project in build/mutate, and its build."""
 
     def __init__(self, root):
         self.root = root
         self.folder = root / "build/mutate"
         self.tree = self.folder / "tree"
         self.binaries = self.folder / "build"
-        self.sources = {}  # by path: those that are changed
+        self.sources = {}  # the changed sources, by path
 
     # The copy
 
     def write(self, path, contents):
-        """Writes a file of the copy, unless it is so already: what is older need not be rebuilt."""
+        """Writes a file of the copy. Leaves a file with the same contents untouched, so that it is not
+        rebuilt."""
         file = self.tree / path
         if not file.exists() or file.read_bytes() != contents:
             file.parent.mkdir(parents=True, exist_ok=True)
             file.write_bytes(contents)
 
     def copy(self):
-        """Brings the copy up to date, apart from the files that are changed in it."""
+        """Updates the copy, except for the changed sources."""
         listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others",
                                  "--exclude-standard"], cwd=self.root, check=True,
                                 capture_output=True, text=True).stdout.split("\0")
@@ -67,18 +68,18 @@ class Build:
     # The tests
 
     def tests(self):
-        """The names of the test executables."""
+        """Returns the names of the test executables."""
         targets = self.ninja("-t", "targets", "all").stdout
         return set(re.findall(r"^(\w+_test): CXX_EXECUTABLE", targets, re.M))
 
     def inputs(self, test):
-        """The sources, headers apart, of which a test is made."""
+        """Returns the sources, without headers, that a test executable is built from."""
         prefix = f"{self.tree}/"
         return {line.removeprefix(prefix) for line in
                 self.ninja("-t", "inputs", test).stdout.splitlines() if line.startswith(prefix)}
 
     def environment(self, test):
-        """What a test finds in its environment."""
+        """Returns the environment variables that CTest sets for a test executable."""
         shown = subprocess.run(["ctest", "--show-only=json-v1", "--label-regex", f"^{test}$"],
                                cwd=self.binaries, check=True, capture_output=True, text=True)
         properties = json.loads(shown.stdout)["tests"][0]["properties"]
@@ -88,12 +89,12 @@ class Build:
     # The changes
 
     def parse(self, paths):
-        """Finds the changes of the sources."""
+        """Parses the sources and generates their changes."""
         commands = json.loads((self.binaries / "compile_commands.json").read_text("utf-8"))
         by_path = {os.path.relpath(each["file"], self.tree): each["command"] for each in commands}
         any_command = next(each for path, each in by_path.items() if path.startswith("src/"))
         for path in paths:
-            command = by_path.get(path, any_command)  # a header has none
+            command = by_path.get(path, any_command)  # headers are not in the database
             words = shlex.split(command.replace(str(self.tree), str(self.root)))
             source = Source(self.root, path, ["-x", "c++", *words[1:words.index("-o")]])
             first = zlib.crc32(path.encode()) % 100_000 * 10_000
@@ -103,8 +104,8 @@ class Build:
             self.sources[path] = source
 
     def build(self, tests):
-        """Builds the tests with all changes that can be switched at run time: those that the
-        compiler complains about are taken out until it accepts the rest."""
+        """Builds the tests with all changes that can be switched on at run time. Removes the changes
+        that cause compiler errors until the compiler accepts the rest."""
         rendered = {path: render(source) for path, source in self.sources.items()}
         while True:
             for path, code in rendered.items():
@@ -119,8 +120,8 @@ class Build:
                 rendered[path] = render(self.sources[path])
 
     def blame(self, output, rendered):
-        """Marks the places that the compiler complains about as not switchable. Returns the
-        paths of the sources concerned."""
+        """Marks the places that cause compiler errors as not switchable. Returns the paths of the
+        affected sources."""
         paths = set()
         messages = list(MESSAGE.finditer(output))
         at = 0
@@ -144,7 +145,7 @@ class Build:
         return paths
 
     def culprit(self, message, rendered):
-        """Returns the path, and the place or the constant, that a compiler message is about."""
+        """Returns the path, and the place or the constant, that a compiler message refers to."""
         path = os.path.relpath(os.path.realpath(message[1]), self.tree)
         if path not in rendered:
             return None
@@ -154,10 +155,10 @@ class Build:
         return (path, place, None if place else constant) if place or constant else None
 
     def build_alone(self, change, tests):
-        """Builds the tests with one change made for good. Returns whether they compile."""
+        """Builds the tests with one permanent change. Returns whether they compile."""
         source = next(each for each in self.sources.values()
                       if each.places.get((change.place.start, change.place.end)) is change.place)
-        self.restore()  # without the change before
+        self.restore()  # removes the previous change
         self.write(source.path, render(source, change))
         return self.ninja("-j", str(JOBS), *tests).returncode == 0
 
@@ -167,7 +168,7 @@ class Build:
 
 
 def identify(source):
-    """Gives each change its key. Equal changes of equal lines are told apart by their order."""
+    """Sets the key of each change. Numbers equal changes of equal lines in their order."""
     lines = source.bytes.decode().split("\n")
     seen = {}
     for change in sorted(source.changes(), key=lambda each: each.place.start):

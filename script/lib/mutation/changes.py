@@ -1,11 +1,11 @@
-"""Finds the places of a source that can be changed, with their alternatives, by libclang."""
+"""Finds the places of a source that can be changed, and their alternatives, with libclang."""
 
 import re
 from dataclasses import dataclass, field
 
 from clang.cindex import CursorKind as Kind, Index, TypeKind
 
-# By two: exact in any precision.
+# Multiplications and divisions by two, which are exact in any precision.
 EXACT = re.compile(r"\b2(?:\.0)? \* | [*/] 2(?:\.0)?\b| \* 0\.5\b")
 COMPARISONS = {"<": ("<=", ">="), "<=": ("<", ">"), ">": (">=", "<="), ">=": (">", "<"),
                "==": ("!=",), "!=": ("==",)}
@@ -16,47 +16,48 @@ CONJUNCTIONS = {"&&": "||", "||": "&&"}
 ROUNDING = {"round", "floor", "ceil", "trunc", "lround", "llround", "rint", "abs", "fabs"}
 FLOATING = {TypeKind.FLOAT, TypeKind.DOUBLE, TypeKind.LONGDOUBLE}
 LOOPS = {Kind.WHILE_STMT, Kind.DO_STMT}
-# By its name, with its arguments: libclang's own record of macros takes seconds for each source.
+# A macro with its arguments, recognized by its name. libclang's own record of macros takes seconds
+# per source.
 MACRO = re.compile(rb"\b(?:[A-Z][A-Z0-9_]{3,}|assert|offsetof)\b(?:\((?:[^()]|\([^()]*\))*\))?")
 INTEGER = re.compile(r"(0[xX][\da-fA-F']+|0[bB][01']+|[\d']+)[uUlLzZ]*")
 
 
 @dataclass
 class Change:
-    """One way in which a place can be changed."""
+    """One possible change of a place."""
 
     place: "Place"
-    code: str  # what replaces the place's code
-    change: str  # "a < b -> a <= b", for people
-    number: int = 0  # what switches it on; unique in the project
-    key: tuple = ()  # file, source line and change: what it is known by when lines have moved
+    code: str  # replaces the code of the place
+    change: str  # description such as "a < b -> a <= b"
+    number: int = 0  # value that switches the change on; unique in the project
+    key: tuple = ()  # file, text of the line, and change: stable when lines move
 
 
 @dataclass
 class Place:
-    """A range of a source that is an expression, and what can stand there instead."""
+    """A range of a source that contains an expression, and the possible changes of the range."""
 
     start: int
     end: int
-    cast: str = ""  # what every alternative is wrapped in, so that their types agree
-    insertion: str = ""  # for an empty range: the code that the alternatives replace
-    switchable: bool = True  # at run time; otherwise each change is compiled alone
+    cast: str = ""  # applied to every alternative, so that their types agree
+    insertion: str = ""  # code that the alternatives replace if the range is empty
+    switchable: bool = True  # at run time; otherwise each change is compiled separately
     changes: list[Change] = field(default_factory=list)
 
 
 @dataclass
 class Constant:
-    """A constexpr variable. Its initializer is switchable once it is merely const."""
+    """A constexpr variable. Its initializer is switchable after replacing constexpr by const."""
 
     start: int
     end: int
     keyword: int
     replacement: str
-    fixed: bool = False  # something needs its value at compile time
+    fixed: bool = False  # the value is needed at compile time
 
 
 class Source:
-    """A source file with its places of change and its constants."""
+    """A source file with its changeable places and its constants."""
 
     def __init__(self, root, path, flags):
         self.path = path
@@ -92,7 +93,7 @@ class Source:
     # Recording
 
     def add(self, start, end, code, becomes, was=None, cast="", insertion=""):
-        """Records a change of the range, unless a macro brings it or it is already known."""
+        """Records a change of the range, unless it is part of a macro or already recorded."""
         if any(low <= start and end <= high for low, high in self.macros) and cast != "(void)":
             return
         original = insertion or self.text(start, end)
@@ -142,7 +143,7 @@ class Source:
                        in_label=kind == Kind.CASE_STMT and child == children[0])
 
     def is_statement(self, parent, child, children):
-        """Whether the expression is a statement of its own."""
+        """Returns whether the expression is a statement."""
         if parent.kind in (Kind.COMPOUND_STMT, Kind.DEFAULT_STMT):
             return True
         if parent.kind in (Kind.IF_STMT, Kind.WHILE_STMT, Kind.FOR_STMT):
@@ -174,17 +175,17 @@ class Source:
         if scope in (Kind.CLASS_DECL, Kind.STRUCT_DECL, Kind.CLASS_TEMPLATE):
             replacement = "inline const"
         elif scope == Kind.DECL_STMT and b"static" not in self.bytes[start:keyword]:
-            replacement = "static const"  # so that a table is made once
+            replacement = "static const"  # initializes a table only once
         self.constants.append(Constant(start, end, keyword, replacement))
 
     def remove(self, cursor):
         if re.search(r"\breserve$", cursor.spelling):
-            return  # it changes nothing but the speed
+            return  # it affects only the speed
         self.replace(cursor, "0", "(removed)", cast="(void)")
 
     def condition(self, cursor, was, results, insertion=None):
-        """Replaces a condition by true, by false and by its opposite, as far as `results` has them:
-        the changes in words, or None."""
+        """Replaces a condition by true, by false and by its negation. `results` contains the
+        description of each of these changes, or None to omit the change."""
         code = insertion or self.code(cursor)
         start, end = (span(cursor)[1],) * 2 if insertion else span(cursor)
         bare = stripped(cursor)
@@ -229,7 +230,8 @@ class Source:
                        (a, b, f"!({self.code(condition)}) ? {a} : {b}"))
 
     def operator(self, cursor, children):
-        """Returns what is between the outer operands of an expression: its operator, if binary."""
+        """Returns the text between the outer operands of an expression, which is the operator of a
+        binary expression."""
         if len(children) < 2 or not cursor.kind.is_expression():
             return ""
         return self.text(span(children[0])[1], span(children[-1])[0]).strip()
@@ -261,7 +263,7 @@ class Source:
         return True
 
     def reorder(self, cursor, left, operator, c):
-        """Swaps a multiplication and a division, after which the last bit may differ."""
+        """Swaps a multiplication and a division, which may change the last bit of the result."""
         operands = list(left.get_children())
         inner = self.operator(left, operands)
         if {inner, operator} == {"*", "/"} and left.type.get_canonical().kind == TypeKind.DOUBLE:
@@ -271,7 +273,7 @@ class Source:
     def unary(self, cursor, operand):
         code = self.code(cursor)
         inner = self.code(operand)
-        if code.startswith("!") and not code.startswith("!="):  # a "==" and a "!" to C++20
+        if code.startswith("!") and not code.startswith("!="):  # C++20: "!=" is a negated "=="
             self.replace(cursor, f"!!({inner})", inner)
         elif code.startswith("-") and not code.startswith("--"):
             self.replace(cursor, f"({inner})", inner)
@@ -294,8 +296,8 @@ class Source:
             kind = cursor.type.get_canonical().spelling.removeprefix("const ").rstrip(" &")
             self.replace(cursor, f"static_cast<{kind}>({argument})", argument)
         if cursor.spelling in ("min", "max"):
-            return  # their arguments may have any order
-        swapped = arguments[is_clamp:]  # std::clamp takes its first two in any order as well
+            return  # the order of their arguments does not matter
+        swapped = arguments[is_clamp:]  # in std::clamp, the order of the first two does not matter
         for first, second in zip(swapped, swapped[1:]):
             if type_name(first) == type_name(second) and "(" not in type_name(first):
                 (low, middle), (middle_end, high) = span(first), span(second)
@@ -306,10 +308,10 @@ class Source:
         is_initializer = parent is not None and parent.location.offset == start and (
             parent.kind == Kind.VAR_DECL)
         if (is_initializer or code.startswith("{")) and (start, end) in self.places:
-            self.places[start, end].switchable = False  # no expression
+            self.places[start, end].switchable = False  # not an expression
 
     def enumerator(self, cursor):
-        """Replaces one of the project's own enumerators by the next."""
+        """Replaces an enumerator defined in the project by the next one."""
         target = cursor.referenced
         if target is None or target.kind != Kind.ENUM_CONSTANT_DECL:
             return
@@ -356,7 +358,7 @@ def inside(inner, outer):
 
 
 def stripped(cursor):
-    """The expression without parentheses and implicit conversions."""
+    """Returns the expression without parentheses and implicit conversions."""
     while cursor.kind in (Kind.UNEXPOSED_EXPR, Kind.PAREN_EXPR):
         children = list(cursor.get_children())
         if len(children) != 1:
@@ -382,7 +384,8 @@ def number(digits):
 
 
 def balanced(code):
-    """Whether the code has as many closing brackets as opening ones, outside of literals."""
+    """Returns whether the code contains as many closing brackets as opening ones. Ignores literals
+    and comments."""
     bare = re.sub(r"\"(?:\\.|[^\"\\])*\"|(?<!\d)'(?:\\.|[^'\\])*'|//[^\n]*", "", code)
     return all(bare.count(a) == bare.count(b) for a, b in ("()", "{}", "[]"))
 

@@ -1,9 +1,9 @@
-"""Writes a source in which every change is present and one can be switched on."""
+"""Generates code that contains every change of a source, of which one can be switched on."""
 
 import re
 
-# Not constexpr, so that no compiler evaluates a change away. The number is read before main starts,
-# or where an earlier initializer asks for it.
+# Not constexpr, so that the compiler does not optimize changes away. The number is read before main
+# starts, or by an initializer that needs it earlier.
 HEADER = """#pragma once
 #include <cstdlib>
 inline long activeMutant = -1;
@@ -22,11 +22,11 @@ KEYWORD = re.compile(rb"/\*(\d+)\*/")
 
 
 def render(source, alone=None):
-    """Returns the code of the source with all that can be switched. `alone` is a change that is
-    made for good instead."""
+    """Returns the code of the source with all switchable changes. Applies the change `alone`, if any,
+    permanently."""
     edits = [each for each in source.places.values()
              if each.switchable or alone is not None and alone.place is each]
-    # Outer ones first; of insertions behind a place, the place.
+    # Outer places come before inner ones, and a place comes before insertions after it.
     edits.sort(key=lambda each: (each.start, -each.end))
     keywords = [each for each in source.constants if not each.fixed]
     return _render(source, 0, len(source.bytes), edits, keywords, alone)
@@ -75,8 +75,8 @@ def _place(source, place, inner, keywords, alone):
 
 
 def blame(source, rendered, offset):
-    """Returns the innermost place around an offset of the rendered code, and the constant that is
-    declared there; None where there is none."""
+    """Returns the innermost place around an offset in the rendered code, and the constant declared
+    at the offset. Either may be None."""
     around = []
     for found in MARK.finditer(rendered, 0, offset):
         if found[3] == b"<":

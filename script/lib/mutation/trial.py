@@ -1,4 +1,4 @@
-"""Runs a test executable against a change."""
+"""Runs a test executable with a change."""
 
 import json
 import os
@@ -10,12 +10,12 @@ import time
 
 MEMORY = 2 << 30
 FILE_SIZE = 256 << 20
-IN_MEMORY = "/dev/shm"  # where tests of files and folders take a tenth of the time
+IN_MEMORY = "/dev/shm"  # tests of files and folders take a tenth of the time here
 STAGES = (0.05, 0.5, float("inf"))  # seconds: quick tests run first, since most changes fail them
 
 
 class Trial:
-    """A test executable with its environment, and its tests in stages with a time limit each."""
+    """A test executable and its environment. Its tests are divided into stages by duration."""
 
     def __init__(self, program, environment):
         self.program = program
@@ -29,18 +29,18 @@ class Trial:
         overhead = time.monotonic() - started - sum(float(each["time"][:-1]) for each in suites)
         times = {f"{suite['name']}.{test['name']}": float(test["time"][:-1])
                  for suite in suites for test in suite["testsuite"]}
-        self.stages = []  # the tests of each, and how long they take
+        self.stages = []  # the tests of each stage and their duration
         for least, most in zip((-1.0, *STAGES), STAGES):
             tests = [name for name, seconds in times.items() if least < seconds <= most]
             if tests:
                 self.stages.append((tests, overhead + sum(times[each] for each in tests)))
 
     def finds(self, number):
-        """Whether a test fails, crashes or hangs with the change of this number."""
+        """Returns whether a test fails, crashes or hangs with the change of the given number."""
         return not all(self.passes(number, tests, seconds) for tests, seconds in self.stages)
 
     def passes(self, number, tests, seconds, *options):
-        processor_time = 2 + round(3 * seconds)  # which does not depend on what else runs
+        processor_time = 2 + round(3 * seconds)  # independent of the load of the machine
         with tempfile.TemporaryDirectory(
                 prefix="mutate-", dir=IN_MEMORY if os.path.isdir(IN_MEMORY) else None,
                 ignore_cleanup_errors=True) as folder:
@@ -63,7 +63,7 @@ class Trial:
 
 
 def end_processes(group, mark):
-    """Kills a process group, and what left it but has the mark in its environment."""
+    """Kills a process group, and all processes that have the mark in their environment."""
     try:
         os.killpg(group, signal.SIGKILL)
     except ProcessLookupError:
@@ -73,4 +73,4 @@ def end_processes(group, mark):
             if mark.encode() in file.read_bytes().split(b"\0"):
                 os.kill(int(file.parent.name), signal.SIGKILL)
         except OSError:
-            pass  # it has ended, or is somebody else's
+            pass  # the process has exited or belongs to another user

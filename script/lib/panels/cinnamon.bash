@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 watcher=/usr/libexec/xapps/sn-watcher/xapp-sn-watcher
 name="Cinnamon: panel with the XApp status applet"
 needs=("cinnamon /usr/bin/cinnamon" "xapp-sn-watcher $watcher"

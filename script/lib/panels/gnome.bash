@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="GNOME Shell with the AppIndicator extension"
 extension=ubuntu-appindicators@ubuntu.com
 needs=("gnome-shell /usr/bin/gnome-shell"
@@ -6,15 +6,15 @@ needs=("gnome-shell /usr/bin/gnome-shell"
   "libgl1-mesa-dri /usr/lib/*/dri/swrast_dri.so"
   "fonts-cantarell /usr/share/fonts/*/cantarell/Cantarell-Regular.otf"
   "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
-themes=(dark) # the only one that GNOME's panel has
+themes=(dark) # the only theme of GNOME's panel
 menu_buttons="1 3"
 bar_top=0
 bar_height=32
 bar_left=860 # right of the clock
-screen_size=1366x768 # a small laptop's
-more_row=2           # of the closed menu, counted from below
+screen_size=1366x768 # as on a small laptop
+more_row=2           # with the submenus closed, counted from below
 modes_row=3
-colors_row=6 # with that submenu open
+colors_row=6 # with the submenu "More" open
 
 # shellcheck source=script/lib/settings-file.bash
 source script/lib/settings-file.bash
@@ -55,11 +55,11 @@ close_panel() {
 
 reach_colors() { choose_line $more_row; }
 
-# The whole menu is to be seen below the bar, with either of its submenus open: 720 px are the
-# height of 1080 px at a scale of 150 %.
+# Checks that the entire menu fits below the bar with either of its submenus open. The required
+# height is that of a screen of 720 px, which is 1080 px at a scale of 150 %.
 try_more() {
   supply BAT0/status=Charging BAT0/power_now=28200000 BAT0/temp=312 AC/online=1 \
-    AC/input_power_limit=65000000 # as many lines as a report has
+    AC/input_power_limit=65000000 # for the maximum number of lines in the report
   open_panel dark
   point_away
   shoot_still bare

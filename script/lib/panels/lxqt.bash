@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="LXQt: panel with the Status Notifier plugin"
 needs=("lxqt-panel /usr/bin/lxqt-panel" "lxqt-themes /usr/share/lxqt/themes/light/lxqt-panel.qss"
   "adwaita-icon-theme /usr/share/icons/Adwaita/index.theme"

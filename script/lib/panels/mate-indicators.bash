@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 service=/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service
 name="MATE: panel with the indicator applet"
 needs=("mate-panel /usr/bin/mate-panel"
@@ -7,7 +7,7 @@ needs=("mate-panel /usr/bin/mate-panel"
   "adwaita-icon-theme /usr/share/icons/Adwaita/index.theme"
   "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
 themes=(light dark)
-menu_buttons=1 # the other opens the panel's own menu
+menu_buttons=1 # the right button opens the menu of the panel
 bar_top=0
 bar_height=28
 

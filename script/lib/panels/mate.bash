@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="MATE: panel with the notification area"
 needs=("mate-panel /usr/bin/mate-panel" "adwaita-icon-theme /usr/share/icons/Adwaita/index.theme"
   "xdg-desktop-portal-gtk /usr/libexec/xdg-desktop-portal-gtk"

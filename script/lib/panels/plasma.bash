@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="KDE Plasma: panel with the system tray"
 needs=("plasma-workspace /usr/bin/plasmashell" "plasma-desktop /usr/share/plasma/shells/org.kde.plasma.desktop"
   "kded5 /usr/bin/kded5" "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
@@ -18,7 +18,8 @@ prepare_panel() {
   await "activities" is_on_bus org.kde.ActivityManager
 }
 
-# A desktop of one color, and along the bottom a gap and a system tray with nothing of its own.
+# Writes the layout: a desktop of one color, and a panel along the bottom. The panel contains a gap
+# and a system tray without items of its own.
 write_layout() {
   local known
   known=$(basename --multiple /usr/share/plasma/plasmoids/* | paste -sd,)

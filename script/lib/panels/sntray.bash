@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="Xfce: panel with the Status Notifier plugin (sntray)"
 needs=("xfce4-panel /usr/bin/xfce4-panel"
   "xfce4-sntray-plugin /usr/share/xfce4/panel/plugins/sntray.desktop"
@@ -6,7 +6,7 @@ needs=("xfce4-panel /usr/bin/xfce4-panel"
   "xdotool /usr/bin/xdotool"
   "imagemagick /usr/bin/import")
 themes=(light dark)
-menu_buttons=1 # the other opens the panel's own menu
+menu_buttons=1 # the right button opens the menu of the panel
 bar_top=0
 bar_height=30
 

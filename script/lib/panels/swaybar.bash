@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="swaybar, with the menu in fuzzel"
 needs=("sway /usr/bin/sway" "fuzzel /usr/bin/fuzzel"
   "xdg-desktop-portal-gtk /usr/libexec/xdg-desktop-portal-gtk"
@@ -39,7 +39,7 @@ close_panel() {
   end_portal
 }
 
-# Both buttons open the menu in a launcher, where a line is chosen by its first letters.
+# Checks that both buttons open the menu in a launcher, where the first letters select a line.
 try_more() {
   open_panel dark
   WAYLAND_DISPLAY=$(wayland_display)

@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="waybar, on sway"
 needs=("sway /usr/bin/sway" "waybar /usr/bin/waybar" "xdotool /usr/bin/xdotool"
   "imagemagick /usr/bin/import")
@@ -34,7 +34,7 @@ close_panel() {
   end_sway
 }
 
-# The bar is never told of keys.
+# The bar receives no key events.
 dismiss_menu() {
   point_away
   click 1

@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 service=/usr/libexec/ayatana-indicator-application/ayatana-indicator-application-service
 name="Xfce: panel with the Indicator plugin"
 needs=("xfce4-panel /usr/bin/xfce4-panel"
@@ -7,7 +7,7 @@ needs=("xfce4-panel /usr/bin/xfce4-panel"
   "xfconf /usr/share/dbus-1/services/org.xfce.Xfconf.service"
   "xdotool /usr/bin/xdotool" "imagemagick /usr/bin/import")
 themes=(light dark)
-menu_buttons=1 # the other is not for the item
+menu_buttons=1 # the panel does not pass the right button to the item
 bar_top=0
 bar_height=30
 

@@ -1,4 +1,4 @@
-# shellcheck shell=bash disable=SC2034,SC2154 # script/lib/panel-tour uses and sets them
+# shellcheck shell=bash disable=SC2034,SC2154 # panel-tour uses or sets these variables
 name="Xfce: panel with the Status Tray plugin"
 needs=("xfce4-panel /usr/bin/xfce4-panel"
   "xfconf /usr/share/dbus-1/services/org.xfce.Xfconf.service"
@@ -19,8 +19,8 @@ open_panel() { # THEME
 
 close_panel() { end_panel; }
 
-# How often glyph and title are drawn by a panel that knows other items, and sees these for the first
-# time. It writes its list of items then, while the second comes.
+# Checks how often a panel that knows other items draws the glyph and the title when they are new to
+# the panel. The panel then writes its list of known items while the second item is registered.
 try_more() {
   local start drawn=0 half=0
   for ((start = 1; start <= starts; ++start)); do
