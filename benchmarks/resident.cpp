@@ -179,7 +179,8 @@ double registrationTime(Panel& panel, Program& program) {
     panel.serveRegistration(timeout);
     times.push_back(Milliseconds(Clock::now() - start).count());
     program.end();
-    if (panel.registrations() == before) fail("the program does not register: " + program.command());
+    if (panel.registrations() == before)
+      fail("the program does not register: " + program.command());
     panel.serve(Milliseconds(50));  // until the bus has released the program's name
   }
   std::nth_element(times.begin(), times.begin() + starts / 2, times.end());

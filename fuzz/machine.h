@@ -7,18 +7,18 @@
 
 namespace lumowatt::fuzz {
 
-/// A file of a machine's, or without a value a folder.
+/// File of a simulated machine. An entry without a value is a folder.
 struct Entry {
-  std::string path;  ///< below the machine's folder: in "supplies" or "hwmon"
+  std::string path;  ///< starts with "supplies/" or "hwmon/", relative to the machine's folder
   std::optional<std::string> value;
 };
 
-/// The entries of an input that a file system can hold, each path once, in the order of the input.
-/// A line is a file, `BAT0/energy_now=...`; without a "=" it is a folder. Devices whose names begin
-/// with "hwmon" are sensors.
-std::vector<Entry> entries(std::string_view input);
+/// Parses the entries of an input, in the order of the input. Omits duplicate paths and names that
+/// are not valid file names. A line such as `BAT0/energy_now=...` is a file; a line without "=" is
+/// a folder. Devices whose names begin with "hwmon" are sensors.
+std::vector<Entry> parseEntries(std::string_view input);
 
-/// The entries are in a folder as long as it lives.
+/// Entries of a machine on disk. The constructor creates them; the destructor removes them.
 class Machine {
  public:
   Machine(const std::string& folder, const std::vector<Entry>& entries);
@@ -27,7 +27,7 @@ class Machine {
   ~Machine();
 
  private:
-  std::vector<std::string> made_;
+  std::vector<std::string> createdPaths_;
 };
 
 }  // namespace lumowatt::fuzz

@@ -10,31 +10,32 @@
 
 namespace lumowatt::fuzz {
 
-/// An item as a panel knows it.
+/// Menu item as a panel received it.
 struct PanelItem {
-  std::int32_t parent = -1;  ///< of the root: none
+  std::int32_t parent = -1;  ///< -1 for the root
   int depth = 0;
-  std::map<std::string, std::string> properties = {};  ///< each as text
+  std::map<std::string, std::string> properties = {};  ///< values as text
 
-  /// A property; what the interface has for one that is not told.
-  std::string of(const std::string& name) const;
+  /// Returns the value of a property. A property that was not sent has the default value of the
+  /// com.canonical.dbusmenu interface.
+  std::string property(const std::string& name) const;
 };
 
 using PanelItems = std::map<std::int32_t, PanelItem>;
 
-/// Reads (ia{sv}av): an item and what is below it. Requires that no id is there twice.
+/// Reads a value of type (ia{sv}av): an item and its descendants. Requires unique ids.
 void readItem(sd_bus_message* message, PanelItems& items, std::int32_t parent, int depth);
 
-/// Reads a{sv}.
+/// Reads a value of type a{sv}. Returns the properties with their values as text.
 std::map<std::string, std::string> readProperties(sd_bus_message* message);
 
-/// What came back for a call.
-struct Answers {
-  std::vector<freedesktop::BusMessage> replies;  ///< errors as well
+/// Messages that a panel received.
+struct ReceivedMessages {
+  std::vector<freedesktop::BusMessage> replies;  ///< including error replies
   std::vector<freedesktop::BusMessage> signals;
 };
 
-/// Two ends of a connection in one process: the item's, and that of a panel.
+/// Connection between the item and a panel, with both ends in this process.
 class Connection {
  public:
   Connection();
@@ -42,33 +43,33 @@ class Connection {
   sd_bus* item() const { return item_.get(); }
   sd_bus* panel() const { return panel_.get(); }
 
-  /// Sends a call of the panel's, if there is one, and lets both ends work until they have nothing
-  /// to do.
-  Answers exchange(sd_bus_message* call) const;
+  /// Sends `call` from the panel unless it is null. Then processes messages at both ends until both
+  /// are idle, and returns the messages that the panel received.
+  ReceivedMessages exchange(sd_bus_message* call) const;
 
  private:
   freedesktop::Bus item_;
   freedesktop::Bus panel_;
 };
 
-/// What a panel remembers of a menu by what it is told.
+/// Panel that maintains a copy of the menu from replies and signals.
 class Panel {
  public:
   explicit Panel(Connection& connection) : connection_(connection) {}
 
-  /// Asks for the whole menu, as panels do at first.
+  /// Requests the whole menu, as panels do on start.
   void fetch();
 
-  /// Takes what it is told. Says whether there was anything.
-  bool hear(const std::vector<freedesktop::BusMessage>& signals);
+  /// Updates the copy according to the signals. Returns whether there were any signals.
+  bool handleSignals(const std::vector<freedesktop::BusMessage>& signals);
 
-  /// Requires that asking again would tell nothing new.
+  /// Requires that the copy equals the menu that another request returns.
   void requireUpToDate();
 
-  /// Whether a user could choose the item by what the panel knows.
+  /// Returns whether a user could choose the item, according to the copy.
   bool canChoose(std::int32_t id) const;
 
-  bool knows(std::int32_t id) const { return items_.contains(id); }
+  bool hasItem(std::int32_t id) const { return items_.contains(id); }
   const PanelItems& items() const { return items_; }
   std::uint32_t revision() const { return revision_; }
 
@@ -77,7 +78,7 @@ class Panel {
     std::uint32_t revision = 0;
     PanelItems items = {};
   };
-  Layout ask();
+  Layout requestLayout();
 
   Connection& connection_;
   std::uint32_t revision_ = 0;

@@ -1,7 +1,8 @@
-/// Panels that call the menu, and a menu that changes meanwhile. A line is a call as busctl has it
-/// (`Event isvu 202 clicked s x 0`, with "!" in front for one that wants no answer), or what
-/// happens to the application: `menu llv-tcsrr` is the menu from its next update on, `update`
-/// updates it, `chart TEXT` is another chart, `follow TEXT` gives a report to follow.
+/// Fuzz target: a panel calls the D-Bus menu while the application changes the menu. A line of the
+/// input is a call in the format of busctl, such as `Event isvu 202 clicked s x 0`. A leading "!"
+/// marks a call that expects no reply. Other lines change the application: `menu llv-tcsrr` sets
+/// the menu for the next update (see written_menu.h), `update` updates the menu, `chart TEXT`
+/// changes the text of the chart, and `follow TEXT` passes a report to `MenuServer::updateRows`.
 
 #include "platform/freedesktop/menu/server.h"
 
@@ -19,40 +20,40 @@ namespace {
 using freedesktop::MenuServer;
 using Ids = std::set<std::int32_t>;
 
-/// How the text of the chart begins, which may change before the menu shows it.
-const std::string chart = "chart ";
+/// Start of the chart's text. The rest of the text may change before the menu shows it.
+const std::string chartPrefix = "chart ";
 
-/// An application whose menu is what the input says.
+/// Application whose menu the input sets.
 class Application : public ApplicationDelegate {
  public:
   void applicationDidFinishLaunching() override {}
   Menu menuWillOpen() override { return menu(); }
   Menu menu() override {
-    Menu shown = next;
-    for (MenuItem& item : shown) {
-      if (auto* const view = std::get_if<MenuChart>(&item)) view->text = shownChart;
+    Menu menu = nextMenu;
+    for (MenuItem& item : menu) {
+      if (auto* const view = std::get_if<MenuChart>(&item)) view->text = chartText;
     }
-    return shown;
+    return menu;
   }
   void perform(const Choice&) override {}
 
-  Menu next = menuOf("l");
-  std::string shownChart = chart;
+  Menu nextMenu = parseMenu("l");
+  std::string chartText = chartPrefix;
 };
 
-/// By what the test knows the chart among the tags of choices.
+/// Tag of the chart in this test; differs from the tags of the other choices.
 constexpr std::int64_t chartTag = -1;
 
 std::int64_t tagOf(const Choice& choice) {
   return choice.action == Action::showChart ? chartTag : choice.tag;
 }
 
-/// The tag of what a panel shows under a label.
+/// Returns the tag of the item with this label.
 std::int64_t tagOf(const std::string& label) {
-  return label.starts_with(chart) ? chartTag : std::stoll(label);
+  return label.starts_with(chartPrefix) ? chartTag : std::stoll(label);
 }
 
-/// One input: an application, its menu, and a panel that watches.
+/// Run of one input: an application, its menu server and a panel.
 class Session {
  public:
   explicit Session(Connection& connection) : connection_(connection), panel_(connection) {
@@ -60,78 +61,78 @@ class Session {
   }
 
   void step(std::string_view line) {
-    const auto [word, rest] = split(line, ' ');
-    chosen_.clear();
-    if (word == "menu") {
-      application_.next = menuOf(rest);
-    } else if (word == "chart") {
-      application_.shownChart = chart + std::to_string(rest.size());
-    } else if (word == "update") {
+    const auto [command, rest] = split(line, ' ');
+    chosenTags_.clear();
+    if (command == "menu") {
+      application_.nextMenu = parseMenu(rest);
+    } else if (command == "chart") {
+      application_.chartText = chartPrefix + std::to_string(rest.size());
+    } else if (command == "update") {
       server_.update(application_.menu());
-    } else if (word == "follow") {
-      server_.follow(unescaped(rest));
+    } else if (command == "follow") {
+      server_.updateRows(unescaped(rest));
     } else {
       call(line);
       return;
     }
-    require(chosen_.empty(), "something is chosen by nobody");
-    panel_.hear(connection_.exchange(nullptr).signals);
+    require(chosenTags_.empty(), "a choice without a call");
+    panel_.handleSignals(connection_.exchange(nullptr).signals);
     panel_.requireUpToDate();
   }
 
  private:
   void call(std::string_view line) {
-    const bool isAnswered = !line.starts_with('!');
-    if (!isAnswered) line.remove_prefix(1);
-    const freedesktop::BusMessage message = callOf(connection_.panel(), line);
+    const bool expectsReply = !line.starts_with('!');
+    if (!expectsReply) line.remove_prefix(1);
+    const freedesktop::BusMessage message = parseCall(connection_.panel(), line);
     if (!message) return;
-    sd_bus_message_set_expect_reply(message.get(), isAnswered ? 1 : 0);
-    const Answers answers = connection_.exchange(message.get());
-    expectChoices(message.get());
-    require(answers.replies.size() == (isAnswered ? 1U : 0U), "one answer to a call", line);
-    require(chosen_ == expected_, "what is chosen is what was clicked", line);
+    sd_bus_message_set_expect_reply(message.get(), expectsReply ? 1 : 0);
+    const ReceivedMessages received = connection_.exchange(message.get());
+    recordExpectedChoice(message.get());
+    require(received.replies.size() == (expectsReply ? 1U : 0U), "a wrong number of replies", line);
+    require(chosenTags_ == expectedTags_, "a choice other than the clicked item", line);
 
     const PanelItems before = panel_.items();
-    const bool isTold = panel_.hear(answers.signals);
+    const bool hasSignals = panel_.handleSignals(received.signals);
     panel_.requireUpToDate();
-    if (!isAnswered) return;
-    sd_bus_message* const reply = answers.replies.front().get();
+    if (!expectsReply) return;
+    sd_bus_message* const reply = received.replies.front().get();
     std::uint64_t cookie = 0;
     std::uint64_t replyCookie = 0;
     sd_bus_message_get_cookie(message.get(), &cookie);
     sd_bus_message_get_reply_cookie(reply, &replyCookie);
-    require(cookie == replyCookie, "an answer to another call", line);
-    requireAnswer(message.get(), reply, before, isTold);
+    require(cookie == replyCookie, "a reply to another call", line);
+    requireValidReply(message.get(), reply, before, hasSignals);
   }
 
-  /// Notes the tag of the item that the call was to choose, by what the panel knew before it: one
-  /// at most, since a choice closes the menu.
-  void expectChoices(sd_bus_message* call) {
-    expected_.clear();
+  /// Records the tag of the item that the call chooses, according to the panel's copy before the
+  /// call. A call chooses at most one item, because a choice closes the menu.
+  void recordExpectedChoice(sd_bus_message* call) {
+    expectedTags_.clear();
     sd_bus_message_rewind(call, 1);
-    const auto note = [this](std::int32_t id, std::string_view event) {
-      if (event != "clicked" || !panel_.canChoose(id) || !expected_.empty()) return;
-      expected_.push_back(tagOf(panel_.items().at(id).of("label")));
+    const auto record = [this](std::int32_t id, std::string_view event) {
+      if (event != "clicked" || !panel_.canChoose(id) || !expectedTags_.empty()) return;
+      expectedTags_.push_back(tagOf(panel_.items().at(id).property("label")));
     };
     std::int32_t id = 0;
     const char* event = nullptr;
     if (isCall(call, "Event", "isvu")) {
       sd_bus_message_read(call, "is", &id, &event);
-      note(id, event);
+      record(id, event);
     } else if (isCall(call, "EventGroup", "a(isvu)")) {
       sd_bus_message_enter_container(call, 'a', "(isvu)");
       while (sd_bus_message_enter_container(call, 'r', "isvu") > 0) {
         sd_bus_message_read(call, "is", &id, &event);
         sd_bus_message_skip(call, "vu");
         sd_bus_message_exit_container(call);
-        note(id, event);
+        record(id, event);
       }
     }
   }
 
-  /// Requires of an answer what the interface says of it.
-  void requireAnswer(sd_bus_message* call, sd_bus_message* reply, const PanelItems& before,
-                     bool isTold) {
+  /// Requires that a reply follows the com.canonical.dbusmenu interface.
+  void requireValidReply(sd_bus_message* call, sd_bus_message* reply, const PanelItems& before,
+                         bool hasSignals) {
     const bool isError = sd_bus_message_is_method_error(reply, nullptr) > 0;
     sd_bus_message_rewind(call, 1);
     std::int32_t id = 0;
@@ -141,22 +142,22 @@ class Session {
                                         {"AboutToShow", "i"}}) {
       if (!isCall(call, method, types)) continue;
       sd_bus_message_read(call, "i", &id);
-      const bool isUnknown = !before.contains(id) && !panel_.knows(id);
-      require(!isUnknown || isError, "an item that never was", method);
+      const bool isUnknown = !before.contains(id) && !panel_.hasItem(id);
+      require(!isUnknown || isError, "no error for an unknown item", method);
     }
     if (isError) return;
     if (isCall(call, "GetLayout", "iias")) requireLayout(call, reply, id);
     if (isCall(call, "GetGroupProperties", "aias")) requireGroup(call, reply);
-    if (isCall(call, "EventGroup", "a(isvu)")) requireUnknown(reply);
+    if (isCall(call, "EventGroup", "a(isvu)")) requireUnknownIds(reply);
     if (isCall(call, "AboutToShow", "i")) {
       int changed = 0;
       sd_bus_message_read(reply, "b", &changed);
-      require((changed != 0) == isTold, "a change is told, and answered");
+      require((changed != 0) == hasSignals, "signals that contradict the reply");
     }
     if (isCall(call, "AboutToShowGroup", "ai")) {
       const auto changed = readIds(reply);
-      require(changed == (isTold ? Ids{0} : Ids{}), "a change of the group is told, and answered");
-      requireUnknown(reply);
+      require(changed == (hasSignals ? Ids{0} : Ids{}), "signals that contradict the reply");
+      requireUnknownIds(reply);
     }
   }
 
@@ -166,44 +167,46 @@ class Session {
     const auto names = readNames(call);
     std::uint32_t revision = 0;
     sd_bus_message_read(reply, "u", &revision);
-    require(revision == panel_.revision(), "another revision");
+    require(revision == panel_.revision(), "another revision than the panel's");
     PanelItems items;
     readItem(reply, items, panel_.items().at(parent).parent, 0);
-    require(items.contains(parent) && depth >= -1, "another part of the menu");
+    require(items.contains(parent) && depth >= -1, "a layout of another item");
     for (const auto& [id, item] : items) {
-      require(depth < 0 || item.depth <= depth, "deeper than asked for", std::to_string(id));
-      require(panel_.items().at(id).parent == item.parent, "another parent", std::to_string(id));
-      requireNames(item.properties, names);
+      require(depth < 0 || item.depth <= depth, "an item below the requested depth",
+              std::to_string(id));
+      require(panel_.items().at(id).parent == item.parent, "another parent than the panel's",
+              std::to_string(id));
+      requireRequestedNames(item.properties, names);
     }
     for (const auto& [id, item] : panel_.items()) {
       const bool isBelow = items.contains(item.parent) && item.parent != -1 && id != parent;
-      const bool isAskedFor = isBelow && (depth < 0 || items.at(item.parent).depth < depth);
-      require(!isAskedFor || items.contains(id), "an item is left out", std::to_string(id));
+      const bool isRequested = isBelow && (depth < 0 || items.at(item.parent).depth < depth);
+      require(!isRequested || items.contains(id), "a missing item", std::to_string(id));
     }
   }
 
   void requireGroup(sd_bus_message* call, sd_bus_message* reply) const {
-    const Ids asked = readIds(call);
+    const Ids requested = readIds(call);
     const auto names = readNames(call);
-    Ids known;
+    Ids expected;
     for (const auto& [id, item] : panel_.items()) {
-      if (asked.empty() || asked.contains(id)) known.insert(id);
+      if (requested.empty() || requested.contains(id)) expected.insert(id);
     }
     sd_bus_message_enter_container(reply, 'a', "(ia{sv})");
     while (sd_bus_message_enter_container(reply, 'r', "ia{sv}") > 0) {
       std::int32_t id = 0;
       sd_bus_message_read(reply, "i", &id);
-      require(known.erase(id) == 1, "an item not asked for, or twice", std::to_string(id));
-      requireNames(readProperties(reply), names);
+      require(expected.erase(id) == 1, "an unrequested or duplicate item", std::to_string(id));
+      requireRequestedNames(readProperties(reply), names);
       sd_bus_message_exit_container(reply);
     }
-    require(known.empty(), "an item is left out of a group");
+    require(expected.empty(), "a missing item in a group");
   }
 
-  /// Requires that the ids that come next in a reply are of no items.
-  void requireUnknown(sd_bus_message* reply) const {
+  /// Reads an array of ids from a reply. Requires that no item has one of them.
+  void requireUnknownIds(sd_bus_message* reply) const {
     for (const std::int32_t id : readIds(reply)) {
-      require(!panel_.knows(id), "an item that is called unknown", std::to_string(id));
+      require(!panel_.hasItem(id), "an existing item reported as unknown", std::to_string(id));
     }
   }
 
@@ -223,10 +226,10 @@ class Session {
     return names;
   }
 
-  static void requireNames(const std::map<std::string, std::string>& properties,
-                           const std::set<std::string>& names) {
+  static void requireRequestedNames(const std::map<std::string, std::string>& properties,
+                                    const std::set<std::string>& names) {
     for (const auto& [name, value] : properties) {
-      require(names.empty() || names.contains(name), "a property not asked for", name);
+      require(names.empty() || names.contains(name), "an unrequested property", name);
     }
   }
 
@@ -238,12 +241,12 @@ class Session {
   Connection& connection_;
   Application application_;
   MenuServer server_{connection_.item(), application_, [this](const Choice& choice) {
-                       chosen_.push_back(tagOf(choice));
+                       chosenTags_.push_back(tagOf(choice));
                        server_.update(application_.menu());
                      }};
   Panel panel_;
-  std::vector<std::int64_t> chosen_;    // by the call
-  std::vector<std::int64_t> expected_;  // by what the panel knows
+  std::vector<std::int64_t> chosenTags_;    // chosen by the last line
+  std::vector<std::int64_t> expectedTags_;  // expected according to the panel's copy
 };
 
 }  // namespace
@@ -251,9 +254,9 @@ class Session {
 void tryInput(std::string_view input) {
   static Connection connection;
   Session session(connection);
-  int left = 60;  // lines; more would tell nothing new
+  int remaining = 60;  // limits the number of lines; more lines find nothing new
   for (const std::string_view line : parts(input, '\n')) {
-    if (--left > 0) session.step(line);
+    if (--remaining > 0) session.step(line);
   }
 }
 

@@ -1,5 +1,5 @@
-/// A folder of power supplies and one of sensors, read as the battery of a laptop. An input is a
-/// machine (machine.h).
+/// Fuzz target: a folder of power supplies and a folder of sensors, read as a laptop's battery. An
+/// input describes a machine (see machine.h).
 
 #include <fcntl.h>
 #include <strings.h>
@@ -23,7 +23,8 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-/// The attributes of the supplies, as the kernel's documentation has them, read anew.
+/// Attributes of the supplies, according to the kernel's documentation. Parsed without the code
+/// under test.
 class Supplies {
  public:
   explicit Supplies(const std::vector<Entry>& entries) {
@@ -35,22 +36,23 @@ class Supplies {
     }
   }
 
-  /// The names of the laptop's own packs.
+  /// Returns the names of the laptop's packs. Omits the packs of peripherals and absent packs.
   std::vector<std::string> packs() const {
     std::vector<std::string> names;
     for (const auto& [name, attributes] : devices_) {
-      const bool isPeripheral = ::strcasecmp(of(name, "scope").c_str(), "device") == 0;
-      if (of(name, "type") == "Battery" && !isPeripheral && !isZero(of(name, "present"))) {
+      const bool isPeripheral = ::strcasecmp(attribute(name, "scope").c_str(), "device") == 0;
+      const bool isPresent = !isZero(attribute(name, "present"));
+      if (attribute(name, "type") == "Battery" && !isPeripheral && isPresent) {
         names.push_back(name);
       }
     }
     return names;
   }
 
-  /// An attribute; empty without one.
-  std::string of(const std::string& name, const std::string& attribute) const {
+  /// Returns an attribute; empty if the supply does not have the attribute.
+  std::string attribute(const std::string& name, const std::string& key) const {
     const auto& attributes = devices_.at(name);
-    const auto found = attributes.find(attribute);
+    const auto found = attributes.find(key);
     return found == attributes.end() ? "" : found->second;
   }
 
@@ -61,7 +63,7 @@ class Supplies {
     return text;
   }
 
-  /// "0", "-00" and the like.
+  /// Returns whether the text is a zero such as "0" or "-00".
   static bool isZero(std::string_view text) {
     if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
     return !text.empty() && text.find_first_not_of('0') == std::string_view::npos;
@@ -70,29 +72,30 @@ class Supplies {
   std::map<std::string, std::map<std::string, std::string>> devices_;
 };
 
-/// The numbers that a dictionary may have, with the range of each.
+/// Inclusive range of a number.
 struct Range {
-  std::int64_t least;
-  std::int64_t most;
+  std::int64_t min;
+  std::int64_t max;
 };
-constexpr Range truth{0, 1};
+constexpr Range boolean{0, 1};
 constexpr Range minutes{1, 65535};
-constexpr Range natural{0, INT64_MAX};
+constexpr Range nonNegative{0, INT64_MAX};
 constexpr Range positive{1, INT64_MAX};
 constexpr Range any{INT64_MIN, INT64_MAX};
 
+/// Valid ranges of the numbers in a dictionary, by key.
 using Ranges = std::map<std::string_view, Range>;
 const Ranges batteryNumbers{{"MaxCapacity", {100, 100}},
                             {"CurrentCapacity", {0, 100}},
-                            {"AppleRawCurrentCapacity", natural},
-                            {"AppleRawMaxCapacity", natural},
-                            {"DesignCapacity", natural},
+                            {"AppleRawCurrentCapacity", nonNegative},
+                            {"AppleRawMaxCapacity", nonNegative},
+                            {"DesignCapacity", nonNegative},
                             {"CycleCount", positive},
-                            {"Voltage", natural},
+                            {"Voltage", nonNegative},
                             {"Amperage", any},
-                            {"ExternalConnected", truth},
-                            {"IsCharging", truth},
-                            {"FullyCharged", truth},
+                            {"ExternalConnected", boolean},
+                            {"IsCharging", boolean},
+                            {"FullyCharged", boolean},
                             {"Temperature", any},
                             {"AvgTimeToEmpty", minutes},
                             {"AvgTimeToFull", minutes},
@@ -106,38 +109,40 @@ const Ranges telemetryNumbers{{"BatteryPower", any},
 
 void requirePrintable(const std::string& text) {
   require(!text.empty() && text == printable(text), "a name that is not printable", text);
-  require(!text.starts_with(' ') && !text.ends_with(' '), "a blank at the end of a name", text);
+  require(!text.starts_with(' ') && !text.ends_with(' '), "a name with a leading or trailing space",
+          text);
   std::mbstate_t state{};
   for (std::size_t at = 0; at < text.size();) {
     wchar_t letter = 0;
     const std::size_t length = std::mbrtowc(&letter, &text[at], text.size() - at, &state);
-    require(length - 1 < 4, "a name that is no UTF-8", text);
-    require(std::iswcntrl(static_cast<wint_t>(letter)) == 0, "a control character", text);
+    require(length - 1 < 4, "a name that is not UTF-8", text);
+    require(std::iswcntrl(static_cast<wint_t>(letter)) == 0, "a control character in a name", text);
     at += length;
   }
 }
 
-/// Requires that the dictionary has these keys at most, each once, and each with what belongs
-/// there.
+/// Requires that the dictionary contains only known keys, each at most once and with a valid value.
 void requireKnown(const PropertyDictionary& properties, const Ranges& numbers) {
   std::set<std::string> keys;
   for (const auto& [key, value] : properties) {
-    require(keys.insert(key).second, "a key is there twice", key);
+    require(keys.insert(key).second, "a duplicate key", key);
     if (const auto range = numbers.find(key); range != numbers.end()) {
       const auto number = signedNumber(&value);
-      require(number.has_value(), "no number", key);
-      require(*number >= range->second.least && *number <= range->second.most, "out of range", key);
+      require(number.has_value(), "a value that is not a number", key);
+      require(*number >= range->second.min && *number <= range->second.max, "a number out of range",
+              key);
     } else if (&numbers == &adapterNumbers && key == "Name") {
-      require(value.asText() != nullptr, "no text", key);
+      require(value.asText() != nullptr, "a value that is not text", key);
       requirePrintable(*value.asText());
     } else if (&numbers == &batteryNumbers && key == "AdapterDetails") {
-      require(value.asDictionary() != nullptr && !value.asDictionary()->empty(), "empty", key);
+      require(value.asDictionary() != nullptr && !value.asDictionary()->empty(),
+              "an empty dictionary or another type", key);
       requireKnown(*value.asDictionary(), adapterNumbers);
     } else if (&numbers == &batteryNumbers && key == "PowerTelemetryData") {
-      require(value.asDictionary() != nullptr, "no dictionary", key);
+      require(value.asDictionary() != nullptr, "a value that is not a dictionary", key);
       requireKnown(*value.asDictionary(), telemetryNumbers);
     } else {
-      require(false, "a key that is not read", key);
+      require(false, "an unknown key", key);
     }
   }
 }
@@ -146,7 +151,8 @@ std::int64_t number(const PropertyDictionary& properties, std::string_view key) 
   return signedNumber(properties.find(key)).value_or(0);
 }
 
-/// Requires that what the dictionary says of the power fits together, and fits the packs' statuses.
+/// Requires that the power values of a dictionary are consistent with each other and with the
+/// statuses of the packs.
 void requireAgreement(const PropertyDictionary& properties,
                       const std::vector<std::string>& statuses) {
   const auto* const telemetryValue = properties.find("PowerTelemetryData");
@@ -156,48 +162,54 @@ void requireAgreement(const PropertyDictionary& properties,
   const bool external = number(properties, "ExternalConnected") != 0;
   const std::int64_t amps = number(properties, "Amperage");
   const std::int64_t watts = number(telemetry, "BatteryPower");
-  require(external || !charging, "charging from nothing");
-  require(external || properties.find("AdapterDetails") == nullptr, "an adapter that is away");
-  require(!(amps > 0 && watts < 0) && !(amps < 0 && watts > 0), "current against power");
-  require(!charging || (amps >= 0 && watts >= 0), "charging while current flows out");
+  require(external || !charging, "charging without external power");
+  require(external || properties.find("AdapterDetails") == nullptr,
+          "adapter details without external power");
+  require(!(amps > 0 && watts < 0) && !(amps < 0 && watts > 0),
+          "current and power of opposite signs");
+  require(!charging || (amps >= 0 && watts >= 0), "charging with a negative current or power");
   const bool discharging = statuses.size() == 1 && statuses.front() == "Discharging";
-  require(!discharging || (amps <= 0 && watts <= 0 && !charging), "discharging into the battery");
+  require(!discharging || (amps <= 0 && watts <= 0 && !charging),
+          "discharging with a positive current or power");
   if (!external && telemetry.find("SystemLoad") != nullptr) {
-    require(number(telemetry, "SystemLoad") == -watts, "on battery, the load is what it gives");
-    require(number(telemetry, "SystemPowerIn") == 0, "on battery, nothing comes in");
+    require(number(telemetry, "SystemLoad") == -watts, "a load other than the battery power");
+    require(number(telemetry, "SystemPowerIn") == 0, "input power without external power");
   }
   const auto toEmpty = number(properties, "AvgTimeToEmpty");
   const auto toFull = number(properties, "AvgTimeToFull");
-  require(toEmpty == minutes.most || toFull == minutes.most, "to empty and to full at once");
-  require(number(properties, "TimeRemaining") == (charging ? toFull : toEmpty), "time remaining");
+  require(toEmpty == minutes.max || toFull == minutes.max,
+          "both a time to empty and a time to full");
+  require(number(properties, "TimeRemaining") == (charging ? toFull : toEmpty),
+          "a wrong remaining time");
 }
 
-/// All of a dictionary as text, to be compared.
-std::string written(const PropertyDictionary& properties) {
+/// Returns the contents of a dictionary as text for comparison.
+std::string serialize(const PropertyDictionary& properties) {
   std::string text;
   for (const auto& [key, value] : properties) {
     text += key + "=";
     if (const auto figure = signedNumber(&value)) text += std::to_string(*figure);
     if (value.asText() != nullptr) text += "\"" + *value.asText();
-    if (value.asDictionary() != nullptr) text += "{" + written(*value.asDictionary()) + "}";
+    if (value.asDictionary() != nullptr) text += "{" + serialize(*value.asDictionary()) + "}";
     text += "\n";
   }
   return text;
 }
 
-class GivenProperties : public BatteryService {
+/// Battery service that returns a given dictionary.
+class FixedProperties : public BatteryService {
  public:
-  explicit GivenProperties(const PropertyDictionary& given) : given_(given) {}
+  explicit FixedProperties(const PropertyDictionary& given) : given_(given) {}
   std::optional<PropertyDictionary> properties() override { return given_; }
 
  private:
   const PropertyDictionary& given_;
 };
 
-int openFiles() {
-  constexpr int most = 128;  // of a process that has a few
+int countOpenFiles() {
+  constexpr int max = 128;  // this process opens only a few files
   int count = 0;
-  for (int file = 0; file < most; ++file) count += ::fcntl(file, F_GETFD) >= 0 ? 1 : 0;
+  for (int file = 0; file < max; ++file) count += ::fcntl(file, F_GETFD) >= 0 ? 1 : 0;
   return count;
 }
 
@@ -208,45 +220,49 @@ void tryInput(std::string_view input) {
   static const bool prepared = ::mkdir((folder.path() + "/supplies").c_str(), 0700) == 0 &&
                                ::mkdir((folder.path() + "/hwmon").c_str(), 0700) == 0 &&
                                std::setlocale(LC_CTYPE, "C.UTF-8") != nullptr;
-  require(prepared, "nothing can be prepared", folder.path());
+  require(prepared, "cannot create the folders or set the locale", folder.path());
 
-  std::vector<Entry> files = entries(input);
+  std::vector<Entry> files = parseEntries(input);
   power_supply::Service service(folder.path() + "/supplies", folder.path() + "/hwmon");
   std::optional<PropertyDictionary> properties;
   {
     const Machine machine(folder.path(), files);
-    const int before = openFiles();
+    const int before = countOpenFiles();
     properties = service.properties();
-    require(openFiles() == before, "a file is left open");
-    const auto again = service.properties();
-    require(properties.has_value() == again.has_value(), "a battery comes or goes");
-    require(!again || written(*properties) == written(*again), "read again, it differs");
+    require(countOpenFiles() == before, "a file that was not closed");
+    const auto repeated = service.properties();
+    require(properties.has_value() == repeated.has_value(), "a battery in only one of two reads");
+    require(!repeated || serialize(*properties) == serialize(*repeated),
+            "two different reads of one machine");
   }
-  // Folders before what is in them, and otherwise the other way round.
+  // Reverse the order of creation, but create folders before their contents.
   std::stable_sort(files.begin(), files.end(), [](const Entry& a, const Entry& b) {
     const auto depth = [](const Entry& e) { return std::count(e.path.begin(), e.path.end(), '/'); };
     return depth(a) != depth(b) ? depth(a) < depth(b) : a.path > b.path;
   });
   {
     const Machine machine(folder.path(), files);
-    const auto other = service.properties();
-    require(properties.has_value() == other.has_value(), "a battery by the order of files");
-    require(!other || written(*properties) == written(*other), "the order of files matters");
+    const auto reordered = service.properties();
+    require(properties.has_value() == reordered.has_value(),
+            "a battery in only one order of files");
+    require(!reordered || serialize(*properties) == serialize(*reordered),
+            "different properties in another order of files");
   }
 
   const Supplies supplies(files);
   const auto packs = supplies.packs();
-  require(properties.has_value() == !packs.empty(), "a battery is there when a pack is listed");
+  require(properties.has_value() == !packs.empty(),
+          "a battery without a pack, or a pack without a battery");
   if (!properties) return;
   std::vector<std::string> statuses;
   statuses.reserve(packs.size());
-  for (const std::string& pack : packs) statuses.push_back(supplies.of(pack, "status"));
+  for (const std::string& pack : packs) statuses.push_back(supplies.attribute(pack, "status"));
   requireKnown(*properties, batteryNumbers);
   requireAgreement(*properties, statuses);
 
-  GivenProperties given(*properties);
-  const auto reading = read(given);
-  require(reading.has_value(), "no reading");
+  FixedProperties battery(*properties);
+  const auto reading = read(battery);
+  require(reading.has_value(), "properties without a reading");
   requireText(*reading);
 }
 

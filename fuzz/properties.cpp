@@ -1,8 +1,9 @@
-/// A property dictionary, read and told as text. A line is a property: `Voltage=12000` a number,
-/// `AdapterDetails/Name="30W` text in a dictionary, and any other value something that is not read.
-/// `reading.batteryWatts=nan` puts a figure into the reading itself, and `+60=55` is a sample of
-/// the history, 60 seconds after the one before. `icon` has an icon drawn, which takes longer than
-/// all the rest.
+/// Fuzz target: a property dictionary, read and formatted as text. A line of the input is a
+/// property: `Voltage=12000` is a number, `AdapterDetails/Name="30W` is text in a nested
+/// dictionary, and every other value is of a type that `read` ignores. Three kinds of lines are not
+/// properties. `reading.batteryWatts=nan` sets a field of the reading. `+60=55` adds a sample of
+/// 55% to the history, 60 seconds after the preceding sample. `icon` also draws an icon, which is
+/// slower than all other checks.
 
 #include <charconv>
 #include <cmath>
@@ -22,18 +23,19 @@ namespace lumowatt {
 
 namespace {
 
-/// The end of the process, as the fuzz target has it: an exception.
-struct Ended {};
+/// Exception that replaces the exit of the process.
+struct FatalError {};
 
 }  // namespace
 
-// In the place of the one that ends the process, which the linker then leaves in its library.
-void fatal(std::string_view, std::string_view) { throw Ended(); }
+// Replaces the function of the library, which exits the process: the linker uses this definition.
+void fatal(std::string_view, std::string_view) { throw FatalError(); }
 
 namespace fuzz {
 
 namespace {
 
+/// Field of a reading that an input can set.
 struct Field {
   std::string_view name;
   double Reading::*field;
@@ -46,7 +48,8 @@ constexpr Field fields[] = {
     {"batteryWatts", &Reading::batteryWatts},
 };
 
-/// The number that is all of a text; one beyond 64 bits is the last of them.
+/// Parses a text that consists of a number. A number that overflows 64 bits is clamped to
+/// their range. Returns nothing for other text.
 std::optional<std::int64_t> integer(std::string_view text) {
   std::int64_t value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -62,66 +65,68 @@ PropertyValue propertyValue(std::string_view text) {
   return number ? PropertyValue::number(*number) : PropertyValue();
 }
 
-/// Puts the value under the last part of `path`, in the dictionaries that the others name.
-void put(PropertyDictionary& properties, std::string_view path, PropertyValue value) {
+/// Sets a value in nested dictionaries: the last part of `path` is the key, the preceding parts are
+/// the keys of the dictionaries. Creates missing dictionaries.
+void setAtPath(PropertyDictionary& properties, std::string_view path, PropertyValue value) {
   const auto [key, rest] = split(path, '/');
   if (key.size() == path.size()) {
     properties.set(key, std::move(value));
     return;
   }
-  const PropertyValue* const there = properties.find(key);
+  const PropertyValue* const existing = properties.find(key);
   PropertyDictionary inner;
-  if (there != nullptr && there->asDictionary() != nullptr) inner = *there->asDictionary();
-  put(inner, rest, std::move(value));
+  if (existing != nullptr && existing->asDictionary() != nullptr) inner = *existing->asDictionary();
+  setAtPath(inner, rest, std::move(value));
   properties.set(key, PropertyValue::dictionary(std::move(inner)));
 }
 
-/// An input.
-struct Story : BatteryService {
-  explicit Story(std::string_view input) {
+/// Parsed input, and the battery service that returns its properties.
+struct ParsedInput : BatteryService {
+  explicit ParsedInput(std::string_view input) {
     for (const std::string_view line : parts(input, '\n')) {
       const auto [key, value] = split(line, '=');
       if (key.starts_with("reading.")) {
-        setFigure(key.substr(8), value);
+        setField(key.substr(8), value);
       } else if (line == "icon") {
         hasIcon = true;
       } else if (key.starts_with('+')) {
         addSample(integer(key.substr(1)).value_or(0), integer(value).value_or(0));
       } else {
-        put(given, key, propertyValue(value));
+        setAtPath(dictionary, key, propertyValue(value));
       }
     }
   }
 
-  std::optional<PropertyDictionary> properties() override { return given; }
+  std::optional<PropertyDictionary> properties() override { return dictionary; }
 
-  /// The reading, with the figures that the input has for it.
-  Reading changed(Reading reading) const {
-    for (const auto& [field, value] : figures) reading.*field = value;
+  /// Returns the reading with the fields that the input sets.
+  Reading withFields(Reading reading) const {
+    for (const auto& [field, value] : fieldValues) reading.*field = value;
     if (temperature) reading.temperatureC = temperature;
     return reading;
   }
 
-  PropertyDictionary given;
-  std::vector<std::pair<double Reading::*, double>> figures;
+  PropertyDictionary dictionary;
+  std::vector<std::pair<double Reading::*, double>> fieldValues;
   std::optional<double> temperature;
   std::vector<Sample> history;
   bool hasIcon = false;
 
  private:
-  void setFigure(std::string_view name, std::string_view text) {
+  void setField(std::string_view name, std::string_view text) {
     double value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value);
     if (name == "temperatureC") temperature = value;
     for (const Field& field : fields) {
-      if (field.name == name) figures.emplace_back(field.field, value);
+      if (field.name == name) fieldValues.emplace_back(field.field, value);
     }
   }
 
-  /// The history is told with the oldest first, and an hour has few of them.
-  void addSample(std::int64_t later, std::int64_t percent) {
+  /// Appends a sample, `delay` seconds after the last sample. Stores at most 1000 samples, which is
+  /// more than the program stores in an hour.
+  void addSample(std::int64_t delay, std::int64_t percent) {
     const double before = history.empty() ? 0 : history.back().time;
-    const double time = before + static_cast<double>(later > 0 ? later : 0);
+    const double time = before + static_cast<double>(delay > 0 ? delay : 0);
     if (history.size() < 1000) history.push_back({time, percent});
   }
 };
@@ -130,75 +135,83 @@ double number(const PropertyDictionary& properties, std::string_view key) {
   return static_cast<double>(signedNumber(properties.find(key)).value_or(0));
 }
 
-/// The reading; absent where it ends the process, which it may for one reason alone.
-std::optional<Reading> tryToRead(Story& story) {
+/// Reads the battery. Returns nothing if `read` calls `fatal`, which is permitted only if the
+/// percentage overflows 64 bits.
+std::optional<Reading> tryToRead(ParsedInput& input) {
   try {
-    auto reading = read(story);
+    auto reading = read(input);
     require(reading.has_value(), "properties without a reading");
     return reading;
-  } catch (const Ended&) {
-    const PropertyValue* const inner = story.given.find("BatteryData");
+  } catch (const FatalError&) {
+    const PropertyValue* const inner = input.dictionary.find("BatteryData");
     const auto capacity = [&](std::string_view key) {
-      const bool newer = inner != nullptr && inner->asDictionary() != nullptr &&
-                         signedNumber(inner->asDictionary()->find(key));
-      return number(newer ? *inner->asDictionary() : story.given, key);
+      const bool isNested = inner != nullptr && inner->asDictionary() != nullptr &&
+                            signedNumber(inner->asDictionary()->find(key));
+      return number(isNested ? *inner->asDictionary() : input.dictionary, key);
     };
     const double percent =
         capacity("AppleRawCurrentCapacity") / capacity("AppleRawMaxCapacity") * 100;
-    require(number(story.given, "MaxCapacity") != 100, "ended though the percentage is given");
-    require(!(std::fabs(percent) < 0x1p63), "ended for what can be represented");
+    require(number(input.dictionary, "MaxCapacity") != 100,
+            "a fatal error though the percentage is given");
+    require(!(std::fabs(percent) < 0x1p63), "a fatal error for a percentage within range");
     return std::nullopt;
   }
 }
 
 void requireRead(const PropertyDictionary& properties, const Reading& reading) {
   const bool isKnown = signedNumber(properties.find("CycleCount")).has_value();
-  require(isKnown || reading.cycles == 0, "a figure from nowhere");
-  require(reading.batteryAmps == number(properties, "Amperage") / 1000, "another current");
-  require(!(reading.batteryAmps < 0 && reading.batteryWatts > 0), "power in while current is out");
-  require(!reading.minutes || (*reading.minutes >= 1 && *reading.minutes < 65535), "minutes");
-  require(reading.external == (number(properties, "ExternalConnected") != 0), "external power");
+  require(isKnown || reading.cycles == 0, "a cycle count that is not in the properties");
+  require(reading.batteryAmps == number(properties, "Amperage") / 1000,
+          "another current than in the properties");
+  require(!(reading.batteryAmps < 0 && reading.batteryWatts > 0),
+          "current and power of opposite signs");
+  require(!reading.minutes || (*reading.minutes >= 1 && *reading.minutes < 65535),
+          "minutes out of range");
+  require(reading.external == (number(properties, "ExternalConnected") != 0),
+          "wrong external power");
   for (const Field& field : fields) {
-    require(std::isfinite(reading.*field.field), "a figure that is none", field.name);
+    require(std::isfinite(reading.*field.field), "a value that is not finite", field.name);
   }
 }
 
 void requireChart(const std::vector<Sample>& history) {
   const std::string chart = blockChart(history);
-  require(chart == blockChart(history), "a chart differs from the one before", chart);
+  require(chart == blockChart(history), "two different charts of one history", chart);
   if (history.size() < 2 || history.front().time == history.back().time) {
-    require(chart == collectingHistory, "a chart of no time", chart);
+    require(chart == collectingHistory, "a chart of samples that span no time", chart);
     return;
   }
   std::string_view rest = chart;
   for (int column = 0; column < 30; ++column) {
-    require(rest.starts_with("▁") || (rest >= "▁" && rest < "▉"), "a chart's block", rest);
+    require(rest.starts_with("▁") || (rest >= "▁" && rest < "▉"), "a character that is not a block",
+            rest);
     rest.remove_prefix(std::string_view("▁").size());
   }
-  require(rest.starts_with(' ') && rest.ends_with('%'), "a chart's range", rest);
-  require(!hasControlCharacter(chart), "a chart is one line", chart);
+  require(rest.starts_with(' ') && rest.ends_with('%'), "a chart without its range", rest);
+  require(!hasControlCharacter(chart), "a control character in a chart", chart);
 }
 
-/// Requires an icon of the title that can be drawn.
+/// Requires that the title's icon is a complete SVG without invalid numbers.
 void requireIcon(const Reading& reading) {
   const std::string icon = artwork::tileIcon(tiles(reading, titleExtras(Mode::all), true).back());
-  require(icon.starts_with("<svg") && icon.find("</svg>") != std::string::npos, "an icon", icon);
+  require(icon.starts_with("<svg") && icon.find("</svg>") != std::string::npos,
+          "an incomplete icon", icon);
   for (const char* word : {"nan", "inf"}) {
-    require(icon.find(word) == std::string::npos, "an icon with what is no number", icon);
+    require(icon.find(word) == std::string::npos, "an invalid number in an icon", icon);
   }
 }
 
 }  // namespace
 
 void tryInput(std::string_view input) {
-  Story story(input);
-  requireChart(story.history);
-  const auto reading = tryToRead(story);
+  ParsedInput parsed(input);
+  requireChart(parsed.history);
+  const auto reading = tryToRead(parsed);
   if (!reading) return;
-  requireRead(story.given, *reading);
-  const Reading changed = story.changed(*reading);
+  requireRead(parsed.dictionary, *reading);
+  const Reading changed = parsed.withFields(*reading);
   requireText(changed);
-  if (story.hasIcon) requireIcon(changed);
+  if (parsed.hasIcon) requireIcon(changed);
 }
 
 }  // namespace fuzz

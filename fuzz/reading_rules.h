@@ -4,7 +4,8 @@
 
 namespace lumowatt::fuzz {
 
-/// Requires what is promised of every reading's text: the dump, the report, the title, its tiles.
+/// Checks the rules that hold for every reading: for its dump, report, title and tiles. Aborts the
+/// process if one of them is broken.
 void requireText(const Reading& reading);
 
 }  // namespace lumowatt::fuzz

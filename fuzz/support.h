@@ -10,43 +10,46 @@
 #include <string_view>
 #include <vector>
 
-/// What the fuzz targets share. An input is lines of text, so that seeds can be written by hand.
+/// Helpers of the fuzz targets. Inputs are lines of text, so that seeds can be written by hand.
 namespace lumowatt::fuzz {
 
-/// Tries one input. Each target has its own.
+/// Runs one input. Each fuzz target defines this function.
 void tryInput(std::string_view input);
 
-/// Ends the run, as a finding, unless something `holds` that must. `subject` is what it is about.
-inline void require(bool holds, std::string_view message, std::string_view subject = {}) {
-  if (holds) return;
+/// Reports a finding and aborts the process unless `condition` is true. `subject` is the value that
+/// violates the rule, or its name.
+inline void require(bool condition, std::string_view message, std::string_view subject = {}) {
+  if (condition) return;
   std::fprintf(stderr, "fuzz: %.*s: %.*s\n", static_cast<int>(message.size()), message.data(),
                static_cast<int>(subject.size()), subject.data());
   std::abort();
 }
 
-/// What stands before the first `sign`, and what stands after it; the second is empty without one.
-struct Halves {
+/// Parts of a text before and after the first separator. `after` is empty if the text has no
+/// separator.
+struct SplitText {
   std::string_view before;
   std::string_view after;
 };
 
-inline Halves split(std::string_view text, char sign) {
-  const std::size_t at = text.find(sign);
+inline SplitText split(std::string_view text, char separator) {
+  const std::size_t at = text.find(separator);
   if (at == std::string_view::npos) return {text, {}};
   return {text.substr(0, at), text.substr(at + 1)};
 }
 
-/// The parts of a text between the signs.
-inline std::vector<std::string_view> parts(std::string_view text, char sign) {
+/// Returns the parts of a text between the separators, including empty parts.
+inline std::vector<std::string_view> parts(std::string_view text, char separator) {
   std::vector<std::string_view> all;
   for (std::size_t start = 0; start <= text.size();) {
-    all.push_back(text.substr(start, text.find(sign, start) - start));
+    all.push_back(text.substr(start, text.find(separator, start) - start));
     start += all.back().size() + 1;
   }
   return all;
 }
 
-/// A text with "\n", "\0" and "\\" for the bytes that a line cannot have.
+/// Returns a text in which "\n", "\0" and "\\" are replaced by a line feed, a null byte and a
+/// backslash.
 inline std::string unescaped(std::string_view text) {
   std::string bytes;
   bool escaped = false;
@@ -55,8 +58,8 @@ inline std::string unescaped(std::string_view text) {
       escaped = true;
       continue;
     }
-    const char meant = letter == 'n' ? '\n' : letter == '0' ? '\0' : letter;
-    bytes += escaped ? meant : letter;
+    const char escapedByte = letter == 'n' ? '\n' : letter == '0' ? '\0' : letter;
+    bytes += escaped ? escapedByte : letter;
     escaped = false;
   }
   return bytes;
@@ -69,14 +72,14 @@ inline bool hasControlCharacter(std::string_view text) {
   });
 }
 
-/// Whether a file can have that name.
+/// Returns whether a file can have this name.
 inline bool isFileName(std::string_view name) {
   return !name.empty() && name.size() < 256 && name != "." && name != ".." &&
          name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
 }
 
-/// A folder of this process, in $TMPDIR or else in memory where it can be. A finding leaves it
-/// there.
+/// Temporary folder of this process: in $TMPDIR if set, else in memory if possible. Removed on
+/// destruction, but not after a finding.
 class ScratchFolder {
  public:
   ScratchFolder() : path_(makeFolder()) {}
@@ -94,7 +97,7 @@ class ScratchFolder {
     const char* const chosen = std::getenv("TMPDIR");
     const std::string memory = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
     std::string pattern = (chosen != nullptr ? chosen : memory) + "/lumowatt-fuzz.XXXXXX";
-    require(::mkdtemp(pattern.data()) != nullptr, "no folder can be made", pattern);
+    require(::mkdtemp(pattern.data()) != nullptr, "cannot create a folder", pattern);
     return pattern;
   }
 

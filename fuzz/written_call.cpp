@@ -10,20 +10,20 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-/// Takes the words of a line one after the other; empty ones at its end.
+/// Reader of the words of a line. Returns empty words after the end of the line.
 class Words {
  public:
   explicit Words(std::string_view line) : rest_(line) {}
 
-  std::string text() {
+  std::string readText() {
     const auto [word, rest] = split(rest_, ' ');
     rest_ = rest;
     return unescaped(word);
   }
 
   template <typename Number>
-  Number number() {
-    const std::string word = text();
+  Number readNumber() {
+    const std::string word = readText();
     Number value = 0;
     std::from_chars(word.data(), word.data() + word.size(), value);
     return value;
@@ -35,7 +35,7 @@ class Words {
   std::string_view rest_;
 };
 
-/// The first complete type of a signature; empty for what cannot be written here.
+/// Returns the first complete type of a signature; empty if this format does not support the type.
 std::string_view firstType(std::string_view types) {
   std::size_t length = 0;
   while (length < types.size() && types[length] == 'a') ++length;
@@ -49,20 +49,22 @@ std::string_view firstType(std::string_view types) {
   return {};
 }
 
-constexpr int mostDepth = 5;
+constexpr int maxDepth = 5;
 
-/// Adds values of these types; false when that cannot be.
+/// Appends values of the types in a signature. Returns false on failure.
 bool add(sd_bus_message* message, std::string_view types, Words& words, int depth = 0);
 
 bool addContainer(sd_bus_message* message, std::string_view type, Words& words, int depth) {
   const bool isVariant = type == "v";
-  const std::string held = isVariant ? words.text() : std::string(type.substr(1));
-  if (isVariant && (held.empty() || firstType(held).size() != held.size())) return false;
-  const std::string inner = type.front() == '(' ? held.substr(0, held.size() - 1) : held;
+  const std::string contents = isVariant ? words.readText() : std::string(type.substr(1));
+  if (isVariant && (contents.empty() || firstType(contents).size() != contents.size()))
+    return false;
+  const std::string inner =
+      type.front() == '(' ? contents.substr(0, contents.size() - 1) : contents;
   const char kind = type.front() == '(' ? 'r' : type.front();
   if (sd_bus_message_open_container(message, kind, inner.c_str()) < 0) return false;
-  const int most = kind == 'a' ? words.number<std::uint16_t>() : 1;
-  for (int i = 0; i < most; ++i) {
+  const int count = kind == 'a' ? words.readNumber<std::uint16_t>() : 1;
+  for (int i = 0; i < count; ++i) {
     if (kind == 'a' && words.isAtEnd()) break;
     if (!add(message, inner, words, depth + 1)) return false;
   }
@@ -72,22 +74,22 @@ bool addContainer(sd_bus_message* message, std::string_view type, Words& words, 
 bool addBasic(sd_bus_message* message, char type, Words& words) {
   switch (type) {
     case 'i':
-      return sd_bus_message_append(message, "i", words.number<std::int32_t>()) >= 0;
+      return sd_bus_message_append(message, "i", words.readNumber<std::int32_t>()) >= 0;
     case 'u':
-      return sd_bus_message_append(message, "u", words.number<std::uint32_t>()) >= 0;
+      return sd_bus_message_append(message, "u", words.readNumber<std::uint32_t>()) >= 0;
     case 'b':
-      return sd_bus_message_append(message, "b", words.number<std::int32_t>()) >= 0;
+      return sd_bus_message_append(message, "b", words.readNumber<std::int32_t>()) >= 0;
     case 't':
-      return sd_bus_message_append(message, "t", words.number<std::uint64_t>()) >= 0;
+      return sd_bus_message_append(message, "t", words.readNumber<std::uint64_t>()) >= 0;
     case 's':
-      return sd_bus_message_append(message, "s", words.text().c_str()) >= 0;
+      return sd_bus_message_append(message, "s", words.readText().c_str()) >= 0;
     default:
       return false;
   }
 }
 
 bool add(sd_bus_message* message, std::string_view types, Words& words, int depth) {
-  if (depth > mostDepth) return false;
+  if (depth > maxDepth) return false;
   while (!types.empty()) {
     const std::string_view type = firstType(types);
     if (type.empty()) return false;
@@ -110,15 +112,15 @@ const char* interfaceOf(std::string_view method) {
 
 }  // namespace
 
-freedesktop::BusMessage callOf(sd_bus* bus, std::string_view line) {
+freedesktop::BusMessage parseCall(sd_bus* bus, std::string_view line) {
   Words words(line);
-  const std::string method = words.text();
-  const std::string types = words.text();
-  sd_bus_message* made = nullptr;
+  const std::string method = words.readText();
+  const std::string types = words.readText();
+  sd_bus_message* call = nullptr;
   const int status = sd_bus_message_new_method_call(
-      bus, &made, nullptr, freedesktop::MenuServer::path, interfaceOf(method), method.c_str());
-  freedesktop::BusMessage message(made);
-  if (status < 0 || !add(made, types, words)) return nullptr;
+      bus, &call, nullptr, freedesktop::MenuServer::path, interfaceOf(method), method.c_str());
+  freedesktop::BusMessage message(call);
+  if (status < 0 || !add(call, types, words)) return nullptr;
   return message;
 }
 

@@ -6,9 +6,10 @@
 
 namespace lumowatt::fuzz {
 
-/// A call of the menu's object as a line, in the manner of busctl: the method, the types, the
-/// values; a list has its length first, a variant its type. `GetLayout iias 0 -1 1 label`.
-/// What a line does not have is 0 or empty. Null when there can be no such message.
-freedesktop::BusMessage callOf(sd_bus* bus, std::string_view line);
+/// Parses a call of a method of the menu object from a line in the format of busctl: the method,
+/// the signature and the values. An array starts with its length, a variant with its type. Example:
+/// `GetLayout iias 0 -1 1 label`. Missing values are 0 or empty. Returns null if the line is not a
+/// valid message.
+freedesktop::BusMessage parseCall(sd_bus* bus, std::string_view line);
 
 }  // namespace lumowatt::fuzz

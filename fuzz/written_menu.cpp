@@ -7,11 +7,11 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-constexpr std::size_t mostLetters = 60;  // so that ids of items and of those below them differ
+constexpr std::size_t maxLetters = 60;  // keeps the ids of items distinct from those in submenus
 
-/// The item of a letter, which has `tag` if it is a choice, and at the beginning of its title;
-/// absent for another sign.
-std::optional<MenuItem> itemOf(char letter, std::int64_t tag) {
+/// Returns the item for a letter. The title of the item starts with `tag`. If the item is a choice,
+/// `tag` is also the tag of the choice. Returns nothing for other characters.
+std::optional<MenuItem> parseItem(char letter, std::int64_t tag) {
   const std::string title = std::to_string(tag) + " item " + letter;
   switch (letter) {
     case '-':
@@ -48,13 +48,13 @@ void addToTitle(MenuItem& item, char digit) {
 
 }  // namespace
 
-Menu menuOf(std::string_view text) {
+Menu parseMenu(std::string_view text) {
   Menu menu;
   std::int64_t tag = 0;
-  for (const char letter : text.substr(0, mostLetters)) {
+  for (const char letter : text.substr(0, maxLetters)) {
     auto* const submenu = menu.empty() ? nullptr : std::get_if<Submenu>(&menu.back());
     if (letter >= '0' && letter <= '9' && !menu.empty()) addToTitle(menu.back(), letter);
-    auto item = itemOf(letter, tag);
+    auto item = parseItem(letter, tag);
     if (!item) continue;
     ++tag;
     if (std::holds_alternative<MenuRadioMark>(*item) && submenu != nullptr) {

@@ -6,10 +6,10 @@
 
 namespace lumowatt::fuzz {
 
-/// A menu as letters, one an item: "l" a line, "c" a command, "t" a check mark, "r" a radio mark,
-/// "v" a chart, "V" one that cannot be chosen, "s" a submenu, "-" a separator. A digit is added to
-/// the title of the item before it, and radio marks after a submenu are in it. Never empty, as no
-/// application's menu is.
-Menu menuOf(std::string_view text);
+/// Parses a menu from letters, one for each item: "l" is a line, "c" a command, "t" a check mark,
+/// "r" a radio mark, "v" a chart, "V" a disabled chart, "s" a submenu and "-" a separator. A digit
+/// is appended to the title of the preceding item. Radio marks that follow a submenu become its
+/// items. The result is never empty, as in every application.
+Menu parseMenu(std::string_view text);
 
 }  // namespace lumowatt::fuzz

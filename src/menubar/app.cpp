@@ -96,8 +96,8 @@ void App::addSample(const Reading& reading) {
 // The animation
 
 bool App::shouldAnimate(const Preferences& preferences) const {
-  return preferences.animate && last_ && last_->charging &&
-         last_->percent < 100 && !desktop_.reducesMotion();
+  return preferences.animate && last_ && last_->charging && last_->percent < 100 &&
+         !desktop_.reducesMotion();
 }
 
 void App::updateAnimation(const Preferences& preferences) {
@@ -123,11 +123,11 @@ std::optional<Image> App::symbolImage(const Reading& reading,
   const std::string description = "Battery " + std::to_string(reading.percent) + " percent";
   if (shouldAnimate(preferences)) {
     return tinted(animatedSymbol(reading.percent, frame_), color.value_or(systemGreen),
-                        description);
+                  description);
   }
   const bool hasBolt = reading.charging || (reading.external && reading.full);
   return tinted(hasBolt ? symbol::battery100Bolt : levelSymbol(reading.percent), color,
-                      description);
+                description);
 }
 
 // The preferences

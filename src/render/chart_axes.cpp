@@ -32,8 +32,8 @@ PercentAxis percentAxis(const std::vector<Sample>& samples) {
   };
   const std::int64_t step = *std::ranges::find_if(
       percentSteps, [&](std::int64_t each) { return stepsNeeded(each) <= PercentAxis::steps; });
-  const std::int64_t exemptFlags = PercentAxis::steps - stepsNeeded(step);
-  const std::int64_t below = (exemptFlags + 1) / 2;
+  const std::int64_t spare = PercentAxis::steps - stepsNeeded(step);
+  const std::int64_t below = (spare + 1) / 2;
   const std::int64_t first =
       std::clamp<std::int64_t>(low / step - below, 0, fullPercent / step - PercentAxis::steps);
   return {.lowest = first * step, .step = step};

@@ -38,7 +38,7 @@ std::int64_t nextFrame(std::int64_t frame) {
 }
 
 std::optional<Image> tinted(std::string_view name, const std::optional<Color>& color,
-                                  std::string description) {
+                            std::string description) {
   if (std::ranges::find(symbol::all, name) == symbol::all.end()) return std::nullopt;
   return Image{Symbol{.name = std::string(name), .tint = color, .isTemplate = !color},
                std::move(description)};

@@ -24,6 +24,6 @@ std::int64_t nextFrame(std::int64_t frame);
 /// Returns the symbol called `name` in `color`, or as a template without a color. Returns
 /// std::nullopt if no symbol has that name. `description` is the text for screen readers.
 std::optional<Image> tinted(std::string_view name, const std::optional<Color>& color,
-                                  std::string description);
+                            std::string description);
 
 }  // namespace lumowatt

@@ -1,6 +1,6 @@
 // Library to preload that accelerates CLOCK_BOOTTIME and the timers on it by a factor of 360: an
-// hour passes in ten seconds. While the file in the environment variable SLEPT_FILE exists, the clock
-// is eight hours ahead, as if the machine had been suspended.
+// hour passes in ten seconds. While the file in the environment variable SLEPT_FILE exists, the
+// clock is eight hours ahead, as if the machine had been suspended.
 
 #include <sys/syscall.h>
 #include <sys/timerfd.h>

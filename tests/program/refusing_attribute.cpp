@@ -1,7 +1,7 @@
 // Library to preload that makes read fail for certain files, as a driver does. The environment
 // variable REFUSED_NAMES contains the names of the files, separated by spaces, or "*" for all files
-// except "type". REFUSED_ERROR is the error number. Tests need the library for errors such as ENODEV,
-// which they cannot cause with a file system.
+// except "type". REFUSED_ERROR is the error number. Tests need the library for errors such as
+// ENODEV, which they cannot cause with a file system.
 
 #include <dlfcn.h>
 #include <fcntl.h>

@@ -21,33 +21,34 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// The name that the one process owns on the session's bus that shows the item.
+/// Name on the session bus. Only one process can own the name, so only one process shows the item.
 constexpr auto applicationId = "com.fernhollow.Lumowatt";
 
-constexpr int largeBlock = 128 * 1024;
+constexpr int largeBlock = 128 * 1024;  // bytes
 
-/// Lets the loop end by the signals that ask a process to end.
-void endBySignals(sd_event* loop) {
+/// Makes the loop exit on SIGINT, SIGTERM and SIGHUP.
+void exitOnSignals(sd_event* loop) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     sigset_t blocked{};
     ::sigemptyset(&blocked);
     ::sigaddset(&blocked, signal);
     ::sigprocmask(SIG_BLOCK, &blocked, nullptr);
-    const bool isWaitedFor = sd_event_add_signal(loop, nullptr, signal, nullptr, nullptr) >= 0;
-    if (!isWaitedFor) ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
+    const bool isHandled = sd_event_add_signal(loop, nullptr, signal, nullptr, nullptr) >= 0;
+    if (!isHandled) ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
   }
 }
 
-/// Lets the loop end with a failure when the bus closes the connection. libsystemd's own way to do
-/// so ends the process at once in versions before 247. Negative on failure.
-int endWhenDisconnected(sd_bus* bus, sd_event* loop) {
+/// Makes the loop exit with a failure when the bus closes the connection. Does not use
+/// sd_bus_set_exit_on_disconnect, which terminates the process immediately in versions of
+/// libsystemd before 247. Returns a negative status on failure.
+int exitWhenDisconnected(sd_bus* bus, sd_event* loop) {
   constexpr auto rule =
       "type='signal',sender='org.freedesktop.DBus.Local',path='/org/freedesktop/DBus/Local',"
       "interface='org.freedesktop.DBus.Local',member='Disconnected'";
-  const auto end = [](sd_bus_message*, void* ended, sd_bus_error*) {
-    return sd_event_exit(static_cast<sd_event*>(ended), EXIT_FAILURE);
+  const auto exitLoop = [](sd_bus_message*, void* eventLoop, sd_bus_error*) {
+    return sd_event_exit(static_cast<sd_event*>(eventLoop), EXIT_FAILURE);
   };
-  return sd_bus_add_match(bus, nullptr, rule, end, loop);
+  return sd_bus_add_match(bus, nullptr, rule, exitLoop, loop);
 }
 
 }  // namespace
@@ -66,16 +67,16 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
     return Failure{"no session bus"};
   }
   if (!*connected) return {};
-  // What a large message took is to go back to the system when it is answered.
+  // Memory of a large message is returned to the system when the message is released.
   returnLargeBlocks(largeBlock);
   prepareToWatchChildren();
-  endBySignals(loop_.get());
+  exitOnSignals(loop_.get());
 
   application_ = std::move(delegate);
   autostart_.emplace(bus_.get(), loop_.get());
   clipboard_.emplace(loop_.get(), bus_.get());
   viewer_.emplace(loop_.get());
-  settings_.emplace(bus_.get(), [this] { setInk(); });
+  settings_.emplace(bus_.get(), [this] { updateInk(); });
   button_.emplace(bus_.get(), loop_.get(), icons_, *application_,
                   [this](const Choice& choice) { choose(choice); });
   application_->applicationDidFinishLaunching();
@@ -88,25 +89,26 @@ Result<> SessionDesktop::run(std::shared_ptr<ApplicationDelegate> delegate) {
 }
 
 Result<bool> SessionDesktop::connect() {
-  if (const int made = sd_event_new(Out(loop_)); made < 0) return busFailure(made);
+  int status = sd_event_new(Out(loop_));
+  if (status < 0) return busFailure(status);
   Result<Bus> bus = openSessionBus(loop_.get());
   if (!bus) return bus.failure();
   bus_ = std::move(*bus);
-  int status = endWhenDisconnected(bus_.get(), loop_.get());
+  status = exitWhenDisconnected(bus_.get(), loop_.get());
   if (status >= 0) status = sd_bus_request_name(bus_.get(), applicationId, 0);
   if (status == -EEXIST) return false;
   if (status < 0) return busFailure(status);
   return true;
 }
 
-std::function<void()> SessionDesktop::followed(std::function<void()> action) {
+std::function<void()> SessionDesktop::withMenuUpdate(std::function<void()> action) {
   return [this, action = std::move(action)] {
     action();
-    if (button_) button_->followMenu();
+    if (button_) button_->updateMenuRows();
   };
 }
 
-void SessionDesktop::setInk() {
+void SessionDesktop::updateInk() {
   const std::optional<Appearance> scheme = settings_->colorScheme();
   const bool isDark = scheme == Appearance::dark;
   if (button_) {
@@ -131,9 +133,9 @@ void SessionDesktop::showChart() {
   for (const MenuItem& item : menu) {
     const auto* const chart = std::get_if<MenuChart>(&item);
     if (chart == nullptr) continue;
-    const ChartContext setting{.accent = settings_->accentColor(),
+    const ChartContext context{.accent = settings_->accentColor(),
                                .midnight = lastMidnight(now(), std::time(nullptr))};
-    viewer_->show(chart->picture(setting), settings_->appearance(), *bitmaps_);
+    viewer_->show(chart->picture(context), settings_->appearance(), *bitmaps_);
   }
 }
 
@@ -142,7 +144,7 @@ void SessionDesktop::showChart() {
 double SessionDesktop::now() { return static_cast<double>(boottime()) / 1e6; }
 
 std::unique_ptr<Timer> SessionDesktop::startTimer(double interval, std::function<void()> tick) {
-  return std::make_unique<LoopTimer>(loop_.get(), interval, followed(std::move(tick)));
+  return std::make_unique<LoopTimer>(loop_.get(), interval, withMenuUpdate(std::move(tick)));
 }
 
 // The user's files
@@ -159,7 +161,8 @@ void SessionDesktop::setPreference(std::string_view key, PreferenceValue value) 
 }
 
 LoginItemStatus SessionDesktop::loginItemStatus() {
-  const bool isRead = autostart_->isRead();  // which asks for what it says next time
+  // `isRead` returns the last known state and starts a query for the next call.
+  const bool isRead = autostart_->isRead();
   const LoginItemStatus status = loginItem_.status();
   return status == LoginItemStatus::enabled && !isRead ? LoginItemStatus::notFound : status;
 }

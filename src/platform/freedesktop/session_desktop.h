@@ -19,16 +19,17 @@
 
 namespace lumowatt::freedesktop {
 
-/// The desktop of a session with a bus: its panel, and the user's files and programs. A
-/// subclass adds the system's reports of power sources.
+/// Desktop of a session with a session bus: the panel, and the user's files and programs. A
+/// subclass provides the readings of power sources.
 class SessionDesktop : public Desktop {
  public:
-  /// For the executable at the path `program`, with its icons in the folder `icons`. What has to be
-  /// drawn is drawn on the bitmaps.
+  /// `program` is the path of the executable, which the login item starts. `icons` is the folder of
+  /// the icons. The picture of the chart is drawn on a bitmap from `bitmaps`.
   SessionDesktop(const std::string& program, std::string icons,
                  std::unique_ptr<BitmapFactory> bitmaps);
 
-  /// Ends at once, and well, when there is such an item in this session already.
+  /// Runs the event loop until the application exits. Returns success immediately if another
+  /// process already shows the item in this session.
   Result<> run(std::shared_ptr<ApplicationDelegate> delegate) override;
 
   StatusButton* button() override { return button_ ? &*button_ : nullptr; }
@@ -53,14 +54,14 @@ class SessionDesktop : public Desktop {
  protected:
   sd_event* loop() const { return loop_.get(); }
 
-  /// An action of the application's, after which the menu follows the item.
-  std::function<void()> followed(std::function<void()> action);
+  /// Returns a function that calls `action` and then updates the rows of the closed menus.
+  std::function<void()> withMenuUpdate(std::function<void()> action);
 
  private:
-  /// Connects to the session, as the one process in it that shows the item. False when there is
-  /// another.
+  /// Connects to the session bus and claims the application's name on the bus. Returns false if
+  /// another process owns the name.
   Result<bool> connect();
-  void setInk();
+  void updateInk();
   void choose(const Choice& choice);
   void showChart();
 
@@ -68,7 +69,7 @@ class SessionDesktop : public Desktop {
   std::unique_ptr<BitmapFactory> bitmaps_;
   PreferenceFile preferences_;
   LoginItem loginItem_;
-  std::shared_ptr<ApplicationDelegate> application_;  // while it runs
+  std::shared_ptr<ApplicationDelegate> application_;  // only while `run` is running
   EventLoop loop_;
   Bus bus_;
   std::optional<AutostartFolder> autostart_;

@@ -17,7 +17,7 @@ class LinuxDesktop : public freedesktop::SessionDesktop {
   using SessionDesktop::SessionDesktop;
 
   void watchPowerSources(std::function<void()> onChanged) override {
-    power_.emplace(loop(), followed(std::move(onChanged)));
+    power_.emplace(loop(), withMenuUpdate(std::move(onChanged)));
   }
 
  private:

@@ -4,7 +4,7 @@
 
 namespace lumowatt::freedesktop {
 
-/// Microseconds since the start of the machine, its sleep included (CLOCK_BOOTTIME).
+/// Returns the microseconds since boot, including time asleep (CLOCK_BOOTTIME).
 std::uint64_t boottime();
 
 }  // namespace lumowatt::freedesktop

@@ -13,20 +13,20 @@ namespace lumowatt::freedesktop {
 LoopTimer::LoopTimer(sd_event* loop, double interval, std::function<void()> tick)
     : interval_(static_cast<std::uint64_t>(roundedHalfAwayFromZero(interval * 1e6).value_or(0))),
       tick_(std::move(tick)) {
-  // The later a tick may be, the more of them share one waking of the machine.
+  // A tick may be late by this much, so that timers can share one wakeup of the machine.
   const std::uint64_t accuracy = interval_ / 20;
   const int status = sd_event_add_time(loop, Out(source_), CLOCK_BOOTTIME, boottime() + interval_,
-                                       accuracy, &LoopTimer::fired, this);
+                                       accuracy, &LoopTimer::onTimer, this);
   if (status < 0) reportError("cannot start a timer", busFailure(status).reason);
 }
 
-int LoopTimer::fired(sd_event_source* source, std::uint64_t due, void* timer) {
+int LoopTimer::onTimer(sd_event_source* source, std::uint64_t due, void* timer) {
   const auto* const self = static_cast<LoopTimer*>(timer);
   const std::uint64_t now = boottime();
   const std::uint64_t next = due + self->interval_;
   sd_event_source_set_time(source, next > now ? next : now + self->interval_);
   sd_event_source_set_enabled(source, SD_EVENT_ONESHOT);
-  const auto tick = self->tick_;  // which may end the timer
+  const auto tick = self->tick_;  // a copy: the call may destroy the timer
   tick();
   return 0;
 }

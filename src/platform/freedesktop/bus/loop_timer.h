@@ -8,15 +8,15 @@
 
 namespace lumowatt::freedesktop {
 
-/// A timer on an event loop, by a clock that counts while the machine sleeps. Of the ticks that a
-/// sleep or a busy loop missed, one is made up for.
+/// Periodic timer on an event loop, using CLOCK_BOOTTIME, which advances while the machine sleeps.
+/// After missing several ticks, because of sleep or a busy loop, the timer ticks once.
 class LoopTimer : public Timer {
  public:
-  /// Calls `tick` every `interval` seconds, which may end the timer.
+  /// Calls `tick` every `interval` seconds. `tick` may destroy the timer.
   LoopTimer(sd_event* loop, double interval, std::function<void()> tick);
 
  private:
-  static int fired(sd_event_source* source, std::uint64_t due, void* timer);
+  static int onTimer(sd_event_source* source, std::uint64_t due, void* timer);
 
   std::uint64_t interval_;  // microseconds
   std::function<void()> tick_;

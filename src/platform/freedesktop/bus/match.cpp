@@ -8,9 +8,9 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// The answer to a rule. Without a handler for it, libsystemd closes a connection that is refused
-/// one.
-int receiveAnswer(sd_bus_message* reply, void*, sd_bus_error*) {
+/// Reports a rejected match rule. If this handler were missing, libsystemd would close the
+/// connection when the bus rejects a rule.
+int handleMatchReply(sd_bus_message* reply, void*, sd_bus_error*) {
   if (const sd_bus_error* const error = sd_bus_message_get_error(reply)) {
     const char* const reason = error->message != nullptr ? error->message : error->name;
     reportError("cannot subscribe to signals of the session bus", reason);
@@ -23,23 +23,23 @@ int receiveAnswer(sd_bus_message* reply, void*, sd_bus_error*) {
 BusSlot matchSignals(sd_bus* bus, const std::string& rule, sd_bus_message_handler_t handler,
                      void* object) {
   BusSlot slot;
-  sd_bus_add_match_async(bus, Out(slot), rule.c_str(), handler, receiveAnswer, object);
+  sd_bus_add_match_async(bus, Out(slot), rule.c_str(), handler, handleMatchReply, object);
   return slot;
 }
 
-NameWatch::NameWatch(sd_bus* bus, const std::string& name, std::function<void()> appeared)
-    : appeared_(std::move(appeared)),
+NameWatch::NameWatch(sd_bus* bus, const std::string& name, std::function<void()> onAppeared)
+    : onAppeared_(std::move(onAppeared)),
       signals_(matchSignals(bus,
                             "type='signal',sender='org.freedesktop.DBus',"
                             "path='/org/freedesktop/DBus',interface='org.freedesktop.DBus',"
                             "member='NameOwnerChanged',arg0='" +
                                 name + "'",
-                            handle<&NameWatch::ownerChanged>, this)) {}
+                            handle<&NameWatch::onOwnerChanged>, this)) {}
 
-int NameWatch::ownerChanged(sd_bus_message* signal, sd_bus_error*) {
+int NameWatch::onOwnerChanged(sd_bus_message* signal, sd_bus_error*) {
   const char* owner = nullptr;
   if (sd_bus_message_read(signal, "sss", nullptr, nullptr, &owner) > 0 && *owner != '\0') {
-    appeared_();
+    onAppeared_();
   }
   return 0;
 }

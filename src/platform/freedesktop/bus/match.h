@@ -7,20 +7,21 @@
 
 namespace lumowatt::freedesktop {
 
-/// Calls a handler with each signal that matches a rule of the bus (the D-Bus match rules). A bus
-/// that refuses the rule is told of on the standard error, and no signal comes.
+/// Calls `handler` with each signal that matches a D-Bus match rule, until the slot is released. If
+/// the bus rejects the rule, reports the reason on the standard error and never calls `handler`.
 BusSlot matchSignals(sd_bus* bus, const std::string& rule, sd_bus_message_handler_t handler,
                      void* object);
 
-/// Tells each time that a name on the bus has a new owner.
+/// Watch on a name on the bus, with a callback for each new owner.
 class NameWatch {
  public:
-  NameWatch(sd_bus* bus, const std::string& name, std::function<void()> appeared);
+  /// Calls `onAppeared` each time that the name gets a new owner.
+  NameWatch(sd_bus* bus, const std::string& name, std::function<void()> onAppeared);
 
  private:
-  int ownerChanged(sd_bus_message* signal, sd_bus_error* error);
+  int onOwnerChanged(sd_bus_message* signal, sd_bus_error* error);
 
-  std::function<void()> appeared_;
+  std::function<void()> onAppeared_;
   BusSlot signals_;
 };
 

@@ -5,8 +5,8 @@
 
 #include <memory>
 
-/// Owners of what libsystemd gives, and what its callbacks and messages need in C++. Whoever is
-/// given a bus or a loop as a plain pointer must not outlive it.
+/// Owning pointers to the objects of libsystemd, and helpers for its callbacks and messages. An
+/// object that receives a bus or a loop as a plain pointer must not outlive that bus or loop.
 namespace lumowatt::freedesktop {
 
 template <auto release>
@@ -23,7 +23,8 @@ using Bus = std::unique_ptr<sd_bus, Release<sd_bus_flush_close_unref>>;
 using BusSlot = std::unique_ptr<sd_bus_slot, Release<sd_bus_slot_unref>>;
 using BusMessage = std::unique_ptr<sd_bus_message, Release<sd_bus_message_unref>>;
 
-/// Lets a function of libsystemd fill an owner, at the end of the expression that calls it.
+/// Output argument for a function of libsystemd that returns an object through a pointer. At the
+/// end of the full expression, `owner` receives the object.
 template <typename Owner>
 class Out {
  public:
@@ -44,37 +45,37 @@ Object* classOf(int (Object::*)(sd_bus_message*, sd_bus_error*));
 template <typename Object>
 const Object* classOf(int (Object::*)(sd_bus_message*, sd_bus_error*) const);
 
-/// A member function as the handler of messages, for the object that is registered with it.
+/// Message handler that calls a member function of the object that was registered as user data.
 template <auto method>
 int handle(sd_bus_message* message, void* object, sd_bus_error* error) {
   return (static_cast<decltype(classOf(method))>(object)->*method)(message, error);
 }
 
-/// How sd-bus has values of these types in messages.
-constexpr const char* typeOf(const char*) { return "s"; }
-constexpr const char* typeOf(bool) { return "b"; }
-constexpr const char* typeOf(int) { return "i"; }
-constexpr const char* typeOf(unsigned) { return "u"; }
+/// Returns the D-Bus signature of a value's type.
+constexpr const char* signatureOf(const char*) { return "s"; }
+constexpr const char* signatureOf(bool) { return "b"; }
+constexpr const char* signatureOf(int) { return "i"; }
+constexpr const char* signatureOf(unsigned) { return "u"; }
 
-/// The getter of a property that stays as it is.
+/// Getter of a property with a constant value.
 template <auto value>
 int constant(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
              sd_bus_error*) {
-  return sd_bus_message_append(reply, typeOf(value), value);
+  return sd_bus_message_append(reply, signatureOf(value), value);
 }
 
-/// Fills a message. After a failure nothing more is written.
+/// Writer that appends values to a message. After a failure, all further calls do nothing.
 class MessageWriter {
  public:
   explicit MessageWriter(sd_bus_message* message) : message_(message) {}
 
-  /// Values by the D-Bus types, as sd_bus_message_append has them.
+  /// Appends values with the D-Bus signature `types`, in the format of sd_bus_message_append.
   template <typename... Values>
   void add(const char* types, Values... values) {
     if (status_ >= 0) status_ = sd_bus_message_append(message_, types, values...);
   }
 
-  /// A container: what is added until `end` is in it.
+  /// Opens a container of the D-Bus type `type`; `end` closes the container.
   void begin(char type, const char* contents) {
     if (status_ >= 0) status_ = sd_bus_message_open_container(message_, type, contents);
   }
@@ -82,7 +83,7 @@ class MessageWriter {
     if (status_ >= 0) status_ = sd_bus_message_close_container(message_);
   }
 
-  /// Sends it. Negative when that or the filling failed, as sd-bus has its errors.
+  /// Sends the message. Returns a negative errno if appending or sending failed.
   int send() { return status_ < 0 ? status_ : sd_bus_send(nullptr, message_, nullptr); }
 
  private:

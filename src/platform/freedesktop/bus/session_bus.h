@@ -5,13 +5,15 @@
 
 namespace lumowatt::freedesktop {
 
-/// The reason for a negative status of libsystemd.
+/// Returns the failure for a negative status of libsystemd.
 Failure busFailure(int status);
 
-/// Opens a connection to the session's bus, for the loop, and waits until the bus has accepted it.
+/// Opens a connection to the session bus and attaches the connection to the loop. Blocks until the
+/// bus has accepted the connection.
 Result<Bus> openSessionBus(sd_event* loop);
 
-/// Whether messages pile up in this process because the bus does not take them.
-bool isBehind(sd_bus* bus);
+/// Returns whether the connection is congested: the bus does not read messages, and more than a few
+/// are queued in this process.
+bool isCongested(sd_bus* bus);
 
 }  // namespace lumowatt::freedesktop

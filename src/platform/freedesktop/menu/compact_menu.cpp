@@ -8,7 +8,7 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// Adds the items of a menu to another, in fewer rows.
+/// Visitor that copies the items of a menu into a menu with fewer rows.
 class Compaction {
  public:
   void operator()(const MenuSeparator& separator) {
@@ -40,7 +40,7 @@ class Compaction {
   }
 
  private:
-  /// Removes a line at the end of the menu so far, and returns it; empty when there is none.
+  /// Removes the last item if it is a line, and returns its title; otherwise returns "".
   std::string removeLineAbove() {
     auto* const line = menu_.empty() ? nullptr : std::get_if<MenuLine>(&menu_.back());
     if (line == nullptr) return "";
@@ -65,8 +65,8 @@ class Compaction {
   }
 
   Menu menu_;
-  Menu more_;  // what is chosen beside the submenu of a group
-  bool hasSubmenu_ = false;
+  Menu more_;                // items for the submenu "More" of the current group
+  bool hasSubmenu_ = false;  // whether the current group contains a submenu so far
 };
 
 }  // namespace

@@ -4,10 +4,11 @@
 
 namespace lumowatt::freedesktop {
 
-/// Returns the same menu in fewer rows, for panels with high ones. Lines that are only read are one
-/// item, with line breaks; those above the chart are in its item, and those above a command in the
-/// first. What can be chosen after a submenu in its group is in a second one, "More": such a panel
-/// opens one of them at a time.
+/// Returns the menu with fewer rows, for panels with high rows. Joins consecutive lines into one
+/// item, separated by line breaks. Moves lines above the chart into the chart's item. Moves
+/// lines above a command into the first item if that item is a line. In each group, moves commands
+/// and marks after a submenu into another submenu, "More", because such panels open only one
+/// submenu at a time.
 Menu compactMenu(const Menu& menu);
 
 }  // namespace lumowatt::freedesktop

@@ -11,7 +11,7 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// Adds the lines of an item of each kind.
+/// Visitor that appends the lines of a menu item.
 class LineMaker {
  public:
   explicit LineMaker(std::vector<LauncherLine>& lines) : lines_(lines) {}
@@ -34,7 +34,8 @@ class LineMaker {
   }
 
  private:
-  /// Adds a line. A control character would end it, or be a launcher's own sign.
+  /// Appends a line, with spaces instead of control characters: launchers treat some control
+  /// characters as the end of the line or as syntax.
   void add(std::string text, std::optional<Choice> choice = std::nullopt) const {
     const auto isControl = [](unsigned char letter) { return letter < ' ' || letter == 0x7F; };
     std::ranges::replace_if(text, isControl, ' ');
@@ -60,9 +61,9 @@ bool LauncherMenu::show(const Menu& menu) {
   lines_ = launcherLines(menu);
   std::string input;
   for (const LauncherLine& line : lines_) input.append(line.text).append("\n");
-  launcher_ = ReadProgram::start(
+  launcher_ = CapturedProgram::start(
       loop_, launcherCommands(), input,
-      [this](const std::optional<std::string>& answer) { finish(answer.value_or("")); });
+      [this](const std::optional<std::string>& output) { finish(output.value_or("")); });
   if (launcher_) return true;
   lines_ = {};
   reportError("cannot show the menu", "no launcher such as fuzzel, rofi or dmenu can be started");
@@ -70,10 +71,10 @@ bool LauncherMenu::show(const Menu& menu) {
   return false;
 }
 
-void LauncherMenu::finish(std::string_view answer) {
-  if (answer.ends_with('\n')) answer.remove_suffix(1);
-  const auto line = std::ranges::find_if(lines_, [answer](const LauncherLine& candidate) {
-    return candidate.choice && candidate.text == answer;
+void LauncherMenu::finish(std::string_view output) {
+  if (output.ends_with('\n')) output.remove_suffix(1);
+  const auto line = std::ranges::find_if(lines_, [output](const LauncherLine& candidate) {
+    return candidate.choice && candidate.text == output;
   });
   const std::optional<Choice> choice = line == lines_.end() ? std::nullopt : line->choice;
   lines_ = {};

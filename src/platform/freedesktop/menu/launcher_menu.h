@@ -12,32 +12,34 @@
 
 namespace lumowatt::freedesktop {
 
-/// A line that stands for an item of the menu.
+/// Line of the launcher's list for an item of the menu.
 struct LauncherLine {
   std::string text;                             ///< without control characters
-  std::optional<Choice> choice = std::nullopt;  ///< absent for one that is only read
+  std::optional<Choice> choice = std::nullopt;  ///< empty if the line cannot be chosen
 };
 
-/// The menu as lines in order, those of a submenu below its title. What is on has a mark before it.
+/// Returns the lines of the menu in order. The lines of a submenu follow the submenu's title. Lines
+/// of items that are on begin with a mark.
 std::vector<LauncherLine> launcherLines(const Menu& menu);
 
-/// The menu in the user's launcher (fuzzel, rofi, dmenu, ...), for panels that show none.
+/// Menu in the user's launcher (fuzzel, rofi, dmenu, ...), for panels that show no menus.
 class LauncherMenu {
  public:
-  /// Calls `choose` with what the chosen line offers.
+  /// Calls `choose` with the choice of the line that the user chooses.
   LauncherMenu(sd_event* loop, std::function<void(const Choice&)> choose);
 
-  /// Opens the first launcher that is installed with the menu. Nothing happens while one is open.
-  /// False when none can be started: then the bell sounds, and the reason is on the standard error.
+  /// Shows the menu in the first installed launcher. Does nothing while a launcher is open. If no
+  /// launcher can be started, sounds the bell, reports the reason on the standard error and returns
+  /// false.
   bool show(const Menu& menu);
 
  private:
-  void finish(std::string_view answer);
+  void finish(std::string_view output);
 
   sd_event* loop_;
   std::function<void(const Choice&)> choose_;
   std::vector<LauncherLine> lines_;
-  std::unique_ptr<ReadProgram> launcher_;  // while it is open
+  std::unique_ptr<CapturedProgram> launcher_;  // null unless open
 };
 
 }  // namespace lumowatt::freedesktop

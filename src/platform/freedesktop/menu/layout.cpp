@@ -12,30 +12,30 @@ namespace {
 
 constexpr std::int32_t groupSize = 100;
 
-std::string withoutAccessKeys(std::string_view text) {
+std::string escapeUnderscores(std::string_view text) {
   std::string label;
   for (const char letter : text) label.append(letter == '_' ? 2 : 1, letter);
   return label;
 }
 
-/// Makes the entry of an item of each kind.
+/// Visitor that returns the entry of a menu item.
 struct EntryMaker {
   std::int32_t id;
 
   MenuEntry operator()(const MenuSeparator&) const { return {.id = id, .isSeparator = true}; }
   MenuEntry operator()(const MenuLine& line) const {
-    return {.id = id, .label = withoutAccessKeys(line.title), .isEnabled = false};
+    return {.id = id, .label = escapeUnderscores(line.title), .isEnabled = false};
   }
   MenuEntry operator()(const MenuChart& chart) const {
     return {.id = id,
-            .label = withoutAccessKeys(chart.text),
+            .label = escapeUnderscores(chart.text),
             .description = chart.description,
             .isEnabled = chart.isEnabled};
   }
   MenuEntry operator()(const MenuCommand& command) const {
     const std::string& key = command.keyEquivalent;
     return {.id = id,
-            .label = withoutAccessKeys(command.title),
+            .label = escapeUnderscores(command.title),
             .shortcut = key.empty() ? '\0' : key.front()};
   }
   MenuEntry operator()(const MenuCheckMark& mark) const {
@@ -46,8 +46,8 @@ struct EntryMaker {
   }
   MenuEntry operator()(const Submenu& submenu) const {
     MenuEntry entry{
-        .id = id, .label = withoutAccessKeys(submenu.title), .isEnabled = !submenu.items.empty()};
-    std::int32_t child = (id + groupSize) * groupSize;  // beyond the ids of the menu itself
+        .id = id, .label = escapeUnderscores(submenu.title), .isEnabled = !submenu.items.empty()};
+    std::int32_t child = (id + groupSize) * groupSize;  // greater than the ids of top-level items
     for (const MenuItem& item : submenu.items) {
       entry.children.push_back(std::visit(EntryMaker{++child}, item));
     }
@@ -56,13 +56,14 @@ struct EntryMaker {
 
  private:
   MenuEntry toggle(std::string_view title, MenuEntry::Toggle type, bool isOn) const {
-    return {.id = id, .label = withoutAccessKeys(title), .toggle = type, .isOn = isOn};
+    return {.id = id, .label = escapeUnderscores(title), .toggle = type, .isOn = isOn};
   }
 };
 
-/// The items of a menu with their ids, in order: 1, 2, ... in the first group, 100 the separator
-/// after it, 101, 102, ... in the second. A group of 100 items or more ends at its 99th.
-std::vector<std::pair<std::int32_t, const MenuItem*>> numbered(const Menu& menu) {
+/// Returns the items of a menu with their ids, in order: 1, 2, ... in the first group, 100 for the
+/// separator after it, 101, 102, ... in the second group. Omits the items after the 99th of a
+/// group.
+std::vector<std::pair<std::int32_t, const MenuItem*>> numberItems(const Menu& menu) {
   std::vector<std::pair<std::int32_t, const MenuItem*>> items;
   std::int32_t group = 0;
   std::int32_t place = 0;
@@ -96,7 +97,7 @@ MenuEntry withoutChildren(MenuEntry entry) {
   return entry;
 }
 
-/// Notes how the children of `now` differ from those of `before`.
+/// Adds the differences between the children of `before` and the children of `now` to `change`.
 void compare(const MenuEntry& before, const MenuEntry& now, MenuLayout::Change& change) {
   if (now.children.size() != before.children.size()) change.isStructural = true;
   for (const MenuEntry& child : now.children) {
@@ -122,7 +123,7 @@ MenuLayout::Change MenuLayout::present(const Menu& menu) {
     entries[old.id] = old;
     entries[old.id].isVisible = false;
   }
-  for (const auto& [id, item] : numbered(menu)) {
+  for (const auto& [id, item] : numberItems(menu)) {
     entries[id] = std::visit(EntryMaker{id}, *item);
     addChoices(entries[id], *item);
   }

@@ -11,58 +11,59 @@
 
 namespace lumowatt::freedesktop {
 
-/// An item as the com.canonical.dbusmenu interface has it.
+/// Item of the menu, with the properties of the com.canonical.dbusmenu interface.
 struct MenuEntry {
   enum class Toggle { none, checkmark, radio };
 
   std::int32_t id = 0;
-  std::string label = {};        ///< with access keys marked by an underscore, a plain one doubled
-  std::string description = {};  ///< what a screen reader says; empty: the label
+  std::string label = {};        ///< with underscores doubled; "_" marks an access key
+  std::string description = {};  ///< for screen readers; if empty, they read the label
   bool isSeparator = false;
   bool isEnabled = true;
   bool isVisible = true;
   Toggle toggle = Toggle::none;
   bool isOn = false;
-  char shortcut = 0;  ///< a letter, with the Control key; 0 for none
+  char shortcut = 0;  ///< letter pressed with the Control key; 0 if none
   std::vector<MenuEntry> children = {};
 
   friend bool operator==(const MenuEntry&, const MenuEntry&) = default;
 };
 
-/// The menu as it is presented to panels, which want ids that stay: an item has its id by the group
-/// between separators that it is in and its place there. One that the menu no longer has stays
-/// too, invisible.
+/// Menu as presented to panels, with stable ids. The id of an item is derived from its group, which
+/// is delimited by separators, and from its position in the group. Items that have been removed
+/// from the menu remain in the layout, invisible.
 class MenuLayout {
  public:
   MenuLayout() { root_.id = 0; }
 
   struct Change {
-    bool isStructural = false;            ///< there are other items than before
-    std::vector<MenuEntry> entries = {};  ///< those that differ, as they are now, without children
+    bool isStructural = false;            ///< whether items were added or removed
+    std::vector<MenuEntry> entries = {};  ///< changed items in their new state, without children
   };
 
-  /// Presents the menu from now on. Returns what that changed.
+  /// Replaces the presented menu. Returns the changes.
   Change present(const Menu& menu);
 
-  /// The whole layout, as the children of an item of id 0.
+  /// Returns the root item, whose id is 0 and whose children are the items of the menu.
   const MenuEntry& root() const { return root_; }
 
-  /// The item of that id; null when there is none.
+  /// Returns the item with the id; null if there is no such item.
   const MenuEntry* find(std::int32_t id) const;
 
-  /// Calls `visit` with each item, from that of id 0 on.
+  /// Calls `visit` with the root item and then with each item below it, parents before children.
   void forEach(const std::function<void(const MenuEntry&)>& visit) const;
 
-  /// The choice that the item of that id offers; absent unless it can be seen and chosen now.
+  /// Returns the choice of the item with the id. Returns std::nullopt if there is no such item, or
+  /// if the item is invisible, disabled or without a choice.
   std::optional<Choice> choice(std::int32_t id) const;
 
  private:
-  /// Notes what the item and those below it offer.
+  /// Stores the choices of the item and of the items below it.
   void addChoices(const MenuEntry& entry, const MenuItem& item);
 
   MenuEntry root_;
   std::vector<std::pair<std::int32_t, Choice>>
-      choices_;  ///< of the present menu, by the items' ids
+      choices_;  ///< choices of the presented menu with the ids of their items
 };
 
 }  // namespace lumowatt::freedesktop

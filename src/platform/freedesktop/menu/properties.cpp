@@ -9,14 +9,14 @@ namespace {
 
 using Toggle = MenuEntry::Toggle;
 
-/// A property of an item, by its name in the interface.
+/// Property of an item.
 struct Property {
-  std::string_view name;
-  bool (*differs)(const MenuEntry&);  ///< from the interface's default
+  std::string_view name;                 ///< in the interface
+  bool (*isIncluded)(const MenuEntry&);  ///< whether lists of properties include it
   void (*add)(MessageWriter&, const MenuEntry&);
 };
 
-/// What changes while the menu is there is always told, so that whoever holds it needs no default.
+/// Includes a property that can change even if it has the default, so that panels need no defaults.
 bool always(const MenuEntry&) { return true; }
 
 bool isStandard(const MenuEntry& entry) { return !entry.isSeparator; }
@@ -27,7 +27,7 @@ const char* toggleType(const MenuEntry& entry) {
   return entry.toggle == Toggle::radio ? "radio" : "checkmark";
 }
 
-/// A list of key combinations, each a list of modifiers and a key.
+/// Appends the shortcut as a list of key combinations, each a list of modifiers and a key.
 void addShortcut(MessageWriter& message, const MenuEntry& entry) {
   message.begin('v', "aas");
   message.begin('a', "as");
@@ -94,7 +94,7 @@ int readPropertySet(sd_bus_message* message, PropertySet& set) {
 void addProperties(MessageWriter& message, const MenuEntry& entry, const PropertySet& set) {
   message.begin('a', "{sv}");
   for (std::size_t i = 0; i < properties.size(); ++i) {
-    if (!set[i] || !properties[i].differs(entry)) continue;
+    if (!set[i] || !properties[i].isIncluded(entry)) continue;
     message.begin('e', "sv");
     message.add("s", properties[i].name.data());
     properties[i].add(message, entry);

@@ -6,24 +6,27 @@
 #include "platform/freedesktop/bus/sd.h"
 #include "platform/freedesktop/menu/layout.h"
 
-/// The items of a menu as messages of the com.canonical.dbusmenu interface have them.
+/// Encoding of menu items in messages of the com.canonical.dbusmenu interface.
 namespace lumowatt::freedesktop {
 
-/// Some of the properties that items have.
+/// Set of properties of an item.
 using PropertySet = std::bitset<9>;
 
-/// Reads the names of the properties that somebody asks for, as; none means all of them, and one
-/// that no item has means nothing. Negative when there are no names, as sd-bus has its errors.
+/// Reads the names of the requested properties (signature "as"). An empty list requests all
+/// properties. Ignores unknown names. Returns a negative errno if the message has no such list.
 int readPropertySet(sd_bus_message* message, PropertySet& set);
 
-/// Adds the item's properties, a{sv}, without those that have the interface's default.
+/// Appends the properties of the item that are in `set` (signature "a{sv}"). Omits properties that
+/// have the interface's default and cannot change.
 void addProperties(MessageWriter& message, const MenuEntry& entry,
                    const PropertySet& set = PropertySet().set());
 
-/// Adds one property of the item, v. False when there is none of that name; nothing is added then.
+/// Appends the property `name` of the item (signature "v"). Appends nothing and returns false if
+/// there is no such property.
 bool addProperty(MessageWriter& message, const MenuEntry& entry, std::string_view name);
 
-/// Adds the item with what is below it, (ia{sv}av), `depth` levels deep; negative for all of them.
+/// Appends the item and the items below it (signature "(ia{sv}av)"), down to `depth` levels; all
+/// levels if negative.
 void addLayout(MessageWriter& message, const MenuEntry& entry, int depth, const PropertySet& set);
 
 }  // namespace lumowatt::freedesktop

@@ -18,8 +18,8 @@ constexpr auto menuInterface = "com.canonical.dbusmenu";
 constexpr std::int32_t rootId = 0;
 constexpr std::string_view clicked = "clicked";
 
-// How long a menu counts as open in a panel that does not tell when it closed it. Microseconds.
-constexpr std::uint64_t longestOpening = 60'000'000;
+// Time in microseconds after which a menu counts as closed, for panels that do not report closing.
+constexpr std::uint64_t openTimeout = 60'000'000;
 
 constexpr char leftToRight[] = "ltr";
 constexpr char normal[] = "normal";
@@ -33,7 +33,7 @@ int noSuchItem(sd_bus_error* error, std::int32_t id) {
   return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS, "The menu has no item %d", id);
 }
 
-/// A list of ids, as long as its message.
+/// Reads a list of ids. `ids` refers to memory of the message and is valid as long as the message.
 int readIds(sd_bus_message* message, std::span<const std::int32_t>& ids) {
   const void* array = nullptr;
   std::size_t bytes = 0;
@@ -42,7 +42,7 @@ int readIds(sd_bus_message* message, std::span<const std::int32_t>& ids) {
   return status;
 }
 
-/// How many rows of a menu are its report: those before the first separator that can be seen.
+/// Returns the number of rows of the report: the visible items before the first separator.
 std::ptrdiff_t reportRows(const MenuEntry& root) {
   const auto end = std::ranges::find_if(root.children, &MenuEntry::isSeparator);
   return std::count_if(root.children.begin(), end,
@@ -83,7 +83,7 @@ MenuServer::MenuServer(sd_bus* bus, ApplicationDelegate& application,
   sd_bus_add_object_vtable(bus, Out(object_), path, menuInterface, table, this);
 }
 
-// What the menu is
+// Contents of the menu
 
 MenuLayout::Change MenuServer::replaceLayout(const Menu& menu) {
   return layout_.present(isCompact_ ? compactMenu(menu) : menu);
@@ -103,7 +103,7 @@ bool MenuServer::present(const Menu& menu) {
       message.end();
     }
     message.end();
-    message.add("a(ias)", 0);  // none is back at its default
+    message.add("a(ias)", 0);  // no property is reset to its default
     message.send();
   }
   if (change.isStructural) {
@@ -150,7 +150,7 @@ int MenuServer::getGroupProperties(sd_bus_message* call, sd_bus_error*) {
     return status;
   MessageWriter message(reply.get());
   message.begin('a', "(ia{sv})");
-  // Each item once, however often and in whatever order its id is named.
+  // Replies with each item once, in the menu's order, even if the caller repeats an id.
   layout_.forEach([&](const MenuEntry& entry) {
     if (!ids.empty() && std::ranges::find(ids, entry.id) == ids.end()) return;
     message.begin('r', "ia{sv}");
@@ -180,7 +180,7 @@ int MenuServer::getProperty(sd_bus_message* call, sd_bus_error* error) {
   return message.send();
 }
 
-// What happens to it
+// Events
 
 int MenuServer::aboutToShow(sd_bus_message* call, sd_bus_error* error) {
   std::int32_t id = 0;
@@ -234,7 +234,7 @@ int MenuServer::eventGroup(sd_bus_message* call, sd_bus_error* error) {
   std::vector<std::int32_t> unknown;
   bool hasChosen = false;
   for (const auto& [id, name] : events) {
-    // A choice closes the menu: there is no second one.
+    // A choice closes the menu, so further choices are ignored.
     const bool isChoice = layout_.choice(id) && name == clicked;
     if (!(isChoice && hasChosen) && !handleEvent(id, name)) unknown.push_back(id);
     hasChosen = hasChosen || isChoice;
@@ -256,7 +256,7 @@ bool MenuServer::handleEvent(std::int32_t id, std::string_view event) {
 }
 
 bool MenuServer::open() {
-  openUntil_ = boottime() + longestOpening;
+  openUntil_ = boottime() + openTimeout;
   return present(application_.menuWillOpen());
 }
 
@@ -271,9 +271,9 @@ void MenuServer::update(const Menu& menu) {
   if (isKnown) present(menu);
 }
 
-void MenuServer::follow(std::string_view report) {
+void MenuServer::updateRows(std::string_view report) {
   const bool isOpen = boottime() < openUntil_;
-  if (isOpen || isCompact_ || report == report_ || isBehind(bus_)) return;
+  if (isOpen || isCompact_ || report == report_ || isCongested(bus_)) return;
   report_ = report;
   const bool hasOtherRows = 1 + std::ranges::count(report, '\n') != reportRows(layout_.root());
   if (hasOtherRows) update(application_.menu());

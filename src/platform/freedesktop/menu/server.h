@@ -11,28 +11,29 @@
 
 namespace lumowatt::freedesktop {
 
-/// The menu as panels see it: an object of the com.canonical.dbusmenu interface. Callers are
-/// strangers: what the menu does not offer is an error to them.
+/// Menu on the bus: an object with the com.canonical.dbusmenu interface. Callers are untrusted:
+/// calls for unknown items or properties return an error.
 class MenuServer {
  public:
-  /// Where panels find it.
+  /// Path of the object.
   static constexpr char path[] = "/MenuBar";
 
-  /// Calls `choose` with each choice that is made, which must then update the menu of every server.
-  /// The application must outlive it.
+  /// Calls `choose` with each choice that the user makes. `choose` must then update the menu of
+  /// every server. `application` must outlive the server.
   MenuServer(sd_bus* bus, ApplicationDelegate& application,
              std::function<void(const Choice&)> choose);
 
-  /// Sets whether panels see the menu in fewer rows (`compactMenu`).
+  /// Sets whether the menu is presented in fewer rows (`compactMenu`).
   void setCompact(bool isCompact);
 
-  /// Replaces the menu, for those who know it already.
+  /// Replaces the menu if a panel has already read the menu.
   void update(const Menu& menu);
 
-  /// Updates the closed menu when the report in it, a line a row, has more or fewer rows than
-  /// before: panels lay a menu out before they ask for it. In a compact menu the report is one row.
-  /// This leaves an open menu as it is: a later report updates it.
-  void follow(std::string_view report);
+  /// Updates the menu if the number of lines in `report` differs from the number of rows that the
+  /// report has in the menu. This is necessary because panels lay out a menu before they request
+  /// its update. Does nothing while the menu is open or compact, or while the connection is
+  /// congested; a later call then updates the menu.
+  void updateRows(std::string_view report);
 
  private:
   static const sd_bus_vtable table[];
@@ -45,20 +46,20 @@ class MenuServer {
   int aboutToShow(sd_bus_message* call, sd_bus_error* error);
   int aboutToShowGroup(sd_bus_message* call, sd_bus_error* error);
 
-  /// The menu is about to be looked at; whether it changed by that.
+  /// Updates the menu before a panel shows it. Returns whether the menu changed.
   bool open();
 
-  /// Presents the menu, and emits signals for what differs from the one before; false when nothing
-  /// does.
+  /// Replaces the presented menu and emits signals for the changes. Returns whether the menu
+  /// changed.
   bool present(const Menu& menu);
 
-  /// Replaces what the menu is, in the rows that panels see.
+  /// Replaces the layout with the menu, or with the compact form of the menu. Returns the changes.
   MenuLayout::Change replaceLayout(const Menu& menu);
 
-  /// For those who ask before the menu was ever about to open.
+  /// Builds the layout for a panel that reads the menu before opening it for the first time.
   void ensureLayout();
 
-  /// Handles an event on an item; false when the menu has no such item.
+  /// Handles an event on an item. Returns false if there is no such item.
   bool handleEvent(std::int32_t id, std::string_view event);
 
   sd_bus* bus_;
@@ -67,8 +68,8 @@ class MenuServer {
   MenuLayout layout_;
   bool isCompact_ = false;
   std::uint32_t revision_ = 1;
-  std::string report_;           // the one that was compared last
-  std::uint64_t openUntil_ = 0;  // by `boottime`; the menu may be open till then
+  std::string report_;           // last report that was compared with the menu
+  std::uint64_t openUntil_ = 0;  // `boottime` at which an open menu counts as closed
   BusSlot object_;
 };
 

@@ -23,7 +23,7 @@ constexpr std::string_view fileType = ".svg";
 constexpr mode_t iconFolderMode = 0700;
 constexpr mode_t iconFileMode = 0600;
 
-/// The 64-bit FNV-1a hash, in hexadecimal digits.
+/// Returns the 64-bit FNV-1a hash in hexadecimal digits.
 std::string hashOf(std::string_view contents) {
   std::uint64_t hash = 0xcbf29ce484222325;
   for (const char letter : contents) {
@@ -35,7 +35,7 @@ std::string hashOf(std::string_view contents) {
   return {digits.data(), end};
 }
 
-/// A folder, never through a symbolic link.
+/// Opens a folder. Fails if the path is a symbolic link.
 int openFolder(const std::string& path) {
   return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
 }
@@ -49,11 +49,11 @@ bool contains(const IconFolder::Names& names, std::string_view name) {
 IconFolder::IconFolder(std::string_view prefix, std::string_view suffix)
     : prefix_(prefix), suffix_(suffix) {
   if (const std::string runtime = runtimeFolder(); !runtime.empty()) path_ = runtime + "/lumowatt";
-  removeAllBut({});
+  removeAllExcept({});
 }
 
 IconFolder::~IconFolder() {
-  removeAllBut({});
+  removeAllExcept({});
   ::rmdir(path_.c_str());
 }
 
@@ -61,15 +61,15 @@ Result<IconFolder::Names> IconFolder::replaceIcons(const std::vector<std::string
   Names names;
   for (const std::string& svg : svgs) {
     names.push_back(prefix_ + hashOf(svg) + suffix_);
-    const bool isThere =
+    const bool isPresent =
         contains(names_, names.back()) && ::access(file(names.back()).c_str(), F_OK) == 0;
-    if (isThere) continue;
+    if (isPresent) continue;
     if (const Result<> written = write(names.back(), svg); !written) {
-      removeAllBut({});
+      removeAllExcept({});
       return written.failure();
     }
   }
-  if (names != names_) removeAllBut(names);
+  if (names != names_) removeAllExcept(names);
   return names;
 }
 
@@ -79,7 +79,7 @@ Result<> IconFolder::write(const std::string& name, std::string_view svg) const 
   const Descriptor folder(openFolder(path_));
   if (!folder.isOpen()) return systemFailure(errno);
   const std::string file = name + std::string(fileType);
-  ::unlinkat(folder.number(), file.c_str(), 0);  // whatever it is, it is not to be followed
+  ::unlinkat(folder.number(), file.c_str(), 0);  // could be a symbolic link
   Descriptor icon(::openat(folder.number(), file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
                            iconFileMode));
   if (icon.isOpen() && icon.write(svg) && icon.close()) return {};
@@ -88,7 +88,7 @@ Result<> IconFolder::write(const std::string& name, std::string_view svg) const 
   return systemFailure(error);
 }
 
-void IconFolder::removeAllBut(const Names& names) {
+void IconFolder::removeAllExcept(const Names& names) {
   names_ = names;
   const int folder = openFolder(path_);
   DIR* const listing = ::fdopendir(folder);

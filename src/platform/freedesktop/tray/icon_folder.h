@@ -8,13 +8,14 @@
 
 namespace lumowatt::freedesktop {
 
-/// Icons that are made while the program runs: files for the panel, the user's alone, in a folder
-/// of the session's runtime folder ($XDG_RUNTIME_DIR, as freedesktop.org has it). What a former run
-/// left is removed at the beginning, and all of them at the end.
+/// Folder of the icons that the program generates for the panel, in the session's runtime folder
+/// ($XDG_RUNTIME_DIR, XDG Base Directory). Only the user can access the files.
+/// Construction removes the icons of previous runs. Destruction removes all icons, and the folder
+/// if empty.
 class IconFolder {
  public:
-  /// The icons' names begin with `prefix` and end with `suffix`. Files whose names begin otherwise
-  /// are left alone. Panels recolor icons whose names end with "-symbolic".
+  /// The names of the icons begin with `prefix` and end with `suffix`. Files without the prefix are
+  /// not changed. Panels recolor icons whose names end with "-symbolic".
   IconFolder(std::string_view prefix, std::string_view suffix);
   IconFolder(const IconFolder&) = delete;
   IconFolder& operator=(const IconFolder&) = delete;
@@ -22,24 +23,24 @@ class IconFolder {
 
   const std::string& path() const { return path_; }
 
-  /// The path of the icon of that name.
+  /// Returns the path of the icon `name`.
   std::string file(const std::string& name) const { return path_ + "/" + name + ".svg"; }
 
   using Names = std::vector<std::string>;
 
-  /// Replaces the icons in the folder by these SVG files. Returns the icons' names. Other contents
-  /// has another name, because panels remember an icon by its name. When they cannot be written,
-  /// the folder has none afterwards.
+  /// Replaces the icons in the folder with these SVG files. Returns the names of the icons. The
+  /// name contains a hash of the contents, because panels cache icons by name. If an icon cannot be
+  /// written, removes all icons and returns the failure.
   Result<Names> replaceIcons(const std::vector<std::string>& svgs);
 
  private:
   Result<> write(const std::string& name, std::string_view svg) const;
-  void removeAllBut(const Names& names);
+  void removeAllExcept(const Names& names);
 
   std::string path_;
   std::string prefix_;
   std::string suffix_;
-  Names names_;  ///< of those that are in it
+  Names names_;  ///< of the icons in the folder
 };
 
 }  // namespace lumowatt::freedesktop

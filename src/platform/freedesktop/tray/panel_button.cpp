@@ -16,8 +16,8 @@ std::string iconOf(const Symbol& symbol, artwork::Ink ink) {
   return artwork::iconName(symbol.name, tint != nullptr ? std::optional(*tint) : std::nullopt, ink);
 }
 
-/// How the names of icons begin that are made for this session: another one of the same user has
-/// the same runtime folder.
+/// Returns the prefix for the names of the icons that are generated in this session. The prefix
+/// contains the id of the bus, because all sessions of a user share the runtime folder.
 std::string iconPrefix(sd_bus* bus, const char* kind) {
   sd_id128_t session{};
   sd_bus_get_bus_id(bus, &session);
@@ -39,7 +39,7 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
       wideIcons_(iconPrefix(bus, "wide"),
                  "") {  // Cinnamon draws no file with "symbolic" in its name
   glyph_.setTitle("Lumowatt");
-  sd_event_add_defer(loop, Out(updating_), update, this);
+  sd_event_add_defer(loop, Out(updateSource_), update, this);
   scheduleUpdate(toGlyph);
 }
 
@@ -54,9 +54,9 @@ std::function<void(const Choice&)> PanelButton::updatingMenus(
 }
 
 StatusItem::Handlers PanelButton::handlers() {
-  // Once an item is settled, the next one is registered.
+  // Registers the next tile when an item has settled.
   return {.openMenu = [this] { return openMenu(); },
-          .settled = [this] { scheduleUpdate(toTitle); }};
+          .onSettled = [this] { scheduleUpdate(toTitle); }};
 }
 
 void PanelButton::show(ButtonContents contents) {
@@ -69,7 +69,7 @@ void PanelButton::show(ButtonContents contents) {
   glyph_.setToolTip(contents.toolTip);
   glyph_.setDescription(contents.accessibilityLabel);
   showTexts();
-  scheduleUpdate(toTitle);  // also a title that is the same, whose tiles may have failed
+  scheduleUpdate(toTitle);  // even if unchanged, to retry after a failure
 }
 
 void PanelButton::setImage(const std::optional<Image>& image) {
@@ -100,7 +100,7 @@ bool PanelButton::openMenu() {
 
 void PanelButton::scheduleUpdate(unsigned changes) {
   changes_ |= changes;
-  sd_event_source_set_enabled(updating_.get(), SD_EVENT_ONESHOT);
+  sd_event_source_set_enabled(updateSource_.get(), SD_EVENT_ONESHOT);
 }
 
 int PanelButton::update(sd_event_source*, void* button) {
@@ -138,10 +138,10 @@ void PanelButton::showGlyph() {
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(shownSymbol(), ink_));
 }
 
-/// The label is empty where the title is in icons, so that no panel shows it twice.
+/// Sets an empty label if icons show the title, so that no panel shows the title twice.
 void PanelButton::showTexts() {
   const bool isLabel = panel_.form == TitleForm::label;
-  glyph_.setLabel(isLabel ? (panel_.joinsLabel ? " " : "") + text_ : "");
+  glyph_.setLabel(isLabel ? (panel_.needsLabelSpacing ? " " : "") + text_ : "");
   glyph_.setToolTipTitle(panel_.remembersToolTips ? glyph_.title() : text_);
   tiles_.copyTexts();
 }
@@ -155,9 +155,9 @@ void PanelButton::attachMenu(std::string_view id) {
   menu_.emplace(bus_, application_, choose_);
 }
 
-void PanelButton::followMenu() {
-  if (menu_) menu_->follow(glyph_.toolTip());
-  tiles_.followMenus(glyph_.toolTip());
+void PanelButton::updateMenuRows() {
+  if (menu_) menu_->updateRows(glyph_.toolTip());
+  tiles_.updateMenuRows(glyph_.toolTip());
 }
 
 void PanelButton::watchPanels() {

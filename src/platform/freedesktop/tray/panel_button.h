@@ -19,12 +19,12 @@
 
 namespace lumowatt::freedesktop {
 
-/// What the application has in the panel: the item that is the glyph and, on a panel that shows no
-/// labels, the title's tiles. All of them have the same tool tip and the same menu.
+/// The application's items in the panel: the item of the glyph and, on a panel that shows no
+/// labels, the tiles of the title. All items have the same tool tip and the same menu.
 class PanelButton : public StatusButton {
  public:
-  /// The glyph's icons lie in the folder `icons`. Calls `choose` with each choice that is made in
-  /// the menu. The application must outlive it.
+  /// `icons` is the folder of the glyph's icons. Calls `choose` with each choice that the user
+  /// makes in a menu. `application` must outlive the button.
   PanelButton(sd_bus* bus, sd_event* loop, std::string icons, ApplicationDelegate& application,
               std::function<void(const Choice&)> choose);
 
@@ -35,29 +35,31 @@ class PanelButton : public StatusButton {
   /// Sets the color of icons for panels that do not recolor them.
   void setInk(artwork::Ink ink);
 
-  /// Adds the menu, and sets the name by which a panel keeps the glyph's place.
+  /// Adds the menu, and sets the id by which a panel remembers the position of the glyph.
   void attachMenu(std::string_view id);
 
-  /// Registers with the panel that is there, and with each that appears later.
+  /// Registers with the running panel, if any, and with each panel that appears later.
   void watchPanels();
 
-  /// Has the closed menu follow the tool tip, which is the menu's report.
-  void followMenu();
+  /// Updates the rows of the closed menus for the tool tip, whose text is the report in the menus.
+  void updateMenuRows();
 
  private:
   enum Change : unsigned { toGlyph = 1, toTitle = 2, toPanel = 4 };
 
   void enterPanel(const std::string& process);
 
-  /// Schedules what depends on these changes for the end of this turn of the loop.
+  /// Schedules the updates for these changes for the end of this iteration of the loop.
   void scheduleUpdate(unsigned changes);
   static int update(sd_event_source* source, void* button);
-  /// Opens the menu for a panel that has none. False for a panel that does it itself.
+  /// Opens the menu in the launcher if the panel shows no menus. Returns false for other panels,
+  /// which open the menu themselves.
   bool openMenu();
 
-  /// The symbol of the battery, or of none.
+  /// Returns the symbol of the battery, or `artwork::noBattery` if the symbol or the title is
+  /// missing.
   Symbol shownSymbol() const;
-  /// The title, or the text that stands in its place.
+  /// Returns the title, or the text that replaces the title.
   AttributedString shownTitle() const;
   void showGlyph();
   void showTexts();
@@ -65,7 +67,7 @@ class PanelButton : public StatusButton {
 
   StatusItem::Handlers handlers();
 
-  /// Calls `choose` with a choice from one of the menus, and updates them all.
+  /// Returns a function that calls `choose` and then updates all menus.
   std::function<void(const Choice&)> updatingMenus(std::function<void(const Choice&)> choose);
 
   sd_bus* bus_;
@@ -77,14 +79,14 @@ class PanelButton : public StatusButton {
   TitleTiles tiles_;
   IconFolder wideIcons_;
   RecurringError error_{"cannot show the title in the icon"};
-  PanelTraits panel_{.form = TitleForm::label};  // before there is one: no icons are made
-  bool hasIcon_ = true;  ///< false when a wide icon could not be written: it is tried again
+  PanelTraits panel_{.form = TitleForm::label};  // before a panel appears: no icons are written
+  bool hasIcon_ = true;  ///< false if a wide icon could not be written; `show` retries
   std::optional<Symbol> symbol_;
-  Title title_;  ///< empty where a text stands in its place
+  Title title_;  ///< empty if `text_` replaces the title
   std::string text_;
   artwork::Ink ink_ = artwork::Ink::unknown;
   unsigned changes_ = 0;
-  EventSource updating_;
+  EventSource updateSource_;
   std::optional<PanelWatch> panels_;
 };
 

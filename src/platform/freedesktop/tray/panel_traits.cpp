@@ -9,21 +9,21 @@ namespace lumowatt::freedesktop {
 namespace {
 
 struct Row {
-  std::string_view process;  ///< "#" for a number
+  std::string_view process;  ///< "#" matches a number
   PanelTraits traits;
 };
 
 constexpr auto rows = std::to_array<Row>({
-    {"gnome-shell", {.form = TitleForm::label, .joinsLabel = true, .hasHighRows = true}},
-    {"mate-panel", {.form = TitleForm::label, .joinsLabel = true}},
-    {"notification-area-applet", {.form = TitleForm::label, .joinsLabel = true}},  // MATE's
-    {"indicator-applet", {.form = TitleForm::label}},                              // MATE's
+    {"gnome-shell", {.form = TitleForm::label, .needsLabelSpacing = true, .hasHighRows = true}},
+    {"mate-panel", {.form = TitleForm::label, .needsLabelSpacing = true}},
+    {"notification-area-applet", {.form = TitleForm::label, .needsLabelSpacing = true}},  // MATE's
+    {"indicator-applet", {.form = TitleForm::label}},                                     // MATE's
     {"ayatana-indicator", {.form = TitleForm::label}},  // in panels of Budgie, MATE and Xfce
     {"sfwbar", {.form = TitleForm::label}},
     {"cairo-dock", {.form = TitleForm::label}},
     {"waybar", {.form = TitleForm::wide}},
     {"xapp-sn-watcher", {.form = TitleForm::wide, .registersPaths = true}},  // Cinnamon
-    {"panel-#-systray", {.addsOnTheLeft = true}},  // Xfce, whose trays are processes of their own
+    {"panel-#-systray", {.addsOnTheLeft = true}},  // Xfce, where each tray is a process
     {"swaybar", {.addsOnTheLeft = true, .hasNoMenus = true}},
     {"qtile", {.hasNoMenus = true}},
     {"ironbar", {.hasNoMenus = true}},
@@ -33,13 +33,13 @@ constexpr auto rows = std::to_array<Row>({
     {"qs", {.remembersToolTips = true}},
 });
 
-// What is longer the kernel cuts off (TASK_COMM_LEN in linux/sched.h).
-constexpr std::size_t longestName = 15;
+// The kernel truncates longer names (TASK_COMM_LEN in linux/sched.h).
+constexpr std::size_t maxNameLength = 15;
 
-// NixOS starts a program "name" by a script, and calls it ".name-wrapped".
+// On NixOS, a script "name" starts the program, which is named ".name-wrapped".
 constexpr std::string_view wrappedSuffix = "-wrapped";
 
-/// What follows the beginnings of both that match: the rest of `process`, and that of the pattern.
+/// Remainders of a process name and of a pattern after their common beginning.
 struct Rest {
   std::string_view process;
   std::string_view pattern;
@@ -62,11 +62,11 @@ Rest skipCommonPart(std::string_view process, std::string_view pattern) {
 }
 
 bool matches(std::string_view process, std::string_view pattern) {
-  const bool isCut = process.size() == longestName;
+  const bool isTruncated = process.size() == maxNameLength;
   const bool isWrapped = process.starts_with('.');
   Rest rest = skipCommonPart(process.substr(isWrapped ? 1 : 0), pattern);
   if (isWrapped && rest.pattern.empty()) rest = skipCommonPart(rest.process, wrappedSuffix);
-  return rest.process.empty() && (rest.pattern.empty() || isCut);
+  return rest.process.empty() && (rest.pattern.empty() || isTruncated);
 }
 
 }  // namespace

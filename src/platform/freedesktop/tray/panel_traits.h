@@ -4,33 +4,33 @@
 
 namespace lumowatt::freedesktop {
 
-/// How a panel shows the title of an item.
+/// Form in which a panel shows the title of an item.
 enum class TitleForm {
   label,  ///< as text beside the icon
-  tiles,  ///< not at all: the item has more icons there, which are text
-  wide,   ///< in the icon, which may be wider than it is high
+  tiles,  ///< as further icons that show text, because the panel shows no labels
+  wide,   ///< as part of the icon, because the panel accepts icons that are wider than high
 };
 
-/// What panels do differently.
+/// Differences between panels.
 struct PanelTraits {
   TitleForm form = TitleForm::tiles;
 
-  /// A label stands close to the icon, unless it begins with a blank.
-  bool joinsLabel = false;
-  /// A new item stands on the left of those before it.
+  /// Whether the panel adds no space between icon and label; the label must begin with a space.
+  bool needsLabelSpacing = false;
+  /// Whether the panel adds new items to the left of the existing items.
   bool addsOnTheLeft = false;
-  /// It shows no menus: a click asks the item to open its own.
+  /// Whether the panel shows no menus; on a click, the panel requests the item to open a menu.
   bool hasNoMenus = false;
-  /// An item is remembered by the title of its tool tip, which therefore does not change.
+  /// Whether the panel identifies items by the title of the tool tip, which must not change then.
   bool remembersToolTips = false;
-  /// Only an item that is registered by an object's path has its menu opened by a left click.
+  /// Whether a left click opens the menu only for items that are registered by an object path.
   bool registersPaths = false;
-  /// The rows of a menu are so high that it fits the screen only when the report is one of them.
+  /// Whether menu rows are so high that the menu fits the screen only with the report in one row.
   bool hasHighRows = false;
 };
 
-/// The traits of the panel whose tray is a process of that name, as the kernel has it in
-/// /proc/PID/comm. A panel that is not known shows icons and no labels.
+/// Returns the traits of the panel whose tray has the process name `process`, as reported in
+/// /proc/PID/comm. Unknown panels are assumed to show icons and no labels.
 PanelTraits panelTraits(std::string_view process);
 
 }  // namespace lumowatt::freedesktop

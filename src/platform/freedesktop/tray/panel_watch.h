@@ -8,25 +8,25 @@
 
 namespace lumowatt::freedesktop {
 
-/// The name that a panel's tray owns on the bus, and its object and interface
-/// (StatusNotifierWatcher, freedesktop.org).
+/// Name that a panel's tray owns on the bus, and name of its interface (StatusNotifierWatcher,
+/// freedesktop.org).
 inline constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
 
-/// Tells of the panel that is there, and of each that comes later.
+/// Watch that reports the running panel, if any, and each panel that appears later.
 class PanelWatch {
  public:
-  /// Calls `appeared` with the name of the process that the panel's tray is, as the kernel has it;
-  /// empty when that is not known.
-  PanelWatch(sd_bus* bus, std::function<void(const std::string& process)> appeared);
+  /// Calls `onAppeared` with the process name of the panel's tray from /proc/PID/comm; empty if the
+  /// name is unknown.
+  PanelWatch(sd_bus* bus, std::function<void(const std::string& process)> onAppeared);
 
  private:
-  void askForProcess();
-  int receiveProcess(sd_bus_message* reply, sd_bus_error* error);
+  void queryProcess();
+  int handleProcess(sd_bus_message* reply, sd_bus_error* error);
 
   sd_bus* bus_;
-  std::function<void(const std::string& process)> appeared_;
+  std::function<void(const std::string& process)> onAppeared_;
   NameWatch names_;
-  BusSlot question_;
+  BusSlot pendingCall_;
 };
 
 }  // namespace lumowatt::freedesktop

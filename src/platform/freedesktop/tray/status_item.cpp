@@ -15,18 +15,18 @@ namespace lumowatt::freedesktop {
 namespace {
 
 constexpr auto itemPath = "/StatusNotifierItem";
-// Cinnamon's watcher opens the menus of the items below this folder by a left click.
+// In Cinnamon, a left click opens the menu only for items below /org/ayatana/NotificationItem.
 constexpr auto ayatanaPath = "/org/ayatana/NotificationItem/lumowatt";
 constexpr auto itemInterface = "org.kde.StatusNotifierItem";
 
-// How long a panel may take to read an item, in microseconds.
-constexpr std::uint64_t longestReading = 3'000'000;
+// Time in microseconds after which an item is settled even if no panel has read the item.
+constexpr std::uint64_t settleTimeout = 3'000'000;
 
 constexpr char hardware[] = "Hardware";
 constexpr char active[] = "Active";
 constexpr char noText[] = "";
 
-/// No icon as pixels: an empty list of widths, heights and bytes.
+/// Replies with no pixmaps: an empty list of widths, heights and bytes.
 int getNoPixels(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
                 sd_bus_error*) {
   return sd_bus_message_append(reply, "a(iiay)", 0);
@@ -37,13 +37,14 @@ int getMenu(sd_bus*, const char*, const char*, const char*, sd_bus_message* repl
   return sd_bus_message_append(reply, "o", MenuServer::path);
 }
 
-/// For what a panel may tell and means nothing here.
-int acceptCall(sd_bus_message* call, void*, sd_bus_error*) {
+/// Replies to a call that has no effect on this item.
+int ignoreCall(sd_bus_message* call, void*, sd_bus_error*) {
   return sd_bus_reply_method_return(call, "");
 }
 
-/// Text for tool tips, which some panels take for markup and some do not.
-std::string withoutMarkup(std::string_view text) {
+/// Replaces markup characters with similar ones, for tool tips: some panels parse markup, and the
+/// others would show escape sequences.
+std::string replaceMarkup(std::string_view text) {
   constexpr std::string_view marks = "&<>";
   constexpr std::array replacements{"+", "‹", "›"};
   std::string plain;
@@ -58,7 +59,7 @@ std::string withoutMarkup(std::string_view text) {
   return plain;
 }
 
-/// A text as wide as the label will be with any digits.
+/// Returns a text that is as wide as the label with its widest digits.
 std::string labelGuide(std::string label) {
   std::ranges::replace_if(
       label, [](char letter) { return letter >= '0' && letter <= '9'; }, '8');
@@ -85,13 +86,13 @@ int StatusItem::getLabelGuide(sd_bus*, const char*, const char*, const char*, sd
   return sd_bus_message_append(reply, "s", labelGuide(self.label_).c_str());
 }
 
-/// An icon by its name, one as pixels, the title and the text below.
+/// Replies with the name of an icon, the pixmaps of an icon, the title and the text.
 int StatusItem::getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                            void* item, sd_bus_error*) {
   const auto& self = *static_cast<StatusItem*>(item);
   return sd_bus_message_append(reply, "(sa(iiay)ss)", "", 0,
-                               withoutMarkup(self.toolTipTitle_).c_str(),
-                               withoutMarkup(self.toolTip_).c_str());
+                               replaceMarkup(self.toolTipTitle_).c_str(),
+                               replaceMarkup(self.toolTip_).c_str());
 }
 
 const sd_bus_vtable StatusItem::table[] = {
@@ -118,9 +119,9 @@ const sd_bus_vtable StatusItem::table[] = {
     SD_BUS_PROPERTY("Menu", "o", getMenu, 0, SD_BUS_VTABLE_PROPERTY_CONST),
     SD_BUS_METHOD("Activate", "ii", "", handle<&StatusItem::activate>, 0),
     SD_BUS_METHOD("ContextMenu", "ii", "", handle<&StatusItem::activate>, 0),
-    SD_BUS_METHOD("SecondaryActivate", "ii", "", acceptCall, 0),
-    SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", acceptCall, 0),
-    SD_BUS_METHOD("Scroll", "is", "", acceptCall, 0),
+    SD_BUS_METHOD("SecondaryActivate", "ii", "", ignoreCall, 0),
+    SD_BUS_METHOD("XAyatanaSecondaryActivate", "u", "", ignoreCall, 0),
+    SD_BUS_METHOD("Scroll", "is", "", ignoreCall, 0),
     SD_BUS_SIGNAL("NewIcon", "", 0),
     SD_BUS_SIGNAL("NewIconAccessibleDesc", "", 0),
     SD_BUS_SIGNAL("NewToolTip", "", 0),
@@ -131,11 +132,12 @@ const sd_bus_vtable StatusItem::table[] = {
 StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons, Handlers handlers)
     : bus_(bus), loop_(loop), handlers_(std::move(handlers)), iconFolder_(std::move(icons)) {
   moveTo(itemPath);
-  sd_event_add_defer(loop, Out(sending_), sendSignals, this);
-  sd_event_source_set_enabled(sending_.get(), SD_EVENT_OFF);
+  sd_event_add_defer(loop, Out(signalSource_), emitSignals, this);
+  sd_event_source_set_enabled(signalSource_.get(), SD_EVENT_OFF);
 }
 
-/// Panels open the menu themselves when this method is not there.
+/// Replies that the method is unknown if the panel must open the menu: panels then open it
+/// themselves.
 int StatusItem::activate(sd_bus_message* call, sd_bus_error* error) const {
   if (handlers_.openMenu()) return sd_bus_reply_method_return(call, "");
   return sd_bus_error_setf(error, SD_BUS_ERROR_UNKNOWN_METHOD, "The panel opens the menu");
@@ -162,12 +164,12 @@ void StatusItem::set(std::string& property, std::string_view value, unsigned sig
     property = value;
     if (isRegistered_) signals_ |= signals;
   }
-  if (signals_ != 0) sd_event_source_set_enabled(sending_.get(), SD_EVENT_ONESHOT);
+  if (signals_ != 0) sd_event_source_set_enabled(signalSource_.get(), SD_EVENT_ONESHOT);
 }
 
-int StatusItem::sendSignals(sd_event_source*, void* item) {
+int StatusItem::emitSignals(sd_event_source*, void* item) {
   auto& self = *static_cast<StatusItem*>(item);
-  if (isBehind(self.bus_)) return 0;  // till something is set again
+  if (isCongested(self.bus_)) return 0;  // `set` retries
   const unsigned signals = std::exchange(self.signals_, 0U);
   const auto emit = [&self](const char* signal, const char* types, auto... values) {
     sd_bus_emit_signal(self.bus_, self.path_, itemInterface, signal, types, values...);
@@ -188,12 +190,12 @@ void StatusItem::registerItem(Address address) {
   if (address == Address::connection) sd_bus_get_unique_name(bus_, &name);
   sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
                            "RegisterStatusNotifierItem", nullptr, nullptr, "s", name);
-  const int status = sd_event_add_time(loop_, Out(settling_), CLOCK_BOOTTIME,
-                                       boottime() + longestReading, 0, waitedLongEnough, this);
+  const int status = sd_event_add_time(loop_, Out(settleTimer_), CLOCK_BOOTTIME,
+                                       boottime() + settleTimeout, 0, onSettleTimeout, this);
   isSettled_ = status < 0;
 }
 
-int StatusItem::waitedLongEnough(sd_event_source*, std::uint64_t, void* item) {
+int StatusItem::onSettleTimeout(sd_event_source*, std::uint64_t, void* item) {
   static_cast<StatusItem*>(item)->settle();
   return 0;
 }
@@ -201,8 +203,8 @@ int StatusItem::waitedLongEnough(sd_event_source*, std::uint64_t, void* item) {
 void StatusItem::settle() {
   if (isSettled_ || !isRegistered_) return;
   isSettled_ = true;
-  settling_.reset();
-  handlers_.settled();
+  settleTimer_.reset();
+  handlers_.onSettled();
 }
 
 void StatusItem::moveTo(const char* path) {

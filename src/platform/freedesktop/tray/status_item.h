@@ -9,56 +9,56 @@
 
 namespace lumowatt::freedesktop {
 
-/// The item as panels see it: an object of the org.kde.StatusNotifierItem interface
-/// (freedesktop.org, with the label that Ayatana added to it). What does not change is not told
-/// again.
+/// Item on the bus: an object with the org.kde.StatusNotifierItem interface (freedesktop.org, with
+/// Ayatana's extension for labels). Emits a signal only if a property changes.
 class StatusItem {
  public:
   struct Handlers {
-    /// Opens the menu, which a panel has asked for. False means that the panel is to do it.
+    /// Opens the menu when a panel requests it. Returns false if the panel must open the menu.
     std::function<bool()> openMenu;
     /// Called when the item becomes settled.
-    std::function<void()> settled;
+    std::function<void()> onSettled;
   };
 
-  /// Its icons lie in the folder `icons`.
+  /// `icons` is the folder of the item's icons.
   StatusItem(sd_bus* bus, sd_event* loop, std::string icons, Handlers handlers);
 
-  // What is to be set before the item is registered, and does not change.
+  // Properties that must be set before registration and do not change.
 
-  /// The name by which a panel keeps the item's place. Items that belong together have the same.
+  /// Sets the id by which a panel remembers the item's position. Items that belong together share
+  /// an id.
   void setId(std::string_view id) { id_ = id; }
-  /// What a panel calls the item in a list of them.
+  /// Sets the name of the item in a panel's list of items.
   void setTitle(std::string_view title) { title_ = title; }
 
-  // What may change.
+  // Properties that may change.
 
   void setIcon(std::string_view name);
 
-  /// Shown beside the icon by some panels; empty for none.
+  /// Sets the text that some panels show beside the icon; empty for no label.
   void setLabel(std::string_view label);
   void setToolTipTitle(std::string_view text);
   void setToolTip(std::string_view text);
 
-  /// What a screen reader says of the icon.
+  /// Sets the description of the icon for screen readers.
   void setDescription(std::string_view text);
 
-  /// Copies tool tip and description of another item.
+  /// Copies the tool tip and the description of another item.
   void copyTexts(const StatusItem& other);
 
   const std::string& id() const { return id_; }
   const std::string& title() const { return title_; }
   const std::string& toolTip() const { return toolTip_; }
 
-  /// What an item registers: the name of its connection, on which the object has the interface's
-  /// own path, or the path of an object, as Ayatana's items do.
+  /// Address that an item registers: either the name of its connection, where the object has the
+  /// standard path of the interface, or an object path, as Ayatana's items do.
   enum class Address { connection, objectPath };
 
-  /// Registers the item with the panel that is there. No change is signaled before that.
+  /// Registers the item with the running panel. No signals are emitted before registration.
   void registerItem(Address address);
 
-  /// Whether a panel has read the item after its registration, or has not for some seconds.
-  /// Panels place items in the order in which they have read them.
+  /// Returns whether the item is settled: a panel has read the item since its registration, or a
+  /// few seconds have passed. Panels place items in the order in which they read them.
   bool isSettled() const { return isSettled_; }
 
  private:
@@ -71,20 +71,21 @@ class StatusItem {
                            void* item, sd_bus_error*);
   static int getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                         void* item, sd_bus_error*);
-  static int waitedLongEnough(sd_event_source* source, std::uint64_t due, void* item);
+  static int onSettleTimeout(sd_event_source* source, std::uint64_t due, void* item);
   void settle();
-  /// Has panels find the item at that path alone: one that looks for items finds it once.
+  /// Moves the object to `path` and removes the object at the previous path, so that a panel that
+  /// searches for items does not find the item twice.
   void moveTo(const char* path);
   int activate(sd_bus_message* call, sd_bus_error* error) const;
   static const sd_bus_vtable table[];
 
   enum Signal : unsigned { newIcon = 1, newDescription = 2, newLabel = 4, newToolTip = 8 };
 
-  /// Sets a property, and when it is another one, has these signals sent once all is said that
-  /// changes now. Where the bus is behind, they wait until a property is set the next time, changed
-  /// or not.
+  /// Sets a property. If the value changes, schedules these signals for the end of this iteration
+  /// of the loop. If the connection is congested then, retries when any property is set the next
+  /// time, even to an unchanged value.
   void set(std::string& property, std::string_view value, unsigned signals);
-  static int sendSignals(sd_event_source* source, void* item);
+  static int emitSignals(sd_event_source* source, void* item);
 
   sd_bus* bus_;
   sd_event* loop_;
@@ -97,12 +98,12 @@ class StatusItem {
   std::string label_;
   std::string toolTipTitle_;
   std::string toolTip_;
-  unsigned signals_ = 0;
-  EventSource sending_;
+  unsigned signals_ = 0;  // not emitted yet
+  EventSource signalSource_;
   const char* path_ = nullptr;  // of the object
   bool isRegistered_ = false;
   bool isSettled_ = false;
-  EventSource settling_;
+  EventSource settleTimer_;
   BusSlot object_;
 };
 

@@ -11,7 +11,8 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// What a list of items calls a tile: "Lumowatt title", the second one "Lumowatt title 2".
+/// Returns the name of a tile in a panel's list of items: "Lumowatt title" for the first tile,
+/// "Lumowatt title 2" for the second.
 std::string titleOf(const StatusItem& glyph, std::size_t tile) {
   return glyph.title() + (tile == 1 ? " title" : " title " + std::to_string(tile));
 }
@@ -34,7 +35,7 @@ void TitleTiles::enterPanel(bool addsOnTheLeft) {
 }
 
 void TitleTiles::show(std::vector<Tile> tiles, artwork::Ink ink) {
-  if (!areConnected()) {  // those are gone from the panel
+  if (!areConnected()) {  // a panel no longer shows items without a connection
     items_.clear();
     shown_.clear();
   }
@@ -46,7 +47,8 @@ void TitleTiles::show(std::vector<Tile> tiles, artwork::Ink ink) {
     items_.clear();
     static_cast<void>(icons_.replaceIcons({}));
   }
-  shown_ = presented ? std::move(tiles) : std::vector<Tile>{};  // so that it is tried again
+  // Empty after a failure, so that the next call retries.
+  shown_ = presented ? std::move(tiles) : std::vector<Tile>{};
   error_.update(presented);
   registerItems();
 }
@@ -69,8 +71,8 @@ Result<> TitleTiles::present(const std::vector<Tile>& tiles, artwork::Ink ink) {
     if (!bus) return bus.failure();
     Item& item = items_.emplace_back(std::move(*bus), loop_, icons_.path(), application_, choose_,
                                      handlers_);
-    // With one Id for all, Xfce draws those that register in one moment: two that are new to it
-    // disturb each other's entry in its list of known items.
+    // All items have the same Id, because Xfce does not draw some items that register at the same
+    // time with different new Ids: their entries in its list of known items conflict.
     item.status.setId(glyph_.id());
     item.status.setTitle(titleOf(glyph_, items_.size()));
     item.status.copyTexts(glyph_);
@@ -94,8 +96,8 @@ void TitleTiles::copyTexts() {
   for (Item& item : items_) item.status.copyTexts(glyph_);
 }
 
-void TitleTiles::followMenus(std::string_view report) {
-  for (Item& item : items_) item.menu.follow(report);
+void TitleTiles::updateMenuRows(std::string_view report) {
+  for (Item& item : items_) item.menu.updateRows(report);
 }
 
 void TitleTiles::updateMenus(const Menu& menu) {

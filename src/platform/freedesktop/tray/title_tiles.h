@@ -16,37 +16,38 @@
 
 namespace lumowatt::freedesktop {
 
-/// The title as items of their own beside the glyph's, one for each tile, for a panel that shows no
-/// labels.
+/// Items that show the title beside the glyph's item, one item for each tile, for a panel that
+/// shows no labels.
 class TitleTiles {
  public:
-  /// The items have the texts of the glyph's and its menu, and icons whose names begin with
-  /// `prefix`. All that is given must outlive them.
+  /// The items have the texts of `glyph`, the menu of `application`, and icons whose names begin
+  /// with `prefix`. `loop`, `glyph` and `application` must outlive the tiles.
   TitleTiles(sd_event* loop, const StatusItem& glyph, std::string_view prefix,
              ApplicationDelegate& application, std::function<void(const Choice&)> choose,
              StatusItem::Handlers handlers);
 
-  /// Has the next tiles shown in another panel, which adds new items on the left or on the right of
-  /// those before.
+  /// Makes the next call of `show` register the tiles with another panel. The panel adds new items
+  /// to the left or to the right of the existing items.
   void enterPanel(bool addsOnTheLeft);
 
-  /// Shows these tiles and no more, from left to right. Registers each once the item before it is
-  /// settled: the handler `settled` is to call this again for the rest. Not to be
-  /// called from one of their menus: a tile may go away by it. Shows none, rather than some that
-  /// were true once, when that fails; the reason is then on the standard error.
+  /// Replaces the shown tiles with `tiles`, from left to right. Registers a tile only after the
+  /// previous item has settled: the handler `onSettled` must cause another call for the remaining
+  /// tiles. Must not be called from the menu of a tile, because the call can destroy that tile. On
+  /// failure, removes all tiles, which would be stale, and reports the reason on the standard
+  /// error.
   void show(std::vector<Tile> tiles, artwork::Ink ink);
 
-  /// Copies the texts of the glyph's item.
+  /// Copies the texts of the glyph's item to the tiles.
   void copyTexts();
 
-  /// Has their menus follow the report.
-  void followMenus(std::string_view report);
+  /// Updates the rows of the closed menus for the report (`MenuServer::updateRows`).
+  void updateMenuRows(std::string_view report);
 
-  /// Replaces their menus.
+  /// Replaces the menus of the tiles.
   void updateMenus(const Menu& menu);
 
  private:
-  /// A panel shows an item as long as its connection lasts, so each has its own.
+  /// Tile with a connection of its own: a panel shows an item until the item's connection closes.
   struct Item {
     Item(Bus connection, sd_event* loop, const std::string& icons, ApplicationDelegate& application,
          const std::function<void(const Choice&)>& choose, const StatusItem::Handlers& handlers)
@@ -73,7 +74,7 @@ class TitleTiles {
   IconFolder icons_;
   bool addsOnTheLeft_ = false;
   artwork::Ink ink_ = artwork::Ink::unknown;
-  std::vector<Tile> shown_;  ///< in the order of the items, which is that of their registration
+  std::vector<Tile> shown_;  ///< in the order of `items_`, which is the order of registration
   std::list<Item> items_;
   RecurringError error_{"cannot show the title beside the glyph"};
 };

@@ -13,15 +13,16 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// Window managers that start nothing from the folder by themselves, by their names in
-/// $XDG_CURRENT_DESKTOP: niri has systemd do it, and openbox's session does it. wlroots is the
-/// library that several name beside themselves, or alone.
+/// Window managers that do not start the programs in the autostart folder, by their names in
+/// $XDG_CURRENT_DESKTOP. niri and openbox are not listed: niri starts the programs through systemd,
+/// and the session of openbox starts them itself. wlroots is a library: several window managers add
+/// its name to their own name, or set only its name.
 constexpr std::array<std::string_view, 12> windowManagers{
     "Hyprland", "Wayfire", "awesome", "bspwm", "herbstluftwm", "i3",
     "labwc",    "qtile",   "river",   "sway",  "wayfire",      "wlroots"};
 
-/// Programs that start what is in the folder. A window manager's configuration may start one, as
-/// that of i3 and Raspberry Pi OS does.
+/// Programs that start the programs in the autostart folder. The configuration of a window manager
+/// may run one of them, as the configurations of i3 and Raspberry Pi OS do.
 constexpr std::array<std::string_view, 4> starters{"dex", "dex-autostart", "fbautostart",
                                                    "lxsession-xdg-autostart"};
 
@@ -40,24 +41,24 @@ bool hasStarter() {
 }  // namespace
 
 AutostartFolder::AutostartFolder(sd_bus* bus, sd_event* loop, double delay)
-    : bus_(bus), isOfWindowManager_(isSessionOfWindowManager()) {
-  if (!isOfWindowManager_) return;
-  firstQuestion_.emplace(loop, delay, [this] {
-    firstQuestion_.reset();
-    if (dependsOnSystemd()) ask();
+    : bus_(bus), isWindowManagerSession_(isSessionOfWindowManager()) {
+  if (!isWindowManagerSession_) return;
+  firstQueryTimer_.emplace(loop, delay, [this] {
+    firstQueryTimer_.reset();
+    if (dependsOnSystemd()) queryTarget();
   });
 }
 
 bool AutostartFolder::isRead() {
   if (!dependsOnSystemd()) return true;
-  ask();
-  return !isWithoutTarget_;
+  queryTarget();
+  return !isTargetInactive_;
 }
 
-bool AutostartFolder::dependsOnSystemd() const { return isOfWindowManager_ && !hasStarter(); }
+bool AutostartFolder::dependsOnSystemd() const { return isWindowManagerSession_ && !hasStarter(); }
 
-/// Only the last question is answered.
-void AutostartFolder::ask() {
+/// Queries the state of the target. Cancels a pending query.
+void AutostartFolder::queryTarget() {
   BusMessage call;
   int status = sd_bus_message_new_method_call(
       bus_, Out(call), "org.freedesktop.systemd1",
@@ -69,22 +70,22 @@ void AutostartFolder::ask() {
         sd_bus_message_append(call.get(), "ss", "org.freedesktop.systemd1.Unit", "ActiveState");
   }
   if (status >= 0) {
-    sd_bus_call_async(bus_, Out(question_), call.get(), handle<&AutostartFolder::receiveState>,
+    sd_bus_call_async(bus_, Out(pendingCall_), call.get(), handle<&AutostartFolder::handleState>,
                       this, 0);
   }
 }
 
-int AutostartFolder::receiveState(sd_bus_message* reply, sd_bus_error*) {
+int AutostartFolder::handleState(sd_bus_message* reply, sd_bus_error*) {
   const sd_bus_error* const error = sd_bus_message_get_error(reply);
   const char* state = nullptr;
   if (error != nullptr) {
-    // Any other error tells nothing of the target.
+    // Other errors do not indicate the state of the target.
     if (sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) != 0 ||
         sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN) != 0) {
-      isWithoutTarget_ = true;
+      isTargetInactive_ = true;
     }
   } else if (sd_bus_message_read(reply, "v", "s", &state) > 0) {
-    isWithoutTarget_ = std::string_view(state) != "active";
+    isTargetInactive_ = std::string_view(state) != "active";
   }
   return 0;
 }

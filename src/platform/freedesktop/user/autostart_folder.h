@@ -7,29 +7,30 @@
 
 namespace lumowatt::freedesktop {
 
-/// Tells whether the session starts what has an entry in the autostart folder (freedesktop.org).
-/// Desktops do, window managers by themselves do not. There systemd may, which is asked without
-/// waiting for its answer; in other sessions it is not asked.
+/// Autostart folder of the user (freedesktop.org). Desktops start the programs that have an entry
+/// in the folder; window managers do not. In the session of a window manager, systemd may start the
+/// programs when its target xdg-desktop-autostart.target is active: the class queries the state of
+/// the target asynchronously. In other sessions it sends no query.
 class AutostartFolder {
  public:
-  /// Asks systemd for the first time after `delay` seconds: its target is active only once all
-  /// that it wants has started, this program perhaps among it.
+  /// Queries systemd for the first time after `delay` seconds: the target becomes active only after
+  /// all of its programs have started, which may include this program.
   AutostartFolder(sd_bus* bus, sd_event* loop, double delay = 10.0);
 
-  /// False where nothing is known to read the folder; true where that cannot be told. Asks systemd
-  /// again, whose answer counts from the next call on.
+  /// Returns whether the session reads the folder; true if this is unknown. Also queries systemd
+  /// again. The reply affects later calls.
   bool isRead();
 
  private:
   bool dependsOnSystemd() const;
-  void ask();
-  int receiveState(sd_bus_message* reply, sd_bus_error* error);
+  void queryTarget();
+  int handleState(sd_bus_message* reply, sd_bus_error* error);
 
   sd_bus* bus_;
-  bool isOfWindowManager_;
-  bool isWithoutTarget_ = false;  ///< as systemd answered last, or as there is none
-  BusSlot question_;
-  std::optional<LoopTimer> firstQuestion_;
+  bool isWindowManagerSession_;
+  bool isTargetInactive_ = false;  ///< from the last reply; true also if systemd does not run
+  BusSlot pendingCall_;
+  std::optional<LoopTimer> firstQueryTimer_;
 };
 
 }  // namespace lumowatt::freedesktop

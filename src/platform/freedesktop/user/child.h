@@ -13,47 +13,50 @@
 #include "platform/freedesktop/user/commands.h"
 #include "platform/posix/descriptor.h"
 
-/// Child processes, watched on the event loop until they end.
+/// Child processes that the event loop watches until they exit.
 namespace lumowatt::freedesktop {
 
-/// Blocks SIGCHLD in this process, which sd-event asks for before it watches a child.
+/// Blocks SIGCHLD in this process, as sd-event requires for watching a child. Resets the
+/// action of SIGCHLD to the default.
 void prepareToWatchChildren();
 
-/// Calls `ended` when a child process has ended, with whether its exit status is 0. Nothing of the
-/// child stays then. `ended` may release the source; released earlier, it is not called. Null when
-/// the child cannot be watched.
-EventSource watchChild(sd_event* loop, pid_t child, std::function<void(bool succeeded)> ended);
+/// Calls `onExit` when a child process has exited, and reaps the child. `succeeded` is true if its
+/// exit status is 0. `onExit` may release the returned source. If the source is released earlier,
+/// `onExit` is not called. Returns null if the child cannot be watched.
+EventSource watchChild(sd_event* loop, pid_t child, std::function<void(bool succeeded)> onExit);
 
-/// Starts the first of the commands as `startFirst` does, and lets it run for as long as it likes.
-/// `ended` is called as long as the loop runs, unless the program cannot be watched. Returns the
-/// program's name, absent when none could be started.
+/// Starts the first available command, as `startFirst` does, without a limit on its run time. Calls
+/// `onExit` when the program exits while the loop runs, unless the program cannot be watched.
+/// Returns the name of the program. Returns nothing if no program could be started.
 std::optional<std::string> startDetached(
     sd_event* loop, const std::vector<Command>& commands, std::string_view input = {},
-    const std::function<void(const std::string& name, bool succeeded)>& ended = {});
+    const std::function<void(const std::string& name, bool succeeded)>& onExit = {});
 
-/// A program whose standard output is read. It is killed when this object goes before it has ended.
-class ReadProgram {
+/// Child process whose standard output is captured. Killed on destruction if it still runs.
+class CapturedProgram {
  public:
-  /// Called once, when the program has ended, with what it wrote: absent when it failed, or wrote
-  /// more than 64 KiB. It may destroy the `ReadProgram`.
-  using Ended = std::function<void(std::optional<std::string> output)>;
+  /// Called once, when the program has exited. `output` is std::nullopt if the program failed or
+  /// wrote more than 64 KiB. The handler may destroy the `CapturedProgram`.
+  using ExitHandler = std::function<void(std::optional<std::string> output)>;
 
-  /// Starts the first of the commands as `startFirst` does. Null when none could be started.
-  static std::unique_ptr<ReadProgram> start(sd_event* loop, const std::vector<Command>& commands,
-                                            std::string_view input, Ended ended);
+  /// Starts the first available command, as `startFirst` does. Returns null if no program could be
+  /// started.
+  static std::unique_ptr<CapturedProgram> start(sd_event* loop,
+                                                const std::vector<Command>& commands,
+                                                std::string_view input, ExitHandler onExit);
 
  private:
-  ReadProgram(int output, Ended ended) : ended_(std::move(ended)), output_(output) {}
+  CapturedProgram(int output, ExitHandler onExit) : onExit_(std::move(onExit)), output_(output) {}
 
-  static int readable(sd_event_source* source, int file, unsigned events, void* program);
+  static int onReadable(sd_event_source* source, int file, unsigned events, void* program);
   void read();
-  void end(bool succeeded);
+  void handleExit(bool succeeded);
 
-  Ended ended_;
+  ExitHandler onExit_;
   Descriptor output_;
   std::string text_;
-  EventSource reading_;
-  EventSource watch_;
+  EventSource outputSource_;
+  EventSource exitSource_;
 };
 
 }  // namespace lumowatt::freedesktop

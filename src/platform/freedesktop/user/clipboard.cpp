@@ -12,29 +12,29 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-constexpr std::uint64_t patience = 2'000'000;  // microseconds
+constexpr std::uint64_t clipboardTimeout = 2'000'000;  // microseconds
 
 }  // namespace
 
 void Clipboard::copy(std::string text) {
   text_ = std::move(text);
-  if (!isCurrentDesktop("KDE") || !askService()) startProgram();
+  if (!isCurrentDesktop("KDE") || !callService()) startProgram();
 }
 
-bool Clipboard::askService() {
+bool Clipboard::callService() {
   BusMessage call;
   int status = sd_bus_message_new_method_call(bus_, Out(call), "org.kde.klipper", "/klipper",
                                               "org.kde.klipper.klipper", "setClipboardContents");
   if (status >= 0) status = sd_bus_message_set_auto_start(call.get(), 0);
   if (status >= 0) status = sd_bus_message_append(call.get(), "s", text_.c_str());
   if (status >= 0) {
-    status = sd_bus_call_async(bus_, Out(question_), call.get(), handle<&Clipboard::answered>, this,
-                               patience);
+    status = sd_bus_call_async(bus_, Out(pendingCall_), call.get(), handle<&Clipboard::handleReply>,
+                               this, clipboardTimeout);
   }
   return status >= 0;
 }
 
-int Clipboard::answered(sd_bus_message* reply, sd_bus_error*) {
+int Clipboard::handleReply(sd_bus_message* reply, sd_bus_error*) {
   if (sd_bus_message_is_method_error(reply, nullptr) > 0) startProgram();
   text_ = {};
   return 0;

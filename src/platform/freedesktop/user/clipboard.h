@@ -6,24 +6,24 @@
 
 namespace lumowatt::freedesktop {
 
-/// The clipboard of the session.
+/// Clipboard of the session.
 class Clipboard {
  public:
   Clipboard(sd_event* loop, sd_bus* bus) : loop_(loop), bus_(bus) {}
 
-  /// Puts the text on the clipboard, without waiting: on Plasma by its clipboard service
-  /// (org.kde.klipper), elsewhere, and where that fails, by a program. When nothing can, the bell
-  /// sounds, and the reason is on the standard error.
+  /// Copies the text to the clipboard without blocking. On Plasma, calls the clipboard service
+  /// (org.kde.klipper). On other desktops, or if the service fails, starts a program. If the
+  /// program fails too, rings the bell and reports the reason on the standard error.
   void copy(std::string text);
 
  private:
-  bool askService();
-  int answered(sd_bus_message* reply, sd_bus_error* error);
+  bool callService();
+  int handleReply(sd_bus_message* reply, sd_bus_error* error);
   void startProgram();
 
   sd_event* loop_;
   sd_bus* bus_;
-  BusSlot question_;
+  BusSlot pendingCall_;
   std::string text_;
 };
 

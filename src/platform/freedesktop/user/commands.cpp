@@ -10,13 +10,13 @@ namespace {
 
 bool isWayland() { return !environmentVariable("WAYLAND_DISPLAY").empty(); }
 
-/// A desktop by its names in $XDG_CURRENT_DESKTOP, and its panels of power settings.
+/// Power settings panels of a desktop, and the desktop's names in $XDG_CURRENT_DESKTOP.
 struct DesktopPanel {
   std::vector<std::string> names;
   std::vector<Command> commands;
 };
 
-/// The panels, those that refuse to run outside their own desktop at the end.
+/// Returns the panels. Panels that refuse to run on other desktops are last.
 std::vector<DesktopPanel> desktopPanels() {
   return {
       {{"KDE"},
@@ -55,7 +55,7 @@ std::vector<Command> pictureViewerCommands(const std::string& path) {
 }
 
 std::vector<Command> launcherCommands() {
-  // The longest menu, of a battery that is charged, has 26 lines.
+  // The longest menu, that of a charging battery, has 26 lines.
   const std::string lines = "26";
   const std::string prompt = "Lumowatt";
   const Command rofi{"rofi", "-dmenu", "-i", "-no-custom", "-l", lines, "-p", prompt};
@@ -63,7 +63,7 @@ std::vector<Command> launcherCommands() {
   if (!isWayland()) return {rofi, {"dmenu", "-i", "-l", lines, "-p", prompt}, bemenu};
   return {
       {"fuzzel", "--dmenu", "--lines=" + lines, "--width=64", "--prompt=" + prompt + ": "},
-      // wofi puts what was chosen before at the top, unless its cache is nowhere.
+      // wofi moves earlier choices to the top. An empty cache preserves the order of the lines.
       {"wofi", "--dmenu", "--cache-file=/dev/null", "--insensitive", "--lines=" + lines,
        "--prompt=" + prompt},
       rofi,

@@ -3,28 +3,29 @@
 #include <string>
 #include <vector>
 
-/// The programs of the desktop that do what this one does not, each list in the order in which they
-/// are tried.
+/// Programs of the desktop that this program starts. Each list is in the order in which the
+/// programs are tried.
 namespace lumowatt::freedesktop {
 
-/// A program's name and its arguments.
+/// Name of a program, followed by its arguments.
 using Command = std::vector<std::string>;
 
-/// What puts its input on the clipboard, the session's own kind of display first.
+/// Returns the programs that copy their standard input to the clipboard. The program for Wayland is
+/// first in a Wayland session, and omitted in other sessions.
 std::vector<Command> clipboardCommands();
 
-/// What sounds the bell of the desktop's sound theme.
+/// Returns the programs that play the bell sound of the desktop's sound theme.
 std::vector<Command> bellCommands();
 
-/// What shows the picture in a file.
+/// Returns the programs that show the picture in a file.
 std::vector<Command> pictureViewerCommands(const std::string& path);
 
-/// Launchers that show the lines of their input, and write the chosen one to their standard output:
-/// those of the session's kind of display.
+/// Returns the launchers for the session's display server, Wayland or X11. A launcher shows the
+/// lines of its standard input and writes the chosen line to its standard output.
 std::vector<Command> launcherCommands();
 
-/// The desktops' panels of power settings: that of the running desktop first, then those that run
-/// anywhere, and those that refuse to run outside their own desktop last.
+/// Returns the power settings panels of all desktops. The panel of the running desktop is first.
+/// Panels that refuse to run on other desktops are last.
 std::vector<Command> batterySettingsCommands();
 
 }  // namespace lumowatt::freedesktop

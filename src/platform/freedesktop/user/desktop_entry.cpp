@@ -8,7 +8,8 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// The letters after a backslash, and what each of them stands for.
+/// Letters that follow a backslash in an escape sequence, and the characters that they represent,
+/// in the same order.
 constexpr std::string_view escapeLetters = "sntr";
 constexpr std::string_view escapedCharacters = " \n\t\r";
 
@@ -64,7 +65,7 @@ std::string execProgram(std::string_view exec) {
 }
 
 std::string execValue(std::string_view program) {
-  // A quoted argument, in which four characters have a backslash. A percent sign is two everywhere.
+  // In a quoted argument, four characters are escaped with a backslash. Percent signs are doubled.
   constexpr std::string_view special = R"("`$\)";
   std::string argument = "\"";
   for (const char letter : program) {

@@ -7,7 +7,7 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// A variable that is an absolute path; empty when it is none.
+/// Returns the value of a variable; empty if the value is not an absolute path.
 std::string pathVariable(const char* name) {
   std::string path = environmentVariable(name);
   return path.starts_with('/') ? path : "";

@@ -4,27 +4,29 @@
 #include <string_view>
 #include <vector>
 
-/// The environment of this process, and the user's folders that it names (the base directories of
-/// freedesktop.org).
+/// Environment variables of this process, and the user's folders that they specify (the base
+/// directories of freedesktop.org).
 namespace lumowatt::freedesktop {
 
-/// A variable of the environment; empty when it is not set.
+/// Returns the value of an environment variable; empty if the variable is not set.
 std::string environmentVariable(const char* name);
 
-/// The colon-separated names in $XDG_CURRENT_DESKTOP, in order, without empty ones.
+/// Returns the names in $XDG_CURRENT_DESKTOP, which are separated by colons. Omits empty names.
 std::vector<std::string> currentDesktops();
 
-/// Whether one of these names is `name`.
+/// Returns whether `name` is one of the names in $XDG_CURRENT_DESKTOP.
 bool isCurrentDesktop(const std::string& name);
 
-/// The folder of the user's configuration: $XDG_CONFIG_HOME when that is an absolute path, else
-/// ".config" in $HOME. Empty when neither is.
+/// Returns the user's configuration folder: $XDG_CONFIG_HOME, or ".config" in $HOME if
+/// $XDG_CONFIG_HOME is not an absolute path. Returns an empty path if neither variable is an
+/// absolute path.
 std::string configurationFolder();
 
-/// The path of a file below that folder; empty when there is no such folder.
+/// Returns the path of a file in the configuration folder; empty if that folder is unknown.
 std::string configurationFile(std::string_view name);
 
-/// The folder of the user's session, $XDG_RUNTIME_DIR. Empty when that is no absolute path.
+/// Returns the runtime folder of the session, $XDG_RUNTIME_DIR; empty if it is not an absolute
+/// path.
 std::string runtimeFolder();
 
 }  // namespace lumowatt::freedesktop

@@ -18,7 +18,7 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// What desktops write into an entry that the user switches off.
+/// Key and value that a desktop writes to an entry when the user disables the entry.
 struct Switch {
   std::string_view key;
   std::string_view off;
@@ -28,18 +28,18 @@ constexpr std::array<Switch, 3> switches{{{"Hidden", "true"},
                                           {"X-GNOME-Autostart-enabled", "false"},
                                           {"X-MATE-Autostart-enabled", "false"}}};
 
-bool isSwitchedOff(std::string_view entry) {
+bool isDisabled(std::string_view entry) {
   return std::ranges::any_of(
       switches, [&](const Switch& each) { return entryValue(entry, each.key) == each.off; });
 }
 
-/// Whether a list that ends or separates its names by semicolons has this one.
+/// Returns whether a list contains a name. Semicolons separate or terminate the names of the list.
 bool hasName(const std::optional<std::string>& list, const std::string& name) {
   return list && (";" + *list + ";").find(";" + name + ";") != std::string::npos;
 }
 
-/// Whether the entry is for the running desktop, which may have several names: the first one that
-/// is in either list decides. True where the desktop has none.
+/// Returns whether the entry is for the running desktop. If the desktop has several names, the
+/// first name that is in one of the two lists decides. Returns true if the desktop has no name.
 bool isForThisDesktop(std::string_view entry) {
   const auto onlyShownIn = entryValue(entry, "OnlyShowIn");
   const auto notShownIn = entryValue(entry, "NotShowIn");
@@ -51,7 +51,8 @@ bool isForThisDesktop(std::string_view entry) {
   return !onlyShownIn || names.empty();
 }
 
-/// Whether the program is there, and the one without which a session ignores the entry.
+/// Returns whether the programs of both keys are installed: "Exec" is the program that the session
+/// starts, and "TryExec" a program without which the session ignores the entry.
 bool hasPrograms(std::string_view entry) {
   const std::string needed = entryValue(entry, "TryExec").value_or("");
   return !findProgram(execProgram(entryValue(entry, "Exec").value_or(""))).empty() &&
@@ -63,7 +64,7 @@ bool hasPrograms(std::string_view entry) {
 LoginItemStatus LoginItem::status() const {
   const FileContents file = readUserFile(entry_);
   if (!file.text) return LoginItemStatus::notRegistered;
-  const bool isRefused = isSwitchedOff(*file.text) || !isForThisDesktop(*file.text);
+  const bool isRefused = isDisabled(*file.text) || !isForThisDesktop(*file.text);
   if (isRefused) return LoginItemStatus::requiresApproval;
   return hasPrograms(*file.text) ? LoginItemStatus::enabled : LoginItemStatus::notFound;
 }

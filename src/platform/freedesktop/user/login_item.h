@@ -6,22 +6,23 @@
 
 namespace lumowatt::freedesktop {
 
-/// The program among those that the desktop starts at login: a desktop entry in the
-/// user's autostart folder (freedesktop.org).
+/// Desktop entry that starts this program at login, in the user's autostart folder
+/// (freedesktop.org).
 class LoginItem {
  public:
   /// `entry` is the path of the desktop entry, `program` that of the executable.
   LoginItem(std::string entry, std::string program)
       : entry_(std::move(entry)), program_(std::move(program)) {}
 
-  /// An entry that is hidden, switched off or for other desktops requires approval: the user has
-  /// said no to it. One whose program cannot be found counts as not found.
+  /// Returns the status of the entry. An entry that is hidden, disabled or for other desktops
+  /// requires approval, because the user has rejected it. The status is `notFound` if the entry's
+  /// program cannot be found.
   LoginItemStatus status() const;
 
-  /// Puts the entry there, in the place of one that was. False when that fails.
+  /// Writes the entry, and replaces an existing entry. Returns false on failure.
   bool add() const;
 
-  /// Takes it away. False when that fails; one that is not there is away.
+  /// Removes the entry. Returns false on failure; a missing entry is not a failure.
   bool remove() const;
 
  private:

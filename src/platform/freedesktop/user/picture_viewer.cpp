@@ -19,9 +19,9 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-constexpr double scale = 2.0;  // sharp on a dense screen, and when a viewer fits it to its window
+constexpr double scale = 2.0;  // sharp on a dense screen, and when a viewer enlarges the picture
 
-Result<> open(const Drawing& picture, Appearance appearance, BitmapFactory& bitmaps) {
+Result<> drawAndOpen(const Drawing& picture, Appearance appearance, BitmapFactory& bitmaps) {
   const std::string folder = runtimeFolder();
   if (folder.empty()) return Failure{"the session has no runtime folder"};
   const auto bitmap = bitmaps.draw(picture, scale, appearance);
@@ -29,25 +29,25 @@ Result<> open(const Drawing& picture, Appearance appearance, BitmapFactory& bitm
   const auto png = (*bitmap)->encodePng();
   if (!png) return Failure{"could not encode png"};
   const std::string path = folder + "/lumowatt-chart.png";
-  ::unlink(path.c_str());  // whatever was there, be it a link, it is replaced by a new file
+  ::unlink(path.c_str());  // replace an existing file, even a symbolic link, by a new file
   if (const Result<> written = replaceUserFile(path, *png); !written) return written.failure();
   if (!startFirst(pictureViewerCommands(path)))
     return Failure{"no program that shows pictures can be started"};
   return {};
 }
 
-/// Lets the signals that the loop waits for end this process as they end any.
+/// Unblocks the signals that the event loop handles, so that they terminate this process.
 void unblockSignals() {
   sigset_t none{};
   ::sigemptyset(&none);
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-/// Starts a copy of this process, in which it returns 0. Fails also where no file can be opened,
-/// which watching the copy takes.
-Result<pid_t> startCopy() {
-  const Descriptor exemptFlags(::eventfd(0, EFD_CLOEXEC));
-  const pid_t child = exemptFlags.isOpen() ? ::fork() : -1;
+/// Forks this process. Returns the child's process id, or 0 in the child. Also fails if no file
+/// descriptor is available, because `watchChild` needs one.
+Result<pid_t> forkProcess() {
+  const Descriptor probe(::eventfd(0, EFD_CLOEXEC));
+  const pid_t child = probe.isOpen() ? ::fork() : -1;
   if (child < 0) return systemFailure(errno);
   return child;
 }
@@ -56,7 +56,7 @@ Result<pid_t> startCopy() {
 
 void PictureViewer::show(const Drawing& picture, Appearance appearance, BitmapFactory& bitmaps) {
   if (drawing_) return;
-  const Result<pid_t> child = startCopy();
+  const Result<pid_t> child = forkProcess();
   if (!child) {
     reportError("cannot show the chart", child.failure().reason);
     startDetached(loop_, bellCommands());
@@ -64,7 +64,7 @@ void PictureViewer::show(const Drawing& picture, Appearance appearance, BitmapFa
     drawing_ = watchChild(loop_, *child, [this](bool) { drawing_.reset(); });
   } else {
     unblockSignals();
-    const Result<> opened = open(picture, appearance, bitmaps);
+    const Result<> opened = drawAndOpen(picture, appearance, bitmaps);
     if (!opened) {
       reportError("cannot show the chart", opened.failure().reason);
       startFirst(bellCommands());

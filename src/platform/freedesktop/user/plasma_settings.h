@@ -2,14 +2,14 @@
 
 #include <string_view>
 
-/// What Plasma's users set, by the file "kdeglobals" in the folder of the user's configuration.
+/// Settings of Plasma, from the file "kdeglobals" in the user's configuration folder.
 namespace lumowatt::freedesktop {
 
-/// Whether the duration factor of animations is 0, which is Plasma's "Instant". Reads the file each
-/// time; false where there is none, or nothing of the kind in it.
+/// Returns whether the duration factor of animations is 0, which Plasma's settings call "Instant".
+/// Returns false if the file or the factor is missing. Reads the file on every call.
 bool plasmaFileHasNoAnimations();
 
-/// Whether a factor as Plasma writes it is 0: "0", "0.0".
+/// Returns whether a factor in Plasma's format is 0, such as "0" or "0.0".
 bool isZeroFactor(std::string_view factor);
 
 }  // namespace lumowatt::freedesktop

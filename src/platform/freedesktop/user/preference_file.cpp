@@ -13,14 +13,14 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// Where the value of a key stands in a text.
+/// Position of a value in a text.
 struct Span {
   std::size_t start;
   std::size_t length;
 };
 
-/// The value of the first line with the key, its end of line left out.
-std::optional<Span> find(std::string_view text, std::string_view key) {
+/// Returns the position of the value in the first line with the key, without the line feed.
+std::optional<Span> findValue(std::string_view text, std::string_view key) {
   for (std::size_t start = 0; start < text.size();) {
     const std::size_t end = std::min(text.find('\n', start), text.size());
     const std::string_view line = text.substr(start, end - start);
@@ -45,8 +45,8 @@ std::int64_t integer(std::string_view value) {
   return value.starts_with('-') ? Limits::min() : Limits::max();
 }
 
-/// Whether the value is a whole number other than 0.
-bool isNumberButZero(std::string_view value) {
+/// Returns whether the value is an integer other than 0.
+bool isNonZeroInteger(std::string_view value) {
   if (value.starts_with('-') || value.starts_with('+')) value.remove_prefix(1);
   return value.find_first_not_of("0123456789") == std::string_view::npos &&
          value.find_first_not_of('0') != std::string_view::npos;
@@ -56,7 +56,7 @@ bool boolean(std::string_view value) {
   constexpr std::array<std::string_view, 3> yes{"true", "yes", "on"};
   std::string text(value);
   std::ranges::transform(text, text.begin(), lower);
-  return isNumberButZero(text) || std::ranges::find(yes, text) != yes.end();
+  return isNonZeroInteger(text) || std::ranges::find(yes, text) != yes.end();
 }
 
 }  // namespace
@@ -66,7 +66,7 @@ std::vector<std::optional<StoredPreference>> PreferenceFile::read(
   const std::string text = readUserFile(path_).text.value_or("");
   std::vector<std::optional<StoredPreference>> values;
   for (const std::string_view key : keys) {
-    const auto span = find(text, key);
+    const auto span = findValue(text, key);
     if (!span) {
       values.emplace_back();
       continue;
@@ -81,9 +81,9 @@ std::vector<std::optional<StoredPreference>> PreferenceFile::read(
 Result<> PreferenceFile::set(std::string_view key, std::string_view value) const {
   if (path_.empty()) return Failure{"neither XDG_CONFIG_HOME nor HOME is set"};
   const FileContents file = readUserFile(path_);
-  if (file.isThere && !file.text) return Failure{"cannot read " + path_};
+  if (file.exists && !file.text) return Failure{"cannot read " + path_};
   std::string text = file.text.value_or("");
-  if (const auto span = find(text, key)) {
+  if (const auto span = findValue(text, key)) {
     text.replace(span->start, span->length, value);
   } else {
     if (!text.empty() && !text.ends_with('\n')) text += '\n';

@@ -11,21 +11,21 @@
 
 namespace lumowatt::freedesktop {
 
-/// Preferences as a text file with a line `key=value` for each, in which everything else stays as
-/// it is. Read afresh at every use. Of several lines with a key the first counts.
+/// Text file of preferences with a line `key=value` for each preference. Reads the file on every
+/// use. If several lines have the same key, uses the first one. Preserves all other lines.
 class PreferenceFile {
  public:
   explicit PreferenceFile(std::string path) : path_(std::move(path)) {}
 
-  /// What is stored under each of the keys, by one reading of the file; nothing when it cannot be
-  /// read. A number is that at the start of the value, the nearest one that 64 bits can hold, and 0
-  /// for a value that begins with none. True are "true", "yes" and "on", in letters of either case,
-  /// and every whole number but 0.
+  /// Reads the file once. Returns one element for each key, which is empty if the key is missing or
+  /// the file cannot be read. `integer` is the number at the start of the value, clamped to 64
+  /// bits; 0 if the value does not start with a number. `boolean` is true for "true", "yes" and
+  /// "on" in upper or lower case, and for every integer except 0.
   std::vector<std::optional<StoredPreference>> read(
       const std::vector<std::string_view>& keys) const;
 
-  /// Stores a value. Fails also if the file exists but cannot be read, or would be larger than
-  /// can be read: its lines would be lost.
+  /// Stores a value. To preserve the lines of the file, also fails if an existing file cannot be
+  /// read, or if the file would become too large to be read.
   Result<> set(std::string_view key, std::string_view value) const;
 
  private:

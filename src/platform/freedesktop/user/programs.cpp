@@ -20,7 +20,8 @@ bool isExecutableFile(const std::string& path) {
          ::access(path.c_str(), X_OK) == 0;
 }
 
-/// The attributes of a new process: the signals as a program expects them, none ignored or blocked.
+/// Attributes of a new process, with the signals that a program expects: none is ignored or
+/// blocked.
 class Attributes {
  public:
   Attributes() {
@@ -38,16 +39,17 @@ class Attributes {
   const posix_spawnattr_t* get() const { return &attributes_; }
 
  private:
-  static posix_spawnattr_t made() {
+  static posix_spawnattr_t initialized() {
     posix_spawnattr_t attributes{};
     ::posix_spawnattr_init(&attributes);
     return attributes;
   }
 
-  posix_spawnattr_t attributes_ = made();
+  posix_spawnattr_t attributes_ = initialized();
 };
 
-/// The standard input of a new process, the reading end of a pipe, and its standard output.
+/// File actions of a new process: `input` becomes its standard input, and `output` its standard
+/// output unless `output` is negative.
 class FileActions {
  public:
   FileActions(int input, int output) {
@@ -65,17 +67,17 @@ class FileActions {
   posix_spawn_file_actions_t actions_{};
 };
 
-/// Starts a program. Absent when that fails.
+/// Starts a program. Returns nothing on failure.
 std::optional<pid_t> start(const std::string& program, const Command& command,
                            std::string_view input, int output) {
   std::array<int, 2> pipe{};
   if (::pipe2(pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return std::nullopt;
-  const auto [reading, writing] = pipe;
-  // The input is small enough for the pipe to hold it, so that nobody has to wait.
-  const bool held =
-      ::write(writing, input.data(), input.size()) == static_cast<ssize_t>(input.size());
-  ::close(writing);
-  ::fcntl(reading, F_SETFL, 0);
+  const auto [readEnd, writeEnd] = pipe;
+  // The input must fit into the pipe's buffer, so that writing it does not block.
+  const bool isWritten =
+      ::write(writeEnd, input.data(), input.size()) == static_cast<ssize_t>(input.size());
+  ::close(writeEnd);
+  ::fcntl(readEnd, F_SETFL, 0);
 
   std::vector<char*> arguments;
   arguments.reserve(command.size() + 1);
@@ -85,9 +87,9 @@ std::optional<pid_t> start(const std::string& program, const Command& command,
   arguments.push_back(nullptr);
   pid_t child = 0;
   const bool started =
-      held && ::posix_spawn(&child, program.c_str(), FileActions(reading, output).get(),
-                            Attributes().get(), arguments.data(), ::environ) == 0;
-  ::close(reading);
+      isWritten && ::posix_spawn(&child, program.c_str(), FileActions(readEnd, output).get(),
+                                 Attributes().get(), arguments.data(), ::environ) == 0;
+  ::close(readEnd);
   return started ? std::optional(child) : std::nullopt;
 }
 
@@ -101,7 +103,7 @@ std::string findProgram(std::string_view name) {
   std::size_t start = 0;
   for (std::size_t end = 0; (end = folders.find(':', start)) != std::string::npos;
        start = end + 1) {
-    if (folders[start] != '/') continue;  // the working directory is nowhere to look
+    if (folders[start] != '/') continue;  // ignore the working directory and relative folders
     std::string path = folders.substr(start, end - start).append("/").append(name);
     if (isExecutableFile(path)) return path;
   }

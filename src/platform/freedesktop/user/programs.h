@@ -9,23 +9,23 @@
 
 #include "platform/freedesktop/user/commands.h"
 
-/// Starting other programs.
+/// Functions that find and start other programs.
 namespace lumowatt::freedesktop {
 
-/// The path of an executable file: of one in $PATH by its name, or of one that is named by its
-/// absolute path. Empty when there is none.
+/// Returns the path of an executable file. `name` is the name of a file in $PATH or an absolute
+/// path. Returns an empty path if the file is missing or not executable.
 std::string findProgram(std::string_view name);
 
-/// A child process that was started, which has to be waited for (`watchChild`).
+/// Child process that was started. The caller must wait for it (see `watchChild`).
 struct StartedProgram {
-  std::string name;  ///< as its command has it
+  std::string name;  ///< first element of its command
   pid_t process;
 };
 
-/// Starts the first of the commands whose program is installed, without a shell and without waiting
-/// for its end, and gives it `input` (64 KiB at most) to read. Its standard output is the file
-/// `output`, or that of this process where the number is below 0. Absent when none could be
-/// started.
+/// Starts the first command whose program is installed. Uses no shell, and does not wait for the
+/// program to exit. The program reads `input` (at most 64 KiB) from its standard input. Its
+/// standard output is the file descriptor `output`, or that of this process if `output` is
+/// negative. Returns nothing if no program could be started.
 std::optional<StartedProgram> startFirst(const std::vector<Command>& commands,
                                          std::string_view input = {}, int output = -1);
 

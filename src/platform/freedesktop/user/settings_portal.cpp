@@ -44,12 +44,13 @@ const SettingsPortal::Setting SettingsPortal::table[] = {
     {plasmaGroup, "AnimationDurationFactor", "s", &SettingsPortal::readFactorText},
 };
 
-SettingsPortal::SettingsPortal(sd_bus* bus, std::function<void()> colorSchemeChanged)
+SettingsPortal::SettingsPortal(sd_bus* bus, std::function<void()> onColorSchemeChanged)
     : bus_(bus),
-      colorSchemeChanged_(std::move(colorSchemeChanged)),
-      changes_(matchSignals(bus, changeRule(), handle<&SettingsPortal::receiveChange>, this)),
-      portals_(bus, service, [this] { ask(); }) {
-  ask();
+      onColorSchemeChanged_(std::move(onColorSchemeChanged)),
+      changeSubscription_(
+          matchSignals(bus, changeRule(), handle<&SettingsPortal::receiveChange>, this)),
+      portalWatch_(bus, service, [this] { requestAll(); }) {
+  requestAll();
 }
 
 bool SettingsPortal::reducesMotion() const {
@@ -63,8 +64,8 @@ std::optional<Appearance> SettingsPortal::colorScheme() const {
   return std::nullopt;
 }
 
-void SettingsPortal::ask() {
-  sd_bus_call_method_async(bus_, Out(call_), service, object, interface, "ReadAll",
+void SettingsPortal::requestAll() {
+  sd_bus_call_method_async(bus_, Out(pendingCall_), service, object, interface, "ReadAll",
                            handle<&SettingsPortal::receiveAll>, this, "as", 3, appearanceGroup,
                            gnomeGroup, plasmaGroup);
 }
@@ -72,7 +73,7 @@ void SettingsPortal::ask() {
 int SettingsPortal::receiveAll(sd_bus_message* reply, sd_bus_error*) {
   const auto before = colorScheme();
   readGroups(reply);
-  notifyIfOther(before);
+  notifyIfChanged(before);
   return 0;
 }
 
@@ -81,16 +82,16 @@ int SettingsPortal::receiveChange(sd_bus_message* signal, sd_bus_error*) {
   const char* group = nullptr;
   const char* key = nullptr;
   if (sd_bus_message_read(signal, "ss", &group, &key) > 0) readSetting(signal, group, key);
-  notifyIfOther(before);
+  notifyIfChanged(before);
   return 0;
 }
 
-void SettingsPortal::notifyIfOther(std::optional<Appearance> before) const {
-  if (colorSchemeChanged_ && colorScheme() != before) colorSchemeChanged_();
+void SettingsPortal::notifyIfChanged(std::optional<Appearance> before) const {
+  if (onColorSchemeChanged_ && colorScheme() != before) onColorSchemeChanged_();
 }
 
 void SettingsPortal::readGroups(sd_bus_message* reply) {
-  // a{sa{sv}}: groups of keys and their values. An error has no such contents.
+  // The type is a{sa{sv}}: groups of keys and values. An error reply has other contents.
   if (sd_bus_message_enter_container(reply, 'a', "{sa{sv}}") <= 0) return;
   const char* group = nullptr;
   const char* key = nullptr;
@@ -106,13 +107,13 @@ void SettingsPortal::readGroups(sd_bus_message* reply) {
   }
 }
 
-/// Reads the value that follows, a variant. One of another type sets nothing.
+/// Reads the next value, a variant. Skips a value that has another type than the setting.
 int SettingsPortal::readSetting(sd_bus_message* message, const char* group, const char* key) {
   const char* type = nullptr;
   if (const int status = sd_bus_message_peek_type(message, nullptr, &type); status < 0) {
     return status;
   }
-  if (type == nullptr) return -EBADMSG;  // it is no variant
+  if (type == nullptr) return -EBADMSG;  // not a variant
   const auto* const setting = std::ranges::find_if(table, [&](const Setting& each) {
     return std::string_view(each.group) == group && std::string_view(each.key) == key &&
            std::string_view(each.type) == type;
@@ -125,7 +126,7 @@ int SettingsPortal::readSetting(sd_bus_message* message, const char* group, cons
 
 template <auto value>
 int SettingsPortal::readNumber(sd_bus_message* message) {
-  // A truth value has 32 bits as well.
+  // A Boolean has 32 bits too.
   char type = 0;
   sd_bus_message_peek_type(message, &type, nullptr);
   std::uint32_t number = 0;
@@ -141,7 +142,7 @@ int SettingsPortal::readAccentColor(sd_bus_message* message) {
   const std::array components{color.red, color.green, color.blue};
   const bool isColor = std::ranges::all_of(
       components, [](double component) { return component >= 0.0 && component <= 1.0; });
-  accentColor_ = isColor ? Color(color) : SystemColor::accent;  // out of range: none is set
+  accentColor_ = isColor ? Color(color) : SystemColor::accent;  // invalid: no color is set
   return status;
 }
 

@@ -10,45 +10,47 @@
 
 namespace lumowatt::freedesktop {
 
-/// What the user set for the whole desktop, as the settings portal has it
-/// (org.freedesktop.portal.Settings). Each portal that appears is asked, without waiting for the
-/// answer, and followed. Until there is one nothing is set.
+/// Settings of the desktop, as reported by the settings portal (org.freedesktop.portal.Settings).
+/// Queries each portal that appears, without blocking, and subscribes to its changes. All settings
+/// are unset until a portal replies.
 class SettingsPortal {
  public:
-  /// Calls `colorSchemeChanged`, where there is one, each time that `colorScheme` is another.
-  explicit SettingsPortal(sd_bus* bus, std::function<void()> colorSchemeChanged = nullptr);
+  /// Calls `onColorSchemeChanged`, if set, after each change of `colorScheme`.
+  explicit SettingsPortal(sd_bus* bus, std::function<void()> onColorSchemeChanged = nullptr);
 
-  /// Whether any switch says so: the appearance settings' reduced-motion, GNOME's enable-animations
-  /// or Plasma's AnimationDurationFactor, which is read from Plasma's file where no portal has it.
+  /// Returns whether one of these settings reduces motion: reduced-motion of the appearance
+  /// settings, enable-animations of GNOME or AnimationDurationFactor of Plasma. Reads Plasma's
+  /// factor from Plasma's file if no portal has reported it.
   bool reducesMotion() const;
 
-  /// The preferred appearance; absent without a preference.
+  /// Returns the preferred appearance; std::nullopt if the user has no preference.
   std::optional<Appearance> colorScheme() const;
 
-  /// The appearance of a window: dark only where that is preferred.
+  /// Returns the appearance of a window: dark only if the user prefers dark.
   Appearance appearance() const { return colorScheme().value_or(Appearance::light); }
 
-  /// The color that the user chose for what is selected or alive; the system's where none was.
+  /// Returns the user's color for selected and active elements; the system's accent color if the
+  /// user has not chosen a color.
   Color accentColor() const { return accentColor_; }
 
  private:
   struct Setting {
     const char* group;
     const char* key;
-    const char* type;  ///< as D-Bus has it
+    const char* type;  ///< D-Bus signature
     int (SettingsPortal::*read)(sd_bus_message*);
   };
   static const Setting table[];
 
-  void ask();
+  void requestAll();
   int receiveAll(sd_bus_message* reply, sd_bus_error* error);
   int receiveChange(sd_bus_message* signal, sd_bus_error* error);
   void readGroups(sd_bus_message* reply);
   int readSetting(sd_bus_message* message, const char* group, const char* key);
-  void notifyIfOther(std::optional<Appearance> before) const;
+  void notifyIfChanged(std::optional<Appearance> before) const;
 
-  // Each reads the value that follows, of the type that the table has. Negative when it cannot be
-  // read, as sd-bus has its errors.
+  // Each function reads the next value, which has the type in the table. Returns a negative errno
+  // on failure, as sd-bus does.
   template <auto value>
   int readNumber(sd_bus_message* message);
   int readAccentColor(sd_bus_message* message);
@@ -56,15 +58,15 @@ class SettingsPortal {
   int readFactorText(sd_bus_message* message);
 
   sd_bus* bus_;
-  std::function<void()> colorSchemeChanged_;
+  std::function<void()> onColorSchemeChanged_;
   std::optional<std::uint32_t> reducedMotion_;
   std::optional<std::uint32_t> colorScheme_;
   Color accentColor_ = SystemColor::accent;
-  std::optional<std::uint32_t> animations_;    // GNOME's
-  std::optional<bool> plasmaHasNoAnimations_;  // by the portal
-  BusSlot changes_;
-  BusSlot call_;
-  NameWatch portals_;
+  std::optional<std::uint32_t> animations_;    // reported by GNOME
+  std::optional<bool> plasmaHasNoAnimations_;  // reported by a portal
+  BusSlot changeSubscription_;
+  BusSlot pendingCall_;
+  NameWatch portalWatch_;
 };
 
 }  // namespace lumowatt::freedesktop

@@ -3,7 +3,7 @@
 namespace lumowatt::freedesktop {
 
 double timeOfDay(std::time_t time) {
-  ::tzset();  // so that a zone counts that was set since the start
+  ::tzset();  // detects changes of the time zone since the start
   std::tm local{};
   if (::localtime_r(&time, &local) == nullptr) return 0.0;
   return local.tm_hour * 3600.0 + local.tm_min * 60.0 + local.tm_sec;

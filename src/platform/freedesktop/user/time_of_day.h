@@ -4,12 +4,12 @@
 
 namespace lumowatt::freedesktop {
 
-/// What a clock shows at `time` in the user's time zone, in seconds since midnight. In UTC where
-/// the zone is not known.
+/// Returns the time of day at `time` in the user's time zone, in seconds since midnight. Uses UTC
+/// if the time zone is unknown.
 double timeOfDay(std::time_t time);
 
-/// When the day of `time` began in the user's time zone, by a clock of seconds that shows `now`
-/// then.
+/// Returns the last midnight before `time` in the user's time zone, as seconds of another clock.
+/// That clock shows `now` at `time`.
 double lastMidnight(double now, std::time_t time);
 
 }  // namespace lumowatt::freedesktop

@@ -21,8 +21,8 @@ constexpr mode_t fileMode = 0600;
 
 std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
 
-/// Creates a folder and its missing parents. Returns the error (errno) of the first that cannot be
-/// created; 0 if there is none.
+/// Creates a folder and its missing parents. Returns the errno of the first folder that cannot be
+/// created; 0 on success.
 int createFolders(const std::string& folder) {
   int error = 0;
   for (std::size_t end = 0; end != std::string::npos;) {
@@ -33,14 +33,14 @@ int createFolders(const std::string& folder) {
   return error;
 }
 
-/// Where a chain of symbolic links ends, if at a file that is there; else the path itself.
-std::string target(const std::string& path) {
+/// Returns the target of a chain of symbolic links; the path itself if the target is missing.
+std::string resolveLinks(const std::string& path) {
   std::array<char, PATH_MAX> resolved{};
   return ::realpath(path.c_str(), resolved.data()) != nullptr ? resolved.data() : path;
 }
 
-/// Fills the new file; false when it is not complete, and safe on the disk.
-bool fill(const Descriptor& file, std::string_view contents, mode_t mode) {
+/// Writes the new file and flushes it to the disk. Returns false on failure.
+bool writeAndSync(const Descriptor& file, std::string_view contents, mode_t mode) {
   return ::fchmod(file.number(), mode) == 0 && file.write(contents) && ::fsync(file.number()) == 0;
 }
 
@@ -48,9 +48,9 @@ bool fill(const Descriptor& file, std::string_view contents, mode_t mode) {
 
 FileContents readUserFile(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  if (!file.isOpen()) return {.isThere = errno != ENOENT};
+  if (!file.isOpen()) return {.exists = errno != ENOENT};
   struct stat status {};
-  if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {.isThere = true};
+  if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return {.exists = true};
 
   std::string text;
   std::array<char, 4096> chunk{};
@@ -58,28 +58,28 @@ FileContents readUserFile(const std::string& path) {
     const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) break;
-    if (count == 0) return {.isThere = true, .text = text};
+    if (count == 0) return {.exists = true, .text = text};
     text.append(chunk.data(), static_cast<std::size_t>(count));
   }
-  return {.isThere = true};
+  return {.exists = true};
 }
 
 Result<> replaceUserFile(const std::string& path, std::string_view contents) {
   if (path.empty()) return systemFailure(ENOENT);
-  const std::string place = target(path);
-  const int folderError = createFolders(folderOf(place));
+  const std::string target = resolveLinks(path);
+  const int folderError = createFolders(folderOf(target));
   struct stat status {};
-  const bool isThere = ::stat(place.c_str(), &status) == 0;
-  if (isThere && !S_ISREG(status.st_mode)) return Failure{place + " is not a regular file"};
+  const bool exists = ::stat(target.c_str(), &status) == 0;
+  if (exists && !S_ISREG(status.st_mode)) return Failure{target + " is not a regular file"};
 
-  std::string temporary = place + ".XXXXXX";
+  std::string temporary = target + ".XXXXXX";
   Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
   if (!file.isOpen()) {
     return systemFailure(errno == ENOENT && folderError != 0 ? folderError : errno);
   }
   const bool complete =
-      fill(file, contents, isThere ? status.st_mode & 07777U : fileMode) && file.close();
-  if (complete && std::rename(temporary.c_str(), place.c_str()) == 0) return {};
+      writeAndSync(file, contents, exists ? status.st_mode & 07777U : fileMode) && file.close();
+  if (complete && std::rename(temporary.c_str(), target.c_str()) == 0) return {};
   const int error = errno;
   ::unlink(temporary.c_str());
   return systemFailure(error);

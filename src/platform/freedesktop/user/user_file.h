@@ -7,26 +7,26 @@
 
 #include "base/failure.h"
 
-/// The user's small files: this program's, and settings of the desktop.
+/// Small files of the user: files of this program, and settings of the desktop.
 namespace lumowatt::freedesktop {
 
-/// The largest file that is read, in bytes.
+/// Size of the largest file that is read, in bytes.
 inline constexpr std::size_t userFileLimit = 65536;
 
-/// What a regular file within that limit holds.
+/// Contents of a regular file of at most `userFileLimit` bytes.
 struct FileContents {
-  bool isThere = false;
-  std::optional<std::string> text =
-      std::nullopt;  ///< absent: it cannot be read, or is no such file
+  bool exists = false;
+  /// Empty if the file cannot be read, is too large or is not a regular file.
+  std::optional<std::string> text = std::nullopt;
 };
 
-/// Reads a file, without ever waiting for a pipe or a device.
+/// Reads a file. Never blocks on a pipe or a device.
 FileContents readUserFile(const std::string& path);
 
-/// Puts a file with `contents` at `path`, with the folders on the way to it, all of it or nothing:
-/// the file that is there stays as it is on failure. A file at the end of a symbolic link is
-/// replaced itself, and keeps its permissions; a new one is the user's alone. Fails with an empty
-/// path.
+/// Writes a file with `contents` to `path` atomically: on failure an existing file is unchanged.
+/// Creates missing folders. If `path` is a symbolic link, replaces the file that the link refers
+/// to. A replaced file retains its permissions. A new file is accessible only to the user. Fails if
+/// `path` is empty.
 Result<> replaceUserFile(const std::string& path, std::string_view contents);
 
 }  // namespace lumowatt::freedesktop

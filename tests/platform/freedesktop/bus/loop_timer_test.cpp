@@ -13,16 +13,16 @@ namespace {
 class LoopTimerTest : public testing::Test {
  protected:
   LoopTimerTest() {
-    sd_event* made = nullptr;
-    EXPECT_GE(sd_event_new(&made), 0);
-    loop.reset(made);
+    sd_event* newLoop = nullptr;
+    EXPECT_GE(sd_event_new(&newLoop), 0);
+    loop.reset(newLoop);
   }
 
-  /// Runs the loop until something of it has happened.
-  void turn() const { EXPECT_GE(sd_event_run(loop.get(), UINT64_MAX), 0); }
+  /// Runs one iteration of the loop. Blocks until an event occurs.
+  void runOnce() const { EXPECT_GE(sd_event_run(loop.get(), UINT64_MAX), 0); }
 
-  /// Runs it for as long as something is due.
-  void catchUp() const {
+  /// Runs the loop until no events are pending.
+  void runPending() const {
     while (sd_event_run(loop.get(), 0) > 0) continue;
   }
 
@@ -32,39 +32,39 @@ class LoopTimerTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(LoopTimerTest, TicksAgainAndAgain) {
+TEST_F(LoopTimerTest, TicksRepeatedly) {
   const LoopTimer timer(loop.get(), 0.005, [this] { ++ticks; });
-  while (ticks < 3) turn();
+  while (ticks < 3) runOnce();
 }
 
 TEST_F(LoopTimerTest, DoesNotTickBeforeItsInterval) {
   const LoopTimer timer(loop.get(), 1000.0, [this] { ++ticks; });
-  catchUp();
+  runPending();
   EXPECT_EQ(ticks, 0);
 }
 
-TEST_F(LoopTimerTest, ItsEndEndsTheTicks) {
+TEST_F(LoopTimerTest, StopsTickingWhenDestroyed) {
   auto timer = std::make_unique<LoopTimer>(loop.get(), 0.005, [this] { ++ticks; });
   timer.reset();
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  catchUp();
+  runPending();
   EXPECT_EQ(ticks, 0);
 }
 
-TEST_F(LoopTimerTest, ATickMayEndItsTimer) {
+TEST_F(LoopTimerTest, CanBeDestroyedByItsTick) {
   std::unique_ptr<LoopTimer> timer;
   timer = std::make_unique<LoopTimer>(loop.get(), 0.005, [&] {
     timer.reset();
     ++ticks;
   });
-  while (timer) turn();
+  while (timer) runOnce();
   EXPECT_EQ(ticks, 1);
 }
 
-TEST_F(LoopTimerTest, OfTheTicksThatWereMissedOneIsMadeUpFor) {
+TEST_F(LoopTimerTest, TicksOnceAfterMissingSeveralTicks) {
   const LoopTimer timer(loop.get(), 0.5, [this] { ++ticks; });
   std::this_thread::sleep_for(std::chrono::milliseconds(1600));
-  catchUp();
+  runPending();
   EXPECT_EQ(ticks, 1);
 }
 

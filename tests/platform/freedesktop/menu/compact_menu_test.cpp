@@ -14,7 +14,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-/// The labels of the rows that a panel shows of a menu's compact form; those of a submenu after it.
+/// Returns the labels of the rows in the compact form of a menu. The rows of a submenu follow the
+/// submenu's label.
 Texts rows(const Menu& menu) {
   MenuLayout layout;
   layout.present(compactMenu(menu));
@@ -27,7 +28,7 @@ Texts rows(const Menu& menu) {
 
 }  // namespace
 
-TEST(CompactMenu, HasTheReportTheChartTwoSubmenusAndQuit) {
+TEST(CompactMenu, ConsistsOfReportChartTwoSubmenusAndQuit) {
   EXPECT_EQ(rows(exampleMenu),
             (Texts{"64%, discharging\nCycle count: 12\nLumowatt 1.0, by Fernhollow", "-",
                    "Charge over the last hour\n▁▂▃ 60–64%", "-", "Menu bar shows", "Percent",
@@ -35,7 +36,7 @@ TEST(CompactMenu, HasTheReportTheChartTwoSubmenusAndQuit) {
                    "Copy details", "-", "Quit Lumowatt"}));
 }
 
-TEST(CompactMenu, OffersWhatTheMenuDoes) {
+TEST(CompactMenu, OffersTheSameChoicesAsTheMenu) {
   std::multiset<std::pair<Action, std::int64_t>> offered;
   std::multiset<std::pair<Action, std::int64_t>> offeredCompact;
   MenuLayout whole;
@@ -53,7 +54,7 @@ TEST(CompactMenu, OffersWhatTheMenuDoes) {
   EXPECT_EQ(offeredCompact, offered);
 }
 
-TEST(CompactMenu, KeepsTheMarksAndTheDescriptionOfTheChart) {
+TEST(CompactMenu, PreservesCheckMarksAndTheDescriptionOfTheChart) {
   MenuLayout layout;
   layout.present(compactMenu(
       {MenuChart{
@@ -67,7 +68,7 @@ TEST(CompactMenu, KeepsTheMarksAndTheDescriptionOfTheChart) {
   EXPECT_TRUE(entries[3].children[0].isOn);
 }
 
-TEST(CompactMenu, LeavesASingleLineAndCommandsWithoutASubmenu) {
+TEST(CompactMenu, PreservesSingleLinesAndCommandsWithoutASubmenu) {
   EXPECT_EQ(rows({MenuLine{"No battery found"}}), Texts{"No battery found"});
   EXPECT_EQ(rows({MenuCommand{"Copy", {Action::copyDetails}}, MenuLine{"about"},
                   MenuCommand{"Quit", {Action::terminate}}}),

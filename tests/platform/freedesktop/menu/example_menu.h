@@ -4,7 +4,7 @@
 
 namespace lumowatt::freedesktop {
 
-/// A menu with an item of each kind.
+/// Menu with an item of each kind.
 inline const Menu exampleMenu{
     MenuLine{"64%, discharging"},
     MenuLine{"Cycle count: 12"},

@@ -40,20 +40,20 @@ class LauncherMenuTest : public ProgramsFolder {
   }
   ~LauncherMenuTest() override { ::sigprocmask(SIG_SETMASK, &before, nullptr); }
 
-  /// Runs the loop for as long as there are programs.
-  void finish() const {
+  /// Runs the loop until all child processes have exited.
+  void waitForPrograms() const {
     siginfo_t ended{};
     while (::waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT) == 0) {
       EXPECT_GE(sd_event_run(loop.get(), UINT64_MAX), 0);
     }
   }
 
-  /// The choices that are made when the launcher does what the script says.
-  std::vector<Choice> chosenBy(const std::string& script, const Menu& shown = exampleMenu) {
+  /// Returns the choices that result from a launcher that runs `script`.
+  std::vector<Choice> choicesFrom(const std::string& script, const Menu& shown = exampleMenu) {
     addProgram("dmenu", script);
     choices.clear();
     EXPECT_TRUE(launcher->show(shown));
-    finish();
+    waitForPrograms();
     return choices;
   }
 
@@ -68,12 +68,12 @@ class LauncherMenuTest : public ProgramsFolder {
 
 }  // namespace
 
-TEST_F(LauncherMenuTest, GivesTheLauncherALineForEachItemInOrder) {
-  EXPECT_TRUE(chosenBy("echo \"$@\" > " + result() + "; /bin/cat >> " + result()).empty());
+TEST_F(LauncherMenuTest, PassesALineForEachItemToTheLauncherInOrder) {
+  EXPECT_TRUE(choicesFrom("echo \"$@\" > " + result() + "; /bin/cat >> " + result()).empty());
   EXPECT_EQ(fileContents(result()), "-i -l 26 -p Lumowatt\n" + menuLines);
 }
 
-TEST_F(LauncherMenuTest, DoesWhatTheChosenLineOffers) {
+TEST_F(LauncherMenuTest, ReportsTheChoiceOfTheChosenLine) {
   const std::vector<std::pair<std::string, Choice>> offers{
       {"▁▂▃ 60–64%", {Action::showChart}},
       {"Percent", {Action::pick, 0}},
@@ -83,69 +83,69 @@ TEST_F(LauncherMenuTest, DoesWhatTheChosenLineOffers) {
       {"Copy details", {Action::copyDetails}},
       {"Quit Lumowatt", {Action::terminate}}};
   for (const auto& [line, choice] : offers) {
-    const auto chosen = chosenBy("echo '" + line + "'");
+    const auto chosen = choicesFrom("echo '" + line + "'");
     ASSERT_EQ(chosen.size(), 1U) << line;
     EXPECT_EQ(chosen[0].action, choice.action) << line;
     EXPECT_EQ(chosen[0].tag, choice.tag) << line;
   }
-  EXPECT_EQ(chosenBy("printf 'Copy details'").size(), 1U) << "the end of the line may be missing";
+  EXPECT_EQ(choicesFrom("printf 'Copy details'").size(), 1U) << "without a newline";
 }
 
-TEST_F(LauncherMenuTest, DoesNothingByAnyOtherAnswer) {
+TEST_F(LauncherMenuTest, IgnoresAnswersThatAreNotExactlyALineWithAChoice) {
   for (const std::string answer :
        {"", "\\n", "64%%, discharging\\n", "Menu bar shows\\n", "Lumowatt 1.0, by Fernhollow\\n",
         "Colors\\n", "copy details\\n", "Copy details \\n", "Copy\\n", "Copy details\\n\\n",
         "Copy details\\nQuit Lumowatt\\n", "rm -rf\\n"}) {
-    EXPECT_TRUE(chosenBy("printf '" + answer + "'").empty()) << answer;
+    EXPECT_TRUE(choicesFrom("printf '" + answer + "'").empty()) << answer;
   }
-  EXPECT_TRUE(chosenBy("echo Copy details; exit 1").empty());
-  EXPECT_TRUE(chosenBy("echo Copy details; kill -9 $$").empty());
+  EXPECT_TRUE(choicesFrom("echo Copy details; exit 1").empty());
+  EXPECT_TRUE(choicesFrom("echo Copy details; kill -9 $$").empty());
 }
 
-TEST_F(LauncherMenuTest, OfTwoEqualLinesTheFirstWithAChoiceCounts) {
+TEST_F(LauncherMenuTest, ReportsTheFirstChoiceForEqualLines) {
   const Menu equal{MenuLine{"same"}, MenuCommand{"same", {Action::copyDetails}},
                    MenuCommand{"same", {Action::terminate}}};
-  const auto chosen = chosenBy("echo same", equal);
+  const auto chosen = choicesFrom("echo same", equal);
   ASSERT_EQ(chosen.size(), 1U);
   EXPECT_EQ(chosen[0].action, Action::copyDetails);
 }
 
-TEST_F(LauncherMenuTest, HasNoControlCharactersInItsLines) {
-  const auto made = launcherLines({MenuLine{"a\nb\tc\x1f\x7f"}, MenuLine{std::string("d\0e", 3)}});
-  ASSERT_EQ(made.size(), 2U);
-  EXPECT_EQ(made[0].text, "a b c  ");
-  EXPECT_EQ(made[1].text, "d e");
+TEST_F(LauncherMenuTest, ReplacesControlCharactersWithSpaces) {
+  const auto lines = launcherLines({MenuLine{"a\nb\tc\x1f\x7f"}, MenuLine{std::string("d\0e", 3)}});
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].text, "a b c  ");
+  EXPECT_EQ(lines[1].text, "d e");
   EXPECT_EQ(launcherLines({MenuLine{"ünïcode ▁"}}).at(0).text, "ünïcode ▁");
 }
 
-TEST_F(LauncherMenuTest, IsOpenOnceAtATime) {
+TEST_F(LauncherMenuTest, OpensOnlyOneLauncherAtATime) {
   ASSERT_EQ(::mkfifo(result().c_str(), 0600), 0);
-  addProgram("dmenu", "echo started >> " + place("starts") + "; read line < " + result() +
+  addProgram("dmenu", "echo started >> " + pathOf("starts") + "; read line < " + result() +
                           "; echo Copy details");
   EXPECT_TRUE(launcher->show(exampleMenu));
   EXPECT_TRUE(launcher->show(exampleMenu));
   folder.write("result", "\n");
-  finish();
+  waitForPrograms();
   EXPECT_EQ(choices.size(), 1U);
-  EXPECT_EQ(fileContents(place("starts")), "started\n");
-  EXPECT_TRUE(launcher->show(exampleMenu)) << "and again when it is closed";
+  EXPECT_EQ(fileContents(pathOf("starts")), "started\n");
+  EXPECT_TRUE(launcher->show(exampleMenu)) << "after the launcher has exited";
   folder.write("result", "\n");
-  finish();
+  waitForPrograms();
   EXPECT_EQ(choices.size(), 2U);
 }
 
-TEST_F(LauncherMenuTest, MayBeOpenedAgainByAChoice) {
+TEST_F(LauncherMenuTest, CanBeReopenedByAChoice) {
   addProgram("dmenu", "echo Copy details");
   launcher.emplace(loop.get(), [this](const Choice& choice) {
     choices.push_back(choice);
     if (choices.size() < 3) launcher->show(exampleMenu);
   });
   EXPECT_TRUE(launcher->show(exampleMenu));
-  finish();
+  waitForPrograms();
   EXPECT_EQ(choices.size(), 3U);
 }
 
-TEST_F(LauncherMenuTest, ItsEndEndsTheLauncher) {
+TEST_F(LauncherMenuTest, TerminatesTheLauncherWhenDestroyed) {
   addProgram("dmenu", "exec /bin/sleep 1000");
   EXPECT_TRUE(launcher->show(exampleMenu));
   EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0);
@@ -154,17 +154,17 @@ TEST_F(LauncherMenuTest, ItsEndEndsTheLauncher) {
   EXPECT_EQ(errno, ECHILD);
 }
 
-TEST_F(LauncherMenuTest, WithoutALauncherSoundsTheBellAndSaysSo) {
+TEST_F(LauncherMenuTest, SoundsTheBellAndReportsAnErrorWithoutALauncher) {
   addProgram("canberra-gtk-play", "echo \"$@\" > " + result());
   testing::internal::CaptureStderr();
   EXPECT_FALSE(launcher->show(exampleMenu));
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "lumowatt: cannot show the menu: no launcher such as fuzzel, rofi or dmenu can be "
             "started\n");
-  finish();
+  waitForPrograms();
   EXPECT_EQ(fileContents(result()), "--id bell\n");
   addProgram("dmenu", "echo Copy details");
-  EXPECT_TRUE(launcher->show(exampleMenu)) << "once there is one";
+  EXPECT_TRUE(launcher->show(exampleMenu)) << "once a launcher is installed";
 }
 
 }  // namespace lumowatt::freedesktop

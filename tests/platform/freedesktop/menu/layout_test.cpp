@@ -20,7 +20,7 @@ MenuContents contents() {
           .version = "1.0.0"};
 }
 
-/// The menu of a reading with a line more than the usual six.
+/// Returns the menu of a reading with seven lines instead of the usual six.
 Menu longerMenu() {
   MenuContents menu = contents();
   menu.reading.temperatureC = 30.0;
@@ -54,14 +54,14 @@ class MenuLayoutTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(MenuLayoutTest, IsEmptyAtFirst) {
+TEST_F(MenuLayoutTest, IsInitiallyEmpty) {
   EXPECT_EQ(layout.root().id, 0);
   EXPECT_TRUE(layout.root().children.empty());
   EXPECT_EQ(layout.find(0), &layout.root());
   EXPECT_EQ(layout.find(1), nullptr);
 }
 
-TEST_F(MenuLayoutTest, NumbersItemsByGroupAndPlace) {
+TEST_F(MenuLayoutTest, NumbersItemsByGroupAndPosition) {
   const auto change = layout.present(statusMenu(contents()));
   EXPECT_TRUE(change.isStructural);
   EXPECT_EQ(ids(layout.root().children), (Ids{1, 2, 3, 4, 5, 6, 100, 101, 102, 200, 201, 202, 203,
@@ -95,7 +95,7 @@ TEST_F(MenuLayoutTest, PresentsEachKindOfItem) {
   EXPECT_EQ(entry(302), (MenuEntry{.id = 302, .label = "Quit Lumowatt", .shortcut = 'q'}));
 }
 
-TEST_F(MenuLayoutTest, VisitsEachItemWithTheOnesBelowItAfterIt) {
+TEST_F(MenuLayoutTest, VisitsParentsBeforeChildren) {
   layout.present(
       {Submenu{"first", {MenuRadioMark{"below", {Action::pick}, false}}}, MenuLine{"second"}});
   Ids visited;
@@ -108,7 +108,7 @@ TEST_F(MenuLayoutTest, DoublesUnderscores) {
   EXPECT_EQ(entry(1).label, "a__b____c");
 }
 
-TEST_F(MenuLayoutTest, PresentedAgainWithoutAChangeTellsNone) {
+TEST_F(MenuLayoutTest, ReportsNoChangesForAnUnchangedMenu) {
   layout.present(statusMenu(contents()));
   const MenuEntry before = layout.root();
   const auto change = layout.present(statusMenu(contents()));
@@ -117,7 +117,7 @@ TEST_F(MenuLayoutTest, PresentedAgainWithoutAChangeTellsNone) {
   EXPECT_EQ(layout.root(), before);
 }
 
-TEST_F(MenuLayoutTest, TellsTheItemsThatDiffer) {
+TEST_F(MenuLayoutTest, ReportsChangedItems) {
   layout.present(statusMenu(contents()));
   MenuContents menu = contents();
   menu.preferences.useColor = false;
@@ -132,7 +132,7 @@ TEST_F(MenuLayoutTest, TellsTheItemsThatDiffer) {
   EXPECT_TRUE(change.entries[3].isOn);
 }
 
-TEST_F(MenuLayoutTest, AFurtherLineIsANewItemAndTheOthersKeepTheirIds) {
+TEST_F(MenuLayoutTest, AddsAnItemForANewLineAndPreservesOtherIds) {
   layout.present(statusMenu(contents()));
   const auto change = layout.present(longerMenu());
   EXPECT_TRUE(change.isStructural);
@@ -142,7 +142,7 @@ TEST_F(MenuLayoutTest, AFurtherLineIsANewItemAndTheOthersKeepTheirIds) {
   EXPECT_EQ(entry(204).label, "Copy details");
 }
 
-TEST_F(MenuLayoutTest, ALineThatIsGoneStaysInvisibleUntilItIsBack) {
+TEST_F(MenuLayoutTest, HidesTheItemOfARemovedLineUntilTheLineReappears) {
   layout.present(longerMenu());
   auto change = layout.present(statusMenu(contents()));
   EXPECT_FALSE(change.isStructural);
@@ -154,7 +154,7 @@ TEST_F(MenuLayoutTest, ALineThatIsGoneStaysInvisibleUntilItIsBack) {
   EXPECT_TRUE(entry(7).isVisible);
 }
 
-TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
+TEST_F(MenuLayoutTest, HidesAllItemsButOneWithoutABattery) {
   layout.present(statusMenu(contents()));
   layout.present(statusMenuWithoutBattery());
   for (const MenuEntry& child : layout.root().children) {
@@ -165,10 +165,10 @@ TEST_F(MenuLayoutTest, WithoutABatteryShowsItsOneItemAlone) {
   for (const MenuEntry& child : layout.root().children) {
     EXPECT_FALSE(layout.choice(child.id)) << child.id;
   }
-  EXPECT_FALSE(layout.choice(30102)) << "below what cannot be seen";
+  EXPECT_FALSE(layout.choice(30102)) << "below an invisible item";
 }
 
-TEST_F(MenuLayoutTest, TheChartCanBeChosenOnceThereIsOne) {
+TEST_F(MenuLayoutTest, EnablesTheChartOnceThereAreSamples) {
   layout.present(statusMenu(contents()));
   EXPECT_FALSE(entry(102).isEnabled);
   EXPECT_FALSE(layout.choice(102));
@@ -178,7 +178,7 @@ TEST_F(MenuLayoutTest, TheChartCanBeChosenOnceThereIsOne) {
   EXPECT_EQ(layout.choice(102)->action, Action::showChart);
 }
 
-TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
+TEST_F(MenuLayoutTest, OffersChoicesForEnabledItemsOnly) {
   layout.present(menuWithChart());
   std::set<std::int32_t> choosable;
   for (std::int32_t id = -10; id < 40000; ++id) {
@@ -190,12 +190,12 @@ TEST_F(MenuLayoutTest, WhatCanBeChosenIsWhatDoesSomething) {
   EXPECT_EQ(layout.choice(30104)->tag, 3);
 }
 
-TEST_F(MenuLayoutTest, ASubmenuWithoutItemsIsDisabled) {
+TEST_F(MenuLayoutTest, DisablesASubmenuWithoutItems) {
   layout.present({Submenu{"Choices", {}}});
   EXPECT_FALSE(entry(1).isEnabled);
 }
 
-TEST_F(MenuLayoutTest, AGroupOfAHundredEndsBeforeTheNextSeparator) {
+TEST_F(MenuLayoutTest, OmitsItemsAfterThe99thOfAGroup) {
   Menu menu(150, MenuCommand{"Command", {Action::terminate}});
   menu.emplace_back(MenuSeparator{});
   menu.emplace_back(MenuCommand{"Quit", {Action::terminate}});

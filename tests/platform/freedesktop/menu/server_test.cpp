@@ -12,8 +12,8 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// An application whose menu is a report and a separator.
-class Reporter : public ApplicationDelegate {
+/// Application whose menu consists of a report and a separator.
+class ReportApplication : public ApplicationDelegate {
  public:
   void applicationDidFinishLaunching() override {}
   Menu menuWillOpen() override { return menu(); }
@@ -29,7 +29,7 @@ class Reporter : public ApplicationDelegate {
   std::string report = "none yet";
 };
 
-/// A menu that a panel has read, which takes nothing from then on.
+/// Menu that a panel has read. The panel reads no further messages until `processMessages`.
 class MenuServerTest : public testing::Test {
  protected:
   MenuServerTest() {
@@ -37,76 +37,76 @@ class MenuServerTest : public testing::Test {
                                        "com.canonical.dbusmenu", "GetLayout", nullptr, nullptr,
                                        "iias", 0, -1, 0),
               0);
-    connection.take();
-    follow(1);
-    connection.take();
-    EXPECT_EQ(heard, "1");
+    connection.processMessages();
+    reportRows(1);
+    connection.processMessages();
+    EXPECT_EQ(lastFirstRow, "1");
   }
 
-  /// The report has that number in its first row, and another row when it is odd.
-  void follow(int number) {
+  /// Passes a report with `number` in its first row, and with a second row if `number` is odd.
+  void reportRows(int number) {
     application_.report = std::to_string(number) + (number % 2 == 1 ? "\nanother row" : "");
-    server_.follow(application_.report);
+    server_.updateRows(application_.report);
   }
 
   void makeCompact() {
     server_.setCompact(true);
-    connection.take();
+    connection.processMessages();
   }
 
-  std::string heard;  ///< the first row, as it was told last
-  PanelConnection connection{[this](sd_bus_message* message) { hear(message); }};
+  std::string lastFirstRow;  ///< first row in the last signal
+  PanelConnection connection{[this](sd_bus_message* message) { handleMessage(message); }};
 
  private:
-  void hear(sd_bus_message* message) {
+  void handleMessage(sd_bus_message* message) {
     if (sd_bus_message_is_signal(message, nullptr, "ItemsPropertiesUpdated") <= 0) return;
     const nlohmann::json entries = readValue(message);
     for (const auto& entry : entries) {
-      if (entry.at(0) == 1) heard = entry.at(1).at("label").get<std::string>();
+      if (entry.at(0) == 1) lastFirstRow = entry.at(1).at("label").get<std::string>();
     }
   }
 
-  Reporter application_;
+  ReportApplication application_;
   MenuServer server_{connection.bus(), application_, [](const Choice&) {}};
 };
 
 }  // namespace
 
-TEST_F(MenuServerTest, ForABusThatTakesNothingHasNoMoreAndMoreWaiting) {
-  for (int i = 0; i < 1000; ++i) follow(i);
-  const std::uint64_t waiting = connection.waiting();
-  EXPECT_GT(waiting, 0U);
-  EXPECT_LE(waiting, 20U);
-  follow(1000);
-  EXPECT_EQ(connection.waiting(), waiting);
+TEST_F(MenuServerTest, LimitsQueuedMessagesWhileCongested) {
+  for (int i = 0; i < 1000; ++i) reportRows(i);
+  const std::uint64_t queued = connection.queuedMessages();
+  EXPECT_GT(queued, 0U);
+  EXPECT_LE(queued, 20U);
+  reportRows(1000);
+  EXPECT_EQ(connection.queuedMessages(), queued);
 }
 
-TEST_F(MenuServerTest, TellsABusThatTakesAgainOfWhatChangedMeanwhileWithTheNextReport) {
-  for (int i = 0; i < 1000; ++i) follow(i);
-  connection.take();
-  EXPECT_NE(heard, "999");
-  EXPECT_EQ(connection.waiting(), 0U);
-  for (const int next : {1000, 1001}) follow(next);  // one of which has other rows
-  connection.take();
-  EXPECT_EQ(heard, "1001");
+TEST_F(MenuServerTest, SignalsChangesWithTheNextReportAfterCongestion) {
+  for (int i = 0; i < 1000; ++i) reportRows(i);
+  connection.processMessages();
+  EXPECT_NE(lastFirstRow, "999");
+  EXPECT_EQ(connection.queuedMessages(), 0U);
+  for (const int next : {1000, 1001}) reportRows(next);  // whose numbers of rows differ
+  connection.processMessages();
+  EXPECT_EQ(lastFirstRow, "1001");
 }
 
-TEST_F(MenuServerTest, TellsABusThatTakesAgainOfAReportThatStaysTheSame) {
-  for (int i = 0; i < 1000; ++i) follow(i);
-  connection.take();
-  EXPECT_NE(heard, "999");
-  EXPECT_EQ(connection.waiting(), 0U);
-  follow(999);
-  connection.take();
-  EXPECT_EQ(heard, "999");
+TEST_F(MenuServerTest, SignalsAnUnchangedReportAfterCongestion) {
+  for (int i = 0; i < 1000; ++i) reportRows(i);
+  connection.processMessages();
+  EXPECT_NE(lastFirstRow, "999");
+  EXPECT_EQ(connection.queuedMessages(), 0U);
+  reportRows(999);
+  connection.processMessages();
+  EXPECT_EQ(lastFirstRow, "999");
 }
 
-TEST_F(MenuServerTest, InFewRowsIsNotChangedByAReport) {
+TEST_F(MenuServerTest, DoesNotUpdateACompactMenuForAReport) {
   makeCompact();
-  EXPECT_EQ(heard, "1\nanother row");
-  for (const int next : {2, 3}) follow(next);
-  connection.take();
-  EXPECT_EQ(heard, "1\nanother row");
+  EXPECT_EQ(lastFirstRow, "1\nanother row");
+  for (const int next : {2, 3}) reportRows(next);
+  connection.processMessages();
+  EXPECT_EQ(lastFirstRow, "1\nanother row");
 }
 
 }  // namespace lumowatt::freedesktop

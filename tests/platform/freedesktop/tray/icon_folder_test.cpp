@@ -18,7 +18,7 @@ namespace {
 using std::filesystem::perms;
 using Files = std::set<std::string>;
 
-/// A session with a runtime folder.
+/// Session with a runtime folder.
 class IconFolderTest : public testing::Test {
  protected:
   std::filesystem::path path() const { return runtime.path() / "lumowatt"; }
@@ -40,7 +40,7 @@ class IconFolderTest : public testing::Test {
   ScopedVariable variable{"XDG_RUNTIME_DIR", runtime.path()};
 };
 
-/// The name that an icon gets.
+/// Stores the icons and returns the name of the first one.
 std::string nameOf(IconFolder& folder, const std::vector<std::string>& svg) {
   const auto names = folder.replaceIcons(svg);
   return names ? names->at(0) : "";
@@ -48,7 +48,7 @@ std::string nameOf(IconFolder& folder, const std::vector<std::string>& svg) {
 
 }  // namespace
 
-TEST_F(IconFolderTest, HoldsWhatItIsGiven) {
+TEST_F(IconFolderTest, WritesIconsToFiles) {
   IconFolder folder("test-", "-symbolic");
   const auto names = folder.replaceIcons({"<svg>one</svg>", "<svg>two</svg>"});
   ASSERT_TRUE(names);
@@ -60,7 +60,7 @@ TEST_F(IconFolderTest, HoldsWhatItIsGiven) {
   EXPECT_EQ(files().size(), 2U);
 }
 
-TEST_F(IconFolderTest, NamesAreThoseOfTemplatesAndTellTheContents) {
+TEST_F(IconFolderTest, NamesIconsByPrefixHashOfContentsAndSuffix) {
   IconFolder folder("test-", "-symbolic");
   const std::string one = nameOf(folder, {"one"});
   const std::string two = nameOf(folder, {"two"});
@@ -68,11 +68,11 @@ TEST_F(IconFolderTest, NamesAreThoseOfTemplatesAndTellTheContents) {
   EXPECT_TRUE(one.ends_with("-symbolic")) << one;
   EXPECT_NE(one, two);
   EXPECT_EQ(nameOf(folder, {"one"}), one);
-  // FNV-1a of "one" with 64 bits.
+  // 64-bit FNV-1a hash of "one".
   EXPECT_EQ(one, "test-1a08aa1921ca5caf-symbolic");
 }
 
-TEST_F(IconFolderTest, RemovesWhatItIsNotToHoldAnyMore) {
+TEST_F(IconFolderTest, RemovesReplacedIcons) {
   IconFolder folder("test-", "-symbolic");
   const auto first = folder.replaceIcons({"one", "two"});
   const auto second = folder.replaceIcons({"two", "three"});
@@ -82,7 +82,7 @@ TEST_F(IconFolderTest, RemovesWhatItIsNotToHoldAnyMore) {
   EXPECT_EQ(files(), Files{});
 }
 
-TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
+TEST_F(IconFolderTest, DoesNotRewriteUnchangedIcons) {
   IconFolder folder("test-", "-symbolic");
   const std::string file = folder.file(nameOf(folder, {"one"}));
   const auto time = std::filesystem::last_write_time(file);
@@ -97,7 +97,7 @@ TEST_F(IconFolderTest, LeavesAFileThatStaysAsItIs) {
   EXPECT_EQ(std::filesystem::last_write_time(file), time);
 }
 
-TEST_F(IconFolderTest, PutsBackAFileThatIsGone) {
+TEST_F(IconFolderTest, RestoresADeletedFile) {
   IconFolder folder("test-", "-symbolic");
   const std::string file = folder.file(nameOf(folder, {"one"}));
   std::filesystem::remove_all(path());
@@ -105,25 +105,25 @@ TEST_F(IconFolderTest, PutsBackAFileThatIsGone) {
   EXPECT_EQ(fileContents(file), "one");
 }
 
-TEST_F(IconFolderTest, IsTheUsersAlone) {
+TEST_F(IconFolderTest, IsAccessibleOnlyToTheUser) {
   IconFolder folder("test-", "-symbolic");
   const std::string file = folder.file(nameOf(folder, {"one"}));
   EXPECT_EQ(permissions(file), perms::owner_read | perms::owner_write);
   EXPECT_EQ(permissions(path()), perms::owner_all);
 }
 
-TEST_F(IconFolderTest, IsGoneAtTheEnd) {
+TEST_F(IconFolderTest, IsRemovedOnDestruction) {
   { EXPECT_TRUE(IconFolder("test-", "").replaceIcons({"one"})); }
   EXPECT_FALSE(std::filesystem::exists(path()));
 }
 
-TEST_F(IconFolderTest, ForgetsWhatAFormerRunLeft) {
+TEST_F(IconFolderTest, RemovesIconsOfAPreviousRunOnConstruction) {
   runtime.write("lumowatt/test-0123456789abcdef-symbolic.svg", "old");
   const IconFolder folder("test-", "-symbolic");
   EXPECT_EQ(files(), Files{});
 }
 
-TEST_F(IconFolderTest, LeavesTheFilesOfOthersAlone) {
+TEST_F(IconFolderTest, PreservesFilesOfOtherPrograms) {
   runtime.write("lumowatt/other-1.svg", "");
   runtime.write("lumowatt/test-notes.txt", "");
   {
@@ -134,7 +134,7 @@ TEST_F(IconFolderTest, LeavesTheFilesOfOthersAlone) {
   EXPECT_EQ(files(), (Files{"other-1.svg", "test-notes.txt"}));
 }
 
-TEST_F(IconFolderTest, TwoShareTheFolder) {
+TEST_F(IconFolderTest, SharesTheFolderWithIconsOfOtherPrefixes) {
   IconFolder one("one-", "");
   IconFolder two("two-", "");
   const auto ofOne = one.replaceIcons({"same"});
@@ -144,7 +144,7 @@ TEST_F(IconFolderTest, TwoShareTheFolder) {
   EXPECT_EQ(files(), Files{(*ofTwo)[0] + ".svg"});
 }
 
-TEST_F(IconFolderTest, DoesNotFollowALinkInTheFilesPlace) {
+TEST_F(IconFolderTest, ReplacesASymbolicLinkInsteadOfFollowingIt) {
   runtime.write("precious", "kept");
   IconFolder folder("test-", "-symbolic");
   const std::string name = nameOf(folder, {"one"});
@@ -156,7 +156,7 @@ TEST_F(IconFolderTest, DoesNotFollowALinkInTheFilesPlace) {
   EXPECT_EQ(fileContents(folder.file(name)), "one");
 }
 
-TEST_F(IconFolderTest, DoesNotFollowALinkInTheFoldersPlace) {
+TEST_F(IconFolderTest, FailsIfTheFolderIsASymbolicLink) {
   const TemporaryFolder elsewhere;
   elsewhere.write("test-a.svg", "kept");
   std::filesystem::create_directory_symlink(elsewhere.path(), path());
@@ -166,10 +166,10 @@ TEST_F(IconFolderTest, DoesNotFollowALinkInTheFoldersPlace) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(elsewhere.path()), {}), 1);
 }
 
-TEST_F(IconFolderTest, IsEmptyAfterAFailure) {
+TEST_F(IconFolderTest, RemovesAllIconsAfterAFailure) {
   IconFolder folder("test-", "-symbolic");
   ASSERT_TRUE(folder.replaceIcons({"one"}));
-  // No file may be longer than this, as if the disk were full.
+  // Limits the size of files, to simulate a full disk.
   const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
   rlimit limit{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
@@ -183,7 +183,7 @@ TEST_F(IconFolderTest, IsEmptyAfterAFailure) {
   EXPECT_EQ(files().size(), 2U);
 }
 
-TEST(IconFolder, WithoutARuntimeFolderHoldsNothing) {
+TEST(IconFolder, FailsToStoreIconsWithoutARuntimeFolder) {
   for (const char* value : {"", "relative/run"}) {
     const ScopedVariable variable("XDG_RUNTIME_DIR", value);
     IconFolder folder("test-", "-symbolic");

@@ -10,20 +10,20 @@ TitleForm form(std::string_view process) { return panelTraits(process).form; }
 
 }  // namespace
 
-TEST(PanelTraits, HaveLabelsOnPanelsThatShowThem) {
+TEST(PanelTraits, SelectsLabelsForPanelsThatShowLabels) {
   for (const char* const process :
        {"gnome-shell", "mate-panel", "notification-ar", "indicator-apple", "ayatana-indicat",
-        "sfwbar", "cairo-dock"}) {  // the kernel keeps 15 characters
+        "sfwbar", "cairo-dock"}) {  // truncated by the kernel to 15 characters
     EXPECT_EQ(form(process), TitleForm::label) << process;
   }
 }
 
-TEST(PanelTraits, HaveOneWideIconWhereItIsShown) {
+TEST(PanelTraits, SelectsAWideIconForPanelsThatShowWideIcons) {
   EXPECT_EQ(form("waybar"), TitleForm::wide);
   EXPECT_EQ(form("xapp-sn-watcher"), TitleForm::wide);
 }
 
-TEST(PanelTraits, HaveTilesOnPanelsThatShowIconsAlone) {
+TEST(PanelTraits, SelectsTilesForPanelsThatShowOnlyIcons) {
   for (const char* const process : {"kded5",           "kded6",
                                     "lxqt-panel",      "panel-2-systray",
                                     "panel-7-sntray",  "swaybar",
@@ -38,7 +38,7 @@ TEST(PanelTraits, HaveTilesOnPanelsThatShowIconsAlone) {
   }
 }
 
-TEST(PanelTraits, HaveTilesOnAPanelThatIsNotKnown) {
+TEST(PanelTraits, SelectsTilesForUnknownPanels) {
   for (const char* const process :
        {"", ".", "waybar2", "mywaybar", "gnome-shel", "gnome-shell-2", ".waybar", "waybar-wrapped",
         ".waybar-wrap", "ayatana-indica", "xapp-sn-watche"}) {
@@ -46,7 +46,7 @@ TEST(PanelTraits, HaveTilesOnAPanelThatIsNotKnown) {
   }
 }
 
-TEST(PanelTraits, AreThoseOfAProgramThatIsWrappedAlsoWhenTheNameIsCutOff) {
+TEST(PanelTraits, MatchesWrappedProgramsWithTruncatedNames) {
   EXPECT_EQ(form(".waybar-wrapped"), TitleForm::wide);
   EXPECT_EQ(form(".gnome-shell-wr"), TitleForm::label);
   EXPECT_EQ(form(".sfwbar-wrapped"), TitleForm::label);
@@ -56,15 +56,15 @@ TEST(PanelTraits, AreThoseOfAProgramThatIsWrappedAlsoWhenTheNameIsCutOff) {
   EXPECT_TRUE(panelTraits(".qs-wrapped").remembersToolTips);
 }
 
-TEST(PanelTraits, HaveADistanceFromTheIconWhereThePanelAddsNone) {
-  EXPECT_TRUE(panelTraits("gnome-shell").joinsLabel);
-  EXPECT_TRUE(panelTraits("mate-panel").joinsLabel);
-  EXPECT_TRUE(panelTraits("notification-ar").joinsLabel);
-  EXPECT_FALSE(panelTraits("ayatana-indicat").joinsLabel);
-  EXPECT_FALSE(panelTraits("indicator-apple").joinsLabel);
+TEST(PanelTraits, RequestsLabelSpacingForPanelsThatAddNone) {
+  EXPECT_TRUE(panelTraits("gnome-shell").needsLabelSpacing);
+  EXPECT_TRUE(panelTraits("mate-panel").needsLabelSpacing);
+  EXPECT_TRUE(panelTraits("notification-ar").needsLabelSpacing);
+  EXPECT_FALSE(panelTraits("ayatana-indicat").needsLabelSpacing);
+  EXPECT_FALSE(panelTraits("indicator-apple").needsLabelSpacing);
 }
 
-TEST(PanelTraits, HaveNewItemsOnTheLeftOnXfceWhateverTheNumberOfItsTrayAndOnSwaybar) {
+TEST(PanelTraits, AddsItemsOnTheLeftForSwaybarAndXfceTrays) {
   EXPECT_TRUE(panelTraits("swaybar").addsOnTheLeft);
   for (const char* const process : {"panel-2-systray", "panel-13-systra", "panel-1234-syst"}) {
     EXPECT_TRUE(panelTraits(process).addsOnTheLeft) << process;
@@ -75,13 +75,13 @@ TEST(PanelTraits, HaveNewItemsOnTheLeftOnXfceWhateverTheNumberOfItsTrayAndOnSway
   }
 }
 
-TEST(PanelTraits, HaveOneToolTipTitleWhereItemsAreRememberedByIt) {
+TEST(PanelTraits, IndicatesWhichPanelsRememberToolTips) {
   EXPECT_TRUE(panelTraits("quickshell").remembersToolTips);
   EXPECT_TRUE(panelTraits("qs").remembersToolTips);
   EXPECT_FALSE(panelTraits("lxqt-panel").remembersToolTips);
 }
 
-TEST(PanelTraits, HaveNoMenusOnBarsThatDoNotSpeakTheMenuProtocol) {
+TEST(PanelTraits, IndicatesWhichPanelsShowNoMenus) {
   for (const char* const process : {"swaybar", "qtile", "ironbar", "dde-shell", "dde-dock"}) {
     EXPECT_TRUE(panelTraits(process).hasNoMenus) << process;
   }
@@ -90,13 +90,13 @@ TEST(PanelTraits, HaveNoMenusOnBarsThatDoNotSpeakTheMenuProtocol) {
   }
 }
 
-TEST(PanelTraits, HavePathsOnCinnamonAlone) {
+TEST(PanelTraits, RequestsRegistrationByPathOnlyForCinnamon) {
   EXPECT_TRUE(panelTraits("xapp-sn-watcher").registersPaths);
   EXPECT_FALSE(panelTraits("waybar").registersPaths);
   EXPECT_FALSE(panelTraits("").registersPaths);
 }
 
-TEST(PanelTraits, HaveHighRowsOnGnomeAlone) {
+TEST(PanelTraits, IndicatesHighRowsOnlyForGnome) {
   EXPECT_TRUE(panelTraits("gnome-shell").hasHighRows);
   EXPECT_FALSE(panelTraits("mate-panel").hasHighRows);
 }

@@ -19,12 +19,12 @@ EventLoop newLoop() {
   return EventLoop(loop);
 }
 
-/// An item that a panel knows, which takes nothing as yet.
+/// Item that is registered with a panel. The panel reads no messages until `processMessages`.
 class StatusItemTest : public testing::Test {
  protected:
   StatusItemTest() { item_.registerItem(StatusItem::Address::connection); }
 
-  /// Sets the label, and does what is due.
+  /// Sets the label, and runs the loop until no events are pending.
   void setLabel(std::string_view label) {
     item_.setLabel(label);
     while (sd_event_run(loop_.get(), 0) > 0) continue;
@@ -35,38 +35,38 @@ class StatusItemTest : public testing::Test {
     item_.setToolTip(text);
   }
 
-  /// The panel reads a property.
+  /// Makes the panel read a property.
   void read(const char* property) {
     EXPECT_GE(sd_bus_call_method_async(connection.panel(), nullptr, nullptr, "/StatusNotifierItem",
-                                       "org.freedesktop.DBus.Properties", "Get", receiveAnswer,
-                                       this, "ss", "org.kde.StatusNotifierItem", property),
+                                       "org.freedesktop.DBus.Properties", "Get", handleReply, this,
+                                       "ss", "org.kde.StatusNotifierItem", property),
               0);
-    connection.take();
+    connection.processMessages();
   }
 
-  /// Runs the loop until something is due, and does that.
+  /// Runs one iteration of the loop. Blocks until a timer expires.
   void waitForTimer() { EXPECT_GT(sd_event_run(loop_.get(), UINT64_MAX), 0); }
 
   void registerAgain() { item_.registerItem(StatusItem::Address::connection); }
   sd_event* loop() const { return loop_.get(); }
   bool isSettled() const { return item_.isSettled(); }
 
-  int timesSettled = 0;
-  std::string heard;      ///< the label of the last signal
-  nlohmann::json answer;  ///< the value of the last property that was read
-  PanelConnection connection{[this](sd_bus_message* message) { hear(message); }};
+  int settleCount = 0;
+  std::string lastLabel;     ///< label of the last signal
+  nlohmann::json lastValue;  ///< value of the last property that was read
+  PanelConnection connection{[this](sd_bus_message* message) { handleMessage(message); }};
 
  private:
-  void hear(sd_bus_message* message) {
+  void handleMessage(sd_bus_message* message) {
     const char* label = nullptr;
     if (sd_bus_message_is_signal(message, nullptr, "XAyatanaNewLabel") > 0 &&
         sd_bus_message_read(message, "s", &label) > 0) {
-      heard = label;
+      lastLabel = label;
     }
   }
 
-  static int receiveAnswer(sd_bus_message* reply, void* test, sd_bus_error*) {
-    static_cast<StatusItemTest*>(test)->answer = readValue(reply);
+  static int handleReply(sd_bus_message* reply, void* test, sd_bus_error*) {
+    static_cast<StatusItemTest*>(test)->lastValue = readValue(reply);
     return 0;
   }
 
@@ -74,61 +74,61 @@ class StatusItemTest : public testing::Test {
   StatusItem item_{connection.bus(),
                    loop_.get(),
                    "/icons",
-                   {.openMenu = [] { return false; }, .settled = [this] { ++timesSettled; }}};
+                   {.openMenu = [] { return false; }, .onSettled = [this] { ++settleCount; }}};
 };
 
 }  // namespace
 
-TEST_F(StatusItemTest, ForABusThatTakesNothingHasNoMoreAndMoreWaiting) {
+TEST_F(StatusItemTest, LimitsQueuedMessagesWhileCongested) {
   setLabel("first");
-  EXPECT_GT(connection.waiting(), 0U);
+  EXPECT_GT(connection.queuedMessages(), 0U);
   for (int i = 0; i < 1000; ++i) setLabel(std::to_string(i));
-  EXPECT_LE(connection.waiting(), 20U);
+  EXPECT_LE(connection.queuedMessages(), 20U);
 }
 
-TEST_F(StatusItemTest, TellsABusThatTakesAgainOfWhatChangedMeanwhileWithTheNextChangeOrNone) {
+TEST_F(StatusItemTest, SignalsChangesWithTheNextUpdateAfterCongestion) {
   for (int i = 0; i < 1000; ++i) setLabel(std::to_string(i));
-  connection.take();
-  EXPECT_NE(heard, "");
-  EXPECT_NE(heard, "999");
-  EXPECT_EQ(connection.waiting(), 0U);
-  setLabel("999");  // again: no change, but something is said
-  connection.take();
-  EXPECT_EQ(heard, "999");
+  connection.processMessages();
+  EXPECT_NE(lastLabel, "");
+  EXPECT_NE(lastLabel, "999");
+  EXPECT_EQ(connection.queuedMessages(), 0U);
+  setLabel("999");  // unchanged, but triggers the signal
+  connection.processMessages();
+  EXPECT_EQ(lastLabel, "999");
 }
 
-TEST_F(StatusItemTest, ToolTipHoldsNothingThatCouldBeMarkup) {
+TEST_F(StatusItemTest, ReplacesMarkupCharactersInTheToolTip) {
   setToolTip("<1> & 2", "<b>3</b>");
   read("ToolTip");
-  EXPECT_EQ(answer, (nlohmann::json{"", nlohmann::json::array(), "‹1› + 2", "‹b›3‹/b›"}));
+  EXPECT_EQ(lastValue, (nlohmann::json{"", nlohmann::json::array(), "‹1› + 2", "‹b›3‹/b›"}));
 }
 
-TEST_F(StatusItemTest, IsSettledOnceAPanelHasReadItsIcon) {
+TEST_F(StatusItemTest, SettlesOnceAPanelHasReadItsIcon) {
   EXPECT_FALSE(isSettled());
   read("Id");
   EXPECT_FALSE(isSettled());
   read("IconName");
   EXPECT_TRUE(isSettled());
   read("IconName");
-  EXPECT_EQ(timesSettled, 1);
+  EXPECT_EQ(settleCount, 1);
 }
 
-TEST_F(StatusItemTest, IsSettledAnewAfterEachRegistration) {
+TEST_F(StatusItemTest, SettlesAgainAfterEachRegistration) {
   read("IconName");
   registerAgain();
   EXPECT_FALSE(isSettled());
   read("IconName");
   EXPECT_TRUE(isSettled());
-  EXPECT_EQ(timesSettled, 2);
+  EXPECT_EQ(settleCount, 2);
 }
 
-TEST_F(StatusItemTest, IsSettledAfterAWhileWhenNoPanelReadsIt) {
+TEST_F(StatusItemTest, SettlesAfterATimeoutIfNoPanelReadsIt) {
   waitForTimer();
   EXPECT_TRUE(isSettled());
-  EXPECT_EQ(timesSettled, 1);
+  EXPECT_EQ(settleCount, 1);
 }
 
-TEST_F(StatusItemTest, NothingIsDueOnceItIsSettled) {
+TEST_F(StatusItemTest, StopsItsTimeoutOnceSettled) {
   read("IconName");
   EXPECT_EQ(sd_event_run(loop(), 4'000'000), 0);
 }

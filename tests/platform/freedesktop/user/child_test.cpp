@@ -25,174 +25,174 @@ class ChildTest : public ProgramsFolder {
   }
   ~ChildTest() override { ::sigprocmask(SIG_SETMASK, &before, nullptr); }
 
-  void turn() const { EXPECT_GE(sd_event_run(loop.get(), UINT64_MAX), 0); }
+  void runOnce() const { EXPECT_GE(sd_event_run(loop.get(), UINT64_MAX), 0); }
 
-  /// Starts a program that is read, and notes its end.
-  std::unique_ptr<ReadProgram> read(const std::string& name, const std::string& input = "") {
-    return ReadProgram::start(loop.get(), {{name}}, input,
-                              [this](const std::optional<std::string>& text) {
-                                ++ends;
-                                output = text;
-                              });
+  /// Starts a program whose output is captured, and records its exit.
+  std::unique_ptr<CapturedProgram> capture(const std::string& name, const std::string& input = "") {
+    return CapturedProgram::start(loop.get(), {{name}}, input,
+                                  [this](const std::optional<std::string>& text) {
+                                    ++exitCount;
+                                    output = text;
+                                  });
   }
 
-  /// What a program writes. Absent when it fails.
+  /// Runs a script and returns its output. Returns std::nullopt if the script fails.
   std::optional<std::string> outputOf(const std::string& script) {
     addProgram("program", script);
-    ends = 0;
-    const auto program = read("program");
+    exitCount = 0;
+    const auto program = capture("program");
     EXPECT_TRUE(program);
-    while (ends == 0) turn();
+    while (exitCount == 0) runOnce();
     return output;
   }
 
-  /// Whether this process has no child, dead or alive.
+  /// Returns whether this process has no children, neither running nor zombies.
   static bool hasNoChild() { return ::waitpid(-1, nullptr, WNOHANG) < 0 && errno == ECHILD; }
 
   sigset_t before{};
   EventLoop loop;
-  int ends = 0;
+  int exitCount = 0;
   std::optional<std::string> output;
 };
 
 }  // namespace
 
-TEST_F(ChildTest, ThatEndsIsToldOfOnceWithItsSuccess) {
+TEST_F(ChildTest, ReportsItsExitOnceWithItsSuccess) {
   for (const char* const script : {"exit 0", "exit 1", "kill -9 $$"}) {
     addProgram("program", script);
     const auto started = startFirst({{"program"}});
     ASSERT_TRUE(started);
-    int ended = 0;
+    int exits = 0;
     EventSource watch = watchChild(loop.get(), started->process, [&](bool succeeded) {
-      ++ended;
+      ++exits;
       EXPECT_EQ(succeeded, std::string_view(script) == "exit 0") << script;
     });
     ASSERT_TRUE(watch);
-    while (ended == 0) turn();
+    while (exits == 0) runOnce();
     EXPECT_EQ(sd_event_run(loop.get(), 0), 0);
-    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(exits, 1);
     EXPECT_TRUE(hasNoChild());
   }
 }
 
-TEST_F(ChildTest, ThatIsDetachedIsToldOfByNameAndLeavesNothing) {
+TEST_F(ChildTest, DetachedProgramIsReportedByNameAndReaped) {
   addProgram("second", "exit 3");
-  std::string told;
+  std::string report;
   const auto name = startDetached(loop.get(), {{"first"}, {"second"}}, "",
                                   [&](const std::string& program, bool succeeded) {
-                                    told = program + (succeeded ? " succeeded" : " failed");
+                                    report = program + (succeeded ? " succeeded" : " failed");
                                   });
   EXPECT_EQ(name, "second");
-  while (told.empty()) turn();
-  EXPECT_EQ(told, "second failed");
+  while (report.empty()) runOnce();
+  EXPECT_EQ(report, "second failed");
   EXPECT_TRUE(hasNoChild());
 }
 
-TEST_F(ChildTest, ThatIsDetachedNeedsNobodyToBeTold) {
+TEST_F(ChildTest, DetachedProgramIsReapedWithoutAnExitHandler) {
   addProgram("program");
   EXPECT_TRUE(startDetached(loop.get(), {{"program"}}));
-  turn();
+  runOnce();
   EXPECT_TRUE(hasNoChild());
   EXPECT_FALSE(startDetached(loop.get(), {{"none"}}));
 }
 
-TEST_F(ChildTest, ThatIsIgnoredByTheParentOfThisProcessIsWatchedAllTheSame) {
+TEST_F(ChildTest, IsWatchedEvenIfThisProcessInheritsAnIgnoredSigchld) {
   std::signal(SIGCHLD, SIG_IGN);
   prepareToWatchChildren();
   EXPECT_EQ(outputOf("echo there"), "there\n");
 }
 
-TEST_F(ChildTest, HasNoSignalBlocked) {
+TEST_F(ChildTest, HasNoBlockedSignals) {
   const auto status = outputOf("/bin/grep SigBlk /proc/self/status");
   ASSERT_TRUE(status);
   EXPECT_EQ(std::stoull(status->substr(status->find('\t')), nullptr, 16), 0U) << *status;
 }
 
-TEST_F(ChildTest, HasNoFilesButTheThree) {
-  for (int other = 3; other < 1024; ++other) ::fcntl(other, F_SETFD, FD_CLOEXEC);  // the tests' own
-  const auto program = ReadProgram::start(loop.get(), {{"/bin/ls", "/proc/self/fd"}}, "",
-                                          [this](const std::optional<std::string>& text) {
-                                            ++ends;
-                                            output = text;
-                                          });
+TEST_F(ChildTest, InheritsOnlyTheThreeStandardStreams) {
+  for (int other = 3; other < 1024; ++other) ::fcntl(other, F_SETFD, FD_CLOEXEC);
+  const auto program = CapturedProgram::start(loop.get(), {{"/bin/ls", "/proc/self/fd"}}, "",
+                                              [this](const std::optional<std::string>& text) {
+                                                ++exitCount;
+                                                output = text;
+                                              });
   ASSERT_TRUE(program);
-  while (ends == 0) turn();
-  EXPECT_EQ(output, "0\n1\n2\n3\n") << "and the folder that is listed";
+  while (exitCount == 0) runOnce();
+  EXPECT_EQ(output, "0\n1\n2\n3\n") << "3 is the folder that ls reads";
 }
 
-TEST_F(ChildTest, ThatIsReadHasItsInputAndGivesItsOutput) {
+TEST_F(ChildTest, CapturedProgramReadsItsInputAndReturnsItsOutput) {
   addProgram("program", "echo first; /bin/cat");
-  const auto program = read("program", "given\nünïcode");
+  const auto program = capture("program", "given\nünïcode");
   ASSERT_TRUE(program);
-  while (ends == 0) turn();
+  while (exitCount == 0) runOnce();
   EXPECT_EQ(output, "first\ngiven\nünïcode");
-  EXPECT_EQ(ends, 1);
+  EXPECT_EQ(exitCount, 1);
   EXPECT_TRUE(hasNoChild());
 }
 
-TEST_F(ChildTest, ThatIsReadAndFailsGivesNothing) {
+TEST_F(ChildTest, CapturedProgramReturnsNoOutputIfItFails) {
   EXPECT_EQ(outputOf("echo text; exit 1"), std::nullopt);
   EXPECT_EQ(outputOf("echo text; kill -9 $$"), std::nullopt);
 }
 
-TEST_F(ChildTest, MayWriteSixtyFourKibibytesAndNoMore) {
+TEST_F(ChildTest, CapturedProgramMayWriteAtMost64KiB) {
   EXPECT_EQ(outputOf("/usr/bin/head -c 65536 /dev/zero").value_or("").size(), 65536U);
   EXPECT_EQ(outputOf("/usr/bin/head -c 65537 /dev/zero"), std::nullopt);
-  EXPECT_EQ(outputOf("exec /bin/cat /dev/zero"), std::nullopt) << "one that would never end";
+  EXPECT_EQ(outputOf("exec /bin/cat /dev/zero"), std::nullopt) << "a program that never exits";
 }
 
-TEST_F(ChildTest, ThatClosesItsOutputIsWaitedForWithoutWork) {
-  const std::string closed = place("closed");
-  addProgram("program", "echo done; exec >&-; : > " + closed + "; read line < " + place("pipe"));
-  ASSERT_EQ(::mkfifo(place("pipe").c_str(), 0600), 0);
-  const auto program = read("program");
+TEST_F(ChildTest, CapturedProgramThatClosesItsOutputWakesTheLoopOnce) {
+  const std::string closed = pathOf("closed");
+  addProgram("program", "echo done; exec >&-; : > " + closed + "; read line < " + pathOf("pipe"));
+  ASSERT_EQ(::mkfifo(pathOf("pipe").c_str(), 0600), 0);
+  const auto program = capture("program");
   ASSERT_TRUE(program);
   while (!std::filesystem::exists(closed)) EXPECT_GE(sd_event_run(loop.get(), 1000), 0);
-  int turns = 0;
-  while (turns < 10 && sd_event_run(loop.get(), 0) > 0) ++turns;
-  EXPECT_LT(turns, 10) << "the end of the output wakes it once";
-  EXPECT_EQ(ends, 0);
+  int runs = 0;
+  while (runs < 10 && sd_event_run(loop.get(), 0) > 0) ++runs;
+  EXPECT_LT(runs, 10) << "the end of the output wakes the loop once";
+  EXPECT_EQ(exitCount, 0);
   folder.write("bin/pipe", "\n");
-  while (ends == 0) turn();
+  while (exitCount == 0) runOnce();
   EXPECT_EQ(output, "done\n");
 }
 
-TEST_F(ChildTest, WhoseOwnChildHoldsItsOutputOpenEndsAllTheSame) {
-  addProgram("program", "echo text; read line < " + place("pipe") + " & exit 0");
-  ASSERT_EQ(::mkfifo(place("pipe").c_str(), 0600), 0);
-  const auto program = read("program");
+TEST_F(ChildTest, ExitIsReportedWhileAGrandchildHasTheOutputOpen) {
+  addProgram("program", "echo text; read line < " + pathOf("pipe") + " & exit 0");
+  ASSERT_EQ(::mkfifo(pathOf("pipe").c_str(), 0600), 0);
+  const auto program = capture("program");
   ASSERT_TRUE(program);
-  while (ends == 0) turn();
+  while (exitCount == 0) runOnce();
   EXPECT_EQ(output, "text\n");
-  folder.write("bin/pipe", "\n");  // which ends that child
+  folder.write("bin/pipe", "\n");  // terminates the grandchild
 }
 
-TEST_F(ChildTest, MayBeReleasedByItsEnd) {
+TEST_F(ChildTest, CapturedProgramMayBeDestroyedByItsExitHandler) {
   addProgram("program", "echo text");
-  std::unique_ptr<ReadProgram> program;
-  program = ReadProgram::start(loop.get(), {{"program"}}, "",
-                               [&](const std::optional<std::string>& text) {
-                                 program.reset();
-                                 output = text;
-                               });
-  while (program) turn();
+  std::unique_ptr<CapturedProgram> program;
+  program = CapturedProgram::start(loop.get(), {{"program"}}, "",
+                                   [&](const std::optional<std::string>& text) {
+                                     program.reset();
+                                     output = text;
+                                   });
+  while (program) runOnce();
   EXPECT_EQ(output, "text\n");
   EXPECT_TRUE(hasNoChild());
 }
 
-TEST_F(ChildTest, ThatIsReadIsKilledWithItsOwner) {
+TEST_F(ChildTest, CapturedProgramIsKilledOnDestruction) {
   addProgram("program", "exec /bin/sleep 1000");
-  auto program = read("program");
+  auto program = capture("program");
   ASSERT_TRUE(program);
   EXPECT_FALSE(hasNoChild());
   program.reset();
   EXPECT_TRUE(hasNoChild());
-  EXPECT_EQ(ends, 0);
+  EXPECT_EQ(exitCount, 0);
 }
 
-TEST_F(ChildTest, ThatIsNotInstalledIsNone) {
-  EXPECT_FALSE(read("none"));
-  EXPECT_EQ(ends, 0);
+TEST_F(ChildTest, CapturedProgramIsNullIfNotInstalled) {
+  EXPECT_FALSE(capture("none"));
+  EXPECT_EQ(exitCount, 0);
 }
 
 }  // namespace lumowatt::freedesktop

@@ -20,12 +20,13 @@ Names names(const std::vector<Command>& commands) {
   return all;
 }
 
-Names settings(const std::optional<std::string>& desktop) {
+Names settingsPrograms(const std::optional<std::string>& desktop) {
   const ScopedVariable current("XDG_CURRENT_DESKTOP", desktop);
   return names(batterySettingsCommands());
 }
 
-const Names anywhere{
+/// Programs outside of a desktop. Programs that refuse to run on other desktops are last.
+const Names defaultOrder{
     "systemsettings",         "systemsettings5",        "xfce4-power-manager-settings",
     "mate-power-preferences", "cinnamon-settings",      "lxqt-config-powermanagement",
     "cosmic-settings",        "io.elementary.settings", "io.elementary.switchboard",
@@ -33,7 +34,7 @@ const Names anywhere{
 
 }  // namespace
 
-TEST(Commands, OfTheClipboardAreThoseOfTheSessionsDisplay) {
+TEST(ClipboardCommands, MatchTheDisplayServer) {
   const Command x11{"xclip", "-selection", "clipboard"};
   const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
   EXPECT_EQ(clipboardCommands(),
@@ -42,21 +43,21 @@ TEST(Commands, OfTheClipboardAreThoseOfTheSessionsDisplay) {
   EXPECT_EQ(clipboardCommands(), std::vector<Command>{x11});
 }
 
-TEST(Commands, OfTheBellAreASoundOfTheThemeElseItsFile) {
+TEST(BellCommands, PreferTheSoundThemeToASoundFile) {
   const std::string file = "/usr/share/sounds/freedesktop/stereo/bell.oga";
   EXPECT_EQ(bellCommands(),
             (std::vector<Command>{
                 {"canberra-gtk-play", "--id", "bell"}, {"pw-play", file}, {"paplay", file}}));
 }
 
-TEST(Commands, OfPictureViewersAskTheDesktopForOne) {
+TEST(PictureViewerCommands, OpenTheDefaultViewerOfTheDesktop) {
   EXPECT_EQ(pictureViewerCommands("/run/chart.png"),
             (std::vector<Command>{{"xdg-open", "/run/chart.png"},
                                   {"gio", "open", "/run/chart.png"},
                                   {"exo-open", "/run/chart.png"}}));
 }
 
-TEST(Commands, OfLaunchersAreThoseOfTheSessionsDisplay) {
+TEST(LauncherCommands, MatchTheDisplayServer) {
   const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
   EXPECT_EQ(names(launcherCommands()),
             (Names{"fuzzel", "wofi", "rofi", "tofi", "bemenu", "wmenu"}));
@@ -64,7 +65,7 @@ TEST(Commands, OfLaunchersAreThoseOfTheSessionsDisplay) {
   EXPECT_EQ(names(launcherCommands()), (Names{"rofi", "dmenu", "bemenu"}));
 }
 
-TEST(Commands, OfLaunchersShowTheirInputUnderTheNameOfTheProgram) {
+TEST(LauncherCommands, ShowTheProgramNameAsPrompt) {
   const ScopedVariable wayland("WAYLAND_DISPLAY", "wayland-0");
   EXPECT_EQ(launcherCommands(),
             (std::vector<Command>{
@@ -77,13 +78,13 @@ TEST(Commands, OfLaunchersShowTheirInputUnderTheNameOfTheProgram) {
                 {"wmenu", "-i", "-l", "26", "-p", "Lumowatt"}}));
 }
 
-TEST(Commands, OfSettingsElsewhereEndWithThoseThatRefuseToRunThere) {
-  EXPECT_EQ(settings(std::nullopt), anywhere);
-  EXPECT_EQ(settings("sway"), anywhere);
+TEST(BatterySettingsCommands, HaveADefaultOrderOutsideOfDesktops) {
+  EXPECT_EQ(settingsPrograms(std::nullopt), defaultOrder);
+  EXPECT_EQ(settingsPrograms("sway"), defaultOrder);
 }
 
-TEST(Commands, OfSettingsAreThoseOfTheRunningDesktopFirst) {
-  const std::vector<std::pair<std::string, std::string>> firsts{
+TEST(BatterySettingsCommands, StartWithTheRunningDesktop) {
+  const std::vector<std::pair<std::string, std::string>> firstPrograms{
       {"KDE", "systemsettings"},
       {"XFCE", "xfce4-power-manager-settings"},
       {"MATE", "mate-power-preferences"},
@@ -96,17 +97,17 @@ TEST(Commands, OfSettingsAreThoseOfTheRunningDesktopFirst) {
       {"Budgie:GNOME", "budgie-control-center"},
       {"ubuntu:GNOME", "gnome-control-center"},
       {"Unity:Unity7:ubuntu", "gnome-control-center"}};
-  for (const auto& [desktop, first] : firsts) {
-    EXPECT_EQ(settings(desktop).at(0), first) << desktop;
-    EXPECT_EQ(settings(desktop).size(), anywhere.size()) << desktop;
+  for (const auto& [desktop, first] : firstPrograms) {
+    EXPECT_EQ(settingsPrograms(desktop).at(0), first) << desktop;
+    EXPECT_EQ(settingsPrograms(desktop).size(), defaultOrder.size()) << desktop;
   }
-  EXPECT_EQ(settings("KDE"), anywhere);
-  EXPECT_EQ(settings("KDE:XFCE"), anywhere) << "in the order of the table";
-  EXPECT_EQ(settings("LXQt").at(1), "systemsettings");
-  EXPECT_EQ(settings("Budgie:GNOME").at(1), "gnome-control-center");
+  EXPECT_EQ(settingsPrograms("KDE"), defaultOrder);
+  EXPECT_EQ(settingsPrograms("KDE:XFCE"), defaultOrder) << "in the default order";
+  EXPECT_EQ(settingsPrograms("LXQt").at(1), "systemsettings");
+  EXPECT_EQ(settingsPrograms("Budgie:GNOME").at(1), "gnome-control-center");
 }
 
-TEST(Commands, OfSettingsOpenTheirPanelOfPower) {
+TEST(BatterySettingsCommands, OpenThePowerPanel) {
   const std::vector<Command> commands = batterySettingsCommands();
   for (const Command& command :
        std::vector<Command>{{"systemsettings", "kcm_powerdevilprofilesconfig"},

@@ -4,7 +4,7 @@
 
 namespace lumowatt::freedesktop {
 
-TEST(DesktopEntry, HasTheValuesOfItsGroup) {
+TEST(DesktopEntry, ReturnsOnlyTheValuesOfTheGroup) {
   const std::string entry =
       "# comment\nName=outside\n[Desktop Entry]\nName = Lumowatt \r\nHidden=true\n"
       "[Desktop Action New]\nExec=other\nIcon=x\n";
@@ -15,38 +15,38 @@ TEST(DesktopEntry, HasTheValuesOfItsGroup) {
   EXPECT_EQ(entryValue("", "Name"), std::nullopt);
 }
 
-TEST(DesktopEntry, ALineWithoutAnEqualsSignHasNoValue) {
+TEST(DesktopEntry, IgnoresLinesWithoutAnEqualsSign) {
   EXPECT_EQ(entryValue("[Desktop Entry]\nHidden\nHidden=true\n", "Hidden"), "true");
 }
 
-TEST(DesktopEntry, UndoesTheEscapesOfAValue) {
+TEST(DesktopEntry, UnescapesValues) {
   EXPECT_EQ(entryValue("[Desktop Entry]\nName=a\\s", "Name"), "a ");
   EXPECT_EQ(entryValue("[Desktop Entry]\nName=a\\sb\\tc\\nd\\re\\\\f\\", "Name"),
             "a b\tc\nd\re\\f\\");
 }
 
-TEST(DesktopEntry, TheProgramIsTheFirstWord) {
+TEST(DesktopEntry, ExecProgramIsTheFirstWord) {
   EXPECT_EQ(execProgram("lumowatt"), "lumowatt");
   EXPECT_EQ(execProgram("  /usr/bin/lumowatt --flag %U"), "/usr/bin/lumowatt");
   EXPECT_EQ(execProgram(""), "");
 }
 
-TEST(DesktopEntry, TheProgramMayBeQuoted) {
+TEST(DesktopEntry, ExecProgramMayBeQuoted) {
   EXPECT_EQ(execProgram(R"("/opt/my apps/lumowatt" "x")"), "/opt/my apps/lumowatt");
   EXPECT_EQ(execProgram(R"("/a\"b\$c\\d")"), R"(/a"b$c\d)");
   EXPECT_EQ(execProgram("/opt/100%%/lumowatt"), "/opt/100%/lumowatt");
   EXPECT_EQ(execProgram("/opt/100%%"), "/opt/100%");
 }
 
-TEST(DesktopEntry, ABackslashStandsForTheNextCharacterInQuotesAlone) {
+TEST(DesktopEntry, ExecProgramIsUnescapedOnlyInQuotes) {
   EXPECT_EQ(execProgram(R"("\a\")"), R"(a")");
-  EXPECT_EQ(execProgram(R"("/a\)"), R"(/a\)") << "none is next";
+  EXPECT_EQ(execProgram(R"("/a\)"), R"(/a\)") << "no character follows";
   EXPECT_EQ(execProgram(R"(/a\b)"), R"(/a\b)");
 }
 
-TEST(DesktopEntry, AnExecValueIsReadBackAsItsProgram) {
+TEST(DesktopEntry, ExecValueIsParsedAsTheOriginalProgram) {
   EXPECT_EQ(execValue("/usr/bin/lumowatt"), R"("/usr/bin/lumowatt")");
-  // In the argument a dollar has a backslash, which as a value's is two.
+  // A backslash escapes the dollar sign of the argument; a second one escapes it in the value.
   EXPECT_EQ(execValue("/a$b"), R"("/a\\$b")");
   EXPECT_EQ(execValue("/100%s"), R"("/100%%s")");
   EXPECT_EQ(execValue(R"(/a\b)"), R"("/a\\\\b")");
@@ -58,11 +58,12 @@ TEST(DesktopEntry, AnExecValueIsReadBackAsItsProgram) {
   }
 }
 
-TEST(DesktopEntry, ATextValueIsReadBackAsItsText) {
+TEST(DesktopEntry, TextValueIsParsedAsTheOriginalText) {
   EXPECT_EQ(textValue("/usr/bin/lumowatt"), "/usr/bin/lumowatt");
-  EXPECT_EQ(textValue("/with space/a\"b$c%"), "/with space/a\"b$c%") << "nothing is quoted";
+  EXPECT_EQ(textValue("/with space/a\"b$c%"), "/with space/a\"b$c%") << "without quotes";
   EXPECT_EQ(textValue(R"(/a\b)"), R"(/a\\b)");
-  EXPECT_EQ(textValue(" /a b "), R"(\s/a b\s)") << "spaces at an end would be lost";
+  EXPECT_EQ(textValue(" /a b "), R"(\s/a b\s)")
+      << "unescaped spaces at the start and end would be trimmed";
   for (const char* text : {"", " ", "  ", " /a b ", R"(\s)", "/a\nb\tc\r", "/täglich"}) {
     EXPECT_EQ(entryValue("[Desktop Entry]\nTryExec=" + textValue(text) + "\n", "TryExec"), text);
   }

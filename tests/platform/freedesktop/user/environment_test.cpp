@@ -6,14 +6,14 @@
 
 namespace lumowatt::freedesktop {
 
-TEST(EnvironmentVariable, IsEmptyWhenItIsNotSet) {
+TEST(EnvironmentVariable, IsEmptyIfNotSet) {
   const ScopedVariable none("LUMOWATT_TEST_VARIABLE", std::nullopt);
   EXPECT_EQ(environmentVariable("LUMOWATT_TEST_VARIABLE"), "");
   const ScopedVariable some("LUMOWATT_TEST_VARIABLE", "value");
   EXPECT_EQ(environmentVariable("LUMOWATT_TEST_VARIABLE"), "value");
 }
 
-TEST(CurrentDesktops, AreTheNamesInOrder) {
+TEST(CurrentDesktops, AreTheNonEmptyNamesInOrder) {
   const ScopedVariable several("XDG_CURRENT_DESKTOP", ":sway::wlroots:");
   EXPECT_EQ(currentDesktops(), (std::vector<std::string>{"sway", "wlroots"}));
   for (const auto& value : {std::optional<std::string>(""), std::optional<std::string>()}) {
@@ -22,7 +22,7 @@ TEST(CurrentDesktops, AreTheNamesInOrder) {
   }
 }
 
-TEST(IsCurrentDesktop, IsOneOfTheNames) {
+TEST(IsCurrentDesktop, MatchesWholeNamesCaseSensitively) {
   const ScopedVariable several("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
   EXPECT_TRUE(isCurrentDesktop("ubuntu"));
   EXPECT_TRUE(isCurrentDesktop("GNOME"));
@@ -32,12 +32,12 @@ TEST(IsCurrentDesktop, IsOneOfTheNames) {
   EXPECT_FALSE(isCurrentDesktop("GNOME"));
 }
 
-TEST(ConfigurationFolder, IsWhereTheVariableSays) {
+TEST(ConfigurationFolder, IsTheValueOfXdgConfigHome) {
   const ScopedVariable configuration("XDG_CONFIG_HOME", "/somewhere/config");
   EXPECT_EQ(configurationFolder(), "/somewhere/config");
 }
 
-TEST(ConfigurationFolder, IsInTheHomeOtherwise) {
+TEST(ConfigurationFolder, FallsBackToTheHomeFolder) {
   const ScopedVariable home("HOME", "/home/anna");
   for (const char* value : {"", "relative/config"}) {
     const ScopedVariable configuration("XDG_CONFIG_HOME", value);
@@ -47,13 +47,13 @@ TEST(ConfigurationFolder, IsInTheHomeOtherwise) {
   EXPECT_EQ(configurationFolder(), "/home/anna/.config");
 }
 
-TEST(ConfigurationFolder, IsNowhereWithoutAHome) {
+TEST(ConfigurationFolder, IsEmptyWithoutAHomeFolder) {
   const ScopedVariable configuration("XDG_CONFIG_HOME", std::nullopt);
   const ScopedVariable home("HOME", std::nullopt);
   EXPECT_EQ(configurationFolder(), "");
 }
 
-TEST(ConfigurationFile, IsInTheFolderOrNowhere) {
+TEST(ConfigurationFile, IsInTheConfigurationFolderOrEmpty) {
   {
     const ScopedVariable configuration("XDG_CONFIG_HOME", "/etc/mine");
     EXPECT_EQ(configurationFile("lumowatt/preferences"), "/etc/mine/lumowatt/preferences");
@@ -63,7 +63,7 @@ TEST(ConfigurationFile, IsInTheFolderOrNowhere) {
   EXPECT_EQ(configurationFile("lumowatt/preferences"), "");
 }
 
-TEST(RuntimeFolder, IsAnAbsolutePathOrNone) {
+TEST(RuntimeFolder, IsAnAbsolutePathOrEmpty) {
   const ScopedVariable absolute("XDG_RUNTIME_DIR", "/run/user/1000");
   EXPECT_EQ(runtimeFolder(), "/run/user/1000");
   const ScopedVariable relative("XDG_RUNTIME_DIR", "run");

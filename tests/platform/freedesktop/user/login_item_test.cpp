@@ -24,7 +24,7 @@ class LoginItemTest : public testing::Test {
   std::string entry() const { return folder.path() / "autostart" / "lumowatt.desktop"; }
   std::string program() const { return folder.path() / "bin" / "lumowatt"; }
 
-  /// The status with an entry of these lines.
+  /// Returns the status of an entry with these lines.
   LoginItemStatus statusOf(const std::string& lines) const {
     folder.write("autostart/lumowatt.desktop", "[Desktop Entry]\n" + lines);
     return item().status();
@@ -37,11 +37,11 @@ class LoginItemTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(LoginItemTest, WithoutAnEntryIsNotRegistered) {
+TEST_F(LoginItemTest, IsNotRegisteredWithoutAnEntry) {
   EXPECT_EQ(item().status(), LoginItemStatus::notRegistered);
 }
 
-TEST_F(LoginItemTest, OnceAddedIsEnabledAndOnceRemovedIsNot) {
+TEST_F(LoginItemTest, IsEnabledAfterAddAndNotRegisteredAfterRemove) {
   EXPECT_TRUE(item().add());
   EXPECT_EQ(item().status(), LoginItemStatus::enabled);
   EXPECT_EQ(fileContents(entry()),
@@ -51,16 +51,16 @@ TEST_F(LoginItemTest, OnceAddedIsEnabledAndOnceRemovedIsNot) {
   EXPECT_TRUE(item().remove());
   EXPECT_EQ(item().status(), LoginItemStatus::notRegistered);
   EXPECT_FALSE(std::filesystem::exists(entry()));
-  EXPECT_TRUE(item().remove()) << "it is away";
+  EXPECT_TRUE(item().remove()) << "a missing entry is not a failure";
 }
 
-TEST_F(LoginItemTest, APathOfAnyCharactersWorks) {
-  const LoginItem odd(entry(), folder.path() / R"(with \space/lumo"watt )");
-  EXPECT_TRUE(odd.add());
-  EXPECT_EQ(odd.status(), LoginItemStatus::enabled);
+TEST_F(LoginItemTest, SupportsSpecialCharactersInTheProgramPath) {
+  const LoginItem special(entry(), folder.path() / R"(with \space/lumo"watt )");
+  EXPECT_TRUE(special.add());
+  EXPECT_EQ(special.status(), LoginItemStatus::enabled);
 }
 
-TEST_F(LoginItemTest, ThatIsHiddenOrSwitchedOffRequiresApproval) {
+TEST_F(LoginItemTest, RequiresApprovalIfHiddenOrDisabled) {
   const std::string exec = "Exec=" + program() + "\n";
   EXPECT_EQ(statusOf(exec), LoginItemStatus::enabled);
   EXPECT_EQ(statusOf(exec + "Hidden=true\n"), LoginItemStatus::requiresApproval);
@@ -71,29 +71,30 @@ TEST_F(LoginItemTest, ThatIsHiddenOrSwitchedOffRequiresApproval) {
   EXPECT_EQ(statusOf("Hidden=true\n"), LoginItemStatus::requiresApproval);
 }
 
-TEST_F(LoginItemTest, AddedAgainIsEnabledAgain) {
+TEST_F(LoginItemTest, ReplacesAHiddenEntryOnAdd) {
   ASSERT_EQ(statusOf("Exec=x\nHidden=true\n"), LoginItemStatus::requiresApproval);
   EXPECT_TRUE(item().add());
   EXPECT_EQ(item().status(), LoginItemStatus::enabled);
 }
 
-TEST_F(LoginItemTest, WhoseProgramIsGoneIsNotFound) {
+TEST_F(LoginItemTest, IsNotFoundIfItsProgramIsMissing) {
   EXPECT_EQ(statusOf("Exec=/nowhere/lumowatt\n"), LoginItemStatus::notFound);
   EXPECT_EQ(statusOf("Exec=\n"), LoginItemStatus::notFound);
   EXPECT_EQ(statusOf("Name=no program\n"), LoginItemStatus::notFound);
   EXPECT_EQ(statusOf("Exec=" + folder.path().string() + "\n"), LoginItemStatus::notFound);
 }
 
-TEST_F(LoginItemTest, WithoutTheProgramThatASessionLooksForIsNotFound) {
+TEST_F(LoginItemTest, IsNotFoundIfTheTryExecProgramIsMissing) {
   const std::string exec = "Exec=" + program() + "\n";
   EXPECT_EQ(statusOf(exec + "TryExec=/nowhere/lumowatt\n"), LoginItemStatus::notFound);
   EXPECT_EQ(statusOf(exec + "TryExec=" + program() + "\n"), LoginItemStatus::enabled);
-  EXPECT_EQ(statusOf(exec + "TryExec=\n"), LoginItemStatus::enabled) << "it looks for none";
+  EXPECT_EQ(statusOf(exec + "TryExec=\n"), LoginItemStatus::enabled)
+      << "an empty TryExec is ignored";
   EXPECT_EQ(statusOf("Exec=/nowhere/lumowatt\nTryExec=" + program() + "\n"),
             LoginItemStatus::notFound);
 }
 
-TEST_F(LoginItemTest, ForOtherDesktopsRequiresApproval) {
+TEST_F(LoginItemTest, RequiresApprovalIfForOtherDesktops) {
   const std::string exec = "Exec=" + program() + "\n";
   const ScopedVariable desktop("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
   EXPECT_EQ(statusOf(exec + "OnlyShowIn=XFCE;GNOME;\n"), LoginItemStatus::enabled);
@@ -106,7 +107,7 @@ TEST_F(LoginItemTest, ForOtherDesktopsRequiresApproval) {
             LoginItemStatus::requiresApproval);
 }
 
-TEST_F(LoginItemTest, IsForADesktopByTheFirstOfItsNamesThatIsListed) {
+TEST_F(LoginItemTest, UsesTheFirstDesktopNameThatIsInEitherList) {
   const std::string exec = "Exec=" + program() + "\n";
   const std::string lists = "OnlyShowIn=GNOME;\nNotShowIn=ubuntu;\n";
   const ScopedVariable notFirst("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
@@ -115,23 +116,23 @@ TEST_F(LoginItemTest, IsForADesktopByTheFirstOfItsNamesThatIsListed) {
   EXPECT_EQ(statusOf(exec + lists), LoginItemStatus::enabled);
 }
 
-TEST_F(LoginItemTest, ForOtherDesktopsIsEnabledWhereTheDesktopHasNoName) {
+TEST_F(LoginItemTest, IgnoresDesktopListsIfTheDesktopHasNoName) {
   const ScopedVariable desktop("XDG_CURRENT_DESKTOP", std::nullopt);
   EXPECT_EQ(statusOf("Exec=" + program() + "\nOnlyShowIn=XFCE;\n"), LoginItemStatus::enabled);
 }
 
-TEST_F(LoginItemTest, WithAProgramInThePathIsEnabled) {
+TEST_F(LoginItemTest, FindsItsProgramInThePath) {
   const ScopedVariable path("PATH", (folder.path() / "bin").string());
   EXPECT_EQ(statusOf("Exec=lumowatt --x\n"), LoginItemStatus::enabled);
   EXPECT_EQ(statusOf("Exec=other\n"), LoginItemStatus::notFound);
 }
 
-TEST_F(LoginItemTest, OfAProgramThatIsGoneCannotBeAdded) {
+TEST_F(LoginItemTest, CannotBeAddedIfItsProgramIsMissing) {
   EXPECT_FALSE(LoginItem(entry(), "/nowhere/lumowatt").add());
   EXPECT_FALSE(std::filesystem::exists(entry()));
 }
 
-TEST_F(LoginItemTest, CannotBeChangedWhereAFolderIsInItsPlace) {
+TEST_F(LoginItemTest, CannotBeChangedIfItsPathIsAFolder) {
   std::filesystem::create_directories(entry());
   EXPECT_EQ(item().status(), LoginItemStatus::notRegistered);
   EXPECT_FALSE(item().add());

@@ -18,24 +18,24 @@ bool hasNoAnimations(const std::string& file) {
 
 }  // namespace
 
-TEST(PlasmaSettings, AFactorOfZeroMeansNoAnimations) {
+TEST(PlasmaSettings, HaveNoAnimationsIfTheFactorIsZero) {
   EXPECT_TRUE(hasNoAnimations("[General]\nfont=Noto Sans\n\n[KDE]\nAnimationDurationFactor=0\n"));
   EXPECT_FALSE(hasNoAnimations("[KDE]\nAnimationDurationFactor=0.5\n"));
   EXPECT_FALSE(hasNoAnimations("[KDE]\nAnimationDurationFactor=\n"));
 }
 
-TEST(PlasmaSettings, OnlyTheGroupOfItsNameCounts) {
+TEST(PlasmaSettings, UseOnlyTheFactorInTheKdeGroup) {
   EXPECT_FALSE(hasNoAnimations("[General]\nAnimationDurationFactor=0\n[KDE]\nSingleClick=false\n"));
   EXPECT_FALSE(hasNoAnimations("[KDE][Other]\nAnimationDurationFactor=0\n"));
 }
 
-TEST(PlasmaSettings, WithoutAFileThereAreAnimations) {
+TEST(PlasmaSettings, HaveAnimationsIfTheFileIsMissing) {
   const TemporaryFolder folder;
   const ScopedVariable configuration("XDG_CONFIG_HOME", folder.path());
   EXPECT_FALSE(plasmaFileHasNoAnimations());
 }
 
-TEST(PlasmaSettings, AFactorIsZeroHoweverManyDigitsItHas) {
+TEST(PlasmaSettings, AcceptAZeroFactorWithAnyNumberOfDigits) {
   for (const char* const factor : {"0", "0.0", "0.000000", "00"}) {
     EXPECT_TRUE(isZeroFactor(factor)) << factor;
   }

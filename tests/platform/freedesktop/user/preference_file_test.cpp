@@ -35,18 +35,18 @@ class PreferenceFileTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(PreferenceFileTest, ThatIsMissingHasNothing) {
+TEST_F(PreferenceFileTest, ReturnsNoValuesIfMissing) {
   EXPECT_FALSE(has("mode"));
   EXPECT_EQ(integer("mode"), 0);
   EXPECT_FALSE(boolean("color"));
 }
 
-TEST_F(PreferenceFileTest, ThatIsEmptyHasNothing) {
+TEST_F(PreferenceFileTest, ReturnsNoValuesIfEmpty) {
   write("");
   EXPECT_FALSE(has("mode"));
 }
 
-TEST_F(PreferenceFileTest, HasAValueForEachLine) {
+TEST_F(PreferenceFileTest, ReturnsTheValueOfEachLine) {
   write("mode=3\ncolor=false\nanimate=true");
   EXPECT_TRUE(has("mode"));
   EXPECT_EQ(integer("mode"), 3);
@@ -57,12 +57,12 @@ TEST_F(PreferenceFileTest, HasAValueForEachLine) {
   EXPECT_FALSE(has("modes"));
 }
 
-TEST_F(PreferenceFileTest, ALineWithoutAnEqualsSignHasNoValue) {
+TEST_F(PreferenceFileTest, IgnoresLinesWithoutAnEqualsSign) {
   write("color\n");
   EXPECT_FALSE(has("color"));
 }
 
-TEST_F(PreferenceFileTest, GivesSeveralValuesByOneReading) {
+TEST_F(PreferenceFileTest, IsOpenedOnceToReadSeveralValues) {
   write("color=1\nmode=3\n");
   const OpenCounter counter;
   counter.watch(folder.path() / "lumowatt");
@@ -74,14 +74,14 @@ TEST_F(PreferenceFileTest, GivesSeveralValuesByOneReading) {
   EXPECT_TRUE(values[2]->boolean);
 }
 
-TEST_F(PreferenceFileTest, IsReadAfreshAtEveryUse) {
+TEST_F(PreferenceFileTest, IsReadOnEveryUse) {
   write("mode=3\n");
   EXPECT_EQ(integer("mode"), 3);
   write("mode=2\n");
   EXPECT_EQ(integer("mode"), 2);
 }
 
-TEST_F(PreferenceFileTest, MayBeWrittenByHand) {
+TEST_F(PreferenceFileTest, AcceptsBlanksCarriageReturnsAndCapitals) {
   write("# what I like\r\n  mode = 2 \r\n\tcolor\t=\tOff\r\nanimate= Yes\r\n");
   EXPECT_EQ(integer("mode"), 2);
   EXPECT_TRUE(has("color"));
@@ -89,7 +89,7 @@ TEST_F(PreferenceFileTest, MayBeWrittenByHand) {
   EXPECT_TRUE(boolean("animate"));
 }
 
-TEST_F(PreferenceFileTest, AValueThatIsNoNumberIsZero) {
+TEST_F(PreferenceFileTest, ReturnsZeroForValuesThatAreNotNumbers) {
   for (const char* value : {"banana", "", "true", "+1"}) {
     write("mode=" + std::string(value) + "\n");
     EXPECT_TRUE(has("mode")) << value;
@@ -97,7 +97,7 @@ TEST_F(PreferenceFileTest, AValueThatIsNoNumberIsZero) {
   }
 }
 
-TEST_F(PreferenceFileTest, ANumberIsReadAsFarAsItGoesAndFits) {
+TEST_F(PreferenceFileTest, ClampsNumbersAndIgnoresTextAfterThem) {
   const auto number = [this](const std::string& value) {
     write("mode=" + value + "\n");
     return integer("mode");
@@ -108,7 +108,7 @@ TEST_F(PreferenceFileTest, ANumberIsReadAsFarAsItGoesAndFits) {
   EXPECT_EQ(number("-99999999999999999999"), std::numeric_limits<std::int64_t>::min());
 }
 
-TEST_F(PreferenceFileTest, ATruthValueIsOneOfThreeWordsOrANumber) {
+TEST_F(PreferenceFileTest, ReturnsTrueForThreeWordsAndNonZeroNumbers) {
   for (const char* value :
        {"true", "TRUE", "yes", "On", "1", "2", "-1", "+1", "007", "10", "99999999999999999999"}) {
     write("color=" + std::string(value) + "\n");
@@ -122,21 +122,21 @@ TEST_F(PreferenceFileTest, ATruthValueIsOneOfThreeWordsOrANumber) {
   }
 }
 
-TEST_F(PreferenceFileTest, OfTwoLinesWithAKeyTheFirstCountsAndIsSet) {
+TEST_F(PreferenceFileTest, ReadsAndSetsTheFirstOfTwoLinesWithAKey) {
   write("mode=1\nmode=2\n");
   EXPECT_EQ(integer("mode"), 1);
   EXPECT_TRUE(preferences.set("mode", "3"));
   EXPECT_EQ(text(), "mode=3\nmode=2\n");
 }
 
-TEST_F(PreferenceFileTest, SettingTheFirstValueMakesTheFile) {
+TEST_F(PreferenceFileTest, IsCreatedWhenTheFirstValueIsSet) {
   EXPECT_TRUE(preferences.set("color", "false"));
   EXPECT_EQ(text(), "color=false\n");
   EXPECT_TRUE(preferences.set("mode", "0"));
   EXPECT_EQ(text(), "color=false\nmode=0\n");
 }
 
-TEST_F(PreferenceFileTest, SettingKeepsEveryOtherLineAsItIs) {
+TEST_F(PreferenceFileTest, PreservesOtherLinesWhenAValueIsSet) {
   const std::string before = "# note\n\nfuture = x=y\nbroken line\n";
   write(before + "mode=1\n  color = on\nlast line without end");
   EXPECT_TRUE(preferences.set("mode", "2"));
@@ -147,14 +147,14 @@ TEST_F(PreferenceFileTest, SettingKeepsEveryOtherLineAsItIs) {
   EXPECT_EQ(text(), before + "mode=2\n  color =false\nlast line without end\nanimate=false\n");
 }
 
-TEST_F(PreferenceFileTest, ThatIsAFolderHasNothingAndCannotBeSet) {
+TEST_F(PreferenceFileTest, CannotBeReadOrSetIfItIsAFolder) {
   std::filesystem::create_directories(path());
   EXPECT_FALSE(has("mode"));
   EXPECT_FALSE(preferences.set("mode", "2"));
   EXPECT_TRUE(std::filesystem::is_directory(path()));
 }
 
-TEST_F(PreferenceFileTest, ThatCannotBeReadIsNotOverwritten) {
+TEST_F(PreferenceFileTest, IsNotOverwrittenIfUnreadable) {
   const std::string large = "mode=1\n" + std::string(70000, '#');
   write(large);
   EXPECT_FALSE(has("mode"));
@@ -168,7 +168,7 @@ TEST_F(PreferenceFileTest, ThatCannotBeReadIsNotOverwritten) {
   EXPECT_TRUE(std::filesystem::is_fifo(path()));
 }
 
-TEST_F(PreferenceFileTest, ThatIsAsLargeAsCanBeReadDoesNotGrow) {
+TEST_F(PreferenceFileTest, DoesNotGrowBeyondTheReadLimit) {
   const std::string largest = "mode=1\n" + std::string(65536 - 8, '#') + "\n";
   write(largest);
   EXPECT_EQ(integer("mode"), 1);
@@ -179,7 +179,7 @@ TEST_F(PreferenceFileTest, ThatIsAsLargeAsCanBeReadDoesNotGrow) {
   EXPECT_EQ(integer("mode"), 2);
 }
 
-TEST_F(PreferenceFileTest, InAFolderThatCannotBeMadeCannotBeSet) {
+TEST_F(PreferenceFileTest, CannotBeSetIfItsFolderCannotBeCreated) {
   folder.write("lumowatt", "a file");
   EXPECT_FALSE(has("mode"));
   EXPECT_FALSE(preferences.set("mode", "2"));

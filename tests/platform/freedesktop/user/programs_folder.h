@@ -10,16 +10,16 @@
 
 namespace lumowatt::freedesktop {
 
-/// A $PATH with nothing but what a test puts there.
+/// Fixture whose $PATH is a temporary folder, which contains only the files that a test adds.
 class ProgramsFolder : public testing::Test {
  protected:
-  /// Puts a shell script there.
+  /// Adds a program to the folder: a shell script.
   void addProgram(const std::string& name, const std::string& script = "") const {
     folder.write("bin/" + name, "#!/bin/sh\n" + script);
     std::filesystem::permissions(folder.path() / "bin" / name, std::filesystem::perms(0755));
   }
 
-  std::string place(const std::string& name) const { return folder.path() / "bin" / name; }
+  std::string pathOf(const std::string& name) const { return folder.path() / "bin" / name; }
 
   TemporaryFolder folder;
   ScopedVariable path{"PATH", (folder.path() / "bin").string()};

@@ -8,13 +8,14 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// Settings whose portal, at the other end, answers when it is asked.
+/// Fixture whose other end of the connection replies as the portal.
 class SettingsPortalTest : public testing::Test {
  protected:
-  void ask(std::uint32_t colorScheme) {
+  /// Connects to a portal with this value of "color-scheme".
+  void readSettings(std::uint32_t colorScheme) {
     scheme_ = colorScheme;
     settings.emplace(connection.bus(), [this] { ++changes; });
-    connection.take();
+    connection.processMessages();
   }
 
   PanelConnection connection{[this](sd_bus_message* message) {
@@ -32,23 +33,23 @@ class SettingsPortalTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(SettingsPortalTest, TellsOfADarkScheme) {
-  ask(1);
+TEST_F(SettingsPortalTest, ReportsADarkColorScheme) {
+  readSettings(1);
   EXPECT_EQ(settings->colorScheme(), Appearance::dark);
   EXPECT_EQ(settings->appearance(), Appearance::dark);
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(SettingsPortalTest, TellsOfALightScheme) {
-  ask(2);
+TEST_F(SettingsPortalTest, ReportsALightColorScheme) {
+  readSettings(2);
   EXPECT_EQ(settings->colorScheme(), Appearance::light);
   EXPECT_EQ(settings->appearance(), Appearance::light);
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(SettingsPortalTest, NoPreferenceIsNoSchemeAndNoChange) {
+TEST_F(SettingsPortalTest, ReportsNoSchemeAndNoChangeWithoutAPreference) {
   for (const std::uint32_t none : {0U, 3U}) {
-    ask(none);
+    readSettings(none);
     EXPECT_EQ(settings->colorScheme(), std::nullopt);
     EXPECT_EQ(settings->appearance(), Appearance::light);
   }

@@ -25,49 +25,49 @@ std::ptrdiff_t entries(const std::filesystem::path& folder) {
 
 }  // namespace
 
-TEST(UserFile, IsReadWhole) {
+TEST(UserFile, IsReadCompletely) {
   const TemporaryFolder folder;
   const std::string contents("a\0b\n", 4);
   folder.write("file", contents);
   const FileContents file = readUserFile(folder.path() / "file");
-  EXPECT_TRUE(file.isThere);
+  EXPECT_TRUE(file.exists);
   EXPECT_EQ(file.text, contents);
 }
 
-TEST(UserFile, ThatIsMissingIsNotThere) {
+TEST(UserFile, HasNoTextIfMissing) {
   const TemporaryFolder folder;
   const FileContents file = readUserFile(folder.path() / "none");
-  EXPECT_FALSE(file.isThere);
+  EXPECT_FALSE(file.exists);
   EXPECT_EQ(file.text, std::nullopt);
 }
 
-TEST(UserFile, ThatIsAFolderAPipeOrADeviceCannotBeRead) {
+TEST(UserFile, HasNoTextIfItIsAFolderPipeOrDevice) {
   const TemporaryFolder folder;
   const std::string pipe = folder.path() / "pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   for (const std::string& path : {folder.path().string(), pipe, std::string("/dev/zero")}) {
     const FileContents file = readUserFile(path);
-    EXPECT_TRUE(file.isThere) << path;
+    EXPECT_TRUE(file.exists) << path;
     EXPECT_EQ(file.text, std::nullopt) << path;
   }
 }
 
-TEST(UserFile, WhoseReadingFailsHasNoText) {
-  const FileContents file = readUserFile("/proc/self/mem");  // which has nothing at its beginning
-  EXPECT_TRUE(file.isThere);
+TEST(UserFile, HasNoTextIfReadingFails) {
+  const FileContents file = readUserFile("/proc/self/mem");  // reading at offset 0 fails
+  EXPECT_TRUE(file.exists);
   EXPECT_EQ(file.text, std::nullopt);
 }
 
-TEST(UserFile, OfMoreThan64KiBIsNotRead) {
+TEST(UserFile, HasNoTextIfLargerThan64KiB) {
   const TemporaryFolder folder;
   folder.write("large", std::string(65537, 'x'));
   folder.write("fitting", std::string(65536, 'x'));
   EXPECT_EQ(readUserFile(folder.path() / "large").text, std::nullopt);
-  EXPECT_TRUE(readUserFile(folder.path() / "large").isThere);
+  EXPECT_TRUE(readUserFile(folder.path() / "large").exists);
   EXPECT_EQ(readUserFile(folder.path() / "fitting").text, std::string(65536, 'x'));
 }
 
-TEST(ReplaceUserFile, MakesTheFileAndItsFoldersForTheUserAlone) {
+TEST(ReplaceUserFile, CreatesAPrivateFileAndPrivateFolders) {
   const TemporaryFolder folder;
   const auto path = folder.path() / "a" / "b" / "file";
   EXPECT_TRUE(replaceUserFile(path, "text"));
@@ -76,17 +76,17 @@ TEST(ReplaceUserFile, MakesTheFileAndItsFoldersForTheUserAlone) {
   EXPECT_EQ(permissions(path.parent_path()), perms(0700));
 }
 
-TEST(ReplaceUserFile, KeepsThePermissionsOfTheFile) {
+TEST(ReplaceUserFile, PreservesThePermissionsOfTheFile) {
   const TemporaryFolder folder;
   folder.write("file", "old");
   std::filesystem::permissions(folder.path() / "file", perms(0640));
   EXPECT_TRUE(replaceUserFile(folder.path() / "file", "new"));
   EXPECT_EQ(fileContents(folder.path() / "file"), "new");
   EXPECT_EQ(permissions(folder.path() / "file"), perms(0640));
-  EXPECT_EQ(entries(folder.path()), 1) << "nothing else is left";
+  EXPECT_EQ(entries(folder.path()), 1) << "no other file remains";
 }
 
-TEST(ReplaceUserFile, ReplacesWhatALinkLeadsTo) {
+TEST(ReplaceUserFile, ReplacesTheTargetOfASymbolicLink) {
   const TemporaryFolder folder;
   folder.write("dotfiles/file", "old");
   std::filesystem::create_symlink("dotfiles/file", folder.path() / "link");
@@ -95,7 +95,7 @@ TEST(ReplaceUserFile, ReplacesWhatALinkLeadsTo) {
   EXPECT_EQ(fileContents(folder.path() / "dotfiles" / "file"), "new");
 }
 
-TEST(ReplaceUserFile, FailsWhereAFolderIsInItsPlaceOrAFileInThatOfItsFolder) {
+TEST(ReplaceUserFile, FailsIfThePathIsAFolderOrBelowAFile) {
   const TemporaryFolder folder;
   folder.write("folder/file", "x");
   EXPECT_FALSE(replaceUserFile(folder.path() / "folder", "text"));
@@ -104,12 +104,12 @@ TEST(ReplaceUserFile, FailsWhereAFolderIsInItsPlaceOrAFileInThatOfItsFolder) {
   EXPECT_EQ(entries(folder.path()), 1);
 }
 
-TEST(ReplaceUserFile, FailsWithoutAPath) {
+TEST(ReplaceUserFile, FailsIfThePathIsEmpty) {
   EXPECT_FALSE(replaceUserFile("", "text"));
-  EXPECT_FALSE(readUserFile("").isThere);
+  EXPECT_FALSE(readUserFile("").exists);
 }
 
-TEST(ReplaceUserFile, LeavesTheOldFileWhereTheNewDoesNotFit) {
+TEST(ReplaceUserFile, PreservesTheOldFileIfWritingFails) {
   const TemporaryFolder folder;
   folder.write("file", "old");
   rlimit before{};
