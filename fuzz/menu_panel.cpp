@@ -6,8 +6,8 @@
 #include <array>
 #include <utility>
 
+#include "call_parser.h"
 #include "support.h"
-#include "written_call.h"
 
 namespace lumowatt::fuzz {
 

@@ -1,17 +1,17 @@
 /// Fuzz target: a panel calls the D-Bus menu while the application changes the menu. A line of the
 /// input is a call in the format of busctl, such as `Event isvu 202 clicked s x 0`. A leading "!"
 /// marks a call that expects no reply. Other lines change the application: `menu llv-tcsrr` sets
-/// the menu for the next update (see written_menu.h), `update` updates the menu, `chart TEXT`
+/// the menu for the next update (see menu_parser.h), `update` updates the menu, `chart TEXT`
 /// changes the text of the chart, and `follow TEXT` passes a report to `MenuServer::updateRows`.
 
 #include "platform/freedesktop/menu/server.h"
 
 #include <set>
 
+#include "call_parser.h"
 #include "menu_panel.h"
+#include "menu_parser.h"
 #include "support.h"
-#include "written_call.h"
-#include "written_menu.h"
 
 namespace lumowatt::fuzz {
 

@@ -1,5 +1,5 @@
-# Makes a folder to install something into, if it is missing, and so those above it: for everybody,
-# whatever the umask, which what install() makes obeys. Those that are there keep their permissions.
+# Creates a missing folder and its missing parents, readable for all users. install() would apply the
+# umask. Existing folders keep their permissions.
 function(make_public_folder folder)
   if(EXISTS "${folder}")
     return()

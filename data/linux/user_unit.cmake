@@ -1,11 +1,12 @@
-# Writes the unit by which systemd's user manager starts `program`, as it will be found, to `file`.
+# Writes a systemd user unit that starts `program`, an absolute path, into `file`.
 function(write_user_unit program file)
-  # The quoting of systemd.service(5), in which a percent sign begins a specifier. (CMake installs
-  # nothing in a folder with a backslash.)
+  # Quotes the path as systemd.service(5) requires. A percent sign begins a specifier. CMake cannot
+  # install into a folder with a backslash.
   string(REPLACE "\"" "\\\"" command "${program}")
   string(REPLACE "%" "%%" command "${command}")
   set(command "\"${command}\"")
-  # The program's own path may have no quotes, but an argument may. There a dollar begins a variable.
+  # systemd rejects quotes in the path of the program but not in an argument, so env starts a program
+  # with quotes. In an argument, a dollar sign begins a variable.
   if(program MATCHES "[\"']")
     string(REPLACE "$" "$$" command "${command}")
     string(PREPEND command "/usr/bin/env ")

@@ -256,9 +256,9 @@ read_glyph() {
   [[ -n $glyph ]] && read -r glyph_start glyph_width <<<"$glyph"
 }
 
-# Returns whether the glyph has the given color: red, grey or green.
+# Returns whether the glyph has the given color: red, gray or green.
 is_glyph() {
-  local -A more_green=([red]=-1 [grey]=0 [green]=1)
+  local -A more_green=([red]=-1 [gray]=0 [green]=1)
   read_glyph &&
     [[ $(panel_picture -crop "${glyph_width}x+${glyph_start}+0" +repage -fuzz 10% -trim \
       -format '%[fx:(mean.g-mean.r>0.05)-(mean.r-mean.g>0.05)]' info:) == "${more_green[$1]}" ]]

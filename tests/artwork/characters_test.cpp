@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <cstddef>
+#include <cstdio>
 #include <limits>
 #include <string>
 
@@ -47,6 +50,19 @@ std::ptrdiff_t figureCount(std::string_view text) {
       area, [](const auto& element) { return std::holds_alternative<MoveTo>(element); });
 }
 
+/// Returns a name for the tests of a character: a letter or digit itself, otherwise its UTF-8
+/// bytes.
+std::string characterName(std::string_view character) {
+  if (character.size() == 1 && std::isalnum(character.front()) != 0) return std::string(character);
+  std::string name = "Bytes";
+  for (const char byte : character) {
+    std::array<char, 3> digits{};
+    std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned char>(byte));
+    name += digits.data();
+  }
+  return name;
+}
+
 }  // namespace
 
 class Character : public testing::TestWithParam<std::string_view> {};
@@ -67,7 +83,8 @@ TEST_P(Character, StaysWithinItsBox) {
 INSTANTIATE_TEST_SUITE_P(All, Character,
                          testing::Values("0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "%", "−",
                                          "-", "+", ".", ":", "·", "W", "▲", "▼", "•", "N", "a", "b",
-                                         "e", "o", "r", "t"));
+                                         "e", "o", "r", "t"),
+                         [](const auto& test) { return characterName(test.param); });
 
 TEST(Characters, DigitsHaveTheSameWidth) {
   for (const char* digit : {"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"}) {

@@ -259,7 +259,8 @@ TEST_P(RenderedIcon, WithTheBoltCoversEqualAreasAboveAndBelowTheMiddle) {
   EXPECT_NEAR(above / below, 1.0, 0.01);
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, RenderedIcon, testing::Values(16, 22, 64));
+INSTANTIATE_TEST_SUITE_P(Sizes, RenderedIcon, testing::Values(16, 22, 64),
+                         testing::PrintToStringParamName());
 
 // A middle column of a full battery consists of empty pixels, the outline, a gap, the fill, a gap,
 // the outline and empty pixels. A middle row consists of the outline, a gap, the fill, a gap, the

@@ -208,7 +208,8 @@ TEST_P(RenderedTile, NarrowsARowThatIsTooWide) {
   EXPECT_GE(wide.width, 0.9 * GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(Sizes, RenderedTile, testing::Values(16, 22, 44));
+INSTANTIATE_TEST_SUITE_P(Sizes, RenderedTile, testing::Values(16, 22, 44),
+                         testing::PrintToStringParamName());
 
 // Renders at 22 times the smallest size of 16 pixels, so a pixel of that size is 22 pixels wide.
 class MarkBesidePercentage : public testing::TestWithParam<std::string> {
@@ -246,7 +247,8 @@ TEST_P(MarkBesidePercentage, StaysWithinTheTile) {
   EXPECT_LE(upperInkBounds(tile, true).maxX(), 15.75 * pixel);
 }
 
-INSTANTIATE_TEST_SUITE_P(Percentages, MarkBesidePercentage, testing::Values("5", "64", "100"));
+INSTANTIATE_TEST_SUITE_P(Percentages, MarkBesidePercentage, testing::Values("5", "64", "100"),
+                         [](const auto& test) { return test.param; });
 
 TEST(TileIcon, MarkHasItsOwnColor) {
   const auto hasGreen = [](const TileRow& row) {

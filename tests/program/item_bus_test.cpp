@@ -21,7 +21,7 @@ class ItemBusTest : public ItemTest {
 
   /// Starts the program with a clock that is 360 times as fast.
   void startAccelerated() {
-    item = startProcess(LUMOWATT_HURRYING_CLOCK);
+    item = startProcess(LUMOWATT_ACCELERATED_CLOCK);
     panel->waitForItem();
     counter_.watch(machine.powerSupplyFolder() / "BAT0");
   }

@@ -10,7 +10,7 @@ void ItemTest::start() {
 }
 
 void ItemTest::startWithChart(const std::string& library) {
-  item = startProcess(library + " " LUMOWATT_HURRYING_CLOCK);
+  item = startProcess(library + " " LUMOWATT_ACCELERATED_CLOCK);
   panel->waitForItem();
   panel->waitUntil([this] {
     panel->open();

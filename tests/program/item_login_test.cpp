@@ -131,7 +131,7 @@ TEST_F(OpenAtLogin, IsCheckedOnlyWhileTheAutostartTargetIsActive) {
 TEST_F(OpenAtLogin, WorksWithoutQueryingSystemdIfDexIsInstalled) {
   SystemdUserManager manager(session);
   install("dex", "");
-  startIn("i3", LUMOWATT_HURRYING_CLOCK);
+  startIn("i3", LUMOWATT_ACCELERATED_CLOCK);
   expectToggleWorks();
   manager.settle();
   EXPECT_EQ(manager.queryCount, 0);
@@ -140,7 +140,7 @@ TEST_F(OpenAtLogin, WorksWithoutQueryingSystemdIfDexIsInstalled) {
 TEST_F(OpenAtLogin, WorksWithoutQueryingSystemdOnKnownAndUnnamedDesktops) {
   SystemdUserManager manager(session);
   for (const char* const desktop : {"ubuntu:GNOME", ""}) {
-    startIn(desktop, LUMOWATT_HURRYING_CLOCK);
+    startIn(desktop, LUMOWATT_ACCELERATED_CLOCK);
     expectToggleWorks();
     manager.settle();
     EXPECT_EQ(manager.queryCount, 0) << desktop;

@@ -243,7 +243,7 @@ TEST_F(ItemMenu, DefersANewLineUntilItIsClosed) {
 }
 
 TEST_F(UnclosedItemMenu, CountsAsClosedAfterAMinute) {
-  item = startProcess(LUMOWATT_HURRYING_CLOCK);
+  item = startProcess(LUMOWATT_ACCELERATED_CLOCK);
   panel->waitForItem();
   panel->open();
   panel->clearSignals();

@@ -1,6 +1,7 @@
 // The item in each known panel. The program recognizes a panel by the name of its tray's process.
 
 #include "program/title_fixture.h"
+#include "support/fixtures.h"
 
 namespace lumowatt {
 
@@ -13,10 +14,6 @@ struct KnownPanel {
   Form form;
   int colors = menu_id::colors;  ///< id of "Colors" in the menu
 };
-
-std::ostream& operator<<(std::ostream& stream, const KnownPanel& panel) {
-  return stream << panel.process;
-}
 
 class ItemInPanel : public TitleTest, public testing::WithParamInterface<KnownPanel> {
  protected:
@@ -111,7 +108,8 @@ INSTANTIATE_TEST_SUITE_P(
         KnownPanel{"ironbar", Form::tiles}, KnownPanel{"eww", Form::tiles},
         KnownPanel{"wf-panel", Form::tiles}, KnownPanel{"nwg-panel", Form::tiles},
         KnownPanel{"qtile", Form::tiles}, KnownPanel{"status-notifier", Form::tiles},
-        KnownPanel{"one-that-is-new", Form::tiles}));
+        KnownPanel{"unknown-panel", Form::tiles}),
+    [](const auto& test) { return testName(test.param.process); });
 
 TEST_F(ItemInGnomeShell, PutsTheReportInOneMenuItemAndCommandsInASubmenu) {
   start();

@@ -200,7 +200,7 @@ TEST_F(Preferences, AreUnchangedAtTheFileSizeLimit) {
 TEST_F(Preferences, AreUnchangedOnAFullDiskWithABellAndAnErrorMessage) {
   write("mode=3\nmine=1\n");
   install("canberra-gtk-play", "touch $traces/bell");
-  item = startProcess(LUMOWATT_REFUSING_SPACE);
+  item = startProcess(LUMOWATT_FAILING_SPACE);
   panel->waitForItem();
   panel->open();
   choose(menu_id::colors, "Colors");

@@ -277,9 +277,9 @@ TEST_F(MenuCommands, ChartProcessExitsOnSigterm) {
 
 TEST_F(MenuCommands, ChartShowsTimesInTheUsersTimeZone) {
   const std::string texts = traces() / "texts";
-  variables = {{"TZ", "Test-5:45"}, {"NOTED_TEXTS", texts}};
+  variables = {{"TZ", "Test-5:45"}, {"RECORDED_TEXTS", texts}};
   install("xdg-open", recordingScript);
-  startWithChart(LUMOWATT_NOTED_TEXTS);
+  startWithChart(LUMOWATT_RECORDED_TEXTS);
   chooseChart();
   waitForTrace("arguments");
   const auto minutesNow = static_cast<int>(std::time(nullptr) / 60 + 5 * 60 + 45);
@@ -343,7 +343,7 @@ TEST_F(MenuCommands, ChartSoundsTheBellWithoutAPictureViewer) {
 TEST_F(MenuCommands, ChartSoundsTheBellAndLeavesNoFileOnAFullDisk) {
   install("canberra-gtk-play", recordingScript);
   install("xdg-open", "touch $traces/opened");
-  startWithChart(LUMOWATT_REFUSING_SPACE);
+  startWithChart(LUMOWATT_FAILING_SPACE);
   chooseChart();
   EXPECT_EQ(waitForTrace("arguments"), "--id bell\n");
   const std::filesystem::directory_iterator files(user.path() / "runtime");

@@ -82,7 +82,7 @@ TEST_F(ItemShortOfResources, ShowsNoBatteryUntilFilesCanBeOpened) {
 #if !LUMOWATT_SANITIZED  // with AddressSanitizer, allocations do not fail
 
 TEST_F(ItemShortOfResources, ExitsWithAnErrorMessageWheneverMemoryRunsOut) {
-  constexpr auto preloaded = "LD_PRELOAD=" LUMOWATT_HURRYING_CLOCK " " LUMOWATT_REFUSING_MEMORY;
+  constexpr auto preloaded = "LD_PRELOAD=" LUMOWATT_ACCELERATED_CLOCK " " LUMOWATT_FAILING_MEMORY;
   // In the first run, all allocations fail; in each further run, they fail from a later one on. In
   // the last runs, they fail only after the registration of the item.
   for (int from = 1; from < 1500; from += 1 + from / 16) {

@@ -20,7 +20,7 @@ class LongRunningItem : public ItemTest {
 
   /// Starts the program with a clock that is 360 times as fast.
   void startAccelerated() {
-    item = startProcess(LUMOWATT_HURRYING_CLOCK);
+    item = startProcess(LUMOWATT_ACCELERATED_CLOCK);
     panel->waitForItems(2);
     counter_.watch(machine.powerSupplyFolder() / "BAT0");
   }

@@ -58,7 +58,7 @@ TEST_F(FailedTitleTiles, AreUnregisteredWhenTheirIconsCannotBeReplaced) {
 }
 
 TEST_F(FailedTitleTiles, AreOmittedOnAFullDiskWithoutLeavingFiles) {
-  item = startProcess(LUMOWATT_REFUSING_SPACE);
+  item = startProcess(LUMOWATT_FAILING_SPACE);
   panel->waitForItem();
   panel->open();
   panel->settle();

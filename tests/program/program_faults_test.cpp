@@ -161,7 +161,7 @@ TEST(ProgramDump, FailsWithAMessageWhereverMemoryRunsOut) {
   int from = 1;
   for (; from < 1000; ++from) {
     const ProcessResult result = runProcess({LUMOWATT_PROGRAM, "--dump"},
-                                            {{"LD_PRELOAD", LUMOWATT_REFUSING_MEMORY},
+                                            {{"LD_PRELOAD", LUMOWATT_FAILING_MEMORY},
                                              {"POWER_SUPPLY_FOLDER", machine.powerSupplyFolder()},
                                              {"REFUSED_FROM", std::to_string(from)}});
     if (result.status == 0) {

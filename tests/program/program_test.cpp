@@ -17,7 +17,7 @@ namespace {
 /// Dumps a machine on which reading the attributes with these names fails with `error`.
 ProcessResult dumpWithFailingAttributes(const Machine& machine, const std::string& names,
                                         int error) {
-  Environment environment = machine.environment(LUMOWATT_REFUSING_ATTRIBUTE);
+  Environment environment = machine.environment(LUMOWATT_FAILING_ATTRIBUTE);
   environment.emplace_back("REFUSED_NAMES", names);
   environment.emplace_back("REFUSED_ERROR", std::to_string(error));
   return runProcess({LUMOWATT_PROGRAM, "--dump"}, environment);

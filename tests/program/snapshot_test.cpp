@@ -205,7 +205,7 @@ TEST(ProgramSnapshot, FailsWhenTheModuleIsNotALibrary) {
 
 TEST(ProgramSnapshot, FailsWhenTheModuleExportsNothing) {
   const ProgramCopy wrong("bin");
-  std::filesystem::copy_file(LUMOWATT_REFUSING_ATTRIBUTE,
+  std::filesystem::copy_file(LUMOWATT_FAILING_ATTRIBUTE,
                              wrong.root().path() / "bin" / "lumowatt-drawing.so");
   const auto result = wrong.run();
   EXPECT_EQ(result.output, "error=no bitmap\n");

@@ -147,7 +147,8 @@ TEST_P(SnapshotWithLines, AdjustsHeightPanelAndCaptionToTheLineCount) {
 }
 
 INSTANTIATE_TEST_SUITE_P(ZeroToFourteenLines, SnapshotWithLines,
-                         testing::Range(std::size_t{0}, std::size_t{15}));
+                         testing::Range(std::size_t{0}, std::size_t{15}),
+                         testing::PrintToStringParamName());
 
 class SnapshotOfReading : public testing::TestWithParam<std::size_t> {};
 
@@ -165,7 +166,8 @@ TEST_P(SnapshotOfReading, ShowsEveryLineOfTheReport) {
 }
 
 INSTANTIATE_TEST_SUITE_P(SixToThirteenLines, SnapshotOfReading,
-                         testing::Range(std::size_t{6}, std::size_t{14}));
+                         testing::Range(std::size_t{6}, std::size_t{14}),
+                         testing::PrintToStringParamName());
 
 TEST(Snapshot, ShowsASteadyTrendAndAPlusSignWithoutPowerFlow) {
   Reading reading;

@@ -41,7 +41,7 @@ try_more() {
     note passed "new to a panel that knows other items: drawn $drawn of $starts times"
   else
     note failed "new to a panel that knows other items" "drawn $drawn of $starts times, one of the two \
-$half times; it cancelled $(grep -c 'known-items.*cancelled' "$session/log") writes of its list itself"
+$half times; it canceled $(grep -c 'known-items.*canceled' "$session/log") writes of its list itself"
     add_result "$folder" picture dark lost.png "dark, new to a panel that knows other items"
   fi
 }

@@ -6,7 +6,7 @@
 
 #include <array>
 
-#include "platform/cairo/drawn.h"
+#include "platform/cairo/render_helpers.h"
 
 namespace lumowatt::cairo {
 

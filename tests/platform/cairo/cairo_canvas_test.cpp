@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/cairo/drawn.h"
+#include "platform/cairo/render_helpers.h"
 
 namespace lumowatt::cairo {
 

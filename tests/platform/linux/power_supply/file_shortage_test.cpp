@@ -9,7 +9,7 @@
 #include <string>
 
 #include "base/failure.h"
-#include "platform/linux/power_supply/opening_moments.h"
+#include "platform/linux/power_supply/open_hooks.h"
 #include "platform/linux/power_supply/service.h"
 #include "support/mock_machine.h"
 

@@ -4,7 +4,7 @@
 
 #include <set>
 
-#include "platform/linux/power_supply/opening_moments.h"
+#include "platform/linux/power_supply/open_hooks.h"
 #include "platform/linux/power_supply/service.h"
 #include "support/fixtures.h"
 #include "support/mock_machine.h"

@@ -1,5 +1,5 @@
 // Library to preload that logs each text that Pango lays out, as a line of the file whose name is
-// in the environment variable NOTED_TEXTS.
+// in the environment variable RECORDED_TEXTS.
 
 #include <dlfcn.h>
 #include <pango/pango-layout.h>
@@ -11,7 +11,7 @@
 extern "C" __attribute__((visibility("default"))) void pango_layout_set_text(PangoLayout* layout,
                                                                              const char* text,
                                                                              int length) {
-  std::ofstream(std::getenv("NOTED_TEXTS"), std::ios::app)
+  std::ofstream(std::getenv("RECORDED_TEXTS"), std::ios::app)
       << std::string_view(text, static_cast<std::size_t>(length)) << '\n';
   // RTLD_NEXT does not find Pango, which is loaded with RTLD_LOCAL, as a dependency of a module.
   void* const pango = ::dlopen("libpango-1.0.so.0", RTLD_LAZY | RTLD_NOLOAD);

@@ -1,4 +1,4 @@
-#include "platform/cairo/drawn.h"
+#include "platform/cairo/render_helpers.h"
 
 #include <gtest/gtest.h>
 

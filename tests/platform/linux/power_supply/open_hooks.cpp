@@ -1,4 +1,4 @@
-#include "platform/linux/power_supply/opening_moments.h"
+#include "platform/linux/power_supply/open_hooks.h"
 
 #include <fcntl.h>
 #include <sys/syscall.h>

@@ -1,4 +1,4 @@
-#include "written_call.h"
+#include "call_parser.h"
 
 #include <charconv>
 #include <string>

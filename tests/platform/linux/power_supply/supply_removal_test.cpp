@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "platform/linux/power_supply/opening_moments.h"
+#include "platform/linux/power_supply/open_hooks.h"
 #include "support/mock_machine.h"
 
 namespace lumowatt::power_supply {

@@ -1,4 +1,4 @@
-#include "written_menu.h"
+#include "menu_parser.h"
 
 #include <optional>
 #include <utility>
