@@ -7,7 +7,8 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-constexpr std::size_t maxLetters = 60;  // keeps the ids of items distinct from those in submenus
+// Limits the number of items, because larger menus have the same ids for items and submenu items.
+constexpr std::size_t maxLetters = 60;
 
 /// Returns the item for a letter. The title of the item starts with `tag`. If the item is a choice,
 /// `tag` is also the tag of the choice. Returns nothing for other characters.

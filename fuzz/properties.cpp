@@ -1,9 +1,13 @@
-/// Fuzz target: a property dictionary, read and formatted as text. A line of the input is a
-/// property: `Voltage=12000` is a number, `AdapterDetails/Name="30W` is text in a nested
-/// dictionary, and every other value is of a type that `read` ignores. Three kinds of lines are not
-/// properties. `reading.batteryWatts=nan` sets a field of the reading. `+60=55` adds a sample of
-/// 55% to the history, 60 seconds after the preceding sample. `icon` also draws an icon, which is
-/// slower than all other checks.
+/// Fuzz target: a property dictionary, read and formatted as text. Each line of the input is one
+/// of:
+///
+///     Voltage=12000              a number
+///     Voltage="30W               a text, without a closing quote
+///     Voltage=                   a value of a type that `read` ignores, as is any other value
+///     AdapterDetails/Name="30W   a value in a nested dictionary
+///     reading.batteryWatts=nan   sets a field of the reading
+///     +60=55                     adds a sample of 55 %, 60 seconds after the preceding sample
+///     icon                       also draws an icon, which is slower than all other checks
 
 #include <charconv>
 #include <cmath>

@@ -12,9 +12,10 @@ namespace lumowatt::artwork {
 
 namespace {
 
-/// A point of a figure in a character. A line through x = 0 touches the left side of the character,
-/// and a line through x = 1 touches the right side. Likewise, y = 0 is the top and y = 1 the
-/// bottom. The rounding is relative to the distance from x = 0 to x = 1.
+/// A point of a line in a character. Coordinates are fractions of the character's box, inset by
+/// half the thickness of lines: the outer edge of a line at x = 0 is the left side of the box, and
+/// the outer edge of a line at x = 1 is the right side. y = 0 is the top and y = 1 is the bottom.
+/// The rounding is a fraction of the inset width.
 struct Bend {
   double x = 0.0;
   double y = 0.0;

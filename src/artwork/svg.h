@@ -11,8 +11,8 @@
 /// SVG icons for Linux panels.
 namespace lumowatt::artwork {
 
-/// A color in which each symbol has an icon. Since the background of the panel is unknown, each
-/// tint has a contrast of at least 3:1 to white and to dark grays.
+/// Tint: a color for which the build makes an icon of every symbol. Since the background of the
+/// panel is unknown, each tint has a contrast of at least 3:1 to white and to dark grays.
 struct IconTint {
   SystemColor color;
   std::string_view name;
@@ -23,13 +23,14 @@ inline constexpr std::array<IconTint, 3> iconTints{{{SystemColor::green, "green"
                                                     {SystemColor::orange, "orange", "#e07600"},
                                                     {SystemColor::red, "red", "#f0403a"}}};
 
-/// The color of templates in panels that do not recolor them. It depends on the color scheme of the
-/// desktop. If that is unknown, it is a gray that is visible on light and on dark panels.
+/// Color of template icons (monochrome icons that panels recolor) in panels that do not recolor
+/// them. It depends on the desktop's color scheme. If the scheme is unknown, the color is a gray
+/// that is visible on light and on dark panels.
 enum class Ink { unknown, dark, light };
 
 struct IconInk {
   Ink ink;
-  std::string_view name;   ///< end of the names of icons in this ink
+  std::string_view name;   ///< suffix of the names of icons in this ink
   std::string_view value;  ///< in CSS syntax
 };
 
@@ -43,7 +44,7 @@ std::string decimal(double value);
 /// Returns a path as SVG path data.
 std::string pathData(const Path& path);
 
-/// Returns the name of the icon of a symbol: tinted or, without a tint, as a template in an ink.
+/// Returns the name of a symbol's icon: the tinted icon or, without a tint, the template in an ink.
 /// The names of templates end in "-symbolic", which makes GTK recolor them. A color that is not in
 /// `iconTints` counts as no tint.
 std::string iconName(std::string_view symbol, std::optional<SystemColor> tint,
@@ -62,7 +63,8 @@ std::string areaElement(const Path& path, std::optional<SystemColor> tint,
 std::string svg(const Size& size, const std::string& elements, Ink ink = Ink::unknown,
                 double magnification = 1.0);
 
-/// Returns the icon of an area on the square of the symbols: tinted, or as a template in an ink.
+/// Returns an SVG icon of the size of the symbols, in which `path` is filled: with the tint or,
+/// without a tint, as a template in the given ink.
 std::string symbolIcon(const Path& path, std::optional<SystemColor> tint, Ink ink = Ink::unknown);
 
 }  // namespace lumowatt::artwork

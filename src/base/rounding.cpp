@@ -3,8 +3,8 @@
 namespace lumowatt {
 
 std::optional<std::int64_t> roundedHalfAwayFromZero(double value) {
-  // std::llround would not report an overflow, and no other function requires the math library
-  // (libm) to be loaded.
+  // Does not use std::llround, which does not report an overflow and would be the only reason to
+  // load the math library (libm).
   constexpr double limit = 9223372036854775808.0;  // 2^63, the first double that does not fit
   const bool fits = value >= -limit && value < limit;
   if (!fits) return std::nullopt;

@@ -9,7 +9,7 @@
 
 namespace lumowatt {
 
-/// Display mode: the figures in the title. Preferences store the numbers.
+/// Display mode: the values that the title shows. Preferences store the number of an enumerator.
 enum class Mode : std::int64_t { percent = 0, percentPower = 1, percentTime = 2, all = 3 };
 
 inline constexpr std::array allModes{Mode::percent, Mode::percentPower, Mode::percentTime,

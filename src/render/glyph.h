@@ -14,15 +14,16 @@ namespace lumowatt {
 std::string_view levelSymbol(std::int64_t percent);
 
 /// Returns the name of the symbol for a frame of the charging animation of a battery at `percent`.
-/// The animation repeats the levels from the lowest one above `percent` - 12 up to full. Exits the
-/// process with an error if `percent` - 12 overflows.
+/// The animation cycles through the levels 25, 50, 75 and 100, starting at the lowest level that is
+/// greater than `percent - 12`. Exits the process with an error if `percent - 12` overflows.
 std::string_view animatedSymbol(std::int64_t percent, std::int64_t frame);
 
 /// Returns the frame after `frame`. Exits the process with an error if the number overflows.
 std::int64_t nextFrame(std::int64_t frame);
 
-/// Returns the symbol called `name` in `color`, or as a template without a color. Returns
-/// std::nullopt if no symbol has that name. `description` is the text for screen readers.
+/// Returns an image of a symbol with the given color. If `color` is std::nullopt, the image is a
+/// template, which the menu bar colors. Returns std::nullopt if `name` is unknown. `description` is
+/// the text for screen readers.
 std::optional<Image> tinted(std::string_view name, const std::optional<Color>& color,
                             std::string description);
 

@@ -17,9 +17,9 @@ struct IconPicture {
 /// points with two pixels per point, and those of 128 to 512 points with one pixel per point.
 std::vector<int> icnsSides();
 
-/// Returns an icon file with the given pictures. A picture is written twice if its side is the size
-/// of one icon and twice the size of another. Returns std::nullopt if the file cannot contain a
-/// picture of one of the sides.
+/// Returns an icon file with the given pictures. A picture can be written twice: 256 pixels are
+/// both 256 points with one pixel per point and 128 points with two. Returns std::nullopt if a
+/// picture has a side that is not in `icnsSides`.
 std::optional<std::string> icns(const std::vector<IconPicture>& pictures);
 
 }  // namespace lumowatt::artwork

@@ -149,7 +149,7 @@ std::string escaped(std::string_view text) {
   return result;
 }
 
-/// The markup of a code span, a link or a character at the start of a Markdown text.
+/// First token of a Markdown text (a code span, a link or a single character), converted to XML.
 struct Passage {
   std::size_t length;  ///< in the Markdown text
   std::string markup;

@@ -135,7 +135,7 @@ TEST(Characters, LowercaseLettersAreLowAndYHasADescender) {
   EXPECT_LT(withDescender.y + withDescender.height, 1.3 * lettering.height);
 }
 
-TEST(Characters, LettersOfNoBatteryHaveDistinctOutlines) {
+TEST(Characters, LettersOfTheTextNoBatteryHaveDistinctOutlines) {
   const std::string letters = "Nobatery";
   for (std::size_t i = 0; i < letters.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {

@@ -42,7 +42,7 @@ TEST(RoundedPolygon, LimitsAdjacentRoundingsToHalfTheirEdge) {
   EXPECT_EQ(std::get<CurveTo>(path[4]).to, (Point{5, 10}));
 }
 
-TEST(RoundedPolygon, LimitsARoundingBesideSharpCornersToItsEdges) {
+TEST(RoundedPolygon, LimitsTheRadiusBesideSharpCornersToTheLengthOfTheEdge) {
   const Path path = rounded({0, 100, 0, 0});
   EXPECT_EQ(std::get<LineTo>(path[1]).to, (Point{0, 0}));
   EXPECT_EQ(std::get<CurveTo>(path[2]).to, (Point{10, 10}));

@@ -83,14 +83,14 @@ bool containsText(const Drawing& drawing, const std::string& text) {
   });
 }
 
-/// Returns the color of the chart line in the menu. Checks that the line has the same color in the
-/// picture, or the color of the user in place of the system's accent color.
+/// Returns the color of the chart line in the menu. Also checks the large picture of the chart: its
+/// line has the same color, except that `userAccent` replaces the system's accent color.
 std::string chartColor(MenuContents menu) {
   menu.history = {{0.0, 50}, {60.0, 51}};
   const Menu items = statusMenu(menu);
   const MenuChart& chart = chartIn(items);
   std::string color = lineColor(std::get<Drawing>(chart.view.content.image.content));
-  // Only the last word of the color is compared: "0)" ends the text of `userAccent`.
+  // `lineColor` returns the last word of the recorded operation. It is "0)" for `userAccent`.
   EXPECT_EQ(lineColor(pictureOf(chart)), color == "accent" ? "0)" : color);
   return color;
 }

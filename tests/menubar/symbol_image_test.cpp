@@ -108,7 +108,8 @@ TEST_F(SymbolImage, HasTheSameDescriptionWhenLevelBoltOrAnimated) {
 }
 
 TEST_F(SymbolImage, ShowsAFullBatteryAboveOneHundredPercentWhileAnimated) {
-  // The last reading decides whether to animate. The argument decides which frame is shown.
+  // `app->last()` decides whether the glyph is animated. The reading that is passed to
+  // `symbolImage` decides which frame is shown.
   refreshWith(chargingAt(50));
   Reading reading = *app->last();
   reading.percent = 112;
@@ -117,7 +118,7 @@ TEST_F(SymbolImage, ShowsAFullBatteryAboveOneHundredPercentWhileAnimated) {
   EXPECT_EQ(image->accessibilityDescription, "Battery 112 percent");
 }
 
-TEST_F(SymbolImage, ExitsWhenThePercentageMinusTwelveOverflows) {
+TEST_F(SymbolImage, ExitsTheProcessIfThePercentageIsTooSmall) {
   refreshWith(chargingAt(50));
   Reading reading = *app->last();
   reading.percent = std::numeric_limits<std::int64_t>::min() + 11;

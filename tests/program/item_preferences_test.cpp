@@ -197,7 +197,7 @@ TEST_F(Preferences, AreUnchangedAtTheFileSizeLimit) {
   EXPECT_TRUE(item->isRunning());
 }
 
-TEST_F(Preferences, AreUnchangedOnAFullDiskWithABellAndAnErrorMessage) {
+TEST_F(Preferences, AreUnchangedAndTheBellRingsIfTheDiskIsFull) {
   write("mode=3\nmine=1\n");
   install("canberra-gtk-play", "touch $traces/bell");
   item = startProcess(LUMOWATT_FAILING_SPACE);

@@ -71,8 +71,8 @@ class BusPeer {
     waitUntil([&] { return hasReceived(name); });
   }
 
-  /// Returns the names of the recorded signals, in order; only those from `sender` unless it is
-  /// empty. Signals that were sent before the latest reply are included.
+  /// Returns the names of the recorded signals, in order. If `sender` is not empty, returns only
+  /// its signals. Every signal that was sent before the latest reply has been recorded.
   std::vector<std::string> signalNames(const std::string& sender = "") const;
 
   /// Returns the values of the latest signal with this name. Fails the test if there is none.
@@ -136,7 +136,7 @@ class Panel : public BusPeer {
     return newMethodCall(application, "/MenuBar", "com.canonical.dbusmenu", method);
   }
 
-  /// Returns a property of the item on the connection `item`.
+  /// Returns a property of the item whose connection has the bus name `item`.
   Json property(const char* name, const char* item = application) const;
 
   /// Returns all properties of an object of the application.

@@ -52,7 +52,7 @@ TEST(Program, PrintsItsVersion) {
   expectResult(run(anyMachine, {"--dump", "--snapshot", "out.png", "--version"}), version, 0);
 }
 
-TEST(Program, IgnoresSamplesAndUnknownArgumentsOfADump) {
+TEST(Program, DumpIgnoresTheSampleOptionAndUnknownArguments) {
   const std::string live = expectedDump(anyMachine);
   expectResult(run(anyMachine, {"--dump", "--sample", "low"}), live, 0);
   expectResult(run(anyMachine, {"--verbose", "--dump", "file"}), live, 0);

@@ -79,7 +79,7 @@ TEST(BlockChart, RemainsExactAfterYearsOfUptime) {
             repeated("▁", 14) + repeated("█", 16) + " 10–90%");
 }
 
-TEST(BlockChart, DrawsIndistinguishablyLargePercentagesAtTheBottom) {
+TEST(BlockChart, DrawsPercentagesTooLargeForADoubleAtTheBottom) {
   const std::int64_t most = std::numeric_limits<std::int64_t>::max();
   EXPECT_EQ(blockChart({{0, most}, {2900, most}}), repeated("▁", 30) + " 9223372036854775807%");
 }

@@ -64,7 +64,7 @@ TEST(AnimatedSymbol, RepeatsTheLevelsAboveTheChargeMinusTwelve) {
   }
 }
 
-TEST(AnimatedSymbol, ExitsWhenThePercentageMinusTwelveOverflows) {
+TEST(AnimatedSymbol, ExitsTheProcessIfThePercentageIsTooSmall) {
   EXPECT_EXIT(animatedSymbol(std::numeric_limits<std::int64_t>::min() + 11, 0),
               testing::ExitedWithCode(1),
               "^lumowatt: cannot animate the battery: its percentage is too small\n$");

@@ -29,7 +29,7 @@ void expectOnBattery(const Reading& reading) {
 
 }  // namespace
 
-TEST(SampleReading, ReturnsTheValuesOfDraining) {
+TEST(SampleReading, ReturnsTheValuesOfTheSampleDraining) {
   const Reading reading = sampleReading("draining").value();
   expectCommonValues(reading);
   expectOnBattery(reading);
@@ -42,7 +42,7 @@ TEST(SampleReading, ReturnsTheValuesOfDraining) {
   EXPECT_NEAR(percentPerHour(reading).value(), -24.68, 0.005);
 }
 
-TEST(SampleReading, ReturnsTheValuesOfLow) {
+TEST(SampleReading, ReturnsTheValuesOfTheSampleLow) {
   const Reading reading = sampleReading("low").value();
   expectCommonValues(reading);
   expectOnBattery(reading);
@@ -55,7 +55,7 @@ TEST(SampleReading, ReturnsTheValuesOfLow) {
   EXPECT_NEAR(percentPerHour(reading).value(), -16.11, 0.005);
 }
 
-TEST(SampleReading, ReturnsTheValuesOfFull) {
+TEST(SampleReading, ReturnsTheValuesOfTheSampleFull) {
   const Reading reading = sampleReading("full").value();
   expectCommonValues(reading);
   EXPECT_EQ(reading.percent, 100);

@@ -70,7 +70,7 @@ TextLayout::TextLayout(Appearance appearance) : appearance_(appearance) {
   if (fonts_ == nullptr) return;  // Pango has reported the reason
   context_.reset(pango_font_map_create_context(fonts_.get()));
 
-  // Disables hinting. Glyphs need not be fitted to pixels, since a point has several pixels.
+  // Disables hinting, because bitmaps are drawn with several pixels per point.
   cairo_font_options_t* const options = cairo_font_options_create();
   cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
   cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);

@@ -18,19 +18,19 @@ struct LauncherLine {
   std::optional<Choice> choice = std::nullopt;  ///< empty if the line cannot be chosen
 };
 
-/// Returns the lines of the menu in order. The lines of a submenu follow the submenu's title. Lines
-/// of items that are on begin with a mark.
+/// Returns the lines of the menu in order. The lines of a submenu follow the submenu's title. The
+/// line of an item that is on begins with "✓", or with "•" for a radio item.
 std::vector<LauncherLine> launcherLines(const Menu& menu);
 
 /// Menu in the user's launcher (fuzzel, rofi, dmenu, ...), for panels that show no menus.
 class LauncherMenu {
  public:
-  /// Calls `choose` with the choice of the line that the user chooses.
+  /// `choose` is called with the choice of each line that the user selects.
   LauncherMenu(sd_event* loop, std::function<void(const Choice&)> choose);
 
-  /// Shows the menu in the first installed launcher. Does nothing while a launcher is open. If no
-  /// launcher can be started, sounds the bell, reports the reason on the standard error and returns
-  /// false.
+  /// Shows the menu in the first installed launcher. Does nothing and returns true while a launcher
+  /// is open. If no launcher can be started, sounds the bell, reports the reason on the standard
+  /// error and returns false.
   bool show(const Menu& menu);
 
  private:

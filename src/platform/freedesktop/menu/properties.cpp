@@ -12,11 +12,11 @@ using Toggle = MenuEntry::Toggle;
 /// Property of an item.
 struct Property {
   std::string_view name;                 ///< in the interface
-  bool (*isIncluded)(const MenuEntry&);  ///< whether lists of properties include it
+  bool (*isIncluded)(const MenuEntry&);  ///< whether lists of properties include this
   void (*add)(MessageWriter&, const MenuEntry&);
 };
 
-/// Includes a property that can change even if it has the default, so that panels need no defaults.
+/// Includes the property even with its default value, because the value can change later.
 bool always(const MenuEntry&) { return true; }
 
 bool isStandard(const MenuEntry& entry) { return !entry.isSeparator; }

@@ -38,8 +38,9 @@ bool hasName(const std::optional<std::string>& list, const std::string& name) {
   return list && (";" + *list + ";").find(";" + name + ";") != std::string::npos;
 }
 
-/// Returns whether the entry is for the running desktop. If the desktop has several names, the
-/// first name that is in one of the two lists decides. Returns true if the desktop has no name.
+/// Returns whether the entry is for the running desktop. If
+/// XDG_CURRENT_DESKTOP contains several names, the first name in OnlyShowIn or NotShowIn decides.
+/// Returns true if XDG_CURRENT_DESKTOP is empty.
 bool isForThisDesktop(std::string_view entry) {
   const auto onlyShownIn = entryValue(entry, "OnlyShowIn");
   const auto notShownIn = entryValue(entry, "NotShowIn");

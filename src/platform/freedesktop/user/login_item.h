@@ -14,9 +14,9 @@ class LoginItem {
   LoginItem(std::string entry, std::string program)
       : entry_(std::move(entry)), program_(std::move(program)) {}
 
-  /// Returns the status of the entry. An entry that is hidden, disabled or for other desktops
-  /// requires approval, because the user has rejected it. The status is `notFound` if the entry's
-  /// program cannot be found.
+  /// Returns the status of the entry. The status is `requiresApproval` if the entry is hidden,
+  /// disabled or restricted to other desktops, because the user may have edited it. The status is
+  /// `notFound` if the entry's program cannot be found.
   LoginItemStatus status() const;
 
   /// Writes the entry, and replaces an existing entry. Returns false on failure.

@@ -159,7 +159,8 @@ Pack readPack(Device& device) {
   if (battery.store) battery.designMicrovolts = readDesignMicrovolts(device, battery.microvolts);
   if (pack.status != Status::full) {
     const bool isIdlePack = readFlow(device, pack) && isIdle(battery);
-    // If the driver reports no flow, not even 0, its estimate is the only information.
+    // A pack is idle only if its driver reports the flow. If the driver does not, its estimate of
+    // the time is the only information.
     if (!isIdlePack) battery.secondsLeft = readSecondsLeft(device, pack);
   }
   battery.temperature = device.number("temp");

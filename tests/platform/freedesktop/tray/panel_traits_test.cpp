@@ -11,9 +11,9 @@ TitleForm form(std::string_view process) { return panelTraits(process).form; }
 }  // namespace
 
 TEST(PanelTraits, SelectsLabelsForPanelsThatShowLabels) {
-  for (const char* const process :
-       {"gnome-shell", "mate-panel", "notification-ar", "indicator-apple", "ayatana-indicat",
-        "sfwbar", "cairo-dock"}) {  // truncated by the kernel to 15 characters
+  // The kernel truncates the names of processes to 15 characters.
+  for (const char* const process : {"gnome-shell", "mate-panel", "notification-ar",
+                                    "indicator-apple", "ayatana-indicat", "sfwbar", "cairo-dock"}) {
     EXPECT_EQ(form(process), TitleForm::label) << process;
   }
 }

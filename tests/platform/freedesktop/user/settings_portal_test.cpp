@@ -8,7 +8,7 @@ namespace lumowatt::freedesktop {
 
 namespace {
 
-/// Fixture whose other end of the connection replies as the portal.
+/// Fixture with a connection to a peer that acts as the portal.
 class SettingsPortalTest : public testing::Test {
  protected:
   /// Connects to a portal with this value of "color-scheme".

@@ -71,7 +71,7 @@ TEST(Charger, ComputesTheRatingExactly) {
   EXPECT_EQ(contract("9000000", "3300000"), 29.7);
 }
 
-TEST(Charger, HasOnlyTheInputLimitAsNonUsbRating) {
+TEST(Charger, RatingOfANonUsbChargerIsTheInputLimit) {
   EXPECT_EQ(
       chargerOf({{"voltage_max", "20000000"}, {"current_max", "5000000"}}, "Mains").ratedWatts, 0);
   EXPECT_DOUBLE_EQ(chargerOf({{"input_power_limit", "45000000"}}, "Wireless").ratedWatts, 45);

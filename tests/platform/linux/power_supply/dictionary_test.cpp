@@ -174,14 +174,14 @@ TEST(CycleCount, IsReported) {
   EXPECT_EQ(propertiesOf(state)["CycleCount"], 312);
 }
 
-TEST(RemainingMinutes, LastUntilEmptyWhileDischarging) {
+TEST(RemainingMinutes, AreTheTimeToEmptyWhileDischarging) {
   const json properties = propertiesOf(stateWithCurrent(-0.7));
   EXPECT_EQ(properties["AvgTimeToEmpty"], 171) << "2000 mAh at 700 mA are 171.4 min";
   EXPECT_EQ(properties["AvgTimeToFull"], unknownMinutes);
   EXPECT_EQ(properties["TimeRemaining"], 171);
 }
 
-TEST(RemainingMinutes, LastUntilFullWhileCharging) {
+TEST(RemainingMinutes, AreTheTimeToFullWhileCharging) {
   PowerState state = stateWithCurrent(0.7);
   state.battery.store->now = 3e6;
   const json properties = propertiesOf(state);

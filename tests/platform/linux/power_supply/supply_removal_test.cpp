@@ -90,18 +90,18 @@ const Supply laptopPack = {"BAT0", energyPack({{"time_to_empty_now", "7200"}})};
 
 }  // namespace
 
-TEST(SupplyRemoval, LeavesPropertiesConsistentForTheOnlyPack) {
+TEST(SupplyRemoval, OfTheOnlyPackNeverReturnsPartialProperties) {
   expectConsistentPropertiesOnRemoval({laptopMains}, laptopPack,
                                       energyPack({{"energy_now", "20000000"}}));
 }
 
-TEST(SupplyRemoval, LeavesPropertiesConsistentForTheFirstPack) {
+TEST(SupplyRemoval, OfTheFirstPackNeverReturnsPartialProperties) {
   expectConsistentPropertiesOnRemoval(
       {laptopMains, {"BAT1", energyPack({{"time_to_empty_now", "3600"}})}}, laptopPack,
       energyPack({{"energy_now", "20000000"}}));
 }
 
-TEST(SupplyRemoval, LeavesPropertiesConsistentForTheSecondPack) {
+TEST(SupplyRemoval, OfTheSecondPackNeverReturnsPartialProperties) {
   const Attributes charge = chargePack({{"time_to_empty_now", "3600"}});
   expectConsistentPropertiesOnRemoval({laptopMains, laptopPack}, {"BAT1", charge}, energyPack());
 }
@@ -146,7 +146,7 @@ TEST(SupplyRemoval, OmitsAPackWhoseReadsFailWhileItIsStillListed) {
   }
 }
 
-TEST(SupplyRemoval, LeavesPropertiesConsistentForAChargerWithARating) {
+TEST(SupplyRemoval, OfAChargerNeverReturnsPartialProperties) {
   const Supply full = {"BAT0", chargePack({{"status", "Full"}})};
   const Supply charger = {"port",
                           {{"type", "USB"},

@@ -267,7 +267,7 @@ TEST_F(Sysfs, IgnoresReadsBeforeTheResetWhenReportingRemoval) {
   EXPECT_FALSE(device.isBeingRemoved());
 }
 
-TEST_F(Sysfs, ThrowsOnAShortageDuringOpening) {
+TEST_F(Sysfs, ThrowsIfOpeningExhaustsFilesOrMemory) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   for (const int error : {EMFILE, ENFILE, ENOMEM}) {
@@ -290,7 +290,7 @@ TEST_F(Sysfs, IgnoresAShortageBeforeOpening) {
   EXPECT_EQ(names, std::vector<std::string>{"BAT0"});
 }
 
-TEST_F(Sysfs, ThrowsOnAShortageDuringListing) {
+TEST_F(Sysfs, ThrowsIfListingExhaustsFilesOrMemory) {
   const Class devices(folder.path());
   Device device(devices, "BAT0");
   runWithFailingCall({SYS_getdents64, ENOMEM}, [&, expected = systemFailure(ENOMEM).reason] {
