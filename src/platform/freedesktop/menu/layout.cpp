@@ -66,14 +66,14 @@ struct EntryMaker {
 std::vector<std::pair<std::int32_t, const MenuItem*>> numberItems(const Menu& menu) {
   std::vector<std::pair<std::int32_t, const MenuItem*>> items;
   std::int32_t group = 0;
-  std::int32_t place = 0;
+  std::int32_t position = 0;
   for (const MenuItem& item : menu) {
     if (std::holds_alternative<MenuSeparator>(item)) {
       ++group;
-      place = 0;
+      position = 0;
       items.emplace_back(group * groupSize, &item);
-    } else if (++place < groupSize) {
-      items.emplace_back(group * groupSize + place, &item);
+    } else if (++position < groupSize) {
+      items.emplace_back(group * groupSize + position, &item);
     }
   }
   return items;

@@ -12,7 +12,7 @@ using Toggle = MenuEntry::Toggle;
 /// Property of an item.
 struct Property {
   std::string_view name;                 ///< in the interface
-  bool (*isIncluded)(const MenuEntry&);  ///< whether lists of properties include this
+  bool (*isIncluded)(const MenuEntry&);  ///< whether lists of properties include the property
   void (*add)(MessageWriter&, const MenuEntry&);
 };
 

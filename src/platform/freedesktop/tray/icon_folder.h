@@ -28,9 +28,10 @@ class IconFolder {
 
   using Names = std::vector<std::string>;
 
-  /// Replaces the icons in the folder with these SVG files. Returns the names of the icons. The
-  /// name contains a hash of the contents, because panels cache icons by name. If an icon cannot be
-  /// written, removes all icons and returns the failure.
+  /// Replaces the icons in the folder with one icon for each of `svgs`, the contents of SVG files.
+  /// Returns the names of the icons in the order of `svgs`. Each name contains a hash of the
+  /// contents, because panels cache icons by name. If an icon cannot be written, removes all icons
+  /// and returns the failure.
   Result<Names> replaceIcons(const std::vector<std::string>& svgs);
 
  private:

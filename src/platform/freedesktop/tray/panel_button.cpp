@@ -32,18 +32,18 @@ PanelButton::PanelButton(sd_bus* bus, sd_event* loop, std::string icons,
                          std::function<void(const Choice&)> choose)
     : bus_(bus),
       application_(application),
-      choose_(updatingMenus(std::move(choose))),
+      choose_(withMenuUpdate(std::move(choose))),
       launcher_(loop, choose_),
       glyph_(bus, loop, std::move(icons), handlers()),
       tiles_(loop, glyph_, iconPrefix(bus, "title"), application, choose_, handlers()),
-      wideIcons_(iconPrefix(bus, "wide"),
-                 "") {  // Cinnamon draws no file with "symbolic" in its name
+      // Without the suffix "-symbolic": Cinnamon draws no file with "symbolic" in its name.
+      wideIcons_(iconPrefix(bus, "wide"), "") {
   glyph_.setTitle("Lumowatt");
   sd_event_add_defer(loop, Out(updateSource_), update, this);
-  scheduleUpdate(toGlyph);
+  scheduleUpdate(glyphChange);
 }
 
-std::function<void(const Choice&)> PanelButton::updatingMenus(
+std::function<void(const Choice&)> PanelButton::withMenuUpdate(
     std::function<void(const Choice&)> choose) {
   return [this, choose = std::move(choose)](const Choice& choice) {
     choose(choice);
@@ -56,12 +56,12 @@ std::function<void(const Choice&)> PanelButton::updatingMenus(
 StatusItem::Handlers PanelButton::handlers() {
   // Registers the next tile when an item has settled.
   return {.openMenu = [this] { return openMenu(); },
-          .onSettled = [this] { scheduleUpdate(toTitle); }};
+          .onSettled = [this] { scheduleUpdate(titleChange); }};
 }
 
 void PanelButton::show(ButtonContents contents) {
   setImage(contents.image);
-  if (contents.title.text != title_.text || !hasIcon_) scheduleUpdate(toGlyph);
+  if (contents.title.text != title_.text || !hasIcon_) scheduleUpdate(glyphChange);
   title_ = std::move(contents.title);
   std::string text;
   for (const TextRun& run : title_.text) text += run.text;
@@ -69,7 +69,7 @@ void PanelButton::show(ButtonContents contents) {
   glyph_.setToolTip(contents.toolTip);
   glyph_.setDescription(contents.accessibilityLabel);
   showTexts();
-  scheduleUpdate(toTitle);  // even if unchanged, to retry after a failure
+  scheduleUpdate(titleChange);  // even if unchanged, to retry after a failure
 }
 
 void PanelButton::setImage(const std::optional<Image>& image) {
@@ -77,20 +77,20 @@ void PanelButton::setImage(const std::optional<Image>& image) {
   const auto shown = symbol != nullptr ? std::optional(*symbol) : std::nullopt;
   if (shown == symbol_) return;
   symbol_ = shown;
-  scheduleUpdate(toGlyph);
+  scheduleUpdate(glyphChange);
 }
 
 void PanelButton::setTitle(std::string_view title) {
   title_ = {};
   text_ = title;
   showTexts();
-  scheduleUpdate(toGlyph | toTitle);
+  scheduleUpdate(glyphChange | titleChange);
 }
 
 void PanelButton::setInk(artwork::Ink ink) {
   if (ink == ink_) return;
   ink_ = ink;
-  scheduleUpdate(toGlyph | toTitle);
+  scheduleUpdate(glyphChange | titleChange);
 }
 
 bool PanelButton::openMenu() {
@@ -106,15 +106,15 @@ void PanelButton::scheduleUpdate(unsigned changes) {
 int PanelButton::update(sd_event_source*, void* button) {
   auto& self = *static_cast<PanelButton*>(button);
   const unsigned changes = std::exchange(self.changes_, 0U);
-  if ((changes & (toPanel | toGlyph)) != 0) self.showGlyph();
-  if ((changes & toPanel) != 0) {
+  if ((changes & (panelChange | glyphChange)) != 0) self.showGlyph();
+  if ((changes & panelChange) != 0) {
     self.showTexts();
     if (self.menu_) self.menu_->setCompact(self.panel_.hasHighRows);
     self.glyph_.registerItem(self.panel_.registersPaths ? StatusItem::Address::objectPath
                                                         : StatusItem::Address::connection);
     self.tiles_.enterPanel(self.panel_.addsOnTheLeft);
   }
-  if ((changes & (toPanel | toTitle)) != 0) self.showTiles();
+  if ((changes & (panelChange | titleChange)) != 0) self.showTiles();
   return 0;
 }
 
@@ -138,7 +138,8 @@ void PanelButton::showGlyph() {
   glyph_.setIcon(isWide && names ? wideIcons_.file(names->front()) : iconOf(shownSymbol(), ink_));
 }
 
-/// Sets an empty label if icons show the title, so that no panel shows the title twice.
+/// Updates the label and the tool tips. The label is empty if icons show the title, so that no
+/// panel shows the title twice.
 void PanelButton::showTexts() {
   const bool isLabel = panel_.form == TitleForm::label;
   glyph_.setLabel(isLabel ? (panel_.needsLabelSpacing ? " " : "") + text_ : "");
@@ -166,7 +167,7 @@ void PanelButton::watchPanels() {
 
 void PanelButton::enterPanel(const std::string& process) {
   panel_ = panelTraits(process);
-  scheduleUpdate(toPanel);
+  scheduleUpdate(panelChange);
 }
 
 }  // namespace lumowatt::freedesktop

@@ -45,7 +45,7 @@ class PanelButton : public StatusButton {
   void updateMenuRows();
 
  private:
-  enum Change : unsigned { toGlyph = 1, toTitle = 2, toPanel = 4 };
+  enum Change : unsigned { glyphChange = 1, titleChange = 2, panelChange = 4 };
 
   void enterPanel(const std::string& process);
 
@@ -68,7 +68,7 @@ class PanelButton : public StatusButton {
   StatusItem::Handlers handlers();
 
   /// Returns a function that calls `choose` and then updates all menus.
-  std::function<void(const Choice&)> updatingMenus(std::function<void(const Choice&)> choose);
+  std::function<void(const Choice&)> withMenuUpdate(std::function<void(const Choice&)> choose);
 
   sd_bus* bus_;
   ApplicationDelegate& application_;

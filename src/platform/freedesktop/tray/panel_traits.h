@@ -19,9 +19,9 @@ struct PanelTraits {
   bool needsLabelSpacing = false;
   /// Whether the panel adds new items to the left of the existing items.
   bool addsOnTheLeft = false;
-  /// Whether the panel shows no menus; on a click, the panel requests the item to open a menu.
+  /// Whether the panel shows no menus. On a click, such a panel calls a method of the item instead.
   bool hasNoMenus = false;
-  /// Whether the panel identifies items by the title of the tool tip, which must not change then.
+  /// Whether the panel identifies items by their tool tip's title, which therefore must not change.
   bool remembersToolTips = false;
   /// Whether a left click opens the menu only for items that are registered by an object path.
   bool registersPaths = false;

@@ -59,7 +59,8 @@ std::string replaceMarkup(std::string_view text) {
   return plain;
 }
 
-/// Returns a text that is as wide as the label with its widest digits.
+/// Returns the label with each digit replaced by 8, one of the widest digits. A panel can reserve
+/// the width of this text.
 std::string labelGuide(std::string label) {
   std::ranges::replace_if(
       label, [](char letter) { return letter >= '0' && letter <= '9'; }, '8');
@@ -136,8 +137,8 @@ StatusItem::StatusItem(sd_bus* bus, sd_event* loop, std::string icons, Handlers 
   sd_event_source_set_enabled(signalSource_.get(), SD_EVENT_OFF);
 }
 
-/// Replies that the method is unknown if the panel must open the menu: panels then open it
-/// themselves.
+/// Returns the error UnknownMethod if the panel must open the menu: on this error, panels open the
+/// menu themselves.
 int StatusItem::activate(sd_bus_message* call, sd_bus_error* error) const {
   if (handlers_.openMenu()) return sd_bus_reply_method_return(call, "");
   return sd_bus_error_setf(error, SD_BUS_ERROR_UNKNOWN_METHOD, "The panel opens the menu");

@@ -82,8 +82,8 @@ class StatusItem {
   enum Signal : unsigned { newIcon = 1, newDescription = 2, newLabel = 4, newToolTip = 8 };
 
   /// Sets a property. If the value changes, schedules these signals for the end of this iteration
-  /// of the loop. If the connection is congested then, retries when any property is set the next
-  /// time, even to an unchanged value.
+  /// of the loop. If the connection is congested at that time, the signals remain pending until any
+  /// property is set again, even to an unchanged value.
   void set(std::string& property, std::string_view value, unsigned signals);
   static int emitSignals(sd_event_source* source, void* item);
 

@@ -72,7 +72,7 @@ Result<> TitleTiles::present(const std::vector<Tile>& tiles, artwork::Ink ink) {
     Item& item = items_.emplace_back(std::move(*bus), loop_, icons_.path(), application_, choose_,
                                      handlers_);
     // All items have the same Id, because Xfce does not draw some items that register at the same
-    // time with different new Ids: their entries in its list of known items conflict.
+    // time with different new Ids: the entries in Xfce's list of known items conflict.
     item.status.setId(glyph_.id());
     item.status.setTitle(titleOf(glyph_, items_.size()));
     item.status.copyTexts(glyph_);

@@ -26,8 +26,8 @@ class TitleTiles {
              ApplicationDelegate& application, std::function<void(const Choice&)> choose,
              StatusItem::Handlers handlers);
 
-  /// Makes the next call of `show` register the tiles with another panel. The panel adds new items
-  /// to the left or to the right of the existing items.
+  /// Makes the next call of `show` register the tiles with another panel. `addsOnTheLeft` is true
+  /// if that panel adds new items to the left of the existing items.
   void enterPanel(bool addsOnTheLeft);
 
   /// Replaces the shown tiles with `tiles`, from left to right. Registers a tile only after the
@@ -47,7 +47,7 @@ class TitleTiles {
   void updateMenus(const Menu& menu);
 
  private:
-  /// Tile with a connection of its own: a panel shows an item until the item's connection closes.
+  /// Tile with a separate connection: a panel shows an item until the item's connection closes.
   struct Item {
     Item(Bus connection, sd_event* loop, const std::string& icons, ApplicationDelegate& application,
          const std::function<void(const Choice&)>& choose, const StatusItem::Handlers& handlers)

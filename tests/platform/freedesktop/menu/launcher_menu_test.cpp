@@ -91,12 +91,12 @@ TEST_F(LauncherMenuTest, ReportsTheChoiceOfTheChosenLine) {
   EXPECT_EQ(choicesFrom("printf 'Copy details'").size(), 1U) << "without a newline";
 }
 
-TEST_F(LauncherMenuTest, IgnoresAnswersThatAreNotExactlyALineWithAChoice) {
-  for (const std::string answer :
+TEST_F(LauncherMenuTest, IgnoresOutputThatIsNotALineWithAChoice) {
+  for (const std::string output :
        {"", "\\n", "64%%, discharging\\n", "Menu bar shows\\n", "Lumowatt 1.0, by Fernhollow\\n",
         "Colors\\n", "copy details\\n", "Copy details \\n", "Copy\\n", "Copy details\\n\\n",
         "Copy details\\nQuit Lumowatt\\n", "rm -rf\\n"}) {
-    EXPECT_TRUE(choicesFrom("printf '" + answer + "'").empty()) << answer;
+    EXPECT_TRUE(choicesFrom("printf '" + output + "'").empty()) << output;
   }
   EXPECT_TRUE(choicesFrom("echo Copy details; exit 1").empty());
   EXPECT_TRUE(choicesFrom("echo Copy details; kill -9 $$").empty());

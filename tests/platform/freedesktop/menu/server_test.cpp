@@ -43,7 +43,7 @@ class MenuServerTest : public testing::Test {
     EXPECT_EQ(lastFirstRow, "1");
   }
 
-  /// Passes a report with `number` in its first row, and with a second row if `number` is odd.
+  /// Passes a report to the server. The first row is `number`; odd numbers add a second row.
   void reportRows(int number) {
     application_.report = std::to_string(number) + (number % 2 == 1 ? "\nanother row" : "");
     server_.updateRows(application_.report);
@@ -86,7 +86,7 @@ TEST_F(MenuServerTest, SignalsChangesWithTheNextReportAfterCongestion) {
   connection.processMessages();
   EXPECT_NE(lastFirstRow, "999");
   EXPECT_EQ(connection.queuedMessages(), 0U);
-  for (const int next : {1000, 1001}) reportRows(next);  // whose numbers of rows differ
+  for (const int next : {1000, 1001}) reportRows(next);  // their numbers of rows differ
   connection.processMessages();
   EXPECT_EQ(lastFirstRow, "1001");
 }

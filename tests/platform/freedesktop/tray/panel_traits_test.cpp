@@ -46,7 +46,7 @@ TEST(PanelTraits, SelectsTilesForUnknownPanels) {
   }
 }
 
-TEST(PanelTraits, MatchesWrappedProgramsWithTruncatedNames) {
+TEST(PanelTraits, MatchesWrappedProgramsEvenIfTheNameIsTruncated) {
   EXPECT_EQ(form(".waybar-wrapped"), TitleForm::wide);
   EXPECT_EQ(form(".gnome-shell-wr"), TitleForm::label);
   EXPECT_EQ(form(".sfwbar-wrapped"), TitleForm::label);

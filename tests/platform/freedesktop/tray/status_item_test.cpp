@@ -128,7 +128,7 @@ TEST_F(StatusItemTest, SettlesAfterATimeoutIfNoPanelReadsIt) {
   EXPECT_EQ(settleCount, 1);
 }
 
-TEST_F(StatusItemTest, StopsItsTimeoutOnceSettled) {
+TEST_F(StatusItemTest, CancelsItsTimeoutOnceSettled) {
   read("IconName");
   EXPECT_EQ(sd_event_run(loop(), 4'000'000), 0);
 }
