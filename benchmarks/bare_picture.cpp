@@ -1,5 +1,6 @@
-// Draws a minimal picture with text, as the baseline for the cost of a snapshot: one line in the
-// same font on a plain background, with the same libraries, as a PNG file of the same size.
+// Writes a PNG file with one line of text on a plain background. The font, the libraries and the
+// size in pixels are those of the pictures that `lumowatt --snapshot` writes, so this program is
+// the baseline for their cost.
 //
 //   bare_picture PATH
 

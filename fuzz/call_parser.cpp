@@ -35,7 +35,8 @@ class Words {
   std::string_view rest_;
 };
 
-/// Returns the first complete type of a signature; empty if this format does not support the type.
+/// Returns the first complete type of a signature. Returns an empty text if the type is incomplete
+/// or an empty struct.
 std::string_view firstType(std::string_view types) {
   std::size_t length = 0;
   while (length < types.size() && types[length] == 'a') ++length;

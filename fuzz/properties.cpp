@@ -3,7 +3,7 @@
 ///
 ///     Voltage=12000              a number
 ///     Voltage="30W               a text, without a closing quote
-///     Voltage=                   a value of a type that `read` ignores, as is any other value
+///     Voltage=                   a value of a type that `read` ignores
 ///     AdapterDetails/Name="30W   a value in a nested dictionary
 ///     reading.batteryWatts=nan   sets a field of the reading
 ///     +60=55                     adds a sample of 55 %, 60 seconds after the preceding sample

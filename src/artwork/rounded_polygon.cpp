@@ -25,7 +25,8 @@ double maxRadius(const Corner& corner, const Corner& neighbor) {
 }  // namespace
 
 Path roundedPolygon(const std::vector<Corner>& corners) {
-  // Position of the control points of a quarter circle on the way from its ends to the corner.
+  // Distance between an end of a quarter circle and its control point, as a fraction of the
+  // distance between the end and the corner.
   constexpr double quarterCircle = 0.5522847498;
 
   Path path;

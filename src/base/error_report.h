@@ -11,7 +11,8 @@ namespace lumowatt {
 /// Allocates no memory.
 void reportError(std::string_view what, std::string_view reason);
 
-/// Reports an error that may recur with every attempt: once, until an attempt succeeds.
+/// Reports the error of a repeated operation once, and again only after the operation has
+/// succeeded.
 class RecurringError {
  public:
   /// `what` is what failed, as in `reportError`.

@@ -24,7 +24,7 @@ class App : public ApplicationDelegate, public std::enable_shared_from_this<App>
   static std::shared_ptr<App> make(Desktop& desktop, BatteryService& battery,
                                    std::string_view version);
 
-  /// Shows the item. Refreshes it from then on every 5 seconds and when a power source changes.
+  /// Shows the item, and refreshes it every 5 seconds and when a power source changes.
   void applicationDidFinishLaunching() override;
 
   /// Reads the battery and shows the reading. Without a battery, sets the title to "No battery" and

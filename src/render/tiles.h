@@ -8,9 +8,9 @@
 
 namespace lumowatt {
 
-/// Returns the title as icons, for panels that show no text. The first tile shows the percentage. A
-/// single extra is shown below the percentage. Two extras are shown in a second tile. The number of
-/// tiles depends on `extras` alone, not on the reading.
+/// Returns the title as icons, for panels that show no text. The first tile shows the percentage.
+/// The extras are the time and the power: one is shown below the percentage, both are shown in a
+/// second tile. The number of tiles depends on `extras` alone, not on the reading.
 ///
 /// An arrow below the percentage shows the trend. If the time is below the percentage, the arrow
 /// replaces "%". If the power is below the percentage, there is no arrow, because the sign of the

@@ -66,17 +66,17 @@ TEST(SymbolPath, ConsistsOfClosedFigures) {
   }
 }
 
-TEST(SymbolPath, OfALevelConsistsOfTwoOutlineEdgesAndAFillIfNotEmpty) {
+TEST(SymbolPath, ConsistsOfTwoOutlineEdgesAndAFillForALevelAboveZero) {
   EXPECT_EQ(figureCount(symbolPath(symbol::battery0).value()), 2);
   EXPECT_EQ(figureCount(symbolPath(symbol::battery25).value()), 3);
   EXPECT_EQ(figureCount(symbolPath(symbol::battery100).value()), 3);
 }
 
-TEST(SymbolPath, OfTheBoltConsistsOfTheBodyAndTheBolt) {
+TEST(SymbolPath, ConsistsOfBodyAndBoltWhileCharging) {
   EXPECT_EQ(figureCount(symbolPath(symbol::battery100Bolt).value()), 2);
 }
 
-TEST(SymbolPath, OfNoBatteryConsistsOfTheSlashAndTwoOutlineParts) {
+TEST(SymbolPath, ConsistsOfTheSlashAndTwoOutlinePartsForNoBattery) {
   EXPECT_EQ(figureCount(symbolPath(noBattery).value()), 3);
 }
 

@@ -99,7 +99,7 @@ TEST(Characters, SignsHaveTheSameWidthAndSoDoMarks) {
   EXPECT_EQ(width("▲"), width("•"));
 }
 
-TEST(Characters, ArrowsAreWiderThanDigitsAndWiderThanHigh) {
+TEST(Characters, ArrowsAreWiderThanDigitsAndThanTheirHeight) {
   for (const char* arrow : {"▲", "▼"}) {
     EXPECT_GE(inkBounds(arrow).width, 1.5 * lettering.width) << arrow;
     EXPECT_GE(inkBounds(arrow).width, 1.2 * inkBounds(arrow).height) << arrow;
@@ -124,7 +124,7 @@ TEST(Characters, DotIsAFilledCircleSmallerThanAZero) {
   EXPECT_EQ(figureCount("0"), 2) << "an outer edge and a hole";
 }
 
-TEST(Characters, LowercaseLettersAreLowAndYHasADescender) {
+TEST(Characters, LowercaseLettersAreLowerThanDigitsAndYDescends) {
   const double digitTop = inkBounds("8").y;
   for (const char* letter : {"a", "e", "o", "r", "y"}) {
     EXPECT_GT(inkBounds(letter).y, digitTop + 0.2 * lettering.height) << letter;

@@ -250,7 +250,7 @@ TEST_P(MarkBesidePercentage, StaysWithinTheTile) {
 INSTANTIATE_TEST_SUITE_P(Percentages, MarkBesidePercentage, testing::Values("5", "64", "100"),
                          [](const auto& test) { return test.param; });
 
-TEST(TileIcon, MarkHasItsOwnColor) {
+TEST(TileIcon, DrawsTheArrowInItsOwnColor) {
   const auto hasGreen = [](const TileRow& row) {
     return upperInkBounds(renderTile({row, {"2:15"}}, 44), true).width > 0.0;
   };

@@ -67,7 +67,7 @@ TEST(Shortest, AlwaysPrintsAFractionalPart) {
   EXPECT_EQ(shortest(0.0), "0.0");
 }
 
-TEST(Shortest, PrintsTextThatParsesToTheSameValueWithoutAnExponent) {
+TEST(Shortest, PrintsNoExponentAndParsesToTheSameValue) {
   for (const double value : {0.1, 1.0 / 3.0, 1e22, 92233720368547758.07, greatest, smallest}) {
     const std::string text = shortest(value);
     EXPECT_EQ(std::strtod(text.c_str(), nullptr), value) << text;

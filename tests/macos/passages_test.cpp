@@ -301,7 +301,7 @@ INSTANTIATE_TEST_SUITE_P(All, MacPassageCheck, testing::ValuesIn(passagesWithPar
 
 class MacBehaviorFault : public testing::TestWithParam<Fault> {};
 
-TEST_P(MacBehaviorFault, CompilesButBreaksAPassage) {
+TEST_P(MacBehaviorFault, CompilesButIsDetectedByTheCopyOfThePassage) {
   const PlantedFault planted(GetParam());
   const auto compiled = typeCheck(GetParam().source, ObjcBool::isBool, planted.folder());
   EXPECT_EQ(compiled.status, 0) << "the compiler reports the fault: " << compiled.errors;

@@ -169,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 class MismanagedMacSource : public testing::TestWithParam<Fault> {};
 
-TEST_P(MismanagedMacSource, FailsTheOwnershipCheck) {
+TEST_P(MismanagedMacSource, FailsTheReferenceCountingCheck) {
   const PlantedFault planted(GetParam());
   expectDiagnostic(ownershipCheck(GetParam().source, planted.folder()), GetParam());
 }

@@ -291,7 +291,7 @@ TEST_F(AppTest, ReadsThePreferencesOncePerRefreshMenuOrTick) {
   EXPECT_EQ(desktop.preferenceReads, 3);
 }
 
-TEST_F(AppTest, ReturnsTheMenuOfTheLastReadingWithoutANewOne) {
+TEST_F(AppTest, ReturnsTheMenuOfTheLastReadingWithoutReadingAgain) {
   EXPECT_EQ(titleOf(app->menu().at(0)), "No battery found");
   refreshWith({});
   setBattery({.percent = 33});

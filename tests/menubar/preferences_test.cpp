@@ -86,7 +86,7 @@ TEST(Mode, HasALabelForTheMenu) {
   EXPECT_EQ(label(Mode::all), "Percent, power and time");
 }
 
-TEST(Mode, ShowsTheExtrasThatItsLabelNames) {
+TEST(Mode, ShowsTheExtrasListedInItsLabel) {
   const auto shows = [](Mode mode) {
     const TitleExtras extras = titleExtras(mode);
     return std::pair(extras.power, extras.time);

@@ -150,7 +150,7 @@ TEST(StatusMenu, ShowsTheChartHeaderInSmallSecondaryText) {
             (AttributedString{{"Charge over the last hour", systemFont(11.0), secondaryLabel}}));
 }
 
-TEST(StatusMenu, ShowsTheChartAsAnImageInAContainer) {
+TEST(StatusMenu, ShowsTheChartAsAnImageInAContainerView) {
   const Menu items = statusMenu(contents());
   const ItemView& view = chartIn(items).view;
   EXPECT_EQ(view.frame, (Rect{0.0, 0.0, 280.0, 42.0}));

@@ -94,7 +94,7 @@ TEST_F(SymbolImage, ShowsTheBoltWhenChargingWithoutTheAnimation) {
   EXPECT_EQ(glyph(chargingAt(40), 2), "battery.100percent.bolt green");
 }
 
-TEST_F(SymbolImage, HasTheSameDescriptionWhenLevelBoltOrAnimated) {
+TEST_F(SymbolImage, HasTheSameDescriptionForALevelABoltAndAnAnimation) {
   const auto description = [this] {
     return desktop.buttonContents.image->accessibilityDescription;
   };

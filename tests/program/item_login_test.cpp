@@ -133,7 +133,7 @@ TEST_F(OpenAtLogin, WorksWithoutQueryingSystemdIfDexIsInstalled) {
   install("dex", "");
   startIn("i3", LUMOWATT_ACCELERATED_CLOCK);
   expectToggleWorks();
-  manager.settle();
+  manager.processLateMessages();
   EXPECT_EQ(manager.queryCount, 0);
 }
 
@@ -142,7 +142,7 @@ TEST_F(OpenAtLogin, WorksWithoutQueryingSystemdOnKnownAndUnnamedDesktops) {
   for (const char* const desktop : {"ubuntu:GNOME", ""}) {
     startIn(desktop, LUMOWATT_ACCELERATED_CLOCK);
     expectToggleWorks();
-    manager.settle();
+    manager.processLateMessages();
     EXPECT_EQ(manager.queryCount, 0) << desktop;
     stop();
   }

@@ -78,7 +78,7 @@ TEST_P(ItemInPanel, ShowsTheTitleOnceAndTheMenu) {
   start();
   const Form form = GetParam().form;
   if (form == Form::tiles) panel->waitForItems(2);
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), form == Form::tiles ? 2U : 1U);
   const std::string label = panel->property("XAyatanaLabel");
   EXPECT_EQ(label.find("98% ▼ −4.8 W") != std::string::npos, form == Form::label) << label;
@@ -203,7 +203,7 @@ TEST_F(ItemInCinnamon, RegistersOnceWithARestartedTray) {
   start();
   replacePanel("xapp-sn-watcher");
   panel->waitForItem();
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered, Names{object});
 }
 
@@ -234,7 +234,7 @@ TEST_F(ItemInSwaybar, RefusesClicksOnceAPanelThatShowsMenusAppears) {
   panel->waitForItem();
   EXPECT_EQ(click("Activate"), "org.freedesktop.DBus.Error.UnknownMethod");
   EXPECT_EQ(click("ContextMenu"), "org.freedesktop.DBus.Error.UnknownMethod");
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_FALSE(std::filesystem::exists(preferences()));
 }
 

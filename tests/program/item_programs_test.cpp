@@ -170,7 +170,7 @@ TEST_F(MenuCommands, CopyDetailsUsesKlipperOnlyOnPlasma) {
   install("xclip", recordingScript);
   startAndChoose(menu_id::copyDetails, "Copy details");
   EXPECT_EQ(waitForTrace("arguments"), "-selection clipboard\n");
-  klipper.settle();
+  klipper.processLateMessages();
   EXPECT_FALSE(klipper.wasCalled);
 }
 
@@ -243,7 +243,7 @@ TEST_F(MenuCommands, ChartIsNotShownWithoutSamples) {
   start();
   panel->open();
   EXPECT_EQ(panel->click(menu_id::chart), "");
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_FALSE(std::filesystem::exists(chartFile()));
 }
 

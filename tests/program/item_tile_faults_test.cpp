@@ -31,7 +31,7 @@ TEST_F(FailedTitleTiles, AreOmittedWithoutARuntimeFolder) {
   start();
   panel->open();
   chooseMode(menu_id::allFigures);
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   item->send(SIGTERM);
   const ProcessResult result = item->wait();
@@ -61,7 +61,7 @@ TEST_F(FailedTitleTiles, AreOmittedOnAFullDiskWithoutLeavingFiles) {
   item = startProcess(LUMOWATT_FAILING_SPACE);
   panel->waitForItem();
   panel->open();
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_EQ(iconFiles(), Names{});
 }
@@ -69,7 +69,7 @@ TEST_F(FailedTitleTiles, AreOmittedOnAFullDiskWithoutLeavingFiles) {
 TEST_F(FailedTitleTiles, AreRetriedEvenIfTheTextIsUnchanged) {
   user.write("runtime/lumowatt", "");
   start();
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   std::filesystem::remove(icons());
   panel->open();
@@ -104,7 +104,7 @@ TEST_F(FailedTitleTiles, AreRegisteredAgainAfterALostConnection) {
 TEST_F(TitleTilesOnFullBus, AreOmittedAndReportedOnce) {
   start();
   panel->open();
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_EQ(iconFiles(), Names{});
   item->send(SIGTERM);

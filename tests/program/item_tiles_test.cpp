@@ -192,7 +192,7 @@ TEST_F(TitleTiles, CanBeRemovedByAChoiceFromTheirOwnMenu) {
   EXPECT_EQ(fileContents(preferences()), "mode=0\n");
 }
 
-TEST_F(TitleTiles, ShowAChoiceInAllMenus) {
+TEST_F(TitleTiles, UpdateTheCheckmarkInTheMenusOfAllTiles) {
   startWithTile();
   const auto isChecked = [this](std::size_t index) {
     sd_bus_message* const message = panel->newMethodCall(connection(index), "/MenuBar",
@@ -265,7 +265,7 @@ TEST_F(TitleTiles, AreReplacedByTheLabelInALabelPanel) {
   replacePanel("gnome-shell");
   panel->waitForItem();
   panel->waitUntil([&] { return !panel->isOwned(tile.c_str()); });
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_EQ(iconFiles(), Names{});
   EXPECT_EQ(panel->property("Id"), "Lumowatt");
@@ -277,7 +277,7 @@ TEST_F(TitleTiles, AreReplacedByAWideIconInWaybar) {
   replacePanel("waybar");
   panel->waitForItem();
   panel->waitUntil([&] { return !panel->isOwned(tile.c_str()); });
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_TRUE(panel->property("IconName").get<std::string>().starts_with(icons().string()));
 }

@@ -27,7 +27,7 @@ class TitleLabel : public TitleTest {
 
 TEST_F(WideTitleIcon, ShowsTheGlyphAndTheTitleInOneItem) {
   start();
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   ASSERT_EQ(iconFiles().size(), 1U);
   EXPECT_EQ(icon(), icons() / (iconFiles()[0] + ".svg"));
@@ -35,7 +35,7 @@ TEST_F(WideTitleIcon, ShowsTheGlyphAndTheTitleInOneItem) {
       << "the plate, the glyph, the percentage, the arrow, the power";
 }
 
-TEST_F(WideTitleIcon, ChangesWithTheModeTheColorsAndTheGlyph) {
+TEST_F(WideTitleIcon, ChangesIfTheModeTheColorsOrTheGlyphChange) {
   start();
   panel->open();
   panel->clearSignals();
@@ -130,7 +130,7 @@ TEST_F(TitleLabel, BeginsWithASpaceInPanelsThatAddNoSpacing) {
 TEST_F(TitleLabel, IsShownWithoutTilesAndIconFiles) {
   start();
   chooseMode(menu_id::allFigures);
-  panel->settle();
+  panel->processLateMessages();
   EXPECT_EQ(panel->registered.size(), 1U);
   EXPECT_EQ(panel->property("IconName"), "lumowatt-battery-100percent-symbolic");
   EXPECT_EQ(iconFiles(), Names{});

@@ -100,7 +100,7 @@ void BusPeer::waitUntil(const std::function<bool()>& condition) const {
   });
 }
 
-void BusPeer::settle() const {
+void BusPeer::processLateMessages() const {
   const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
   waitUntil([end] { return std::chrono::steady_clock::now() > end; });
 }

@@ -66,7 +66,7 @@ class BusPeer {
   /// Processes messages until the condition is true. Fails the test after 20 seconds.
   void waitUntil(const std::function<bool()>& condition) const;
   /// Processes messages for 300 ms, so that unexpected ones can arrive.
-  void settle() const;
+  void processLateMessages() const;
   void waitForSignal(const std::string& name) const {
     waitUntil([&] { return hasReceived(name); });
   }

@@ -56,7 +56,7 @@ TEST(PercentAxis, ClampsPercentagesOutsideZeroToOneHundred) {
   EXPECT_EQ(ends(Limits::min(), Limits::max()), (Ends{0, 100}));
 }
 
-TEST(PercentAxis, ContainsEveryPairOfPercentages) {
+TEST(PercentAxis, SpansEveryPossibleMinimumAndMaximum) {
   for (std::int64_t low = 0; low <= 100; ++low) {
     for (std::int64_t high = low; high <= 100; ++high) {
       const auto [bottom, top] = ends(low, high);

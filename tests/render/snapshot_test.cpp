@@ -123,7 +123,7 @@ TEST(Snapshot, OmitsTheCaptionForALiveReading) {
 
 class SnapshotWithLines : public testing::TestWithParam<std::size_t> {};
 
-TEST_P(SnapshotWithLines, AdjustsHeightPanelAndCaptionToTheLineCount) {
+TEST_P(SnapshotWithLines, HasAHeightThatFitsTheLineCount) {
   const std::size_t count = GetParam();
   std::vector<std::string> lines;
   for (std::size_t i = 0; i < count; ++i) lines.push_back("line " + std::to_string(i));

@@ -258,7 +258,7 @@ TEST(ReadBatteryPower, PreservesNegativeTelemetryWhileCharging) {
   EXPECT_EQ(readingOf({{"Amperage", 1000}, {"PowerTelemetryData", telemetry}}).batteryWatts, -8.0);
 }
 
-TEST(ReadBatteryPower, IsTheTelemetryValueOrZeroIfNoCurrentFlows) {
+TEST(ReadBatteryPower, UsesTelemetryAndThenZeroIfNoCurrentFlows) {
   EXPECT_EQ(readingOf({{"Voltage", 12000}, {"Amperage", 0}}).batteryWatts, 0.0);
   EXPECT_EQ(readingOf({{"PowerTelemetryData", {{"BatteryPower", 2500}}}}).batteryWatts, 2.5);
 }

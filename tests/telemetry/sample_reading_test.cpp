@@ -29,7 +29,7 @@ void expectOnBattery(const Reading& reading) {
 
 }  // namespace
 
-TEST(SampleReading, ReturnsTheValuesOfTheSampleDraining) {
+TEST(SampleReading, ReturnsTheValuesOfDraining) {
   const Reading reading = sampleReading("draining").value();
   expectCommonValues(reading);
   expectOnBattery(reading);
@@ -42,7 +42,7 @@ TEST(SampleReading, ReturnsTheValuesOfTheSampleDraining) {
   EXPECT_NEAR(percentPerHour(reading).value(), -24.68, 0.005);
 }
 
-TEST(SampleReading, ReturnsTheValuesOfTheSampleLow) {
+TEST(SampleReading, ReturnsTheValuesOfLow) {
   const Reading reading = sampleReading("low").value();
   expectCommonValues(reading);
   expectOnBattery(reading);
@@ -55,7 +55,7 @@ TEST(SampleReading, ReturnsTheValuesOfTheSampleLow) {
   EXPECT_NEAR(percentPerHour(reading).value(), -16.11, 0.005);
 }
 
-TEST(SampleReading, ReturnsTheValuesOfTheSampleFull) {
+TEST(SampleReading, ReturnsTheValuesOfFull) {
   const Reading reading = sampleReading("full").value();
   expectCommonValues(reading);
   EXPECT_EQ(reading.percent, 100);

@@ -14,10 +14,10 @@ namespace {
 
 bool fileExists(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
 
-/// Returns the path of a module or folder of the program. In a build, its name is `nameInBuild`, in
-/// the executable's folder. In an installation, its path relative to the executable's folder is
-/// `installedPath`. Returns an empty string if the path of the executable is unknown, because the
-/// result would be relative to the working directory.
+/// Returns the path of a module or folder of the program. In a build, it is in the executable's
+/// folder under the name `nameInBuild`. In an installation, `installedPath` is its path relative to
+/// the executable's folder. Returns an empty string if the path of the executable is unknown,
+/// because the result would be relative to the working directory.
 std::string partPath(std::string_view nameInBuild, std::string_view installedPath) {
   const std::string executable = executablePath();
   if (executable.empty()) return "";

@@ -54,9 +54,8 @@ std::function<void(const Choice&)> PanelButton::withMenuUpdate(
 }
 
 StatusItem::Handlers PanelButton::handlers() {
-  // Registers the next tile when an item has settled.
   return {.openMenu = [this] { return openMenu(); },
-          .onSettled = [this] { scheduleUpdate(titleChange); }};
+          .onPlaced = [this] { scheduleUpdate(titleChange); }};
 }
 
 void PanelButton::show(ButtonContents contents) {

@@ -41,7 +41,7 @@ class PanelButton : public StatusButton {
   /// Registers with the running panel, if any, and with each panel that appears later.
   void watchPanels();
 
-  /// Updates the rows of the closed menus for the tool tip, whose text is the report in the menus.
+  /// Updates the report in the closed menus. The text of the report is that of the tool tip.
   void updateMenuRows();
 
  private:
@@ -65,6 +65,8 @@ class PanelButton : public StatusButton {
   void showTexts();
   void showTiles();
 
+  /// Returns the handlers of all items. They open the menu, and register the next tile when an item
+  /// has been placed.
   StatusItem::Handlers handlers();
 
   /// Returns a function that calls `choose` and then updates all menus.
@@ -79,7 +81,8 @@ class PanelButton : public StatusButton {
   TitleTiles tiles_;
   IconFolder wideIcons_;
   RecurringError error_{"cannot show the title in the icon"};
-  PanelTraits panel_{.form = TitleForm::label};  // before a panel appears: no icons are written
+  // With this form, no icons are written before a panel appears.
+  PanelTraits panel_{.form = TitleForm::label};
   bool hasIcon_ = true;  ///< false if a wide icon could not be written; `show` retries
   std::optional<Symbol> symbol_;
   Title title_;  ///< empty if `text_` replaces the title

@@ -19,8 +19,8 @@ constexpr auto itemPath = "/StatusNotifierItem";
 constexpr auto ayatanaPath = "/org/ayatana/NotificationItem/lumowatt";
 constexpr auto itemInterface = "org.kde.StatusNotifierItem";
 
-// Time in microseconds after which an item is settled even if no panel has read the item.
-constexpr std::uint64_t settleTimeout = 3'000'000;
+// Time in microseconds after which an item counts as placed even if no panel has read it.
+constexpr std::uint64_t placementTimeout = 3'000'000;
 
 constexpr char hardware[] = "Hardware";
 constexpr char active[] = "Active";
@@ -77,7 +77,7 @@ int StatusItem::getText(sd_bus*, const char*, const char*, const char*, sd_bus_m
 
 int StatusItem::getIcon(sd_bus* bus, const char* path, const char* interface, const char* property,
                         sd_bus_message* reply, void* item, sd_bus_error* error) {
-  static_cast<StatusItem*>(item)->settle();
+  static_cast<StatusItem*>(item)->markPlaced();
   return getText<&StatusItem::icon_>(bus, path, interface, property, reply, item, error);
 }
 
@@ -191,21 +191,21 @@ void StatusItem::registerItem(Address address) {
   if (address == Address::connection) sd_bus_get_unique_name(bus_, &name);
   sd_bus_call_method_async(bus_, nullptr, watcherName, "/StatusNotifierWatcher", watcherName,
                            "RegisterStatusNotifierItem", nullptr, nullptr, "s", name);
-  const int status = sd_event_add_time(loop_, Out(settleTimer_), CLOCK_BOOTTIME,
-                                       boottime() + settleTimeout, 0, onSettleTimeout, this);
-  isSettled_ = status < 0;
+  const int status = sd_event_add_time(loop_, Out(placementTimer_), CLOCK_BOOTTIME,
+                                       boottime() + placementTimeout, 0, onPlacementTimeout, this);
+  isPlaced_ = status < 0;
 }
 
-int StatusItem::onSettleTimeout(sd_event_source*, std::uint64_t, void* item) {
-  static_cast<StatusItem*>(item)->settle();
+int StatusItem::onPlacementTimeout(sd_event_source*, std::uint64_t, void* item) {
+  static_cast<StatusItem*>(item)->markPlaced();
   return 0;
 }
 
-void StatusItem::settle() {
-  if (isSettled_ || !isRegistered_) return;
-  isSettled_ = true;
-  settleTimer_.reset();
-  handlers_.onSettled();
+void StatusItem::markPlaced() {
+  if (isPlaced_ || !isRegistered_) return;
+  isPlaced_ = true;
+  placementTimer_.reset();
+  handlers_.onPlaced();
 }
 
 void StatusItem::moveTo(const char* path) {

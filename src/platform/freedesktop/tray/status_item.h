@@ -14,10 +14,10 @@ namespace lumowatt::freedesktop {
 class StatusItem {
  public:
   struct Handlers {
-    /// Opens the menu when a panel requests it. Returns false if the panel must open the menu.
+    /// Opens the menu at the request of a panel. Returns false if the panel must open it itself.
     std::function<bool()> openMenu;
-    /// Called when the item becomes settled.
-    std::function<void()> onSettled;
+    /// Called when the panel has placed the item.
+    std::function<void()> onPlaced;
   };
 
   /// `icons` is the folder of the item's icons.
@@ -57,9 +57,10 @@ class StatusItem {
   /// Registers the item with the running panel. No signals are emitted before registration.
   void registerItem(Address address);
 
-  /// Returns whether the item is settled: a panel has read the item since its registration, or a
-  /// few seconds have passed. Panels place items in the order in which they read them.
-  bool isSettled() const { return isSettled_; }
+  /// Returns whether the panel has placed the item. Panels place items in the order in which they
+  /// read them, so an item counts as placed as soon as its icon has been read after the
+  /// registration, or after a few seconds.
+  bool isPlaced() const { return isPlaced_; }
 
  private:
   template <std::string StatusItem::*text>
@@ -71,8 +72,8 @@ class StatusItem {
                            void* item, sd_bus_error*);
   static int getToolTip(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply,
                         void* item, sd_bus_error*);
-  static int onSettleTimeout(sd_event_source* source, std::uint64_t due, void* item);
-  void settle();
+  static int onPlacementTimeout(sd_event_source* source, std::uint64_t due, void* item);
+  void markPlaced();
   /// Moves the object to `path` and removes the object at the previous path, so that a panel that
   /// searches for items does not find the item twice.
   void moveTo(const char* path);
@@ -102,8 +103,8 @@ class StatusItem {
   EventSource signalSource_;
   const char* path_ = nullptr;  // of the object
   bool isRegistered_ = false;
-  bool isSettled_ = false;
-  EventSource settleTimer_;
+  bool isPlaced_ = false;
+  EventSource placementTimer_;
   BusSlot object_;
 };
 

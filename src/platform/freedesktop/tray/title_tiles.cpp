@@ -85,7 +85,7 @@ Result<> TitleTiles::present(const std::vector<Tile>& tiles, artwork::Ink ink) {
 void TitleTiles::registerItems() {
   const StatusItem* previous = &glyph_;
   for (Item& item : items_) {
-    if (!item.isRegistered && !previous->isSettled()) return;
+    if (!item.isRegistered && !previous->isPlaced()) return;
     if (!item.isRegistered) item.status.registerItem(StatusItem::Address::connection);
     item.isRegistered = true;
     previous = &item.status;

@@ -31,16 +31,15 @@ class TitleTiles {
   void enterPanel(bool addsOnTheLeft);
 
   /// Replaces the shown tiles with `tiles`, from left to right. Registers a tile only after the
-  /// previous item has settled: the handler `onSettled` must cause another call for the remaining
-  /// tiles. Must not be called from the menu of a tile, because the call can destroy that tile. On
-  /// failure, removes all tiles, which would be stale, and reports the reason on the standard
-  /// error.
+  /// panel has placed the previous item, so the handler `onPlaced` must call `show` again. Must not
+  /// be called from the menu of a tile, because the call can destroy that tile. On failure, removes
+  /// all tiles, which would be stale, and reports the reason on the standard error.
   void show(std::vector<Tile> tiles, artwork::Ink ink);
 
   /// Copies the texts of the glyph's item to the tiles.
   void copyTexts();
 
-  /// Updates the rows of the closed menus for the report (`MenuServer::updateRows`).
+  /// Updates the report in the closed menus (`MenuServer::updateRows`).
   void updateMenuRows(std::string_view report);
 
   /// Replaces the menus of the tiles.

@@ -21,7 +21,7 @@ constexpr std::array<std::string_view, 12> windowManagers{
     "Hyprland", "Wayfire", "awesome", "bspwm", "herbstluftwm", "i3",
     "labwc",    "qtile",   "river",   "sway",  "wayfire",      "wlroots"};
 
-/// Programs that start the programs in the autostart folder. The configuration of a window manager
+/// Tools that start the programs in the autostart folder. The configuration of a window manager
 /// may run one of them, as the configurations of i3 and Raspberry Pi OS do.
 constexpr std::array<std::string_view, 4> starters{"dex", "dex-autostart", "fbautostart",
                                                    "lxsession-xdg-autostart"};

@@ -16,7 +16,7 @@ struct DesktopPanel {
   std::vector<Command> commands;
 };
 
-/// Returns the panels. Panels that refuse to run on other desktops are last.
+/// Returns the panels. Panels that run only on their own desktop are last.
 std::vector<DesktopPanel> desktopPanels() {
   return {
       {{"KDE"},

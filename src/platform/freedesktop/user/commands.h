@@ -25,7 +25,7 @@ std::vector<Command> pictureViewerCommands(const std::string& path);
 std::vector<Command> launcherCommands();
 
 /// Returns the power settings panels of all desktops. The panel of the running desktop is first.
-/// Panels that refuse to run on other desktops are last.
+/// Panels that run only on their own desktop are last.
 std::vector<Command> batterySettingsCommands();
 
 }  // namespace lumowatt::freedesktop

@@ -16,7 +16,7 @@ enum class Unit { charge, energy };
 // the value.
 inline constexpr double picoPerMicro = 1e6;
 
-/// Charge of a battery in µAh, or its energy in pWh.
+/// What a battery stores: its charge in µAh, or its energy in pWh.
 struct Store {
   Unit unit;
   double full;                   ///< when fully charged; above 0
@@ -47,8 +47,8 @@ inline double direction(const Battery& battery) {
 }
 
 /// Returns whether almost no current or power flows: at most 10 mA for a battery that reports
-/// charge, or 10 mW for a battery that reports energy. Without a store, compares the current, or
-/// the power if the current is 0.
+/// charge, or 10 mW for a battery that reports energy. If the unit is unknown, compares the
+/// current, or the power if the current is 0.
 inline bool isIdle(const Battery& battery) {
   const bool energy = battery.store ? battery.store->unit == Unit::energy : battery.microamps == 0;
   return energy ? std::fabs(battery.picowatts) <= 1e10 : std::fabs(battery.microamps) <= 1e4;

@@ -13,10 +13,11 @@ namespace lumowatt::power_supply {
 /// Power state of the laptop, described as one battery and one adapter.
 struct PowerState {
   Battery battery;
-  bool external = false;     ///< external power is connected
-  bool charging = false;     ///< a pack charges, and the total flow is not outward
-  bool discharging = false;  ///< a pack discharges, or the total flow is outward; not `charging`
-  bool full = false;         ///< all packs are full
+  bool external = false;  ///< external power is connected
+  bool charging = false;  ///< a pack charges, and the total flow is not outward
+  /// Whether a pack discharges or the total flow is outward. False if `charging` is true.
+  bool discharging = false;
+  bool full = false;              ///< all packs are full
   std::int64_t adapterWatts = 0;  ///< 0 if unknown
   std::string adapterName;        ///< empty if unknown
 };

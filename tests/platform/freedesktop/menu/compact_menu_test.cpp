@@ -68,7 +68,7 @@ TEST(CompactMenu, PreservesCheckMarksAndTheDescriptionOfTheChart) {
   EXPECT_TRUE(entries[3].children[0].isOn);
 }
 
-TEST(CompactMenu, PreservesSingleLinesAndCommandsWithoutASubmenu) {
+TEST(CompactMenu, PreservesCommandsAndSingleLines) {
   EXPECT_EQ(rows({MenuLine{"No battery found"}}), Texts{"No battery found"});
   EXPECT_EQ(rows({MenuCommand{"Copy", {Action::copyDetails}}, MenuLine{"about"},
                   MenuCommand{"Quit", {Action::terminate}}}),

@@ -154,7 +154,7 @@ TEST_F(MenuLayoutTest, HidesTheItemOfARemovedLineUntilTheLineReappears) {
   EXPECT_TRUE(entry(7).isVisible);
 }
 
-TEST_F(MenuLayoutTest, HidesAllItemsButOneWithoutABattery) {
+TEST_F(MenuLayoutTest, HidesAllItemsExceptTheMessageIfThereIsNoBattery) {
   layout.present(statusMenu(contents()));
   layout.present(statusMenuWithoutBattery());
   for (const MenuEntry& child : layout.root().children) {

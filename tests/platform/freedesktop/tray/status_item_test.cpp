@@ -49,9 +49,9 @@ class StatusItemTest : public testing::Test {
 
   void registerAgain() { item_.registerItem(StatusItem::Address::connection); }
   sd_event* loop() const { return loop_.get(); }
-  bool isSettled() const { return item_.isSettled(); }
+  bool isPlaced() const { return item_.isPlaced(); }
 
-  int settleCount = 0;
+  int placementCount = 0;
   std::string lastLabel;     ///< label of the last signal
   nlohmann::json lastValue;  ///< value of the last property that was read
   PanelConnection connection{[this](sd_bus_message* message) { handleMessage(message); }};
@@ -74,7 +74,7 @@ class StatusItemTest : public testing::Test {
   StatusItem item_{connection.bus(),
                    loop_.get(),
                    "/icons",
-                   {.openMenu = [] { return false; }, .onSettled = [this] { ++settleCount; }}};
+                   {.openMenu = [] { return false; }, .onPlaced = [this] { ++placementCount; }}};
 };
 
 }  // namespace
@@ -103,32 +103,32 @@ TEST_F(StatusItemTest, ReplacesMarkupCharactersInTheToolTip) {
   EXPECT_EQ(lastValue, (nlohmann::json{"", nlohmann::json::array(), "‹1› + 2", "‹b›3‹/b›"}));
 }
 
-TEST_F(StatusItemTest, SettlesOnceAPanelHasReadItsIcon) {
-  EXPECT_FALSE(isSettled());
+TEST_F(StatusItemTest, IsPlacedOnceAPanelHasReadItsIcon) {
+  EXPECT_FALSE(isPlaced());
   read("Id");
-  EXPECT_FALSE(isSettled());
+  EXPECT_FALSE(isPlaced());
   read("IconName");
-  EXPECT_TRUE(isSettled());
+  EXPECT_TRUE(isPlaced());
   read("IconName");
-  EXPECT_EQ(settleCount, 1);
+  EXPECT_EQ(placementCount, 1);
 }
 
-TEST_F(StatusItemTest, SettlesAgainAfterEachRegistration) {
+TEST_F(StatusItemTest, IsPlacedAgainAfterEachRegistration) {
   read("IconName");
   registerAgain();
-  EXPECT_FALSE(isSettled());
+  EXPECT_FALSE(isPlaced());
   read("IconName");
-  EXPECT_TRUE(isSettled());
-  EXPECT_EQ(settleCount, 2);
+  EXPECT_TRUE(isPlaced());
+  EXPECT_EQ(placementCount, 2);
 }
 
-TEST_F(StatusItemTest, SettlesAfterATimeoutIfNoPanelReadsIt) {
+TEST_F(StatusItemTest, IsPlacedAfterATimeoutIfNoPanelReadsIt) {
   waitForTimer();
-  EXPECT_TRUE(isSettled());
-  EXPECT_EQ(settleCount, 1);
+  EXPECT_TRUE(isPlaced());
+  EXPECT_EQ(placementCount, 1);
 }
 
-TEST_F(StatusItemTest, CancelsItsTimeoutOnceSettled) {
+TEST_F(StatusItemTest, CancelsItsTimeoutAfterThePanelReadIt) {
   read("IconName");
   EXPECT_EQ(sd_event_run(loop(), 4'000'000), 0);
 }

@@ -25,7 +25,7 @@ Names settingsPrograms(const std::optional<std::string>& desktop) {
   return names(batterySettingsCommands());
 }
 
-/// Programs outside of a desktop. Programs that refuse to run on other desktops are last.
+/// Programs outside of a desktop. Programs that run only on their own desktop are last.
 const Names defaultOrder{
     "systemsettings",         "systemsettings5",        "xfce4-power-manager-settings",
     "mate-power-preferences", "cinnamon-settings",      "lxqt-config-powermanagement",
@@ -83,7 +83,7 @@ TEST(BatterySettingsCommands, HaveADefaultOrderOutsideOfDesktops) {
   EXPECT_EQ(settingsPrograms("sway"), defaultOrder);
 }
 
-TEST(BatterySettingsCommands, StartWithTheRunningDesktop) {
+TEST(BatterySettingsCommands, ListTheProgramOfTheRunningDesktopFirst) {
   const std::vector<std::pair<std::string, std::string>> firstPrograms{
       {"KDE", "systemsettings"},
       {"XFCE", "xfce4-power-manager-settings"},

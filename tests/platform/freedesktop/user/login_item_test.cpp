@@ -94,7 +94,7 @@ TEST_F(LoginItemTest, IsNotFoundIfTheTryExecProgramIsMissing) {
             LoginItemStatus::notFound);
 }
 
-TEST_F(LoginItemTest, RequiresApprovalIfForOtherDesktops) {
+TEST_F(LoginItemTest, RequiresApprovalIfRestrictedToOtherDesktops) {
   const std::string exec = "Exec=" + program() + "\n";
   const ScopedVariable desktop("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
   EXPECT_EQ(statusOf(exec + "OnlyShowIn=XFCE;GNOME;\n"), LoginItemStatus::enabled);

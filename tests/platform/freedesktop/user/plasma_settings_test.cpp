@@ -24,7 +24,7 @@ TEST(PlasmaSettings, HaveNoAnimationsIfTheFactorIsZero) {
   EXPECT_FALSE(hasNoAnimations("[KDE]\nAnimationDurationFactor=\n"));
 }
 
-TEST(PlasmaSettings, UseOnlyTheFactorInTheKdeGroup) {
+TEST(PlasmaSettings, ReadTheAnimationFactorOnlyFromTheKdeGroup) {
   EXPECT_FALSE(hasNoAnimations("[General]\nAnimationDurationFactor=0\n[KDE]\nSingleClick=false\n"));
   EXPECT_FALSE(hasNoAnimations("[KDE][Other]\nAnimationDurationFactor=0\n"));
 }

@@ -38,7 +38,7 @@ TEST(PackStatus, IsUnknownIfMissingOrInvalid) {
   EXPECT_EQ(packOf(chargePack({{"status", "\xFFlat"}})).status, Status::unknown);
 }
 
-TEST(PackStore, IsChargeIfTheFullChargeIsKnown) {
+TEST(PackCharge, HasTheUnitChargeIfTheFullChargeIsKnown) {
   const Store store = packOf(chargePack({{"energy_full", "44000000"}})).battery.store.value();
   EXPECT_EQ(store.unit, Unit::charge);
   EXPECT_EQ(store.full, 4e6);
@@ -46,7 +46,7 @@ TEST(PackStore, IsChargeIfTheFullChargeIsKnown) {
   EXPECT_EQ(store.design, 5e6);
 }
 
-TEST(PackStore, IsEnergyIfTheFullChargeIsMissingOrZero) {
+TEST(PackCharge, HasTheUnitEnergyIfTheFullChargeIsMissingOrZero) {
   EXPECT_EQ(packOf(energyPack()).battery.store.value().unit, Unit::energy);
   const Store store =
       packOf(energyPack({{"charge_full", "0"}, {"charge_now", "1000000"}})).battery.store.value();
@@ -56,21 +56,21 @@ TEST(PackStore, IsEnergyIfTheFullChargeIsMissingOrZero) {
   EXPECT_EQ(store.design, 60e12);
 }
 
-TEST(PackStore, IsUnknownWithoutAFullCapacity) {
+TEST(PackCharge, IsUnknownWithoutAFullCapacity) {
   EXPECT_FALSE(packOf(chargePack({{"charge_full", missing}})).battery.store);
   EXPECT_FALSE(packOf(chargePack({{"charge_full", "-4000000"}})).battery.store);
 }
 
-TEST(PackStore, HasNoDesignCapacityIfTheDriverReports0) {
+TEST(PackCharge, HasNoDesignCapacityIfTheDriverReports0) {
   EXPECT_EQ(packOf(chargePack({{"charge_full_design", "0"}})).battery.store->design, std::nullopt);
 }
 
-TEST(PackStore, DerivesAMissingPresentChargeFromThePercentage) {
+TEST(PackCharge, DerivesAMissingPresentChargeFromThePercentage) {
   EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", "25"}})).battery.store->now,
             1e6);
 }
 
-TEST(PackStore, ReplacesAnImplausiblePresentChargeByThePercentage) {
+TEST(PackCharge, ReplacesAnImplausiblePresentChargeByThePercentage) {
   const auto now = [](const std::string& chargeNow) {
     return packOf(chargePack({{"charge_now", chargeNow}, {"capacity", "25"}})).battery.store->now;
   };
@@ -81,11 +81,11 @@ TEST(PackStore, ReplacesAnImplausiblePresentChargeByThePercentage) {
   EXPECT_EQ(now("0"), 0.0);
 }
 
-TEST(PackStore, AcceptsAFullCapacityOfOneMicroampereHour) {
+TEST(PackCharge, AcceptsAFullCapacityOfOneMicroampereHour) {
   EXPECT_EQ(packOf(chargePack({{"charge_full", "1"}})).battery.store->full, 1.0);
 }
 
-TEST(PackStore, ComparesAndComputesThePresentChargeExactly) {
+TEST(PackCharge, ComputesThePresentChargeWithoutRounding) {
   const auto now = [](const std::string& chargeNow) {
     return packOf(chargePack(
                       {{"charge_full", "16777217"}, {"charge_now", chargeNow}, {"capacity", "75"}}))
@@ -95,12 +95,12 @@ TEST(PackStore, ComparesAndComputesThePresentChargeExactly) {
   EXPECT_EQ(now("25165826"), 12'582'912.75);
 }
 
-TEST(PackStore, IsEmptyIfThePercentageIsNegative) {
+TEST(PackCharge, IsZeroIfThePercentageIsNegative) {
   EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", "-5"}})).battery.store->now,
             0.0);
 }
 
-TEST(PackStore, HasNoPresentChargeWithoutChargeAndPercentage) {
+TEST(PackCharge, HasNoPresentChargeWithoutChargeAndPercentage) {
   EXPECT_EQ(packOf(chargePack({{"charge_now", missing}, {"capacity", missing}})).battery.store->now,
             std::nullopt);
 }
@@ -129,7 +129,7 @@ TEST(PackDesignVoltage, FallsBackFromMinimumToMaximumToPresentVoltage) {
   EXPECT_EQ(volts(missing, missing), 12.5e6);
 }
 
-TEST(PackDesignVoltage, IsReadOnlyIfTheStoreIsKnown) {
+TEST(PackDesignVoltage, IsReadOnlyIfTheChargeIsKnown) {
   EXPECT_EQ(packOf(chargePack()).battery.designMicrovolts, 11e6);
   EXPECT_EQ(packOf(energyPack()).battery.designMicrovolts, 10e6);
   EXPECT_EQ(packOf(chargePack({{"charge_full", missing}})).battery.designMicrovolts, std::nullopt);
@@ -249,7 +249,7 @@ TEST(PackFlow, OverridesStatusChargingEvenIfTheOutflowIsMinimal) {
       Status::discharging);
 }
 
-TEST(PackFlow, OverridesNoStatusOtherThanCharging) {
+TEST(PackFlow, OverridesOnlyTheStatusCharging) {
   for (const auto& [text, status] :
        {std::pair("Unknown", Status::unknown), std::pair("Not charging", Status::notCharging)}) {
     const Pack pack =
@@ -311,7 +311,7 @@ TEST(PackEstimate, IsUsedIfNeitherCurrentNorPowerIsReported) {
   }
 }
 
-TEST(PackEstimate, IsIgnoredIfAFlowOfAlmostZeroIsReported) {
+TEST(PackEstimate, IsIgnoredIfTheReportedCurrentOrPowerIsAlmostZero) {
   const auto isUsed = [](Attributes pack, const std::string& status) {
     pack.insert({{"time_to_empty_now", "7200"}, {"time_to_full_now", "7200"}});
     pack["status"] = status;
@@ -329,7 +329,7 @@ TEST(PackEstimate, IsIgnoredIfAFlowOfAlmostZeroIsReported) {
   }
 }
 
-TEST(PackEstimate, DependsOnTheCurrentElseThePowerWithoutAStore) {
+TEST(PackEstimate, DependsOnTheCurrentElseThePowerIfTheChargeIsUnknown) {
   const auto isUsed = [](const Attributes& changes) {
     Attributes pack = {{"status", "Discharging"}, {"time_to_empty_now", "7200"}};
     pack.insert(changes.begin(), changes.end());

@@ -122,7 +122,7 @@ TEST(Printable, PreservesNeighborsOfInvisibleCharacters) {
   }
 }
 
-TEST(Printable, PreservesFirstAndLastCharacterOfEachLength) {
+TEST(Printable, PreservesTheFirstAndLastCharacterOfEachEncodedLength) {
   for (const char* const text : {"!", "~", "\u00A1", "\u07FF", "\u0800", "\uFFFD", "\U00010000"}) {
     EXPECT_EQ(printable(text), text);
   }

@@ -288,7 +288,7 @@ TEST(Service, OmitsOrClampsNegativeValues) {
   EXPECT_FALSE(properties.contains("CycleCount"));
 }
 
-// Values that are exact halves in the kernel's units. They must be rounded only once.
+// The exact results are halfway between two integers. They must be rounded only once.
 TEST(ServiceRounding, RoundsHalvesAwayFromZero) {
   EXPECT_EQ(propertiesWith({{"charge_now", "410000"}, {"current_now", "400000"}})["TimeRemaining"],
             62)

@@ -40,9 +40,9 @@ void unplug(const MockMachine& machine, const Supply& supply) {
 
 using Event = std::function<void(const MockMachine&)>;
 
-/// Reads a machine with `others` and `supply`, and triggers `event` during the reading: once for
-/// each moment at which the event can occur. Expects the properties before the event, after the
-/// event, or without the supply.
+/// Reads machines with `others` and `supply`, and triggers `event` during each reading: before the
+/// first opened file or folder, before the second, and so on. Expects the properties before the
+/// event, after the event, or without the supply.
 void expectConsistentProperties(const std::vector<Supply>& others, const Supply& supply,
                                 const Event& event) {
   int moments = 0;
@@ -90,18 +90,18 @@ const Supply laptopPack = {"BAT0", energyPack({{"time_to_empty_now", "7200"}})};
 
 }  // namespace
 
-TEST(SupplyRemoval, OfTheOnlyPackNeverReturnsPartialProperties) {
+TEST(SupplyRemoval, NeverLeavesPartialPropertiesOfTheOnlyPack) {
   expectConsistentPropertiesOnRemoval({laptopMains}, laptopPack,
                                       energyPack({{"energy_now", "20000000"}}));
 }
 
-TEST(SupplyRemoval, OfTheFirstPackNeverReturnsPartialProperties) {
+TEST(SupplyRemoval, NeverLeavesPartialPropertiesOfTheFirstPack) {
   expectConsistentPropertiesOnRemoval(
       {laptopMains, {"BAT1", energyPack({{"time_to_empty_now", "3600"}})}}, laptopPack,
       energyPack({{"energy_now", "20000000"}}));
 }
 
-TEST(SupplyRemoval, OfTheSecondPackNeverReturnsPartialProperties) {
+TEST(SupplyRemoval, NeverLeavesPartialPropertiesOfTheSecondPack) {
   const Attributes charge = chargePack({{"time_to_empty_now", "3600"}});
   expectConsistentPropertiesOnRemoval({laptopMains, laptopPack}, {"BAT1", charge}, energyPack());
 }
@@ -120,7 +120,8 @@ TEST(SupplyRemoval, CausesNoSecondReadingOfTheOtherPacks) {
 
   bool isRemoved = false;
   before = openCount();
-  onOpen(1 + openCountPerPack * (count - 1) + 2, [&] {  // its folder is open, but no attribute
+  // The folder of the last pack is open, but none of its attributes.
+  onOpen(1 + openCountPerPack * (count - 1) + 2, [&] {
     std::filesystem::remove(machine.powerSupplyFolder() / name(count - 1));
     isRemoved = true;
   });
@@ -146,7 +147,7 @@ TEST(SupplyRemoval, OmitsAPackWhoseReadsFailWhileItIsStillListed) {
   }
 }
 
-TEST(SupplyRemoval, OfAChargerNeverReturnsPartialProperties) {
+TEST(SupplyRemoval, NeverLeavesPartialPropertiesOfACharger) {
   const Supply full = {"BAT0", chargePack({{"status", "Full"}})};
   const Supply charger = {"port",
                           {{"type", "USB"},
