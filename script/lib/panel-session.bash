@@ -117,7 +117,7 @@ END
 }
 
 # Resets the list of known items, so that the item is new to the next panel.
-forget_items() {
+reset_known_items() {
   local list=(-c xfce4-panel -p /plugins/plugin-2/known-items) other values=()
   for other in "${other_items[@]}"; do values+=(-t string -s "$other"); done
   xfconf-query "${list[@]}" -r

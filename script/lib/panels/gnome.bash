@@ -57,12 +57,12 @@ reach_colors() { choose_line $more_row; }
 
 # Checks that the entire menu fits below the bar with either of its submenus open. The required
 # height is that of a screen of 720 px, which is 1080 px at a scale of 150 %.
-try_more() {
+check_more() {
   supply BAT0/status=Charging BAT0/power_now=28200000 BAT0/temp=312 AC/online=1 \
     AC/input_power_limit=65000000 # for the maximum number of lines in the report
   open_panel dark
   point_away
-  shoot_still bare
+  capture_still_screen bare
   begin_item
   if check "it is drawn, charging" is_item_drawn; then
     fit_submenu $modes_row "Menu bar shows"
@@ -76,7 +76,7 @@ fit_submenu() { # ROW TITLE
   open_menu_by 1 dark || return 0
   choose_line "$1" || true
   check "its menu fits the screen with \"$2\" open" is_menu_high_enough 500 688 || true
-  keep_menu "charging-$1" "charging, with \"$2\" open"
+  record_menu "charging-$1" "charging, with \"$2\" open"
   check "the menu closes" is_menu_closed || true
 }
 

@@ -40,17 +40,17 @@ close_panel() {
 }
 
 # Checks that both buttons open the menu in a launcher, where the first letters select a line.
-try_more() {
+check_more() {
   open_panel dark
   WAYLAND_DISPLAY=$(wayland_display)
   export WAYLAND_DISPLAY
   point_away
-  shoot_still bare
+  capture_still_screen bare
   begin_item
   if check "dark: it is drawn" is_item_drawn; then
-    shoot_still state
+    capture_still_screen state
     find_item state
-    open_menu_by 1 dark && keep_menu dark-launcher "dark, menu in fuzzel"
+    open_menu_by 1 dark && record_menu dark-launcher "dark, menu in fuzzel"
     focus_sway
     xdotool type Colors
     xdotool key Return

@@ -21,17 +21,17 @@ close_panel() { end_panel; }
 
 # Checks how often a panel that knows other items draws the glyph and the title when they are new to
 # the panel. The panel then writes its list of known items while the second item is registered.
-try_more() {
+check_more() {
   local start drawn=0 half=0
   for ((start = 1; start <= starts; ++start)); do
-    forget_items
+    reset_known_items
     open_panel dark
     begin_item
     if are_drawn_soon 2; then
       drawn=$((drawn + 1))
     else
       ! are_drawn 1 || half=$((half + 1))
-      shoot lost
+      capture_screen lost
       convert "$session/lost.miff" -crop "200x30+1080+0" +repage -sample 200% "$folder/lost.png"
     fi
     stop "$item"
