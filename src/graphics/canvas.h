@@ -41,9 +41,9 @@ class Canvas : public Interface {
 /// A raster image.
 class Bitmap : public Interface {
  public:
-  /// Encodes the pixels as a PNG file with 8 bits each of red, green, blue and alpha. The file
-  /// specifies the resolution that yields the size in points. Returns std::nullopt if encoding
-  /// fails.
+  /// Encodes the pixels as a PNG file with 8 bits each of red, green, blue and alpha. The
+  /// resolution in the file is the scale of the bitmap, so that viewers can show the picture in its
+  /// size in points. Returns std::nullopt if encoding fails.
   virtual std::optional<std::string> encodePng() = 0;
 };
 

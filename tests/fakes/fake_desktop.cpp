@@ -50,8 +50,8 @@ std::vector<std::optional<StoredPreference>> FakeDesktop::preferences(
     const auto entry = store.find(key);
     auto& value = values.emplace_back(StoredPreference{});
     if (entry == store.end()) {
-      // Code that dereferences this empty optional by mistake reads zeros, which differ from the
-      // defaults.
+      // The zeros remain in the storage of the empty optional, so a test detects code that reads
+      // them instead of the defaults.
       value.reset();
       continue;
     }

@@ -204,8 +204,8 @@ INSTANTIATE_TEST_SUITE_P(
                           .diagnostic = "used after it is released"}),
     nameOfFault);
 
-// The system's protocols declare most of these methods as optional. A compiler therefore does not
-// report a missing or misspelled method.
+// Methods of the delegate that the system calls. The system's protocols declare most of them as
+// optional, so a compiler does not report a missing or misspelled method.
 
 namespace {
 

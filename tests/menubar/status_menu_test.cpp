@@ -90,7 +90,8 @@ std::string chartColor(MenuContents menu) {
   const Menu items = statusMenu(menu);
   const MenuChart& chart = chartIn(items);
   std::string color = lineColor(std::get<Drawing>(chart.view.content.image.content));
-  // `lineColor` returns the last word of the recorded operation. It is "0)" for `userAccent`.
+  // `lineColor` returns the last word of the operation, which ends with "rgb(1, 0, 0)" for
+  // `userAccent`.
   EXPECT_EQ(lineColor(pictureOf(chart)), color == "accent" ? "0)" : color);
   return color;
 }
