@@ -11,11 +11,11 @@ namespace lumowatt::artwork {
 
 namespace {
 
-// Panels render the square at 16 pixels (1 pixel per unit) or at 22 pixels (1.375 pixels per unit).
-// The horizontal and vertical edges of the battery lie on whole units, which are pixel boundaries
-// at 16 pixels. At 22 pixels, the edges 3 and 5 units above and below the center are within an
-// eighth of a pixel of a pixel boundary, and every gap contains an empty pixel. The outline is as
-// thick as the lines of the panels' own icons.
+// Panels render the square of a symbol at 16 pixels (1 pixel per unit) or at 22 pixels (1.375
+// pixels per unit). The horizontal and vertical edges of the battery lie on whole units, which are
+// pixel boundaries at 16 pixels. At 22 pixels, the edges 3 and 5 units above and below the center
+// are within an eighth of a pixel of a pixel boundary, and every gap contains an empty pixel. The
+// outline is as thick as the lines of the panels' own icons.
 //
 // Coordinates are relative to the center of the body. The terminal is on the right.
 constexpr Point bodyCenter{7.0, 8.0};
@@ -38,7 +38,8 @@ constexpr std::array<Point, 2> halfSlash{{{5.3, 6.7}, {6.7, 5.3}}};
 
 // Horizontal distance from the center line of the slash, which runs at 45 degrees, to the outline.
 constexpr double clearance = 3.0;
-constexpr double cutRadius = 1.0;  // of the corners where the cut meets the left or right edge
+// Radius of the corners where the clearance beside the slash interrupts the outline.
+constexpr double cutRadius = 1.0;
 
 using Corners = std::vector<Corner>;
 

@@ -38,7 +38,7 @@ double rounded(double component) {
   return static_cast<double>(roundedHalfAwayFromZero(component * 255.0).value_or(0)) / 255.0;
 }
 
-/// Returns the components of each kind of color.
+/// Visitor that returns the components of a color.
 struct Resolver {
   Appearance appearance;
 

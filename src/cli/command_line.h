@@ -22,8 +22,9 @@ using Command = std::variant<PrintVersion, WriteSnapshot, PrintDump, ShowMenuBar
 /// Parses all arguments of the process, including the program name, into a command.
 ///
 /// "--version" has priority over "--snapshot", and "--snapshot" over "--dump". Without any of them,
-/// the command is the menu bar item. The argument that follows the first "--snapshot" is its path,
-/// even if it looks like a switch. A switch without its argument and unknown arguments are ignored.
+/// the command is to show the menu bar item. The argument that follows the first "--snapshot" is
+/// its path, even if it looks like a switch. A switch without its argument and unknown arguments
+/// are ignored.
 Command parseCommandLine(std::span<const char* const> arguments);
 
 }  // namespace lumowatt

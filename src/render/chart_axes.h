@@ -18,7 +18,7 @@ struct PercentAxis {
 };
 
 /// Returns the axis for the samples, which must not be empty. The axis lies within 0 to 100 %. It
-/// spans at least 10 points, so that a change of one point looks small.
+/// spans at least 10 percentage points, so that a change of 1 % looks small.
 PercentAxis percentAxis(const std::vector<Sample>& samples);
 
 /// Horizontal axis of a chart, in seconds on the time scale of the samples.

@@ -11,7 +11,7 @@ namespace lumowatt {
 /// Figures that a title shows beside the percentage.
 struct TitleExtras {
   bool power;
-  bool time;  ///< shown only if the reading contains an estimate
+  bool time;  ///< shown only if the reading contains the time
 };
 
 /// Title of the item, in the two forms that menu bars can show.

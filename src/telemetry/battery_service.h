@@ -14,8 +14,7 @@ namespace lumowatt {
 class BatteryService : public Interface {
  public:
   /// Returns the current properties of the battery. Returns std::nullopt if the machine has no
-  /// battery or its properties cannot be read. Never throws because of the data that a machine
-  /// reports.
+  /// battery or its properties cannot be read. Does not throw, whatever data the machine reports.
   virtual std::optional<PropertyDictionary> properties() = 0;
 };
 

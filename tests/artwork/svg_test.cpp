@@ -38,7 +38,7 @@ std::string fileOf(const Icon& icon) {
   return icons.folder.path() / icon.fileName();
 }
 
-/// Renders the template of a symbol in the unknown ink, at a width and height of `size` pixels.
+/// Renders the template of a symbol in the color of `Ink::unknown`, at `size` by `size` pixels.
 Picture rendered(std::string_view name, int size) {
   return lumowatt::rendered(fileOf({name}), size);
 }
@@ -66,8 +66,8 @@ std::vector<double> row(const Picture& picture, int y) {
   return alphas;
 }
 
-/// Returns a character for each run of covered ('#') and of free ('.') pixels, without pixels that
-/// are partly covered.
+/// Returns a character for each run of covered ('#') or free ('.') pixels. Ignores pixels that are
+/// partly covered.
 std::string summarizeRuns(const std::vector<double>& alphas) {
   std::string kinds;
   for (const double alpha : alphas) {
@@ -273,12 +273,13 @@ TEST(Icons, HaveSharpEdgesAtSixteenPixels) {
 }
 
 TEST(Icons, HaveNearlySharpEdgesAtTwentyTwoPixels) {
-  // A unit is 1.375 pixels. Edges 2, 3 and 5 units from the middle are 2.75, 4.125 and 6.875 pixels
-  // from the middle.
+  // A unit is 1.375 pixels. The edges that are 2, 3 and 5 units from the middle are therefore 2.75,
+  // 4.125 and 6.875 pixels from the middle.
   const Picture full = rendered(symbol::battery100, 22);
   expectAlphas(column(full, 9), {0, 0, 0,    0, 0.875, 1, 0.875, 0, 0.75, 1, 1,
                                  1, 1, 0.75, 0, 0.875, 1, 0.875, 0, 0,    0, 0});
-  // Edges 2, 3, 11 and 12 units from the left are at 2.75, 4.125, 15.125 and 16.5 pixels.
+  // The edges that are 2, 3, 11 and 12 units from the left are at 2.75, 4.125, 15.125 and 16.5
+  // pixels.
   expectAlphas(row(full, 10),
                {1, 1, 0.75, 0, 0.875, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0.125, 0.5, 1, 1, 1, 1, 1});
 }

@@ -50,8 +50,8 @@ std::vector<std::optional<StoredPreference>> FakeDesktop::preferences(
     const auto entry = store.find(key);
     auto& value = values.emplace_back(StoredPreference{});
     if (entry == store.end()) {
-      // The zeros remain in the storage of the empty optional, so a test detects code that reads
-      // them instead of the defaults.
+      // The zeros remain in the storage of the empty optional. They differ from the defaults, so
+      // tests detect code that reads an empty optional by mistake.
       value.reset();
       continue;
     }

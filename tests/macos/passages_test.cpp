@@ -18,7 +18,7 @@ namespace {
 struct Passage {
   std::string name;
   std::string file;
-  std::string text;  ///< parts in grave accents would still compile if they were swapped
+  std::string text;  ///< parts in backticks would still compile if they were swapped
 };
 
 std::ostream& operator<<(std::ostream& stream, const Passage& passage) {
@@ -229,7 +229,7 @@ std::string normalized(const std::string& source) {
   return std::regex_replace(std::regex_replace(source, comments, ""), blanks, " ");
 }
 
-/// Splits the passage at its grave accents. The parts with odd indexes are those in grave accents.
+/// Splits the passage at its backticks. The parts with odd indexes are those in backticks.
 std::vector<std::string> parts(const Passage& passage) {
   std::vector<std::string> result{{}};
   for (const char c : passage.text) {
@@ -260,7 +260,7 @@ bool occursOnce(const Passage& passage, const std::string& source) {
   return count(normalized(source), joined(parts(passage))) == 1;
 }
 
-/// Returns the passages that contain parts in grave accents.
+/// Returns the passages that contain parts in backticks.
 std::vector<Passage> passagesWithParts() {
   std::vector<Passage> result = passages();
   std::erase_if(result, [](const Passage& passage) { return parts(passage).size() == 1; });

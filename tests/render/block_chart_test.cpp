@@ -40,7 +40,7 @@ TEST(BlockChart, DrawsAFallingChargeInEightLevels) {
 
 TEST(BlockChart, DrawsAnAlmostFlatHistoryLow) {
   // The vertical scale spans 4 percentage points, so that 51 % is at a quarter of the height, which
-  // is level 1.75. The middle of the chart is at level 0.875.
+  // is level 1.75. Halfway in time, the charge is at level 0.875.
   const std::string chart = blockChart({{0, 50}, {2900, 51}});
   EXPECT_EQ(chart, repeated("▁", 9) + repeated("▂", 16) + repeated("▃", 5) + " 50–51%");
 }
@@ -68,7 +68,8 @@ TEST(BlockChart, RoundsHalfwayHeightsUpToTheNextLevel) {
   EXPECT_EQ(blockChart({{1000, 0}, {2000, 10}, {3900, 14}}),
             "▁▂▂▃▃▄▄▅▅▆▆▆▆▆▆▇▇▇▇▇▇▇▇▇▇█████ 0–14%");
   EXPECT_EQ(blockChart({{0, 0}, {1400, 10}, {2900, 10}}), "▁▂▂▃▃▄▄▅▅▆▆▇▇█████████████████ 0–10%");
-  // Slightly later, these columns are just below the halfway points and are rounded down.
+  // If the second sample is slightly later, these columns are just below the halfway points and are
+  // rounded down.
   EXPECT_EQ(blockChart({{0, 0}, {1400.0000001, 10}, {2900, 10}}),
             "▁▁▂▂▃▃▄▄▅▅▆▆▇▇████████████████ 0–10%");
 }

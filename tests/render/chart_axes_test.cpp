@@ -17,7 +17,7 @@ std::pair<std::int64_t, std::int64_t> ends(std::int64_t low, std::int64_t high) 
 
 using Ends = std::pair<std::int64_t, std::int64_t>;
 
-/// Returns the length and the step of the axis for a history of `minutes`, both in minutes.
+/// Returns the length and the step of the axis for a history of this length. All are in minutes.
 std::pair<double, double> period(double minutes) {
   const TimeAxis axis = timeAxis({{100.0, 50}, {100.0 + minutes * 60.0, 50}});
   EXPECT_EQ(axis.end, 100.0 + minutes * 60.0);

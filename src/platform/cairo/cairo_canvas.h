@@ -14,7 +14,7 @@ class CairoCanvas : public Canvas {
   /// grow upward.
   CairoCanvas(cairo_t* cairo, Appearance appearance);
 
-  /// Returns whether the canvas can draw text. If not, nothing may be drawn on it.
+  /// Returns whether the canvas can draw text. If not, the caller must not draw on it.
   bool hasFonts() const { return textLayout_.isValid(); }
 
   void fill(const Rect& rect, const Color& color) override;

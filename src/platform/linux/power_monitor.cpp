@@ -12,7 +12,7 @@ using freedesktop::boottime;
 
 namespace {
 
-// Times in microseconds. The attributes have their new values `settlingTime` after an event.
+// Times in microseconds. After an event, drivers need the settling time to update the attributes.
 constexpr std::uint64_t settlingTime = 50'000;
 constexpr std::uint64_t minInterval = 500'000;
 constexpr std::uint64_t accuracy = 1'000;

@@ -13,7 +13,7 @@ namespace lumowatt {
 using DeviceMonitor =
     std::unique_ptr<sd_device_monitor, freedesktop::Release<sd_device_monitor_unref>>;
 
-/// Monitors the kernel's events of power supplies (Documentation/power/power_supply_class.rst). The
+/// Monitors the kernel's power-supply events (Documentation/power/power_supply_class.rst). The
 /// kernel sends events in bursts, before the attributes have their new values.
 /// Therefore the monitor calls its callback shortly after an event, and at most twice a second.
 class PowerMonitor {

@@ -6,7 +6,7 @@
 namespace lumowatt::freedesktop {
 
 Failure busFailure(int status) {
-  if (status == -ENOMEDIUM) return {"the environment does not say where it is"};
+  if (status == -ENOMEDIUM) return {"the environment contains no address"};
   return systemFailure(-status);
 }
 

@@ -19,7 +19,7 @@ struct LauncherLine {
 };
 
 /// Returns the lines of the menu in order. The lines of a submenu follow the submenu's title. The
-/// line of an item that is on begins with "✓", or with "•" for a radio item.
+/// line of a checked item begins with "✓", or with "•" for a radio item.
 std::vector<LauncherLine> launcherLines(const Menu& menu);
 
 /// Menu in the user's launcher (fuzzel, rofi, dmenu, ...), for panels that show no menus.

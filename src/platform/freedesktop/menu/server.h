@@ -29,10 +29,10 @@ class MenuServer {
   /// Replaces the menu if a panel has already read the menu.
   void update(const Menu& menu);
 
-  /// Updates the menu if `report` has more or fewer lines than the menu has rows for it. Panels lay
-  /// out a menu before they call AboutToShow, so an update at that time would be too late for a new
-  /// row. Does nothing while the menu is open or compact, or while the connection is congested; a
-  /// later call then updates the menu.
+  /// Updates the menu if the number of lines of `report` differs from the number of rows that show
+  /// the report in the menu. Panels lay out a menu before they call AboutToShow, so an update at
+  /// that time would be too late for a new row. Does nothing while the menu is open or compact, or
+  /// while the connection is congested; a later call then updates the menu.
   void updateRows(std::string_view report);
 
  private:

@@ -28,7 +28,7 @@ struct Store {
 struct Battery {
   std::optional<Store> store;
   std::optional<double> microvolts;        ///< present voltage at the terminals; above 0
-  std::optional<double> designMicrovolts;  ///< nominal; converts charge to energy; above 0
+  std::optional<double> designMicrovolts;  ///< nominal, used to convert charge to energy; above 0
 
   // Current and power into the battery. Negative values flow out of the battery; 0 if unknown.
   double microamps = 0;
