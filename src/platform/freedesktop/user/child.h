@@ -25,9 +25,10 @@ void prepareToWatchChildren();
 /// `onExit` is not called. Returns null if the child cannot be watched.
 EventSource watchChild(sd_event* loop, pid_t child, std::function<void(bool succeeded)> onExit);
 
-/// Starts the first available command, as `startFirst` does, without a limit on its run time. Calls
-/// `onExit` when the program exits while the loop runs, unless the program cannot be watched.
-/// Returns the name of the program. Returns nothing if no program could be started.
+/// Starts the first available command, as `startFirst` does. The program may run for any length of
+/// time. Calls `onExit` when the program exits. Does not call `onExit` if the loop no longer runs
+/// then, or if the program cannot be watched. Returns the name of the program. Returns nothing if
+/// no program could be started.
 std::optional<std::string> startDetached(
     sd_event* loop, const std::vector<Command>& commands, std::string_view input = {},
     const std::function<void(const std::string& name, bool succeeded)>& onExit = {});

@@ -73,7 +73,7 @@ std::optional<pid_t> start(const std::string& program, const Command& command,
   std::array<int, 2> pipe{};
   if (::pipe2(pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return std::nullopt;
   const auto [readEnd, writeEnd] = pipe;
-  // The input must fit into the pipe's buffer, so that writing it does not block.
+  // The pipe does not block. The write succeeds only if the whole input fits into its buffer.
   const bool isWritten =
       ::write(writeEnd, input.data(), input.size()) == static_cast<ssize_t>(input.size());
   ::close(writeEnd);
