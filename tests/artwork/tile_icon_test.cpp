@@ -211,7 +211,8 @@ TEST_P(RenderedTile, NarrowsARowThatIsTooWide) {
 INSTANTIATE_TEST_SUITE_P(Sizes, RenderedTile, testing::Values(16, 22, 44),
                          testing::PrintToStringParamName());
 
-// Renders at 22 times the smallest size of 16 pixels, so a pixel of that size is 22 pixels wide.
+// Renders the 16-pixel icon enlarged 22 times: a pixel of the icon is 22 pixels wide in the
+// picture.
 class MarkBesidePercentage : public testing::TestWithParam<std::string> {
  protected:
   static constexpr double pixel = 22.0;

@@ -31,7 +31,7 @@ std::string timeOf(std::int64_t minutes) {
   return tiles(readingWith(-8.34, minutes), timeExtra, false).at(0).at(1).text;
 }
 
-/// Returns a row with a percentage and an arrow or dot behind it.
+/// Returns a row with a percentage, followed by an arrow or a dot.
 TileRow rowWithMark(const char* percent, const char* mark,
                     std::optional<SystemColor> color = std::nullopt) {
   return {.text = percent, .mark = TileMark{mark, color}};
