@@ -1,4 +1,4 @@
-// Runs several commands alternately, in random order in each round, and compares their medians:
+// Runs several commands once in each round, in random order, and compares their medians:
 //
 //   interleave ROUNDS COMMAND...
 //

@@ -2,11 +2,14 @@
 //
 //   resident SECONDS PANEL CHARGE COMMAND...
 //
-// Starts the commands, each of which is one argument, and measures all of them simultaneously for
-// SECONDS. Then runs CHARGE, a shell command that simulates plugging in the charger, and measures
-// the commands again. Acts as the panel of the session, with PANEL as its process name, and
-// measures the time from the start of the first command until its registration. The ratios to the
-// first command are more reliable than the absolute values. Prints the results as Markdown tables.
+// This program is the panel of the session. Its process name is PANEL, because items recognize
+// panels by this name. Each command is one argument.
+//
+// First starts the first command several times and prints the median time until the command
+// registers its item. Then starts all commands and measures them simultaneously for SECONDS. Then
+// runs CHARGE, a shell command that simulates plugging in the charger, and measures the commands
+// again. The ratios to the first command are more reliable than the absolute values. Prints the
+// results as Markdown tables.
 
 #include <fcntl.h>
 #include <sys/prctl.h>

@@ -182,7 +182,7 @@ void Panel::requireUpToDate() {
   require(now.items.size() == items_.size(), "added or removed items without a signal");
   for (const auto& [id, item] : now.items) {
     require(hasItem(id), "an added item without a signal", std::to_string(id));
-    // The other properties of an item never change.
+    // Only these properties and the check mark can change.
     for (const char* name : {"label", "enabled", "visible"}) {
       require(items_[id].property(name) == item.property(name),
               "a changed property without a signal", name);

@@ -1,7 +1,8 @@
-/// Fuzz target: reads and writes of a preference file. The first lines of an input are steps:
-/// `mode=2` sets a value, `mode` reads the value. "<folder", "<pipe", "<link" and "<missing"
-/// replace the initial file by a folder, a pipe, a symbolic link to the file, or nothing. "<1000"
-/// enlarges the initial file by 1000 bytes. The contents of the file follow after a line "--".
+/// Fuzz target: reads and writes of a preference file. The first lines of an input describe the
+/// initial file and the steps. "<folder", "<pipe", "<link" and "<missing" replace the file by a
+/// folder, a pipe, a symbolic link to the file, or nothing. "<1000" inserts a thousand "#" at the
+/// beginning of the file. `mode=2` sets a value, `mode` reads the value. The contents of the file
+/// follow after a line "--".
 
 #include "platform/freedesktop/user/preference_file.h"
 

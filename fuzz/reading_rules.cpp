@@ -106,8 +106,8 @@ void requireNear(std::string_view text, double value, double unit) {
   require(std::fabs(parsed - value) <= tolerance, "another number than the value", text);
 }
 
-/// Checks the dump. The adapter name may contain line feeds: its length is that of the name in the
-/// reading.
+/// Checks the dump. The adapter name may contain line feeds, so its end is found by the length of
+/// the name in the reading.
 void requireDump(const Reading& reading) {
   const std::string text = dump(reading);
   require(text == dump(reading), "two different dumps of one reading", text);

@@ -18,8 +18,8 @@ struct Key {
   Field Reading::*field;
 };
 
-// Milliampere-hours. Newer machines report these keys in "BatteryData", older machines at the top
-// level.
+// Values in milliampere-hours. Newer machines report them in "BatteryData", older machines at the
+// top level.
 constexpr Key<std::int64_t> capacityKeys[] = {
     {"AppleRawCurrentCapacity", &Reading::rawCurrent},
     {"AppleRawMaxCapacity", &Reading::rawMax},
@@ -27,7 +27,7 @@ constexpr Key<std::int64_t> capacityKeys[] = {
     {"NominalChargeCapacity", &Reading::nominal},
 };
 
-// Millivolts and milliamperes.
+// Values in millivolts and milliamperes.
 constexpr Key<double> batteryKeys[] = {
     {"Voltage", &Reading::batteryVolts},
     {"Amperage", &Reading::batteryAmps},
@@ -39,7 +39,7 @@ constexpr Key<bool> stateKeys[] = {
     {"FullyCharged", &Reading::full},
 };
 
-// Milliwatts, millivolts and milliamperes, in "PowerTelemetryData".
+// Values in milliwatts, millivolts and milliamperes, in "PowerTelemetryData".
 constexpr Key<double> telemetryKeys[] = {
     {"SystemPowerIn", &Reading::wallWatts},
     {"SystemLoad", &Reading::systemWatts},

@@ -9,11 +9,12 @@ namespace lumowatt::artwork {
 
 namespace {
 
-/// A kind of PNG picture that macOS accepts in an application icon. macOS accepts no PNG of 16
-/// pixels for 16 points, and none of 32 pixels for 32 points.
+/// A kind of PNG picture that macOS accepts in an application icon. The sizes of 16 and 32 points
+/// exist only at double resolution (ic11, ic12), because macOS accepts no PNG for them at single
+/// resolution.
 struct Kind {
   std::string_view type;
-  int side;
+  int side;  ///< width and height in pixels
 };
 
 constexpr std::array<Kind, 8> kinds{{{"ic11", 32},

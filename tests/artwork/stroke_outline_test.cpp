@@ -49,7 +49,7 @@ TEST(StrokeOutline, ExtendsAStraightLineByHalfItsThickness) {
 
 TEST(StrokeOutline, RoundsASharpCornerOnItsOuterSideOnly) {
   const Path path = strokeOutline({{{0, 0}}, {{10, 0}}, {{10, 10}}}, false, 2.0);
-  // The curve from (11, 0) to (10, -1) is not included here.
+  // The outer corner at (11, -1) is missing: it is a curve from (11, 0) to (10, -1).
   EXPECT_EQ(corners(path), (Points{{-1, 1}, {9, 1}, {9, 11}, {11, 11}, {11, 0}, {-1, -1}}));
   EXPECT_EQ(curveEnds(path), (Points{{10, -1}}));
 }

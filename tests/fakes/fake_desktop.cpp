@@ -7,7 +7,7 @@
 
 namespace lumowatt {
 
-/// Handle of an active timer, which it removes on destruction.
+/// Handle of an active timer. Removes the timer on destruction.
 class FakeDesktop::TimerHandle : public Timer {
  public:
   TimerHandle(std::list<ActiveTimer>& timers, std::list<ActiveTimer>::iterator timer)

@@ -26,7 +26,7 @@ class RecordingCanvas : public Canvas {
   std::vector<std::string> operations;
 };
 
-/// Factory of bitmaps that record the operations of the drawing and encode as `png`.
+/// Factory of bitmaps that record the operations of the drawing. Their encoded form is `png`.
 class RecordingBitmapFactory : public BitmapFactory {
  public:
   Result<std::unique_ptr<Bitmap>> draw(const Drawing& picture, double scale,

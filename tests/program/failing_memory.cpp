@@ -1,7 +1,7 @@
-// Library to preload that makes all allocations fail from a certain one on, whose number is in the
-// environment variable REFUSED_FROM. Redirects /sys/class/power_supply to the folder in the
-// variable POWER_SUPPLY_FOLDER, because umockdev, with which other tests mock /sys, does not work
-// without memory.
+// Library to preload that simulates the end of memory. The environment variable REFUSED_FROM is the
+// number of the first allocation that fails; all later ones fail, too. Redirects
+// /sys/class/power_supply to the folder in the variable POWER_SUPPLY_FOLDER, because umockdev,
+// which provides /sys in other tests, does not work without memory.
 
 #include <dlfcn.h>
 #include <fcntl.h>

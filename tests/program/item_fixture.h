@@ -18,7 +18,7 @@ using Names = std::vector<std::string>;
 inline constexpr auto invalidArguments = "org.freedesktop.DBus.Error.InvalidArgs";
 
 /// Fixture that runs the built program in a private session: a mocked machine, a private bus, empty
-/// user folders, and no other programs than those that the test installs.
+/// user folders, and a $PATH that contains only the programs that the test installs.
 class ItemTest : public testing::Test {
  protected:
   /// Starts a bus and a panel. `busConfiguration` contains additional elements of the bus's

@@ -68,7 +68,7 @@ Json expectedLayout() {
   return node(menu_id::root, with(command(""), "children-display", "submenu"), all);
 }
 
-/// Fixture for a menu that is not reported as closed, with an accelerated clock.
+/// Fixture for a panel that does not report when the menu closes. The test accelerates the clock.
 class UnclosedItemMenu : public ItemTest {};
 
 /// Fixture for the menu that the item exports on the bus.

@@ -83,8 +83,8 @@ TEST_F(ItemShortOfResources, ShowsNoBatteryUntilFilesCanBeOpened) {
 
 TEST_F(ItemShortOfResources, ExitsWithAnErrorMessageWheneverMemoryRunsOut) {
   constexpr auto preloaded = "LD_PRELOAD=" LUMOWATT_ACCELERATED_CLOCK " " LUMOWATT_FAILING_MEMORY;
-  // In the first run, all allocations fail; in each further run, they fail from a later one on. In
-  // the last runs, they fail only after the registration of the item.
+  // All allocations fail from the allocation `from` on: from the first one in the first run, and
+  // after the registration of the item in the last runs.
   for (int from = 1; from < 1500; from += 1 + from / 16) {
     prefix = {"/usr/bin/timeout",
               "--signal=KILL",

@@ -154,7 +154,7 @@ TEST(ProgramWithoutProc, DumpsButFailsToDrawAndToShowTheItem) {
             "lumowatt: cannot show the item: cannot locate lumowatt-desktop.so without /proc\n");
 }
 
-#if !LUMOWATT_SANITIZED  // AddressSanitizer reserves unused memory and refuses no allocation
+#if !LUMOWATT_SANITIZED  // with AddressSanitizer, allocations do not fail
 
 TEST(ProgramDump, FailsWithAMessageWhereverMemoryRunsOut) {
   const Machine machine(anyMachine);

@@ -8,8 +8,8 @@ namespace lumowatt {
 /// Returns the contents of a file. Fails the running test if the file cannot be read.
 std::string fileContents(const std::filesystem::path& path);
 
-/// Returns /dev/shm, the folder for temporary files in memory. Falls back to the default folder for
-/// temporary files if $TMPDIR is set or /dev/shm is not writable.
+/// Returns /dev/shm, the folder for temporary files in memory. Returns the folder of
+/// `temp_directory_path` instead if $TMPDIR is set or /dev/shm is not writable.
 std::filesystem::path memoryFolder();
 
 /// A temporary folder with a unique name, removed on destruction.

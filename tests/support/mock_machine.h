@@ -30,17 +30,15 @@ class MockMachine {
   TemporaryFolder folder_{memoryFolder()};
 };
 
-/// Returns the attributes of a battery pack with `changes` applied. The pack reports charges: its
-/// full-charge capacity is 4000 mAh (design 5000 mAh, 11 V). It is half full and discharges at 12 V
-/// and 500 mA.
+/// Returns the attributes of a battery pack with `changes` applied. The pack reports charges: 2000
+/// of 4000 mAh, discharged with 500 mA at 12 V. The design values are 5000 mAh and 11 V.
 Attributes chargePack(const Attributes& changes = {});
 
-/// Returns the attributes of a battery pack with `changes` applied. The pack reports energies: its
-/// full-charge capacity is 50 Wh (design 60 Wh, 10 V). It is half full and discharges at 12.5 V and
-/// 5 W.
+/// Returns the attributes of a battery pack with `changes` applied. The pack reports energies: 25
+/// of 50 Wh, discharged with 5 W at 12.5 V. The design values are 60 Wh and 10 V.
 Attributes energyPack(const Attributes& changes = {});
 
-/// A value in `changes` that removes the attribute from the pack.
+/// Value in `changes` of an attribute that the pack does not have.
 inline const std::string missing = "(missing)";
 
 }  // namespace lumowatt

@@ -158,7 +158,7 @@ TEST(PercentPerHour, Is1Point1For11MilliamperesAndOneAmpereHour) {
 }
 
 TEST(PercentPerHour, ConvertsToMilliamperesBeforeItDivides) {
-  // The exact rates are 61.25 and 31.875. Any other order of operations would yield them.
+  // The exact rates are 61.25 and 31.875. Other orders of the operations return these values.
   EXPECT_EQ(percentPerHour(withCurrent(3.528, 5760)), 61.25000000000001);
   EXPECT_EQ(percentPerHour(withCurrent(1.734, 5440)), 31.874999999999996);
 }

@@ -12,7 +12,7 @@ namespace lumowatt::cairo {
 namespace {
 
 // Fonts for user interfaces, in order of preference. Pango uses the first installed font, and the
-// next ones for characters that it lacks.
+// next ones for characters that the first one lacks.
 constexpr const char* systemFamilies =
     "Inter, Cantarell, Noto Sans, Ubuntu, Roboto, DejaVu Sans, sans-serif";
 

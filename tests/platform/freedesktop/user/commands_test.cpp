@@ -25,7 +25,8 @@ Names settingsPrograms(const std::optional<std::string>& desktop) {
   return names(batterySettingsCommands());
 }
 
-/// Programs outside of a desktop. Programs that run only on their own desktop are last.
+/// Order of the programs if the session names no known desktop. Programs that work only on their
+/// own desktop are last.
 const Names defaultOrder{
     "systemsettings",         "systemsettings5",        "xfce4-power-manager-settings",
     "mate-power-preferences", "cinnamon-settings",      "lxqt-config-powermanagement",

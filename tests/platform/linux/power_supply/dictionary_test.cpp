@@ -10,7 +10,8 @@ namespace {
 
 using nlohmann::json;
 
-/// Returns the state of an idle battery: 4000 mAh (design 5000 mAh), half full, 12 V (design 11 V).
+/// Returns the state of an idle battery: 2000 of 4000 mAh at 12 V. The design values are 5000 mAh
+/// and 11 V. If `unit` is energy, the capacities are multiplied by 11 V.
 PowerState idleState(Unit unit = Unit::charge) {
   PowerState state;
   const double scale = unit == Unit::charge ? 1 : 11e6;
