@@ -22,7 +22,7 @@ struct Outcome {
 /// Services of the machine that commands use.
 struct Services {
   BatteryService& battery;
-  /// Creates the factory of the bitmap for a picture. Never returns null.
+  /// Creates the factory that renders pictures as bitmaps. Never returns null.
   std::function<std::unique_ptr<BitmapFactory>()> makeBitmaps;
   /// Creates the desktop for the item, or fails. Never returns null.
   std::function<Result<std::unique_ptr<Desktop>>()> makeDesktop;

@@ -172,7 +172,7 @@ TEST_F(StatusItem, AnimatesItsIconWhileCharging) {
     panel->waitForSignal("NewIcon");
     icons.push_back(panel->property("IconName"));
   }
-  // The first level of the animation is the lowest one above 50% − 12%.
+  // The animation starts at the lowest of its levels (25, 50, 75, 100) above 50 − 12 percent.
   EXPECT_EQ(icons,
             (Names{"lumowatt-battery-50percent-green", "lumowatt-battery-75percent-green",
                    "lumowatt-battery-100percent-green", "lumowatt-battery-50percent-green"}));

@@ -98,8 +98,8 @@ class BusPeer {
   std::unique_ptr<sd_bus, Close> bus_;
 };
 
-/// Panel that owns the name of the watcher, accepts registrations of items and calls the item of
-/// the application.
+/// Panel that owns the name of the watcher, accepts registrations of items and calls methods of the
+/// item of the application.
 class Panel : public BusPeer {
  public:
   explicit Panel(const SessionBus& session);

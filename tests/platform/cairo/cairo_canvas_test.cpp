@@ -1,4 +1,4 @@
-// Tests of drawing areas, lines and images on the canvas, by the pixels of a bitmap.
+// Tests how the canvas draws filled areas, lines and images, by the pixels of a bitmap.
 
 #include "platform/cairo/cairo_canvas.h"
 
@@ -156,7 +156,8 @@ TEST(CairoCanvas, FillsAPathWithTheGivenOpacity) {
   EXPECT_EQ(filled(red, 1.0).at(6, 6), transparentPixel);
   EXPECT_NEAR(filled(red, 1.0).coverage(), 18.0, 0.5);
   EXPECT_EQ(filled(red, 0.2).at(3, 3), (Pixel{255, 0, 0, 51}));
-  // The opacity multiplies the alpha of a translucent color, here black with 10 percent.
+  // The opacity multiplies the alpha of a translucent color, here black with an alpha of 10
+  // percent.
   EXPECT_EQ(filled(separator, 0.5).at(3, 3), (Pixel{0, 0, 0, 13}));
   EXPECT_EQ(filled(red, 0.0).coverage(), 0.0);
 }

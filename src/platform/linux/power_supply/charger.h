@@ -9,7 +9,7 @@ namespace lumowatt::power_supply {
 
 /// A power supply that provides external power.
 struct Charger {
-  bool usb = false;       ///< whether it is a USB charger, else mains or wireless
+  bool usb = false;       ///< whether it is a USB charger; if not, it is mains or wireless
   bool online = false;    ///< whether it provides power; stale on some USB ports
   double ratedWatts = 0;  ///< maximum power that the driver reports; 0 if unknown
   std::string product;    ///< manufacturer and model as printable text; may be empty
