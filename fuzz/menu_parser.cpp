@@ -7,7 +7,7 @@ namespace lumowatt::fuzz {
 
 namespace {
 
-// Limits the number of items, because larger menus have the same ids for items and submenu items.
+// Limits the number of items: in larger menus, ids of items and of submenu items would collide.
 constexpr std::size_t maxLetters = 60;
 
 /// Returns the item for a letter. The title of the item starts with `tag`. If the item is a choice,
