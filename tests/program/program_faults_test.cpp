@@ -154,7 +154,8 @@ TEST(ProgramWithoutProc, DumpsButFailsToDrawAndToShowTheItem) {
             "lumowatt: cannot show the item: cannot locate lumowatt-desktop.so without /proc\n");
 }
 
-#if !LUMOWATT_SANITIZED  // with AddressSanitizer, allocations do not fail
+// AddressSanitizer needs much address space, and its allocations do not fail.
+#if !LUMOWATT_SANITIZED
 
 TEST(ProgramDump, FailsWithAMessageWhereverMemoryRunsOut) {
   const Machine machine(anyMachine);
